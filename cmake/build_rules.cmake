@@ -1,0 +1,29 @@
+# How every target of this project is compiled: zep_config_rules(TARGET).
+
+add_library(zep_config_rules INTERFACE)
+target_compile_features(zep_config_rules INTERFACE cxx_std_20)
+target_compile_options(zep_config_rules INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+    $<$<BOOL:${ZEP_CONFIG_WERROR}>:-Werror>
+    # g++ 12 sees overlapping copies in std::string's own code.
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
+    # Throw locations read the same on every machine.
+    -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=)
+
+if(ZEP_CONFIG_SANITIZE)
+    target_compile_options(zep_config_rules INTERFACE
+        -fsanitize=${ZEP_CONFIG_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(zep_config_rules INTERFACE -fsanitize=${ZEP_CONFIG_SANITIZE})
+endif()
+if(ZEP_CONFIG_COVERAGE)
+    target_compile_options(zep_config_rules INTERFACE --coverage -fprofile-update=atomic)
+    target_link_options(zep_config_rules INTERFACE --coverage)
+endif()
+
+function(zep_config_rules target)
+    target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:zep_config_rules>)
+    set_target_properties(${target} PROPERTIES
+        CXX_EXTENSIONS OFF
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON)
+endfunction()

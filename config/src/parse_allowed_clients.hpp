@@ -1,0 +1,15 @@
+// The grammar of the client access list.
+#pragma once
+
+#include "qel/config/types.hpp"
+
+#include <string>
+
+namespace qel::config {
+
+/// <client>[,<client>]*[:<archive>[,<archive>]*]
+/// Adds the clients, each with all the archives, to `clients`. Throws std::runtime_error at the first fault;
+/// entries made before it stay.
+void parse_allowed_clients(std::string config, AccessMap& clients);
+
+} // namespace qel::config

@@ -1,0 +1,19 @@
+// The flag texts and their order as compile-time facts: what the option:: functions return, without a string
+// built.
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace qel::config::flag {
+
+#define ZEP_FLAG(name, text) inline constexpr std::u16string_view name = text;
+#include "qel/config/flags.def"
+
+/// All flags in dispatch order.
+inline constexpr std::array in_order = {
+#define ZEP_FLAG(name, text) name,
+#include "qel/config/flags.def"
+};
+
+} // namespace qel::config::flag

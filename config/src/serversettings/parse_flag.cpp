@@ -1,0 +1,80 @@
+// Values of each kind, taken from the token behind the flag.
+#include "walk.hpp"
+
+#include "severity_level_input.hpp"
+
+#include "qel/i18n/convert.hpp"
+#include "qel/util/storage_size.hpp"
+
+#include <boost/date_time/posix_time/posix_time_io.hpp>
+#include <boost/lexical_cast.hpp>
+#include <boost/throw_exception.hpp>
+
+#include <stdexcept>
+
+namespace qel::config {
+namespace {
+
+/// Numbers, sizes, durations and severities are what lexical_cast makes of them, surprises included: "-1" is
+/// the largest unsigned number and "5" is five hours.
+template <class T>
+T convert(const std::u16string& token) {
+    return boost::lexical_cast<T>(i18n::ustring_to_utf8(token));
+}
+
+template <>
+Path convert<Path>(const std::u16string& token) {
+    return Path(token);
+}
+
+template <>
+std::u16string convert<std::u16string>(const std::u16string& token) {
+    return token;
+}
+
+template <>
+std::string convert<std::string>(const std::u16string& token) {
+    return i18n::ustring_to_utf8(token);
+}
+
+/// `value` is null when there is no token behind the flag.
+[[noreturn]] void invalid_option(const std::u16string& flag, const std::u16string* value,
+                                 const char* reason) {
+    std::string text = "invalid option '" + i18n::ustring_to_term(flag);
+    if (value != nullptr) text += " " + i18n::ustring_to_term(*value);
+    text += "', ";
+    text += reason;
+    BOOST_THROW_EXCEPTION(std::runtime_error(text));
+}
+
+} // namespace
+
+template <class T>
+T parse_flag(Walk& walk) {
+    const std::u16string& flag = *walk.cursor++;
+    if (walk.cursor == walk.end) invalid_option(flag, nullptr, "missing argument(s)");
+    const std::u16string& token = *walk.cursor;
+    try {
+        T value = convert<T>(token);
+        ++walk.cursor;
+        return value;
+    } catch (const std::exception& failure) {
+        invalid_option(flag, &token, failure.what());
+    }
+}
+
+template <>
+bool parse_flag<bool>(Walk& walk) {
+    ++walk.cursor;
+    return true;
+}
+
+template Path parse_flag<Path>(Walk&);
+template std::u16string parse_flag<std::u16string>(Walk&);
+template std::string parse_flag<std::string>(Walk&);
+template unsigned int parse_flag<unsigned int>(Walk&);
+template util::storage_size parse_flag<util::storage_size>(Walk&);
+template time_duration parse_flag<time_duration>(Walk&);
+template logging::severity_level parse_flag<logging::severity_level>(Walk&);
+
+} // namespace qel::config

@@ -1,0 +1,57 @@
+// A runtime file holds one value as text: written whole, read back with the value's own reader.
+#pragma once
+
+#include "qel/config/exceptions.hpp"
+#include "qel/config/types.hpp"
+#include "qel/i18n/convert.hpp"
+#include "qel/util/native_path.hpp"
+
+#include <boost/throw_exception.hpp>
+
+#include <fstream>
+#include <locale>
+
+namespace qel::config {
+
+/// How a T stands in a file: static put(std::ostream&, const T&) and static get(std::istream&, T&).
+template <class T>
+struct FileFormat;
+
+/// Replaces the content of `file` by `value` and returns the path. Throws config_io_error; a file that could
+/// be opened but not written stays behind, empty or in part.
+template <class T>
+Path write_file(const Path& file, const T& value) {
+    std::ofstream out(util::filesystem::native(file), std::ios_base::out | std::ios_base::trunc);
+    if (!out.good()) {
+        BOOST_THROW_EXCEPTION(config_io_error("error opening " + i18n::ustring_to_utf8(file.text())));
+    }
+    // Whatever the global locale is: a pid with digits grouped would name another process.
+    out.imbue(std::locale::classic());
+    FileFormat<T>::put(out, value);
+    // Only the flush meets a full disk.
+    out.flush();
+    if (!out.good()) {
+        BOOST_THROW_EXCEPTION(config_io_error("error writing " + i18n::ustring_to_utf8(file.text())));
+    }
+    return file;
+}
+
+/// The value in `file`. Throws config_io_error.
+template <class T>
+T read_file(const Path& file) {
+    std::ifstream in(util::filesystem::native(file));
+    if (!in.good()) {
+        BOOST_THROW_EXCEPTION(config_io_error("error opening " + i18n::ustring_to_utf8(file.text())));
+    }
+    in.imbue(std::locale::classic());
+    T value{};
+    FileFormat<T>::get(in, value);
+    // The bad bit only: a number that is none sets the fail bit, and reads as 0 on purpose. A reader that
+    // wants its failure reported sets the bad bit.
+    if (in.bad()) {
+        BOOST_THROW_EXCEPTION(config_io_error("error reading " + i18n::ustring_to_utf8(file.text())));
+    }
+    return value;
+}
+
+} // namespace qel::config

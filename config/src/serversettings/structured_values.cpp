@@ -1,0 +1,113 @@
+// Log handlers, profiling directives, user data, origins and listeners.
+#include "structured_values.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <boost/lexical_cast.hpp>
+#include <boost/throw_exception.hpp>
+#include <boost/tokenizer.hpp>
+
+#include <algorithm>
+#include <stdexcept>
+#include <string_view>
+
+namespace qel::config {
+namespace {
+
+/// The enumerator whose text form is `text`, or null.
+template <class Enumerators>
+const typename Enumerators::value_type* named(const Enumerators& all, std::string_view text) {
+    const auto found = std::find_if(all.begin(), all.end(), [&](auto one) { return to_text(one) == text; });
+    return found == all.end() ? nullptr : &*found;
+}
+
+logging::log_content_type parse_log_content(const std::string& clause) {
+    const auto* content = named(logging::log_content_types, clause);
+    if (content == nullptr)
+        BOOST_THROW_EXCEPTION(std::runtime_error("using invalid content string " + clause));
+    return *content;
+}
+
+void parse_log_format(ServerSettings& settings, const std::string& format, logging::log_content_type content,
+                      const std::string& command) {
+    const auto* type = named(logging::log_format_types, format);
+    if (type == nullptr) BOOST_THROW_EXCEPTION(std::runtime_error("bad log format type"));
+    settings.log_handler().emplace_back(*type, content, command);
+}
+
+} // namespace
+
+void parse_log_handler(ServerSettings& settings, const std::string& value) {
+    const auto space = value.find(' ');
+    const std::string handler = value.substr(0, space);
+    const std::string command = space == std::string::npos ? std::string() : value.substr(space + 1);
+
+    const auto semicolon = handler.find(';');
+    const auto content = semicolon == std::string::npos ? logging::log_content_type::content_default
+                                                        : parse_log_content(handler.substr(semicolon + 1));
+    parse_log_format(settings, handler.substr(0, semicolon), content, command);
+}
+
+void parse_profile_directives(const char* begin, const char* end, std::vector<ProfileDirective>& out) {
+    const char* space = std::find(begin, end, ' ');
+    const bool on = std::string_view(begin, space) == "on";
+    if (space == end) out.emplace_back(on, std::string());
+    // A trailing space has an empty category behind it, as each of two neighbouring spaces has.
+    while (space != end) {
+        const char* const word = space + 1;
+        space = std::find(word, end, ' ');
+        out.emplace_back(on, std::string(word, space));
+    }
+}
+
+std::pair<std::u16string, std::u16string> parse_user_data_pair(const std::u16string& value) {
+    using Separator = boost::escaped_list_separator<char16_t>;
+    using Tokenizer = boost::tokenizer<Separator, std::u16string::const_iterator, std::u16string>;
+
+    const Tokenizer tokens(value, Separator(u"\\", u" \t", u"\""));
+    // One token at a time: a surplus one is reported before a bad escape behind it is seen.
+    auto token = tokens.begin();
+    const auto end = tokens.end();
+    if (token != end) {
+        std::u16string key = *token;
+        do {
+            ++token;
+        } while (token != end && token->empty());
+        if (token != end) {
+            std::u16string text = *token;
+            if (++token == end) return {std::move(key), std::move(text)};
+        }
+    }
+    BOOST_THROW_EXCEPTION(
+        std::runtime_error("Invalid or missing arguments: \"" + i18n::ustring_to_term(value) + "\""));
+}
+
+bool parse_cors_origins(std::string value, std::vector<std::string>& origins) {
+    const boost::tokenizer<boost::char_separator<char>> tokens(value, boost::char_separator<char>(", "));
+    bool star_seen = false;
+    for (const std::string& origin : tokens) {
+        star_seen = star_seen || origin == "*";
+        origins.push_back(origin);
+    }
+    return star_seen;
+}
+
+void check_cors_origins(bool star_seen, const std::vector<std::string>& origins) {
+    if (origins.empty()) BOOST_THROW_EXCEPTION(std::runtime_error("must supply at least one value"));
+    if (star_seen && origins.size() != 1) {
+        BOOST_THROW_EXCEPTION(std::runtime_error("using * in a list is not allowed"));
+    }
+}
+
+HttpSettings parse_http_settings(std::u16string value) {
+    HttpSettings listener;
+    const auto colon = value.rfind(u':');
+    if (colon != std::u16string::npos) {
+        listener.host(value.substr(0, colon));
+        value.erase(0, colon + 1);
+    }
+    listener.port(boost::lexical_cast<unsigned short>(i18n::ustring_to_utf8(value)));
+    return listener;
+}
+
+} // namespace qel::config

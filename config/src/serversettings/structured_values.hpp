@@ -1,0 +1,45 @@
+// Parsers of values with an inner syntax. They throw std::runtime_error (boost::bad_lexical_cast for
+// numbers); what they had stored before stays stored.
+#pragma once
+
+#include "qel/config/server_settings.hpp"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace qel::config {
+
+/// <format>[;<content>][ <command>]
+/// Appends one handler. The content clause is checked before the format word.
+void parse_log_handler(ServerSettings& settings, const std::string& value);
+
+/// <switch>[ <category>]*
+/// Appends one directive per category, or one with an empty category when there is none. Only "on" switches
+/// on.
+void parse_profile_directives(const char* begin, const char* end, std::vector<ProfileDirective>& out);
+
+/// <key> <value>
+/// Tokens as in a quoted command line: separated by blanks and tabs, grouped by '"', escaped by '\'.
+std::pair<std::u16string, std::u16string> parse_user_data_pair(const std::u16string& value);
+
+/// <origin>[,<origin>]*
+/// Appends the origins, separated by any run of ',' and ' '. Returns whether one of them is "*".
+bool parse_cors_origins(std::string value, std::vector<std::string>& origins);
+
+/// Throws unless there is an origin, and a "*" stands alone. `origins` is the whole list, while `star_seen`
+/// tells of the last value only: "*" after others fails, others after "*" pass.
+void check_cors_origins(bool star_seen, const std::vector<std::string>& origins);
+
+/// <provider>@[<host>:]<port>
+/// A cache to attach to; the host is "localhost" when not given. Throws CacheProviderBadFormat.
+CacheSettings parse_cache_settings(std::u16string value);
+
+/// The same for a cache to start. Throws StartCacheLocalhost when its host is not this machine.
+CacheSettings parse_start_cache(std::u16string value);
+
+/// [<host-name>:]<port>
+/// The host is what stands before the last ':', unchecked; not set without one.
+HttpSettings parse_http_settings(std::u16string value);
+
+} // namespace qel::config

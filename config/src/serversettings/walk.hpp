@@ -1,0 +1,50 @@
+// The working state of one parse, and the taking of a flag's value.
+#pragma once
+
+#include "qel/config/server_settings.hpp"
+
+#include <deque>
+#include <iosfwd>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace qel::config {
+
+using Tokens = std::deque<std::u16string>;
+
+/// What one call of parse_settings works on; created at its start, gone at its return.
+struct Walk {
+    ServerSettings& settings;
+    std::ostream& out;
+
+    /// On a flag when a handler is called; behind the flag and its value when the handler returns.
+    Tokens::const_iterator cursor;
+    Tokens::const_iterator end;
+
+    bool extract_root_given = false;
+    bool auto_deploy_root_given = false;
+    bool https_given = false;
+
+    HttpSettings https{};
+    SslContext ssl_context{};
+    AccessMap allowed_clients{};
+    std::map<std::u16string, std::u16string> user_data{};
+    std::vector<Path> lumo_root{};
+};
+
+/// Consumes the flag at the cursor and, unless T is bool, the next token as its value, whatever that looks
+/// like. Returns the converted value, or true for a bool.
+///
+/// T is Path, std::u16string, std::string, unsigned int, util::storage_size, time_duration,
+/// logging::severity_level or bool. Throws std::runtime_error naming flag and value when the value is missing
+/// or does not convert.
+template <class T>
+T parse_flag(Walk& walk);
+
+/// Ends the walk with out_of_range. Deliberately no std::exception: those end it with parse_error.
+struct OutOfRange {
+    std::string text;
+};
+
+} // namespace qel::config

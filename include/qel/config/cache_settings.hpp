@@ -1,0 +1,14 @@
+// One cache that the server starts or attaches to.
+#pragma once
+
+#include "qel/config/export.hpp"
+#include "qel/config/types.hpp"
+
+namespace qel::config {
+
+/// One cache that the server starts or attaches to. Fields, types and meanings: fields/cache_settings.def.
+#define ZEP_RECORD CacheSettings
+#define ZEP_FIELDS "qel/config/fields/cache_settings.def"
+#include "qel/config/detail/declare_record.inl"
+
+} // namespace qel::config

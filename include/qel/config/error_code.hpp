@@ -1,0 +1,45 @@
+// The library's error codes and their category.
+#pragma once
+
+#include "qel/config/export.hpp"
+
+#include <boost/system/error_category.hpp>
+#include <boost/system/error_code.hpp>
+
+#include <string>
+
+namespace qel::config::error_code {
+
+/// The category of the six codes.
+class ZEP_CONFIG_API category_type : public boost::system::error_category {
+public:
+    constexpr category_type() noexcept = default;
+    // A body of its own: g++ 12 does not take a defaulted virtual destructor for a constant one.
+    constexpr virtual ~category_type() {}
+
+    /// The full signature text of this function itself, which is what code that prints error codes shows as
+    /// the category. Not a short word, and kept that way: logs and tools match it.
+    const char* name() const noexcept override;
+
+    /// The text of a code; for a value that is none of the six, a text that says so. Throws std::bad_alloc.
+    std::string message(int ev) const override;
+
+    /// Every code but success. (Constant, so that the codes can be constant-initialised.)
+    constexpr bool failed(int ev) const noexcept override { return ev != 0; }
+};
+
+/// The one category object.
+ZEP_CONFIG_API boost::system::error_category& get_category();
+
+// The six codes, each a reference to one immutable object that exists before any dynamic initialisation. Note
+// that success() belongs to this category too: it is unequal to a default-constructed
+// boost::system::error_code.
+
+ZEP_CONFIG_API const boost::system::error_code& success() noexcept;               ///< 0
+ZEP_CONFIG_API const boost::system::error_code& incompatible_flags() noexcept;    ///< 1
+ZEP_CONFIG_API const boost::system::error_code& unrecognized_flag() noexcept;     ///< 2
+ZEP_CONFIG_API const boost::system::error_code& missing_required_flag() noexcept; ///< 3
+ZEP_CONFIG_API const boost::system::error_code& parse_error() noexcept;           ///< 4
+ZEP_CONFIG_API const boost::system::error_code& out_of_range() noexcept;          ///< 5
+
+} // namespace qel::config::error_code

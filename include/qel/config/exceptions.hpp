@@ -1,0 +1,38 @@
+// What the library throws when a runtime file fails.
+#pragma once
+
+#include "qel/config/export.hpp"
+
+#include <boost/exception/exception.hpp>
+
+#include <stdexcept>
+#include <string>
+
+namespace qel::config {
+
+// All exception types have one shape. Thrown with BOOST_THROW_EXCEPTION they carry function, file and line of
+// the throw and can be cloned by boost::current_exception(). Copies share the boost::exception part by
+// reference count.
+#define ZEP_EXCEPTION(name)                                                                                  \
+    class ZEP_CONFIG_API name : public std::runtime_error, public virtual boost::exception {                 \
+    public:                                                                                                  \
+        explicit name(const std::string& what);                                                              \
+        name(const name&);                                                                                   \
+        name(name&&) noexcept;                                                                               \
+        name& operator=(const name&);                                                                        \
+        name& operator=(name&&) noexcept;                                                                    \
+        ~name() noexcept override;                                                                           \
+    }
+
+/// A directory that an operation needs is not configured.
+ZEP_EXCEPTION(bad_config);
+
+/// A runtime file could not be opened, read or written. what() names the file.
+ZEP_EXCEPTION(config_io_error);
+
+/// For the server's own use; the library never throws it.
+ZEP_EXCEPTION(config_state_error);
+
+#undef ZEP_EXCEPTION
+
+} // namespace qel::config

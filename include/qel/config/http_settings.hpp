@@ -1,0 +1,14 @@
+// A plain HTTP listener.
+#pragma once
+
+#include "qel/config/export.hpp"
+#include "qel/config/types.hpp"
+
+namespace qel::config {
+
+/// A plain HTTP listener. Fields, types and meanings: fields/http_settings.def.
+#define ZEP_RECORD HttpSettings
+#define ZEP_FIELDS "qel/config/fields/http_settings.def"
+#include "qel/config/detail/declare_record.inl"
+
+} // namespace qel::config

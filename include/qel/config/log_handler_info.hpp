@@ -1,0 +1,16 @@
+// One additional log handler.
+#pragma once
+
+#include "qel/config/export.hpp"
+#include "qel/config/types.hpp"
+#include "qel/logging/log_content_type.hpp"
+#include "qel/logging/log_format_type.hpp"
+
+namespace qel::config {
+
+/// One additional log handler. Fields, types and meanings: fields/log_handler_info.def.
+#define ZEP_RECORD LogHandlerInfo
+#define ZEP_FIELDS "qel/config/fields/log_handler_info.def"
+#include "qel/config/detail/declare_record.inl"
+
+} // namespace qel::config

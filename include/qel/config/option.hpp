@@ -1,0 +1,16 @@
+// The texts of the server's flags.
+#pragma once
+
+#include "qel/config/export.hpp"
+
+#include <string>
+
+/// One function per flag, returning its text as a new string: option::log_root() is the text of the flag that
+/// sets log_root. Most names are the flag's own words; those of the TLS flags are `https_` and the SslContext
+/// field they set. All names with their texts: flags.def. Each throws std::bad_alloc only.
+namespace qel::config::option {
+
+#define ZEP_FLAG(name, text) ZEP_CONFIG_API std::u16string name();
+#include "qel/config/flags.def"
+
+} // namespace qel::config::option

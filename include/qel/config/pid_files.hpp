@@ -1,0 +1,57 @@
+// The files through which a running server's process is found.
+//
+// "main.pid" in `pid_root` holds the process identifier in decimal digits, without a line end. It is
+// published before the endpoint files and withdrawn after them.
+#pragma once
+
+#include "qel/config/export.hpp"
+#include "qel/config/server_settings.hpp"
+#include "qel/util/scoped_file.hpp"
+
+namespace qel::config {
+
+/// Writes a pid file on construction, replacing one that is there, and removes it on destruction. A
+/// moved-from object removes nothing. A second owner of one file would truncate the first one's, and remove
+/// it: one file, one owner.
+class ZEP_CONFIG_API scoped_pid_file {
+public:
+    /// Any path; no directory is created. Throws config_io_error when the file cannot be opened or written,
+    /// std::bad_alloc. Nothing is removed then: a file that was opened but not written stays behind.
+    scoped_pid_file(const Path& file, const unsigned& pid);
+    scoped_pid_file(const scoped_pid_file&) = delete;
+    scoped_pid_file(scoped_pid_file&&) noexcept;
+    scoped_pid_file& operator=(const scoped_pid_file&) = delete;
+    scoped_pid_file& operator=(scoped_pid_file&&) noexcept;
+    /// A file that cannot be removed is left, without an exception.
+    ~scoped_pid_file();
+
+private:
+    util::filesystem::scoped_file file_;
+};
+
+/// The same for the server's main process, file "main.pid".
+class ZEP_CONFIG_API scoped_master_pid_file {
+public:
+    /// Throws bad_config when the settings have no pid root; otherwise like scoped_pid_file.
+    scoped_master_pid_file(const ServerSettings& settings, const unsigned& pid);
+    scoped_master_pid_file(const scoped_master_pid_file&) = delete;
+    scoped_master_pid_file(scoped_master_pid_file&&) noexcept;
+    scoped_master_pid_file& operator=(const scoped_master_pid_file&) = delete;
+    scoped_master_pid_file& operator=(scoped_master_pid_file&&) noexcept;
+    ~scoped_master_pid_file();
+
+private:
+    util::filesystem::scoped_file file_;
+};
+
+/// The process identifier in "main.pid". Leading white space is skipped; the first character that is no digit
+/// ends it.
+///
+/// Never signal what this returns without checking it. A file that is empty (its writer has only just opened
+/// it) or holds no number gives 0, a number too large gives 4294967295, a negative one its complement, all
+/// without an error; and the process may have ended, its number taken by another.
+///
+/// Throws bad_config (no pid root), config_io_error (no such file, or it cannot be read).
+ZEP_CONFIG_API unsigned read_master_pid(const ServerSettings& settings);
+
+} // namespace qel::config

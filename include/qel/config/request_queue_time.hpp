@@ -1,0 +1,14 @@
+// Queue-time limits of the worker pool.
+#pragma once
+
+#include "qel/config/export.hpp"
+#include "qel/config/types.hpp"
+
+namespace qel::config {
+
+/// Queue-time limits of the worker pool. Fields, types and meanings: fields/request_queue_time.def.
+#define ZEP_RECORD RequestQueueTime
+#define ZEP_FIELDS "qel/config/fields/request_queue_time.def"
+#include "qel/config/detail/declare_record.inl"
+
+} // namespace qel::config

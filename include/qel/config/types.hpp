@@ -1,0 +1,29 @@
+// The types that the settings records are made of.
+#pragma once
+
+#include "qel/util/path.hpp"
+#include "qel/util/ssl_context.hpp"
+
+#include <boost/date_time/posix_time/posix_time_duration.hpp>
+#include <boost/optional/optional.hpp>
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace qel::config {
+
+/// A setting that may be absent; absent is distinct from every value, and less than every value.
+using boost::optional;
+
+/// A length of time in microseconds.
+using boost::posix_time::time_duration;
+
+using util::filesystem::Path;
+using util::ssl::AccessMap;
+using util::ssl::SslContext;
+using util::ssl::SslVerifyPeerMode;
+
+} // namespace qel::config

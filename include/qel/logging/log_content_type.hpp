@@ -1,0 +1,34 @@
+// Which log records a handler receives.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace qel::logging {
+
+/// Bit sets; bit 0 is always set, so no parsed handler has the value 0.
+enum class log_content_type : std::int32_t {
+    content_default = 3,
+    content_statistics = 5,
+    content_dashboard = 7
+};
+
+inline constexpr std::array log_content_types = {log_content_type::content_dashboard,
+                                                 log_content_type::content_statistics,
+                                                 log_content_type::content_default};
+
+/// The content's clause in a handler's definition; empty for a value that is none of the three.
+constexpr std::string_view to_text(log_content_type content) noexcept {
+    switch (content) {
+    case log_content_type::content_default:
+        return "type=default";
+    case log_content_type::content_statistics:
+        return "type=statistics";
+    case log_content_type::content_dashboard:
+        return "type=dashboard";
+    }
+    return {};
+}
+
+} // namespace qel::logging

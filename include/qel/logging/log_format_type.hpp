@@ -1,0 +1,28 @@
+// The output formats of log handlers.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace qel::logging {
+
+enum class log_format_type : std::int32_t { text_plain = 0, text_xml = 1, text_json = 2 };
+
+inline constexpr std::array log_format_types = {log_format_type::text_plain, log_format_type::text_xml,
+                                                log_format_type::text_json};
+
+/// The format's text form; empty for a value that is none of the three.
+constexpr std::string_view to_text(log_format_type format) noexcept {
+    switch (format) {
+    case log_format_type::text_plain:
+        return "text/plain";
+    case log_format_type::text_xml:
+        return "text/xml";
+    case log_format_type::text_json:
+        return "text/json";
+    }
+    return {};
+}
+
+} // namespace qel::logging

@@ -1,0 +1,14 @@
+// The form of a path that file streams and other calls of the operating system take.
+#pragma once
+
+#include "qel/util/path.hpp"
+
+#include <filesystem>
+
+namespace qel::util::filesystem {
+
+/// The path for std::ifstream, std::ofstream and std::filesystem: UTF-8 bytes on POSIX (ill-formed UTF-16
+/// becomes U+FFFD), the UTF-16 text itself on Windows. Throws std::bad_alloc.
+ZEP_CONFIG_PLATFORM_API std::filesystem::path native(const Path& path);
+
+} // namespace qel::util::filesystem

@@ -1,0 +1,33 @@
+// Ownership of one file on disk: the file goes when its owner does.
+#pragma once
+
+#include "qel/util/path.hpp"
+
+namespace qel::util::filesystem {
+
+/// Owns the file at a path and removes it on destruction. Movable, not copyable.
+class ZEP_CONFIG_PLATFORM_API scoped_file {
+public:
+    /// Owns nothing.
+    scoped_file() noexcept;
+    /// Takes ownership of the file at `path`, which need not exist yet.
+    explicit scoped_file(Path path) noexcept;
+    scoped_file(const scoped_file&) = delete;
+    /// The moved-from object owns nothing and removes nothing.
+    scoped_file(scoped_file&& other) noexcept;
+    scoped_file& operator=(const scoped_file&) = delete;
+    /// Removes the file owned so far, then takes over the other's.
+    scoped_file& operator=(scoped_file&& other) noexcept;
+    /// Removes the file. A failure to remove it is ignored: nothing is thrown.
+    ~scoped_file();
+
+    /// The owned file's path; empty when nothing is owned.
+    const Path& path() const noexcept;
+
+private:
+    void remove() noexcept;
+
+    Path path_;
+};
+
+} // namespace qel::util::filesystem

@@ -1,0 +1,58 @@
+// The TLS settings of one HTTPS listener, as plain values.
+#pragma once
+
+#include "qel/util/path.hpp"
+#include "qel/util/platform_export.hpp"
+
+#include <boost/optional/optional.hpp>
+
+#include <iosfwd>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+
+namespace qel::util::ssl {
+
+/// Whether a client must present a certificate.
+enum class SslVerifyPeerMode { no_verify_peer = 0, verify_peer_require_peer_cert = 1 };
+
+/// The mode's name, "no-verify-peer" or "verify-peer-require-peer-cert".
+constexpr std::string_view to_text(SslVerifyPeerMode mode) {
+    return mode == SslVerifyPeerMode::no_verify_peer ? "no-verify-peer" : "verify-peer-require-peer-cert";
+}
+
+/// Reads one word and compares it with the two names, exactly. No match sets the fail bit and leaves `mode`
+/// unchanged.
+ZEP_CONFIG_PLATFORM_API std::istream& operator>>(std::istream& in, SslVerifyPeerMode& mode);
+
+/// Client name to the archives it may use; an empty set means no archive restriction.
+using AccessMap = std::map<std::string, std::set<std::u16string>>;
+
+/// TLS settings. A default-constructed context has every path and text unset, every switch off, no clients
+/// and the mode "no-verify-peer". Fields, getters and setters come from ssl_context_fields.def.
+///
+/// `==` compares all fields; `<` is lexicographic over them in the order of the list.
+class ZEP_CONFIG_PLATFORM_API SslContext {
+public:
+    SslContext();
+    SslContext(const SslContext&);
+    SslContext(SslContext&&) noexcept;
+    SslContext& operator=(const SslContext&);
+    SslContext& operator=(SslContext&&) noexcept;
+    ~SslContext();
+
+#define QEL_SSL_FIELD(name, ...)                                                                             \
+    const __VA_ARGS__& name() const noexcept;                                                                \
+    void name(const __VA_ARGS__&);
+#include "qel/util/ssl_context_fields.def"
+
+    bool operator==(const SslContext&) const;
+    bool operator<(const SslContext&) const;
+
+private:
+#define QEL_SSL_FIELD(name, ...) __VA_ARGS__ name##_{};
+#include "qel/util/ssl_context_fields.def"
+};
+
+} // namespace qel::util::ssl

@@ -1,0 +1,176 @@
+// The canonical form of a path: one walk over its components, in one buffer that grows and shrinks.
+#include "qel/util/canonicalize.hpp"
+
+#include "file_system.hpp"
+#include "path_syntax.hpp"
+
+#include <limits>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace qel::util::filesystem {
+
+/// What the file system said so far.
+struct Canonicalizer::Memo {
+    std::unordered_map<std::u16string, Entry> entries;
+    std::unordered_map<std::u16string, std::u16string> starting_points;
+
+    // References into both maps stay valid while the maps grow.
+    const Entry& entry(const std::u16string& path) {
+        const auto known = entries.find(path);
+        return known != entries.end() ? known->second : entries.emplace(path, look_up(path)).first->second;
+    }
+
+    const std::u16string& start(std::u16string_view root) {
+        std::u16string key(root);
+        const auto known = starting_points.find(key);
+        if (known != starting_points.end()) return known->second;
+        std::u16string point = starting_point(root);
+        return starting_points.emplace(std::move(key), std::move(point)).first->second;
+    }
+};
+
+namespace {
+
+/// Folds one component after the other into the canonical text of all of them.
+template <class Memo>
+class Fold {
+public:
+    explicit Fold(Memo& memo) : memo_(memo) {}
+
+    /// Begins anew where a path with this root begins, or in the current directory when the root is empty.
+    void start(std::u16string_view root) {
+        Elements elements(memo_.start(root));
+        steps_.clear();
+        // A process may have lost its current directory; its relative paths then begin at a nameless one.
+        replace(elements.root().empty() ? std::u16string_view(u".") : elements.root());
+        const Entry& entry = memo_.entry(text_);
+        missing_from_ = entry.kind == Entry::Kind::missing ? 0 : nowhere;
+        if (entry.kind == Entry::Kind::resolved) replace(entry.target);
+        add_all(elements);
+    }
+
+    void add(std::u16string_view component) {
+        if (component == u".") return;
+        if (component == u"..") return undo();
+
+        steps_.push_back({text_.size(), {}});
+        if (!ends_in_separator(text_)) text_ += separators.front();
+        text_ += component;
+        if (steps_.size() > missing_from_) return;
+
+        const Entry& entry = memo_.entry(text_);
+        switch (entry.kind) {
+        case Entry::Kind::plain:
+            return;
+        case Entry::Kind::resolved:
+            steps_.back().before = text_.substr(0, steps_.back().length);
+            return replace(entry.target);
+        case Entry::Kind::link:
+            if (links_ < most_links) return follow(entry.target);
+            [[fallthrough]];
+        case Entry::Kind::missing:
+            missing_from_ = steps_.size();
+        }
+    }
+
+    void add_all(Elements elements) {
+        for (auto component = elements.next_component(); !component.empty();
+             component = elements.next_component())
+            add(component);
+    }
+
+    /// Compares only what has changed since the last comparison, which must have been with the same text.
+    bool equals(std::u16string_view wanted) {
+        const std::size_t shared = std::min(text_.size(), wanted.size());
+        while (agreed_ < shared && text_[agreed_] == wanted[agreed_])
+            ++agreed_;
+        return agreed_ == text_.size() && agreed_ == wanted.size();
+    }
+
+    const std::u16string& text() const { return text_; }
+
+private:
+    static constexpr std::size_t nowhere = std::numeric_limits<std::size_t>::max();
+    static constexpr int most_links = 40; // a loop ends here, as it does in the systems themselves
+
+    /// How to take one component back.
+    struct Step {
+        std::size_t length;      // of the text before it
+        std::u16string before{}; // that text itself, where the component replaced it
+    };
+
+    void undo() {
+        if (steps_.empty()) return;
+        const Step last = std::move(steps_.back());
+        steps_.pop_back();
+        if (last.before.empty())
+            cut(last.length);
+        else
+            replace(last.before);
+        if (steps_.size() < missing_from_) missing_from_ = nowhere;
+    }
+
+    void follow(std::u16string_view target) {
+        ++links_;
+        undo();
+        const Elements elements(target);
+        if (!elements.root().empty()) start(elements.root());
+        add_all(elements);
+    }
+
+    void cut(std::size_t length) {
+        text_.resize(length);
+        agreed_ = std::min(agreed_, length);
+    }
+
+    void replace(std::u16string_view text) {
+        cut(0);
+        text_ = text;
+    }
+
+    Memo& memo_;
+    std::u16string text_{};
+    std::vector<Step> steps_{};
+    std::size_t missing_from_ = nowhere; // the number of steps from which on the file system knows nothing
+    std::size_t agreed_ = 0;             // the length known to be the same as in the text compared with
+    int links_ = 0;
+};
+
+} // namespace
+
+Canonicalizer::Canonicalizer() : memo_(std::make_unique<Memo>()) {}
+Canonicalizer::~Canonicalizer() = default;
+
+Path Canonicalizer::canonicalize(const Path& path) {
+    if (path.empty()) return Path();
+    const Elements elements(path.text());
+    Fold fold(*memo_);
+    fold.start(elements.root());
+    fold.add_all(elements);
+    return Path(fold.text());
+}
+
+bool Canonicalizer::is_same_or_below(const Path& path, const Path& root) {
+    if (path.empty() || root.empty()) return path == root;
+    const Path wanted = canonicalize(root);
+    Elements elements(path.text());
+    Fold fold(*memo_);
+    fold.start(elements.root());
+    // Without a root, what stands before the first component is no step of the walk up from `path`.
+    if (!elements.root().empty() && fold.equals(wanted.text())) return true;
+    for (auto component = elements.next_component(); !component.empty();
+         component = elements.next_component()) {
+        fold.add(component);
+        if (fold.equals(wanted.text())) return true;
+    }
+    return false;
+}
+
+Path canonicalize(const Path& path) {
+    return Canonicalizer().canonicalize(path);
+}
+
+} // namespace qel::util::filesystem

@@ -1,0 +1,54 @@
+// How a path's text is read: what the two systems disagree about, and the walk over the elements built on it.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+
+namespace qel::util::filesystem {
+
+// Supplied for each system.
+
+/// Every character that separates elements, the preferred one first.
+extern const std::u16string_view separators;
+
+/// The length of the root that `text` begins with, 0 for a relative path.
+std::size_t root_length(std::u16string_view text) noexcept;
+
+/// Whether the text is a drive without a directory, to which a component is joined as it stands.
+bool is_bare_drive(std::u16string_view text) noexcept;
+
+// The same on each system.
+
+inline bool is_separator(char16_t unit) noexcept {
+    return separators.find(unit) != std::u16string_view::npos;
+}
+
+inline bool ends_in_separator(std::u16string_view text) noexcept {
+    return !text.empty() && is_separator(text.back());
+}
+
+/// The elements of a path one after the other: its root, when it has one, then its components. Allocates
+/// nothing.
+class Elements {
+public:
+    explicit Elements(std::u16string_view text) noexcept
+        : root_(text.substr(0, root_length(text))), rest_(text.substr(root_.size())) {}
+
+    /// Empty for a relative path.
+    std::u16string_view root() const noexcept { return root_; }
+
+    /// The next component, empty after the last one.
+    std::u16string_view next_component() noexcept {
+        rest_.remove_prefix(std::min(rest_.find_first_not_of(separators), rest_.size()));
+        const std::u16string_view component = rest_.substr(0, rest_.find_first_of(separators));
+        rest_.remove_prefix(component.size());
+        return component;
+    }
+
+private:
+    std::u16string_view root_;
+    std::u16string_view rest_;
+};
+
+} // namespace qel::util::filesystem

@@ -1,0 +1,85 @@
+// The questions put to a Windows file system.
+#include "file_system.hpp"
+
+#include "path_syntax.hpp"
+#include "wide.hpp"
+
+#include "qel/util/native_path.hpp"
+
+#include <memory>
+#include <type_traits>
+
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+
+namespace qel::util::filesystem {
+namespace {
+
+constexpr std::u16string_view long_prefix = u"\\\\?\\";
+constexpr std::u16string_view long_share_prefix = u"\\\\?\\UNC\\";
+
+/// A call that fills a buffer returns the length it filled, or the size it needs, or 0 for a failure.
+template <class Call>
+std::u16string text_of(const Call& call) {
+    std::wstring text(MAX_PATH, L'\0');
+    while (true) {
+        const DWORD length = call(text.data(), static_cast<DWORD>(text.size()));
+        if (length < text.size()) return from_wide(std::wstring_view(text).substr(0, length));
+        text.resize(std::size_t{length} + 1);
+    }
+}
+
+/// The everyday form of an absolute path: no prefix for long paths, no separator behind it except at a
+/// drive's root.
+std::u16string tidy(std::u16string text) {
+    if (text.starts_with(long_share_prefix))
+        text.replace(0, long_share_prefix.size(), u"\\\\");
+    else if (text.starts_with(long_prefix) && is_bare_drive(std::u16string_view(text).substr(4, 2)))
+        text.erase(0, long_prefix.size());
+    if (text.size() > root_length(text) && ends_in_separator(text)) text.pop_back();
+    return text;
+}
+
+/// The form that is read beyond the length of everyday paths.
+std::wstring long_form(const std::u16string& path) {
+    if (path.size() < MAX_PATH || path.starts_with(long_prefix)) return to_wide(path);
+    if (path.starts_with(u"\\\\")) return to_wide(long_share_prefix) + to_wide(path.substr(2));
+    return to_wide(long_prefix) + to_wide(path);
+}
+
+struct CloseHandle {
+    void operator()(HANDLE handle) const { ::CloseHandle(handle); }
+};
+using Handle = std::unique_ptr<std::remove_pointer_t<HANDLE>, CloseHandle>;
+
+} // namespace
+
+Entry look_up(const std::u16string& path) {
+    // The system would read such a path only up to the zero.
+    if (path.find(u'\0') != std::u16string::npos) return {};
+
+    const HANDLE opened =
+        ::CreateFileW(long_form(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (opened == INVALID_HANDLE_VALUE) return {};
+    const Handle entry(opened);
+    std::u16string target = tidy(text_of([&](wchar_t* out, DWORD size) {
+        return ::GetFinalPathNameByHandleW(entry.get(), out, size, FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
+    }));
+    // What is open but has no path of this kind, like a device, keeps the text it was asked by.
+    if (target.empty() || target == path) return {Entry::Kind::plain};
+    return {Entry::Kind::resolved, std::move(target)};
+}
+
+std::u16string starting_point(std::u16string_view root) {
+    const std::wstring relative = to_wide(root.empty() ? u"." : root);
+    return tidy(text_of(
+        [&](wchar_t* out, DWORD size) { return ::GetFullPathNameW(relative.c_str(), size, out, nullptr); }));
+}
+
+void remove_file(const Path& path) {
+    // A file that is gone already, or that may not be removed, is no concern of its owner's end.
+    ::DeleteFileW(native(path).c_str());
+}
+
+} // namespace qel::util::filesystem

@@ -1,0 +1,12 @@
+// Windows file calls take the text as it is, ill-formed parts included.
+#include "qel/util/native_path.hpp"
+
+#include "wide.hpp"
+
+namespace qel::util::filesystem {
+
+std::filesystem::path native(const Path& path) {
+    return to_wide(path.text());
+}
+
+} // namespace qel::util::filesystem

@@ -1,0 +1,17 @@
+// Windows calls take wchar_t where the rest of the code has char16_t: the same units under another name.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace qel {
+
+inline std::wstring to_wide(std::u16string_view text) {
+    return std::wstring(text.begin(), text.end());
+}
+
+inline std::u16string from_wide(std::wstring_view text) {
+    return std::u16string(text.begin(), text.end());
+}
+
+} // namespace qel

@@ -1,0 +1,67 @@
+// Cost grows with the input and not faster: counted in bytes asked of operator new, not in time.
+#include "support.hpp"
+
+#include <cstdlib>
+#include <new>
+
+static std::size_t allocated;
+
+// Not inlined: the compiler would see a plain free() behind a new expression, and complain.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+    allocated += size;
+    if (void* memory = std::malloc(size)) return memory;
+    throw std::bad_alloc();
+}
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+namespace qel::config::test {
+namespace {
+
+/// `work(n)` returns the number of bytes that an input of n parts takes.
+template <class Work>
+void expect_linear(int size, Work work) {
+    const std::size_t once = work(size), twice = work(2 * size);
+    // Containers that double may cross one more step in between.
+    EXPECT_LE(twice, 3 * once + 4096) << "twice the input takes far more than twice the memory";
+}
+
+TEST(Growth, of_parsing_is_linear_in_the_tokens) {
+    const std::u16string flags[] = {u"--lumo-root", u"--ssl-allowed-client", u"--profile",
+                                    u"--cors-allowed-origins"};
+    expect_linear(50'000, [&](int pairs) {
+        Tokens tokens = {u"--auto-deploy-root", u"D", u"--https", u"1"};
+        for (int i = 0; i != pairs; ++i) {
+            const std::u16string n = i18n::ascii_to_ustring(std::to_string(i));
+            const Tokens one[] = {
+                {flags[i % 4], n}, {u"--user-data", n + u" v"}, {u"--attach-cache", n + u"@1"}};
+            tokens = std::move(tokens) + one[i % 3];
+        }
+        allocated = 0;
+        EXPECT_EQ(parse(tokens).code, error_code::success());
+        return allocated;
+    });
+}
+
+TEST(Growth, of_validating_runtime_roots_is_linear_in_the_roots) {
+    for (const bool equal : {false, true}) {
+        expect_linear(50'000, [equal](int count) {
+            S settings = parse_with_root({u"--extract-root", u"E"}).settings;
+            for (int i = 0; i != count; ++i)
+                settings.lumo_root().emplace_back(i18n::ascii_to_ustring(std::to_string(equal ? 0 : i)));
+            ProblemList problems;
+            FlagSet flags;
+            allocated = 0;
+            validate_settings(settings, problems, flags);
+            EXPECT_EQ(problems.size(), equal ? static_cast<std::size_t>(count) - 1 : 0u);
+            return allocated;
+        });
+    }
+}
+
+} // namespace
+} // namespace qel::config::test

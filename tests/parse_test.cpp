@@ -1,0 +1,110 @@
+// The walk over the tokens: which flag stores what, failures, and the completion of the record.
+#include "support.hpp"
+
+namespace qel::config::test {
+namespace {
+
+TEST(Flags, have_these_names_and_texts_in_this_order) {
+    std::vector<Tokens> listed, golden;
+#define ZEP_FLAG(name, text) listed.push_back({u"" #name, option::name()});
+#include "qel/config/flags.def"
+    for (const Case& flag : read_cases("flags.txt"))
+        golden.push_back({flag.tokens[0], flag.tokens[1]});
+    EXPECT_EQ(golden.size(), 68u);
+    EXPECT_EQ(listed, golden);
+}
+
+TEST(Flags, store_what_they_are_given) {
+    expect_cases("flags_accepted.txt", {u"--auto-deploy-root", u"D"});
+}
+
+TEST(Flags, add_to_the_lists_of_a_filled_record) {
+    expect_cases("flags_filled.txt", {u"--auto-deploy-root", u"D"}, sample<S>(2));
+}
+
+TEST(Flags, leave_every_other_field_of_a_filled_record_alone) {
+    const S before = sample<S>(2);
+    std::set<std::u16string> seen;
+    for (const Case& one : read_cases("flags_accepted.txt")) {
+        seen.insert(one.tokens.begin(), one.tokens.end());
+        std::set<std::string> changed = {"extract_root", "auto_deploy_root", "lumo_root"};
+        for (const std::string& line : one.expected)
+            changed.insert(line.substr(0, line.find(" =")));
+        const S after = parse_with_root(one.tokens, before).settings;
+        each_field<S>([&](const auto& field) {
+            if (changed.contains(field.name)) return;
+            EXPECT_TRUE((after.*field.read)() == (before.*field.read)())
+                << one.where << " changes " << field.name;
+        });
+    }
+    for (const Case& flag : read_cases("flags.txt"))
+        EXPECT_TRUE(seen.contains(flag.tokens[1]))
+            << ustring_to_utf8(flag.tokens[1]) << " is not in flags_accepted.txt";
+}
+
+TEST(Flags, are_refused_with_their_whole_text_and_keep_what_stood_before_them) {
+    expect_cases("flags_refused.txt", {u"--wait"});
+}
+
+TEST(Flags, without_their_value_are_refused) {
+    for (const Case& flag : read_cases("flags.txt")) {
+        const std::string text = ustring_to_utf8(flag.tokens[1]);
+        const Parsed got = parse({u"--wait", flag.tokens[1]}, sample<S>(2));
+        const Lines expected = {"parse error: invalid option '" + text +
+                                "', missing argument(s) (at option '" + text + "')"};
+        if (flag.tokens[2] == u"switch") continue;
+        EXPECT_EQ(outcome(got, sample<S>(2)), expected);
+    }
+}
+
+TEST(Flags, take_ill_formed_values_without_throwing) {
+    for (const Case& flag : read_cases("flags.txt")) {
+        for (const auto& value : {u"\xD800"s, u"a\xDC00 b"s, u"k \xD83D\xD83D\xDE00"s, u"p@\xDFFF:1"s}) {
+            const Parsed got = parse_with_root({flag.tokens[1], value});
+            EXPECT_NE(got.code, error_code::incompatible_flags());
+            EXPECT_EQ(got.text.empty(), got.code == error_code::success()) << flag.where;
+            EXPECT_EQ(parse_with_root({value, flag.tokens[1]}).code, error_code::unrecognized_flag());
+        }
+    }
+    EXPECT_EQ(parse({u"a\xD800z"}).text, "unrecognized option: " + i18n::ustring_to_term(u"a\uFFFDz") + "\n");
+    const S stored = parse_with_root({u"--driver", u"\xD800x", u"--user-data", u"\xDC00 \xD800"}).settings;
+    EXPECT_EQ(stored.driver().value(), u"\xD800x");
+    EXPECT_EQ(stored.user_data().at(0), std::pair(u"\xDC00"s, u"\xD800"s));
+}
+
+TEST(Flags, behind_a_request_timeout_are_known_only_if_they_stand_below_it) {
+    bool below = false;
+    for (const Case& flag : read_cases("flags.txt")) {
+        const Parsed got = parse({u"--request-timeout", u"1", flag.tokens[1], u"any value"});
+        EXPECT_EQ(got.code == error_code::unrecognized_flag(), !below) << flag.where;
+        EXPECT_EQ(got.text == "unrecognized option: " + ustring_to_utf8(flag.tokens[1]) + "\n", !below)
+            << got.text;
+        below = below || flag.tokens[1] == u"--request-timeout";
+    }
+    EXPECT_TRUE(below);
+}
+
+TEST(Flags, all_together_fill_every_field_that_has_one) {
+    Tokens tokens;
+    for (const Case& line : read_cases("full.txt"))
+        tokens = tokens + line.tokens;
+    for (const Case& flag : read_cases("flags.txt"))
+        EXPECT_TRUE(std::count(tokens.begin(), tokens.end(), flag.tokens[1]))
+            << flag.where << " is not in full.txt";
+    EXPECT_EQ(outcome(parse(tokens), S()), read_cases("full_outcome.txt")[0].expected);
+}
+
+TEST(EndOfTheWalk, completes_what_it_can_without_the_required_flag) {
+    EXPECT_EQ(outcome(parse({}, sample<S>(2)), sample<S>(2)), Lines{"missing required flag: "});
+    expect_cases("unfinished.txt", {}, sample<S>(2));
+}
+
+TEST(EndOfTheWalk, joins_the_component_of_deployed_archives_to_the_root) {
+    using i18n::operator/;
+    const S settings = parse_with_root({}).settings;
+    EXPECT_EQ(settings.auto_deploy_root().text(), u"D");
+    EXPECT_EQ(settings.extract_root().text(), (Path(u"D") / u".zep_deployed"s).text());
+}
+
+} // namespace
+} // namespace qel::config::test

@@ -1,0 +1,42 @@
+// The problem report and the usage text, byte for byte.
+#include "support.hpp"
+
+namespace qel::config::test {
+namespace {
+
+std::string report(const ProblemList& problems, const FlagSet& flags) {
+    std::ostringstream out;
+    report_problems(problems, flags, out);
+    return out.str();
+}
+
+TEST(Report, lists_the_problems_and_then_the_flags) {
+    const std::string first = "One or more configuration problem(s) detected: \n";
+    const std::string second = "\nPlease fix the following flag(s) before restarting: \n";
+    EXPECT_EQ(report({u"second: \u00e4\xD83D\xDE00", u"a\xD800z"}, {u"--b", u"--a", u"--\xDC00"}),
+              first + "second: \xc3\xa4\xf0\x9f\x98\x80\na\xef\xbf\xbdz\n" + second +
+                  "--a\n--b\n--\xef\xbf\xbd\n");
+    EXPECT_EQ(report({}, {}), first + second);
+}
+
+TEST(Usage, indents_every_line_to_the_first_flag_by_the_bytes_of_the_name) {
+    std::ifstream file(ZEP_TEST_DATA "/usage.txt");
+    const std::string synopsis{std::istreambuf_iterator<char>(file), {}};
+    ASSERT_NE(synopsis, "");
+    const std::pair<std::u16string, std::string> programs[] = {
+        {u"abc", "abc"},
+        {u"", ""},
+        {u"s\u00e4\xD83D\xDE00", "s\xc3\xa4\xf0\x9f\x98\x80"},
+        {u"\xD800", "\xef\xbf\xbd"}};
+    for (const auto& [program, name] : programs) {
+        std::string expected = "Usage: " + name + " " + synopsis;
+        for (std::size_t end = 0; (end = expected.find("\n[", end)) != std::string::npos;)
+            expected.insert(end + 1, name.size() + 8, ' ');
+        std::ostringstream out;
+        EXPECT_EQ(&usage(program, out), &out);
+        EXPECT_EQ(out.str(), expected);
+    }
+}
+
+} // namespace
+} // namespace qel::config::test

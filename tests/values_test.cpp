@@ -1,0 +1,46 @@
+// Values with an inner syntax, those of the TLS flags included.
+#include "support.hpp"
+
+#include "qel/msgid/msgid_exception.hpp"
+
+namespace qel::config::test {
+namespace {
+
+TEST(Values, are_taken_apart) {
+    expect_cases("values_accepted.txt", {u"--auto-deploy-root", u"D"});
+}
+
+TEST(Values, are_refused_with_their_whole_text_and_leave_what_was_stored_before_the_check) {
+    expect_cases("values_refused.txt", {u"--wait"});
+}
+
+std::string shown, shown_text;
+
+TEST(Values, of_cache_flags_are_refused_with_message_ids_that_the_platform_is_shown) {
+    const auto previous = msgid::set_legacy_error_hook([](const msgid::IMsgIDException& failure) {
+        EXPECT_EQ(failure.catalog(), "ZEP:server:Config");
+        ASSERT_EQ(failure.arguments().size(), 1u);
+        const auto& argument = failure.arguments()[0];
+        const bool wide = argument.index() == 1;
+        shown = failure.message_id() + (wide ? " wide " + ustring_to_utf8(std::get<1>(argument))
+                                             : " narrow " + std::get<0>(argument));
+        shown_text = dynamic_cast<const std::exception&>(failure).what();
+    });
+    for (const Case& one : read_cases("caches_refused.txt")) {
+        Lines outcomes;
+        for (const std::u16string flag : {u"--attach-cache", u"--start-cache"}) {
+            shown = "accepted";
+            const Parsed got = parse_with_root({flag, one.tokens[0]});
+            outcomes.push_back(shown);
+            EXPECT_EQ(got.text,
+                      shown == "accepted" ? "" : shown_text + " (at option '" + ustring_to_utf8(flag) + "')");
+            EXPECT_EQ(got.code, shown == "accepted" ? error_code::success() : error_code::parse_error());
+            EXPECT_EQ(got.settings.cache_list().has_value(), shown == "accepted");
+        }
+        EXPECT_EQ(outcomes, one.expected) << one.where;
+    }
+    msgid::set_legacy_error_hook(previous);
+}
+
+} // namespace
+} // namespace qel::config::test
