@@ -1,0 +1,62 @@
+// What the tool needs of the operating system: processes, signals, a lock.
+#pragma once
+
+#include "tool.hpp"
+
+#include "qel/util/path.hpp"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace orvane {
+
+using qel::util::filesystem::Path;
+
+/// How long ago the process started; none when there is no such process, or it has ended and only waits to be
+/// collected.
+std::optional<std::chrono::milliseconds> process_age(unsigned pid);
+
+/// How long ago the file was last written; none when it cannot be asked.
+std::optional<std::chrono::milliseconds> file_age(const Path& file);
+
+/// Keeps other publishers out of a directory while it lives. Throws std::runtime_error.
+class DirectoryLock {
+public:
+    explicit DirectoryLock(const Path& directory);
+    DirectoryLock(const DirectoryLock&) = delete;
+    DirectoryLock& operator=(const DirectoryLock&) = delete;
+    ~DirectoryLock();
+
+private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+/// Runs a command, or nothing, until it is time to go. From construction on, whatever asks this process to
+/// end (a signal, or the console) is kept back for run().
+class Holder {
+public:
+    /// Creates a process for `command`, which does not run yet; without a command there is only this process.
+    /// Throws std::runtime_error.
+    explicit Holder(const Tokens& command);
+    Holder(const Holder&) = delete;
+    Holder& operator=(const Holder&) = delete;
+    /// A command that has not run never will.
+    ~Holder();
+
+    /// The command's process identifier, or without one this process's.
+    unsigned pid() const;
+
+    /// Lets the command run, passes signals on to it, and returns its exit code when it has ended (128 and
+    /// the signal's number when that ended it). Without a command, returns 0 when it is time to go. Throws
+    /// std::runtime_error when the command cannot be started.
+    int run();
+
+private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+} // namespace orvane

@@ -1,0 +1,100 @@
+// Choice of the verb, and what every verb has in common.
+#include "tool.hpp"
+
+#include "qel/config/build_info.hpp"
+#include "qel/config/report.hpp"
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+#include <exception>
+#include <iterator>
+#include <ostream>
+
+namespace orvane {
+namespace {
+
+constexpr char help_text[] =
+    R"(Usage: orvane-config VERB ...
+
+Checks a command line of the Orvane server without starting a server, and finds servers that run.
+
+  check FLAGS...
+      parse and validate the server's FLAGS; print what they set
+  locate [OPTIONS] FLAGS...
+      read the runtime files of the server with these FLAGS; --help lists the options
+  publish FLAGS... [-- COMMAND ARGS...]
+      write the runtime files of a server with these FLAGS, and remove them when COMMAND ends,
+      or without one when a signal comes
+  usage [NAME]
+      print the server's synopsis for a program called NAME
+  help, version
+      print this text; print the library's version
+
+FLAGS go to the library as they stand.
+
+Exit codes: 0 accepted, located or done; 1 refused; 2 orvane-config misused; 4 not published;
+5 published but stale or malformed; 6 waiting timed out; 7 input or output failed. 'publish' ends with
+the exit code of COMMAND, 128 and the signal's number when that ended it.
+)";
+
+ExitCode usage(const Tokens& args, std::ostream& out, std::ostream& err) {
+    if (args.size() > 1) {
+        err << "orvane-config: usage takes one name at most\n";
+        return ExitCode::misused;
+    }
+    qel::config::usage(args.empty() ? u"orvane" : args.front(), out);
+    return ExitCode::done;
+}
+
+ExitCode help(const Tokens&, std::ostream& out, std::ostream&) {
+    out << help_text;
+    return ExitCode::done;
+}
+
+ExitCode version(const Tokens&, std::ostream& out, std::ostream&) {
+    out << "orvane-config " << zep_config_version << " (" << zep_config_build_date << ")\n";
+    return ExitCode::done;
+}
+
+struct Verb {
+    std::u16string_view name;
+    ExitCode (*run)(const Tokens& args, std::ostream& out, std::ostream& err);
+};
+
+// clang-format off
+constexpr Verb verbs[] = {
+    {u"check",     check},
+    {u"locate",    locate},
+    {u"publish",   publish},
+    {u"usage",     usage},
+    {u"help",      help},
+    {u"--help",    help},
+    {u"-h",        help},
+    {u"version",   version},
+    {u"--version", version},
+};
+// clang-format on
+
+} // namespace
+
+ExitCode run(const Tokens& args, std::ostream& out, std::ostream& err) {
+    if (args.empty()) {
+        err << help_text;
+        return ExitCode::misused;
+    }
+    const auto verb = std::find_if(std::begin(verbs), std::end(verbs),
+                                   [&](const Verb& candidate) { return candidate.name == args.front(); });
+    if (verb == std::end(verbs)) {
+        err << "orvane-config: no verb '" << qel::i18n::ustring_to_term(args.front())
+            << "'; 'orvane-config help' lists them\n";
+        return ExitCode::misused;
+    }
+    const ExitCode code = verb->run(Tokens(args.begin() + 1, args.end()), out, err);
+    if (!out.flush()) {
+        err << "orvane-config: the answer could not be written\n";
+        return ExitCode::failed_io;
+    }
+    return code;
+}
+
+} // namespace orvane
