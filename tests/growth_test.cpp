@@ -12,12 +12,10 @@ static std::size_t allocated;
     if (void* memory = std::malloc(size)) return memory;
     throw std::bad_alloc();
 }
-[[gnu::noinline]] void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
+// clang-format off
+[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+// clang-format on
 
 namespace qel::config::test {
 namespace {
@@ -31,15 +29,15 @@ void expect_linear(int size, Work work) {
 }
 
 TEST(Growth, of_parsing_is_linear_in_the_tokens) {
-    const std::u16string flags[] = {u"--lumo-root", u"--ssl-allowed-client", u"--profile",
-                                    u"--cors-allowed-origins"};
+    const char16_t* flags[] = {u"--lumo-root", u"--ssl-allowed-client", u"--profile",
+                               u"--cors-allowed-origins"};
     expect_linear(50'000, [&](int pairs) {
         Tokens tokens = {u"--auto-deploy-root", u"D", u"--https", u"1"};
         for (int i = 0; i != pairs; ++i) {
             const std::u16string n = i18n::ascii_to_ustring(std::to_string(i));
-            const Tokens one[] = {
+            const Tokens next[] = {
                 {flags[i % 4], n}, {u"--user-data", n + u" v"}, {u"--attach-cache", n + u"@1"}};
-            tokens = std::move(tokens) + one[i % 3];
+            tokens = std::move(tokens) + next[i % 3];
         }
         allocated = 0;
         EXPECT_EQ(parse(tokens).code, error_code::success());

@@ -14,11 +14,8 @@ TEST(Flags, have_these_names_and_texts_in_this_order) {
     EXPECT_EQ(listed, golden);
 }
 
-TEST(Flags, store_what_they_are_given) {
+TEST(Flags, store_what_they_are_given_and_add_to_the_lists_of_a_filled_record) {
     expect_cases("flags_accepted.txt", {u"--auto-deploy-root", u"D"});
-}
-
-TEST(Flags, add_to_the_lists_of_a_filled_record) {
     expect_cases("flags_filled.txt", {u"--auto-deploy-root", u"D"}, sample<S>(2));
 }
 

@@ -116,7 +116,8 @@ TEST(Path, texts_decide_equality_and_elements_decide_order) {
     // clang-format off
     const std::vector<std::vector<std::u16string>> posix_groups = {
         {u""}, {u"!"}, {u"/", u"//", u"///"}, {u"/a", u"//a", u"/a/"}, {u"/a/b", u"/a//b"}, {u"0"},
-        {u"a", u"a/"}, {u"a/b", u"a//b"}, {u"a/b/c"}, {u"a/bb", u"a//bb"}, {u"a!"}, {{0xD83D, 0xDE00}}, {{0xE000}}};
+        {u"a", u"a/"}, {u"a/b", u"a//b"}, {u"a/b/c"}, {u"a/bb", u"a//bb"}, {u"a!"}, {{0xD83D, 0xDE00}},
+        {{0xE000}}};
     const std::vector<std::vector<std::u16string>> windows_groups = {
         {u"C:"}, {u"C:a"}, {u"C:\\", u"C:/", u"C:\\\\"}, {u"C:\\a", u"C:/a/"}, {u"\\", u"/"}, {u"\\a", u"/a"},
         {u"\\\\s\\h", u"//s/h/"}, {u"\\\\s\\h\\a"}, {u"a\\b", u"a/b"}};
@@ -172,8 +173,8 @@ TEST_F(Files, canonical_forms_are_equal_exactly_for_one_place_and_one_walk_finds
     link("dangling", disk::path("nowhere") / "b");
     link("a/up", "..");
     // clang-format off
-    const std::u16string parts[] = {u"a", u"b", u"c", u"..", u".", u"..", u"link", u"whole", u"A", u"a", u"LINK",
-                                    u"missing", u"dangling", u"up", u"nowhere", u"loop", u"place"};
+    const std::u16string parts[] = {u"a", u"b", u"c", u"..", u".", u"..", u"link", u"whole", u"A", u"a",
+                                    u"LINK", u"missing", u"dangling", u"up", u"nowhere", u"loop", u"place"};
     // clang-format on
     const std::u16string top = root.u16string();
     const std::u16string starts[] = {u"", u"..//", top + u"/", top + u"//a/./", u"/", u"//"};

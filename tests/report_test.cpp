@@ -22,13 +22,8 @@ TEST(Report, lists_the_problems_and_then_the_flags) {
 TEST(Usage, indents_every_line_to_the_first_flag_by_the_bytes_of_the_name) {
     std::ifstream file(ZEP_TEST_DATA "/usage.txt");
     const std::string synopsis{std::istreambuf_iterator<char>(file), {}};
-    ASSERT_NE(synopsis, "");
-    const std::pair<std::u16string, std::string> programs[] = {
-        {u"abc", "abc"},
-        {u"", ""},
-        {u"s\u00e4\xD83D\xDE00", "s\xc3\xa4\xf0\x9f\x98\x80"},
-        {u"\xD800", "\xef\xbf\xbd"}};
-    for (const auto& [program, name] : programs) {
+    for (const std::u16string program : {u"abc", u"", u"s\u00e4\xD83D\xDE00", u"\xD800"}) {
+        const std::string name = ustring_to_utf8(program);
         std::string expected = "Usage: " + name + " " + synopsis;
         for (std::size_t end = 0; (end = expected.find("\n[", end)) != std::string::npos;)
             expected.insert(end + 1, name.size() + 8, ' ');

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "qel/config/config.hpp"
-#include "qel/i18n/convert.hpp"
 #include "samples.hpp"
 
 #include <boost/algorithm/string/classification.hpp>
@@ -12,7 +11,6 @@
 #include <deque>
 #include <fstream>
 #include <sstream>
-#include <string>
 #include <vector>
 
 namespace qel::config::test {

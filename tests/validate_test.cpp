@@ -4,6 +4,7 @@
 #include <boost/algorithm/string/join.hpp>
 
 #include <filesystem>
+#include <random>
 
 namespace qel::config::test {
 namespace {
@@ -14,7 +15,6 @@ Lines validate(const S& settings) {
     FlagSet flags = {u"--left-over"};
     const auto code = validate_settings(settings, problems, flags);
     EXPECT_EQ(code, problems.empty() ? error_code::success() : error_code::incompatible_flags());
-    EXPECT_EQ(problems.empty(), flags.empty());
     Lines lines;
     for (const auto& problem : problems)
         lines.push_back("- " + ustring_to_utf8(problem));
@@ -24,8 +24,7 @@ Lines validate(const S& settings) {
 
 TEST(Validate, lists_problems_in_the_order_of_the_rules_and_the_flags_involved) {
     for (const Case& one : read_cases("validate.txt")) {
-        const Parsed parsed =
-            parse(Tokens{u"--auto-deploy-root", u"D", u"--extract-root", u"E"} + one.tokens);
+        const Parsed parsed = parse_with_root(Tokens{u"--extract-root", u"E"} + one.tokens);
         EXPECT_EQ(parsed.code, error_code::success()) << one.where;
         EXPECT_EQ(validate(parsed.settings), one.expected) << one.where;
     }
@@ -40,9 +39,8 @@ TEST(Validate, takes_records_that_no_flags_give) {
 
 TEST(Validate, finds_nested_directories_whatever_their_spelling) {
     namespace fs = std::filesystem;
-    const fs::path before = fs::current_path(),
-                   root = fs::canonical(fs::temp_directory_path()) / "zep_nesting_test";
-    fs::remove_all(root);
+    const std::string name = "zep_nesting_" + std::to_string(std::random_device()());
+    const fs::path before = fs::current_path(), root = fs::canonical(fs::temp_directory_path()) / name;
     for (const char* directory : {"extract/in", "deploy", "other"})
         fs::create_directories(root / directory);
     std::error_code no_links; // some systems make none, or not for everyone
@@ -51,8 +49,7 @@ TEST(Validate, finds_nested_directories_whatever_their_spelling) {
     fs::create_directory_symlink(root / "other", root / "extract/to_other", no_links);
     fs::current_path(root);
 
-    const std::string rest =
-        "-root can not be the same as, nor a direct or indirect child of, --extract-root";
+    const auto rest = "-root can not be the same as, nor a direct or indirect child of, --extract-root"s;
     for (const Case& one : read_cases("nesting.txt")) {
         const auto path = [&](std::u16string text) {
             return Path(text.starts_with(u'%') ? root.u16string() + text.substr(1) : text);

@@ -6,6 +6,7 @@
 
 #include "qel/util/native_path.hpp"
 
+#include <algorithm>
 #include <memory>
 #include <type_traits>
 
@@ -72,7 +73,9 @@ Entry look_up(const std::u16string& path) {
 }
 
 std::u16string starting_point(std::u16string_view root) {
-    const std::wstring relative = to_wide(root.empty() ? u"." : root);
+    std::wstring relative = to_wide(root.empty() ? u"." : root);
+    // To the system both separators are one; some stand-ins for it take a leading / for a root of their own.
+    std::replace(relative.begin(), relative.end(), L'/', L'\\');
     return tidy(text_of(
         [&](wchar_t* out, DWORD size) { return ::GetFullPathNameW(relative.c_str(), size, out, nullptr); }));
 }

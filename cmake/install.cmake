@@ -1,0 +1,56 @@
+# What is installed, and the zip of it. The layout on Windows is the server's: programs and DLLs in bin/win64.
+include(CMakePackageConfigHelpers)
+
+if(WIN32)
+    set(binaries bin/win64)
+else()
+    set(binaries ${CMAKE_INSTALL_BINDIR})
+endif()
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zep_config)
+
+# install_library(TARGET NAMESPACE NAME): usable as NAMESPACE::NAME by whoever finds the package.
+function(install_library target namespace name)
+    set_target_properties(${target} PROPERTIES EXPORT_NAME ${name})
+    install(TARGETS ${target} EXPORT ${target}-targets COMPONENT library
+        RUNTIME DESTINATION ${binaries}
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} NAMELINK_COMPONENT development
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+    install(EXPORT ${target}-targets NAMESPACE ${namespace}:: DESTINATION ${package_dir} COMPONENT development)
+endfunction()
+
+install_library(zep_config zep config)
+install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+set(platform_targets "")
+if(TARGET qel_platform)
+    install_library(qel_platform qel platform)
+    install(DIRECTORY platform/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+    set(platform_targets qel_platform-targets.cmake)
+endif()
+if(TARGET orvane-config)
+    install(TARGETS orvane-config RUNTIME DESTINATION ${binaries} COMPONENT tool)
+endif()
+install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT development)
+if(CMAKE_CROSSCOMPILING)
+    install(FILES ${runtime_dlls} DESTINATION ${binaries} COMPONENT library)
+endif()
+
+configure_package_config_file(cmake/zep_config-config.cmake.in zep_config-config.cmake INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(zep_config-config-version.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/zep_config-config.cmake ${PROJECT_BINARY_DIR}/zep_config-config-version.cmake
+    DESTINATION ${package_dir} COMPONENT development)
+
+# Programs find the libraries beside them wherever the tree is put.
+if(NOT WIN32)
+    set_target_properties(zep_config PROPERTIES INSTALL_RPATH "$ORIGIN")
+    if(TARGET orvane-config)
+        set_target_properties(orvane-config PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+    endif()
+endif()
+
+set(CPACK_PACKAGE_NAME zep_config)
+set(CPACK_PACKAGE_VENDOR "the Orvane server's developers")
+set(CPACK_GENERATOR ZIP)
+set(CPACK_ARCHIVE_COMPONENT_INSTALL OFF)
+set(CPACK_STRIP_FILES ON)
+include(CPack)

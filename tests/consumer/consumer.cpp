@@ -1,0 +1,64 @@
+// What crosses the library's boundary: exceptions with their types, streams, strings, error codes.
+#include <qel/config/config.hpp>
+
+#include <boost/exception/diagnostic_information.hpp>
+#include <boost/exception/get_error_info.hpp>
+
+#include <iostream>
+#include <sstream>
+
+namespace config = qel::config;
+
+namespace {
+
+int failures = 0;
+
+void expect(bool holds, const char* what) {
+    if (holds) return;
+    std::cout << "FAILED: " << what << '\n';
+    ++failures;
+}
+
+/// Whether `act` throws something that a handler for E catches, with this text.
+template <class E, class Act>
+bool throws(Act act, const std::string& text) {
+    try {
+        act();
+    } catch (const E& failure) {
+        return boost::diagnostic_information(failure).find(text) != std::string::npos;
+    } catch (...) {
+    }
+    return false;
+}
+
+template <class Own, class Act>
+void expect_thrown(Act act, const std::string& text) {
+    expect(throws<Own>(act, text), "caught as its own type");
+    expect(throws<std::runtime_error>(act, text), "caught as std::runtime_error");
+    expect(throws<boost::exception>(act, "config/src/serversettings/"), "caught with the place of the throw");
+    expect(!throws<config::config_state_error>(act, ""), "not caught as another type");
+}
+
+} // namespace
+
+int main() {
+    config::ServerSettings settings;
+    expect_thrown<config::bad_config>([&] { config::read_master_pid(settings); }, "no pid root");
+    settings.pid_root(config::Path(u"no/such/place"));
+    expect_thrown<config::config_io_error>([&] { config::read_master_pid(settings); },
+                                           "error opening no/such/place");
+
+    std::ostringstream out;
+    const auto code = config::parse_settings(settings, {u"--nonsense"}, out);
+    expect(out.str() == "unrecognized option: --nonsense\n", "its own stream holds the library's text");
+    expect(code == config::error_code::unrecognized_flag(), "codes compare equal");
+    expect(code.category() == config::error_code::get_category(), "there is one category");
+    expect(config::error_code::success() != boost::system::error_code(), "success is the library's own");
+    expect(config::parse_settings(settings, {config::option::auto_deploy_root(), u"D"}, out) ==
+               config::error_code::success(),
+           "a flag's text goes back in");
+    expect(std::string(config::product_name()) == "Orvane", "the product has its name");
+    expect(std::string(zep_config_version).size() == 12, "the version has its form");
+    std::cout << (failures == 0 ? "passed\n" : "failed\n");
+    return failures;
+}
