@@ -1,4 +1,5 @@
 // The verb `locate`: is the server there, and where?
+#include "escape.hpp"
 #include "options.hpp"
 #include "parse_flags.hpp"
 #include "runtime_state.hpp"
@@ -16,8 +17,12 @@ namespace {
 
 void print(const std::vector<FileReport>& files, std::ostream& out) {
     for (const FileReport& file : files) {
-        out << std::left << std::setw(9) << file.name << std::setw(14) << to_text(file.state) << file.text
-            << '\n';
+        out << std::left << std::setw(9) << file.name;
+        if (file.text.empty()) {
+            out << to_text(file.state) << '\n';
+        } else {
+            out << std::setw(14) << to_text(file.state) << escape(file.text) << '\n';
+        }
     }
 }
 

@@ -1,6 +1,7 @@
 // A record as text, one field a line.
 #include "print_record.hpp"
 
+#include "escape.hpp"
 #include "record_fields.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -9,7 +10,6 @@
 
 #include <concepts>
 #include <ostream>
-#include <string_view>
 
 namespace orvane {
 namespace {
@@ -70,10 +70,7 @@ public:
 
     template <Plain T>
     void print(const std::string& name, const T& value) {
-        out_ << name << " = ";
-        for (const char c : text_of(value))
-            write(c);
-        out_ << '\n';
+        out_ << name << " = " << escape(text_of(value)) << '\n';
     }
 
     template <class T>
@@ -120,16 +117,6 @@ private:
         std::size_t position = 0;
         for (const auto& value : values)
             print(name + index(position++), value);
-    }
-
-    void write(char c) {
-        static constexpr std::string_view digits = "0123456789abcdef";
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x20 || byte == 0x7f) {
-            out_ << "\\u00" << digits[byte >> 4] << digits[byte & 15];
-        } else {
-            out_ << c;
-        }
     }
 
     std::ostream& out_;

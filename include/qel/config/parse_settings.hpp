@@ -14,25 +14,27 @@ namespace qel::config {
 /// Reads the flags `args` (one token each, the program's name not included) into `settings` and stops at the
 /// first failure, whose text goes to `out`.
 ///
-/// | result                | when                                    | written to `out` |
-/// |-----------------------|-----------------------------------------|---------------------------------------------------|
-/// | success               | all well                                | a line for each user-data key given
-/// again         | | missing_required_flag | no tokens, or no auto-deploy root       | nothing | |
-/// unrecognized_flag     | a token is no flag                      | `unrecognized option: TOKEN` and a line
-/// end       | | parse_error           | a value is missing or bad               | the reason and ` (at
-/// option 'FLAG')`, no line end | | out_of_range          | a number is outside its range           | the
-/// reason, no line end                           |
+/// | result                | when                              | written to `out`                           |
+/// |-----------------------|-----------------------------------|--------------------------------------------|
+/// | success               | all well                          | a line for each user-data key given again  |
+/// | missing_required_flag | no tokens, or no auto-deploy root | nothing                                    |
+/// | unrecognized_flag     | a token is no flag                | `unrecognized option: TOKEN` and a line end |
+/// | parse_error           | a value is missing or bad         | the reason, ` (at option 'FLAG')`          |
+/// | out_of_range          | a number is outside its range     | the reason                                 |
+///
+/// The last two do not end their line. Warnings of the first row come before any failure's text.
 ///
 /// What the flags before the failure stored remains in the record, and so does a value that was out of range
-/// or a rejected overflow action. Fields that no flag names keep what they held, except: at the end
-/// `lumo_root` is replaced by the roots given, even when there are none; `user_data` receives the pairs
-/// given, behind what it held, in ascending order of key; `extract_root` is the extract root given, or else
-/// the auto-deploy root, joined with
-/// ".zep_deployed".
+/// and a rejected overflow action. Fields that no flag names keep what they held, except that at the end
+/// - `lumo_root` is replaced by the roots given, even when there are none;
+/// - `user_data` receives the pairs given, behind what it held, in ascending order of key;
+/// - `extract_root` is the extract root given, or else the auto-deploy root, joined with ".zep_deployed".
 ///
-/// Inside the walk over the tokens every std::exception, std::bad_alloc included, becomes parse_error; after
-/// it std::bad_alloc passes out. Takes time linear in the tokens. Ill-formed UTF-16 is shown as U+FFFD and
-/// harms nothing.
+/// Without an auto-deploy root the first two of these are done all the same.
+///
+/// Inside the walk over the tokens every std::exception, std::bad_alloc included, becomes parse_error; after it
+/// std::bad_alloc passes out. What `out` throws when it has exceptions enabled may pass out. Takes time linear
+/// in the tokens. Ill-formed UTF-16 is shown as U+FFFD and harms nothing.
 ZEP_CONFIG_API boost::system::error_code
 parse_settings(ServerSettings& settings, const std::deque<std::u16string>& args, std::ostream& out);
 
