@@ -9,6 +9,7 @@
 #include <boost/algorithm/string/trim.hpp>
 #include <boost/throw_exception.hpp>
 
+#include <set>
 #include <stdexcept>
 #include <vector>
 
@@ -29,6 +30,19 @@ std::vector<std::string> fields_of(const std::string& list) {
     return fields;
 }
 
+std::set<std::u16string> parse_archives(const std::string& list, const std::string& config) {
+    std::set<std::u16string> archives;
+    for (std::string& archive : fields_of(list)) {
+        boost::trim(archive);
+        if (archive.empty()) {
+            BOOST_THROW_EXCEPTION(
+                std::runtime_error(invalid_syntax("empty zarc name" + in_configuration(config))));
+        }
+        archives.insert(i18n::utf8_to_ustring(archive));
+    }
+    return archives;
+}
+
 } // namespace
 
 void parse_allowed_clients(std::string config, AccessMap& clients) {
@@ -47,6 +61,9 @@ void parse_allowed_clients(std::string config, AccessMap& clients) {
             std::runtime_error(invalid_syntax("there must be a non-empty client list before ':'")));
     }
 
+    // The archives are the same for all clients: they are taken apart once, with the first, and given to each once.
+    std::set<std::u16string> archives;
+    std::set<const void*> served;
     for (std::string& client : fields_of(client_part)) {
         boost::trim(client);
         if (client.empty()) {
@@ -54,16 +71,10 @@ void parse_allowed_clients(std::string config, AccessMap& clients) {
                 std::runtime_error(invalid_syntax("empty client name" + in_configuration(config))));
         }
         // A client without archives is not restricted; once it has some, no mark of that is kept.
-        auto& archives = clients[client];
+        auto& allowed = clients[client];
         if (archive_part.empty()) continue;
-        for (std::string& archive : fields_of(archive_part)) {
-            boost::trim(archive);
-            if (archive.empty()) {
-                BOOST_THROW_EXCEPTION(
-                    std::runtime_error(invalid_syntax("empty zarc name" + in_configuration(config))));
-            }
-            archives.insert(i18n::utf8_to_ustring(archive));
-        }
+        if (served.empty()) archives = parse_archives(archive_part, config);
+        if (served.insert(&allowed).second) allowed.insert(archives.begin(), archives.end());
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include <boost/json/src.hpp>
 
+#include <cmath>
 #include <iomanip>
 #include <ostream>
 #include <thread>
@@ -47,6 +48,7 @@ void print_json(const std::vector<FileReport>& files, std::ostream& out) {
 ExitCode code_for(FileState state) {
     switch (state) {
     case FileState::alive:
+    case FileState::published:
         return ExitCode::done;
     case FileState::not_published:
     case FileState::starting:
@@ -72,18 +74,19 @@ ExitCode locate(const Tokens& args, std::ostream& out, std::ostream& err) {
     ExitCode code{};
     const auto flags = take_options(app, args, out, err, code);
     if (!flags) return code;
+    if (std::isnan(seconds)) seconds = 0; // it is within every range
 
     qel::config::ServerSettings settings;
     if (parse_flags(*flags, settings, err)) return ExitCode::refused;
-    if (!settings.pid_root() && !settings.endpoint_root()) {
-        err << "orvane-config: nothing to look for: no pid root, no endpoint root\n";
-        return ExitCode::refused;
-    }
 
     using Clock = std::chrono::steady_clock;
     const auto deadline =
         Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
     auto files = inspect_runtime_files(settings);
+    if (files.empty()) {
+        err << "orvane-config: nothing to look for: no pid root, and no endpoint root with something in it\n";
+        return ExitCode::refused;
+    }
     code = code_for(worst_of(files));
     while (code != ExitCode::done && Clock::now() < deadline) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));

@@ -1,22 +1,23 @@
 // The verb `publish`: the runtime files of a server, for as long as it or a stand-in runs.
 #include "host.hpp"
+#include "options.hpp"
 #include "parse_flags.hpp"
 #include "runtime_state.hpp"
 
 #include "qel/config/endpoint_files.hpp"
-#include "qel/config/exceptions.hpp"
 #include "qel/config/parse_settings.hpp"
 #include "qel/config/pid_files.hpp"
 #include "qel/i18n/convert.hpp"
 
 #include <boost/asio/ip/tcp.hpp>
-#include <boost/throw_exception.hpp>
 
 #include <algorithm>
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <ostream>
 #include <sstream>
+#include <thread>
 
 namespace orvane {
 namespace {
@@ -63,61 +64,101 @@ private:
     HttpFile https_;
 };
 
-/// Why the files cannot be published whatever the file system says; empty when they can.
-std::string obstacle(const ServerSettings& settings) {
-    if (settings.control_port() && (*settings.control_port() == 0 || *settings.control_port() > 65535)) {
-        return "the control port " + std::to_string(*settings.control_port()) + " is no TCP port";
-    }
-    if ((settings.http() && settings.http()->port() == 0) ||
-        (settings.https() && settings.https()->http().port() == 0)) {
-        return "a listener's port 0 is chosen when it listens, and not known here";
+/// Why a listener could not be found by its file; empty when it can.
+std::string obstacle(const HttpSettings& listener) {
+    if (listener.port() == 0) return "a listener's port 0 is chosen when it listens, and not known here";
+    if (listener.host() && listener.host()->empty())
+        return "a listener without a host name could not be found";
+    if (listener.host() && listener.host()->find(u':') != std::u16string::npos) {
+        return "a host with a colon could not be read back: '" +
+               qel::i18n::ustring_to_term(*listener.host()) + "'";
     }
     return {};
 }
 
+/// Why the files cannot be published whatever the file system says; empty when they can.
+std::string obstacle(const ServerSettings& settings) {
+    if (!settings.pid_root()) return "there is no pid root to publish in";
+    if (settings.control_port() && (*settings.control_port() == 0 || *settings.control_port() > 65535)) {
+        return "the control port " + std::to_string(*settings.control_port()) + " is no TCP port";
+    }
+    if (settings.http()) {
+        if (std::string why = obstacle(*settings.http()); !why.empty()) return why;
+    }
+    return settings.https() ? obstacle(settings.https()->http()) : std::string();
+}
+
+/// Why another's files stand in the way; empty when none do. What a killed server left does not.
+std::string occupant(const ServerSettings& settings) {
+    constexpr std::chrono::milliseconds step(20);
+    std::vector<FileReport> files = inspect_runtime_files(settings);
+    // Empty: between another's opening and writing, or for ever when that was killed just then.
+    for (int steps = 0; worst_of(files) == FileState::starting && steps != 50; ++steps) {
+        std::this_thread::sleep_for(step);
+        files = inspect_runtime_files(settings);
+    }
+    const FileReport& pid = files.front();
+    if (pid.state == FileState::alive) {
+        return "process " + std::to_string(pid.pid) + " runs, and owns " +
+               qel::i18n::ustring_to_term(pid.path.text());
+    }
+    for (const FileReport& file : files) {
+        if (file.state == FileState::malformed) {
+            return qel::i18n::ustring_to_term(file.path.text()) + " is in the way: " + file.text;
+        }
+    }
+    return {};
+}
+
+/// Removes the files, unless another publisher has taken the place since the command ended: then they are its own.
+void withdraw(std::unique_ptr<Published> published, const ServerSettings& settings, unsigned pid,
+              std::ostream& err) {
+    std::optional<DirectoryLock> lock;
+    try {
+        lock.emplace(*settings.pid_root(), std::chrono::seconds(2));
+    } catch (const std::exception& failure) {
+        // Going on without it is better than leaving the files.
+        err << "orvane-config: " << failure.what() << '\n';
+    }
+    const FileReport now = inspect_runtime_files(settings).front();
+    if (now.pid != 0 && now.pid != pid) static_cast<void>(published.release());
+}
+
 } // namespace
 
-ExitCode publish(const Tokens& args, std::ostream&, std::ostream& err) {
-    const auto flags_end = end_of_flags(args);
-    const Tokens command(flags_end == args.end() ? flags_end : flags_end + 1, args.end());
-    if (flags_end != args.end() && command.empty()) {
+ExitCode publish(const Tokens& args, std::ostream& out, std::ostream& err) {
+    CLI::App app(
+        "Writes the runtime files of a server with the given flags, and removes them when COMMAND ends, or "
+        "without one when a signal comes:\norvane-config publish FLAGS... [-- COMMAND ARGS...]",
+        "orvane-config publish");
+    ExitCode code{};
+    const auto rest = take_options(app, args, out, err, code);
+    if (!rest) return code;
+
+    const auto flags_end = end_of_flags(*rest);
+    const Tokens command(flags_end == rest->end() ? flags_end : flags_end + 1, rest->end());
+    if (flags_end != rest->end() && command.empty()) {
         err << "orvane-config: no command behind '--'\n";
         return ExitCode::misused;
     }
     ServerSettings settings;
-    if (parse_and_validate(Tokens(args.begin(), flags_end), settings, err)) return ExitCode::refused;
-    if (const std::string why = obstacle(settings); !why.empty()) {
-        err << "orvane-config: " << why << '\n';
-        return ExitCode::refused;
-    }
-    try {
-        if (!settings.pid_root()) BOOST_THROW_EXCEPTION(bad_config("no pid root"));
-        Holder holder(command);
-        std::unique_ptr<Published> published;
-        {
-            const DirectoryLock lock(*settings.pid_root());
-            const auto files = inspect_runtime_files(settings);
-            if (files.front().state == FileState::alive) {
-                err << "orvane-config: process " << files.front().pid << " runs, and owns "
-                    << qel::i18n::ustring_to_term(files.front().path.text()) << '\n';
-                return ExitCode::refused;
-            }
-            published = std::make_unique<Published>(settings, holder.pid());
+    if (parse_and_validate(Tokens(rest->begin(), flags_end), settings, err)) return ExitCode::refused;
+    std::string why = obstacle(settings);
+    if (why.empty()) {
+        // Until the files are there, signals end this process as they end any other.
+        std::optional<DirectoryLock> lock(std::in_place, *settings.pid_root(), std::chrono::seconds(10));
+        why = occupant(settings);
+        if (why.empty()) {
+            Holder holder(command);
+            auto published = std::make_unique<Published>(settings, holder.pid());
+            lock.reset();
+            const int result = holder.run();
+            withdraw(std::move(published), settings, holder.pid(), err);
+            return static_cast<ExitCode>(result);
         }
-        const int code = holder.run();
-        const DirectoryLock lock(*settings.pid_root());
-        // Once the command had ended, another publisher may have taken the place: then the files are its own,
-        // and stay.
-        if (read_master_pid(settings) == holder.pid()) published.reset();
-        static_cast<void>(published.release());
-        return static_cast<ExitCode>(code);
-    } catch (const bad_config& failure) {
-        err << "orvane-config: " << failure.what() << '\n';
-        return ExitCode::refused;
-    } catch (const std::exception& failure) {
-        err << "orvane-config: " << failure.what() << '\n';
-        return ExitCode::failed_io;
     }
+    err << "orvane-config: " << why << '\n';
+    return ExitCode::refused;
 }
 
 } // namespace orvane

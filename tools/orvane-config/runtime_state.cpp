@@ -1,8 +1,6 @@
 // What the runtime files say of a server, and how far they are to be believed.
 #include "runtime_state.hpp"
 
-#include "qel/config/endpoint_files.hpp"
-#include "qel/config/pid_files.hpp"
 #include "qel/i18n/convert.hpp"
 #include "qel/util/native_path.hpp"
 
@@ -10,12 +8,12 @@
 #include <charconv>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <string_view>
 
 namespace orvane {
 namespace {
 
-using qel::config::HTTPProtocol;
 using qel::config::ServerSettings;
 
 /// A server's files are far shorter; host names end at 255 bytes.
@@ -24,10 +22,11 @@ constexpr std::uintmax_t longest_file = 4096;
 /// A new pid is not given again at once, and clocks and file times are not exact.
 constexpr std::chrono::milliseconds clock_slack(1000);
 
-bool is_number(std::string_view text, unsigned long long largest) {
-    unsigned long long value = 0;
+/// The number that the whole text is, if it is one from 1 to `largest`; else 0.
+unsigned number(std::string_view text, unsigned largest) {
+    unsigned value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return error == std::errc() && end == text.data() + text.size() && value >= 1 && value <= largest;
+    return error == std::errc() && end == text.data() + text.size() && value <= largest ? value : 0;
 }
 
 /// Everything but the blanks at the end, which an editor or a shell may have added.
@@ -42,9 +41,9 @@ FileReport malformed(FileReport file, std::string why) {
     return file;
 }
 
-/// Looks at the file before the library reads it: the library reads whatever is there, to its end, and takes
-/// a number from the front of it. State `alive` means only that the content is a server's, as far as it goes
-/// by itself.
+/// Reads the file in one go, and never more of it than any server writes; a pipe or a device is not even opened. The
+/// library's readers would take whatever is there, and a number from the front of it. State `published` means that the
+/// content is a server's.
 FileReport inspect(const Path& root, const char* name, bool (*is_well_formed)(std::string_view)) {
     using qel::i18n::operator/;
     FileReport file{name, root / qel::i18n::ascii_to_ustring(name)};
@@ -53,7 +52,6 @@ FileReport inspect(const Path& root, const char* name, bool (*is_well_formed)(st
     const auto status = std::filesystem::status(native, error);
     if (status.type() == std::filesystem::file_type::not_found) return file;
     if (status.type() == std::filesystem::file_type::none) return malformed(file, error.message());
-    // A pipe or a device could keep a reader for ever.
     if (status.type() != std::filesystem::file_type::regular) return malformed(file, "not a regular file");
 
     std::ifstream in(native, std::ios_base::binary);
@@ -72,34 +70,45 @@ FileReport inspect(const Path& root, const char* name, bool (*is_well_formed)(st
     }
     if (content.size() > longest_file) return malformed(file, "longer than any server's");
     const std::string_view text = without_line_end(content);
-    if (!is_well_formed(text)) return malformed(file, "holds no such value");
-    file.state = FileState::alive;
+    if (!is_well_formed(text)) return malformed(file, "not what a server writes");
+    file.state = FileState::published;
     file.text = text;
     return file;
 }
 
+unsigned pid_in(std::string_view text) {
+    return number(text, std::numeric_limits<unsigned>::max());
+}
 bool is_pid(std::string_view text) {
-    return is_number(text, 0xFFFFFFFF);
+    return pid_in(text) != 0;
 }
 
-/// Something, a colon, and a port that can be connected to.
-bool is_endpoint(std::string_view text) {
-    const auto colon = text.rfind(':');
-    return colon != std::string_view::npos && colon != 0 && is_number(text.substr(colon + 1), 65535);
+/// Something, the colon, and a port that can be connected to.
+bool is_endpoint(std::string_view text, std::size_t colon) {
+    return colon != std::string_view::npos && colon != 0 && number(text.substr(colon + 1), 65535) != 0;
+}
+bool is_control_endpoint(std::string_view text) {
+    return is_endpoint(text, text.rfind(':'));
+}
+// As the library reads it: the host ends at the first colon.
+bool is_http_endpoint(std::string_view text) {
+    return is_endpoint(text, text.find(':'));
 }
 
-FileReport inspect_pid_file(const ServerSettings& settings) {
-    FileReport file = inspect(*settings.pid_root(), "main.pid", is_pid);
-    if (file.state != FileState::alive) return file;
+FileReport inspect_pid_file(const Path& root) {
+    FileReport file = inspect(root, "main.pid", is_pid);
+    if (file.state != FileState::published) return file;
+    file.pid = pid_in(file.text);
     const auto written = file_age(file.path);
-    file.pid = qel::config::read_master_pid(settings);
     const auto started = process_age(file.pid);
     if (!written || !started) {
         file.state = FileState::stale;
         file.text += " (no such process)";
-    } else if (*started + clock_slack < *written) {
+    } else if (*started < *written - clock_slack) {
         file.state = FileState::stale;
         file.text += " (the process of that number started after the file was written)";
+    } else {
+        file.state = FileState::alive;
     }
     return file;
 }
@@ -110,6 +119,8 @@ const char* to_text(FileState state) {
     switch (state) {
     case FileState::alive:
         return "alive";
+    case FileState::published:
+        return "published";
     case FileState::not_published:
         return "not published";
     case FileState::starting:
@@ -124,17 +135,19 @@ const char* to_text(FileState state) {
 
 std::vector<FileReport> inspect_runtime_files(const ServerSettings& settings) {
     std::vector<FileReport> files;
-    if (settings.pid_root()) files.push_back(inspect_pid_file(settings));
-    const bool gone = !files.empty() && files.front().state == FileState::stale;
+    if (settings.pid_root()) files.push_back(inspect_pid_file(*settings.pid_root()));
+    const FileState process = files.empty() ? FileState::published : files.front().state;
     if (settings.endpoint_root()) {
         const Path& root = *settings.endpoint_root();
-        if (settings.control_port()) files.push_back(inspect(root, "control", is_endpoint));
-        if (settings.http()) files.push_back(inspect(root, "http", is_endpoint));
-        if (settings.https()) files.push_back(inspect(root, "https", is_endpoint));
+        if (settings.control_port()) files.push_back(inspect(root, "control", is_control_endpoint));
+        if (settings.http()) files.push_back(inspect(root, "http", is_http_endpoint));
+        if (settings.https()) files.push_back(inspect(root, "https", is_http_endpoint));
     }
     // Whoever published the pid published the endpoints.
-    for (FileReport& file : files) {
-        if (gone && file.state == FileState::alive) file.state = FileState::stale;
+    if (process == FileState::alive || process == FileState::stale) {
+        for (FileReport& file : files) {
+            if (file.state == FileState::published) file.state = process;
+        }
     }
     return files;
 }

@@ -13,6 +13,7 @@ namespace orvane {
 /// In the order from good to bad: a whole server is in the worst state of its files.
 enum class FileState {
     alive,         ///< published, and the process that published it runs
+    published,     ///< published, and there is no pid file to tell whether that process runs
     not_published, ///< there is no such file
     starting,      ///< the file is there and still empty
     stale,         ///< published, but that process is gone
@@ -28,7 +29,7 @@ struct FileReport {
     FileState state = FileState::not_published;
     /// What the file says, or what is wrong with it; empty when there is nothing to say.
     std::string text{};
-    /// The process identifier, of "main.pid" only and only where it can be believed to be one; else 0.
+    /// The process identifier, of "main.pid" only and where it is one; else 0.
     unsigned pid = 0;
 };
 

@@ -24,7 +24,7 @@ Checks a command line of the Orvane server without starting a server, and finds 
       read the runtime files of the server with these FLAGS; --help lists the options
   publish FLAGS... [-- COMMAND ARGS...]
       write the runtime files of a server with these FLAGS, and remove them when COMMAND ends,
-      or without one when a signal comes
+      or without one when a signal comes, which is 0 for the signals INT and TERM
   usage [NAME]
       print the server's synopsis for a program called NAME
   help, version
@@ -89,7 +89,13 @@ ExitCode run(const Tokens& args, std::ostream& out, std::ostream& err) {
             << "'; 'orvane-config help' lists them\n";
         return ExitCode::misused;
     }
-    const ExitCode code = verb->run(Tokens(args.begin() + 1, args.end()), out, err);
+    ExitCode code{};
+    try {
+        code = verb->run(Tokens(args.begin() + 1, args.end()), out, err);
+    } catch (const std::exception& failure) {
+        err << "orvane-config: " << failure.what() << '\n';
+        return ExitCode::failed_io;
+    }
     if (!out.flush()) {
         err << "orvane-config: the answer could not be written\n";
         return ExitCode::failed_io;

@@ -17,7 +17,7 @@ namespace qel::config {
 // --- formats
 
 template <>
-struct FileFormat<tcp_endpoint> {
+struct detail::FileFormat<tcp_endpoint> {
     static void put(std::ostream& out, const tcp_endpoint& endpoint) { out << endpoint; }
 
     static void get(std::istream& in, tcp_endpoint& endpoint) {
@@ -39,7 +39,7 @@ struct FileFormat<tcp_endpoint> {
 };
 
 template <>
-struct FileFormat<http_endpoint> {
+struct detail::FileFormat<http_endpoint> {
     static void put(std::ostream& out, const http_endpoint& endpoint) {
         out << i18n::ustring_to_utf8(endpoint.host_name()) << ':' << endpoint.port();
     }

@@ -2,6 +2,7 @@
 #include "flag_table.hpp"
 
 #include "flag_texts.hpp"
+#include "regular_flags.hpp"
 #include "structured_values.hpp"
 
 #include "../parse_allowed_clients.hpp"
@@ -21,69 +22,10 @@ namespace qel::config {
 namespace {
 
 using S = ServerSettings;
-using Pool = WorkerPoolSettings;
 using boost::lexical_cast;
 using logging::severity_level;
 using std::u16string;
 using util::storage_size;
-
-// --- regular flags: kind and target
-
-/// What the record holds for a value of kind T: a size is held as its byte count.
-template <class T>
-T stored(T value) {
-    return value;
-}
-std::uint64_t stored(storage_size size) {
-    return size.bytes();
-}
-
-template <class T>
-using Stored = decltype(stored(std::declval<T>()));
-
-template <class T>
-T& engaged(optional<T>& value) {
-    if (!value) value.emplace();
-    return *value;
-}
-
-/// A switch of the record.
-template <bool& (S::*field)() noexcept>
-void set(Walk& walk) {
-    (walk.settings.*field)() = parse_flag<bool>(walk);
-}
-
-/// An optional field of the record; the last value given wins.
-template <class T, optional<Stored<T>>& (S::*field)() noexcept>
-void store(Walk& walk) {
-    (walk.settings.*field)() = stored(parse_flag<T>(walk));
-}
-
-/// One limit of the worker pool; what holds it is engaged first, its other limit is left alone.
-template <class T, class Limits, optional<Limits>& (Pool::*limits)() noexcept,
-          optional<Stored<T>>& (Limits::*field)() noexcept>
-void store_limit(Walk& walk) {
-    const Stored<T> value = stored(parse_flag<T>(walk));
-    Pool& pool = engaged(walk.settings.worker_pool_settings());
-    (engaged((pool.*limits)()).*field)() = value;
-}
-
-template <optional<std::uint64_t>& (WorkerMemoryLimit::*field)() noexcept>
-constexpr auto store_memory = store_limit<storage_size, WorkerMemoryLimit, &Pool::memory_limit, field>;
-
-template <optional<time_duration>& (RequestQueueTime::*field)() noexcept>
-constexpr auto store_queue_time = store_limit<time_duration, RequestQueueTime, &Pool::queue_time, field>;
-
-/// A value of the TLS context, which reaches the record at the end of the walk if --https is given.
-template <class T, void (SslContext::*setter)(const optional<T>&)>
-void store_tls(Walk& walk) {
-    (walk.ssl_context.*setter)(parse_flag<T>(walk));
-}
-
-template <void (SslContext::*setter)(const bool&)>
-void set_tls(Walk& walk) {
-    (walk.ssl_context.*setter)(parse_flag<bool>(walk));
-}
 
 template <CacheSettings (*parse)(u16string)>
 void add_cache(Walk& walk) {

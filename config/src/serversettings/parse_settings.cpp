@@ -6,6 +6,7 @@
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
+#include <iterator>
 #include <ostream>
 
 namespace qel::config {

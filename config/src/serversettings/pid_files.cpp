@@ -9,7 +9,7 @@
 namespace qel::config {
 
 template <>
-struct FileFormat<unsigned> {
+struct detail::FileFormat<unsigned> {
     static void put(std::ostream& out, const unsigned& pid) { out << pid; }
     static void get(std::istream& in, unsigned& pid) { in >> pid; }
 };

@@ -13,9 +13,13 @@
 
 namespace qel::config {
 
+namespace detail {
+
 /// How a T stands in a file: static put(std::ostream&, const T&) and static get(std::istream&, T&).
 template <class T>
 struct FileFormat;
+
+} // namespace detail
 
 /// Replaces the content of `file` by `value` and returns the path. Throws config_io_error; a file that could
 /// be opened but not written stays behind, empty or in part.
@@ -27,7 +31,7 @@ Path write_file(const Path& file, const T& value) {
     }
     // Whatever the global locale is: a pid with digits grouped would name another process.
     out.imbue(std::locale::classic());
-    FileFormat<T>::put(out, value);
+    detail::FileFormat<T>::put(out, value);
     // Only the flush meets a full disk.
     out.flush();
     if (!out.good()) {
@@ -45,7 +49,7 @@ T read_file(const Path& file) {
     }
     in.imbue(std::locale::classic());
     T value{};
-    FileFormat<T>::get(in, value);
+    detail::FileFormat<T>::get(in, value);
     // The bad bit only: a number that is none sets the fail bit, and reads as 0 on purpose. A reader that
     // wants its failure reported sets the bad bit.
     if (in.bad()) {

@@ -24,7 +24,7 @@ class basic_endpoint;
 
 namespace qel::config {
 
-/// boost::asio::ip::tcp::endpoint
+/// boost::asio::ip::tcp::endpoint; who makes or uses one includes <boost/asio/ip/tcp.hpp>.
 using tcp_endpoint = boost::asio::ip::basic_endpoint<boost::asio::ip::tcp>;
 
 /// Announces the control endpoint while it lives: writes the file "control" on construction, replacing one
@@ -66,22 +66,23 @@ private:
 /// first result taken; without a colon the port is 0.
 ///
 /// Reads back what scoped_control_endpoint_file wrote, IPv4 and IPv6. A file that is empty because its writer
-/// has only just opened it gives the loopback address and port 0.
+/// has only just opened it /// gives the loopback address and port 0. The port may be a service's name; what a
+/// number beyond 65535 gives is the resolver's affair.
 ///
 /// Throws bad_config (no endpoint root), config_io_error (no such file, or it cannot be read), and when the
 /// look-up fails boost::system::system_error with the resolver's code, or std::runtime_error "endpoint not
-/// found" when it finds nothing. Reads the file to its end, however long it is.
+/// found" when it finds /// nothing; std::bad_alloc. Reads the file to its end, however long it is.
 ZEP_CONFIG_API tcp_endpoint read_control_endpoint(const ServerSettings& settings);
 
 /// The endpoint in the file "http" or "https".
 ///
 /// Not everything comes back as it was written: the host name ends at the first colon, so one with a colon in
 /// it (an IPv6 address) is cut there and has port 0; and every byte becomes one code unit, so letters outside
-/// ASCII come back as two or more others. A port that is no number reads as 0, a number too large as 65535,
-/// without an error.
+/// ASCII come back as two or more others. A port that is no number reads as 0, a number too large as 65535, a
+/// negative one as its complement, all without an error.
 ///
-/// Throws bad_config (no endpoint root), and config_io_error when there is no such file, it cannot be read,
-/// or it holds no colon.
+/// Throws bad_config (no endpoint root), and config_io_error when there is no such file, it cannot be read, or
+/// it holds no colon; std::bad_alloc. Reads up to the first colon, however far that is.
 ZEP_CONFIG_API http_endpoint read_http_endpoint(const ServerSettings& settings, HTTPProtocol protocol);
 
 } // namespace qel::config

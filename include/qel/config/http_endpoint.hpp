@@ -8,8 +8,10 @@
 
 namespace qel::config {
 
+namespace detail {
 template <class T>
 struct FileFormat;
+}
 
 /// Where a listener is to be found, as written to and read from the endpoint files. Read-only after
 /// construction.
@@ -36,7 +38,7 @@ public:
 
 private:
     /// Fills it from a file without looking up the machine's name.
-    friend struct FileFormat<http_endpoint>;
+    friend struct detail::FileFormat<http_endpoint>;
 
     std::u16string host_name_;
     unsigned short port_ = 0;

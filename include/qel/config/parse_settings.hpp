@@ -33,8 +33,8 @@ namespace qel::config {
 /// Without an auto-deploy root the first two of these are done all the same.
 ///
 /// Inside the walk over the tokens every std::exception, std::bad_alloc included, becomes parse_error; after it
-/// std::bad_alloc passes out. What `out` throws when it has exceptions enabled may pass out. Takes time linear
-/// in the tokens. Ill-formed UTF-16 is shown as U+FFFD and harms nothing.
+/// std::bad_alloc passes out, and so it does when memory runs out while a failure is being written. A stream
+/// that has exceptions enabled lets its own pass out. Takes time linear in the tokens. Ill-formed UTF-16 is shown as U+FFFD and harms nothing.
 ZEP_CONFIG_API boost::system::error_code
 parse_settings(ServerSettings& settings, const std::deque<std::u16string>& args, std::ostream& out);
 

@@ -51,7 +51,8 @@ private:
 /// it) or holds no number gives 0, a number too large gives 4294967295, a negative one its complement, all
 /// without an error; and the process may have ended, its number taken by another.
 ///
-/// Throws bad_config (no pid root), config_io_error (no such file, or it cannot be read).
+/// Throws bad_config (no pid root), config_io_error (no such file, or it cannot be read),
+/// std::bad_alloc.
 ZEP_CONFIG_API unsigned read_master_pid(const ServerSettings& settings);
 
 } // namespace qel::config

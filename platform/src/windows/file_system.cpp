@@ -81,8 +81,13 @@ std::u16string starting_point(std::u16string_view root) {
 }
 
 void remove_file(const Path& path) {
+    // A file that a reader has open cannot be removed. Readers of small files are quick, so it is tried for a moment.
     // A file that is gone already, or that may not be removed, is no concern of its owner's end.
-    ::DeleteFileW(native(path).c_str());
+    const auto name = native(path);
+    for (int tries = 0; tries != 20; ++tries) {
+        if (::DeleteFileW(name.c_str()) || ::GetLastError() != ERROR_SHARING_VIOLATION) return;
+        ::Sleep(5);
+    }
 }
 
 } // namespace qel::util::filesystem

@@ -16,6 +16,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <system_error>
+#include <thread>
 #include <vector>
 
 #include <fcntl.h>
@@ -42,11 +43,16 @@ milliseconds since(clockid_t clock, const timespec& then) {
 /// Not kept back: those that stop and continue a process, and those that do nothing unless asked for.
 constexpr std::array left_alone = {SIGKILL, SIGSTOP, SIGTSTP, SIGTTIN, SIGTTOU, SIGCONT, SIGWINCH, SIGURG};
 
+/// Those that are ignored, as nohup has it, stay so.
 sigset_t kept_back() {
     sigset_t set;
     sigfillset(&set);
     for (const int signal : left_alone)
         sigdelset(&set, signal);
+    for (int signal = 1; signal <= SIGRTMAX; ++signal) {
+        struct sigaction action {};
+        if (sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) sigdelset(&set, signal);
+    }
     return set;
 }
 
@@ -54,12 +60,13 @@ sigset_t kept_back() {
 
 std::optional<milliseconds> process_age(unsigned pid) {
     if (pid == 0 || pid > static_cast<unsigned>(INT_MAX)) return std::nullopt;
+    if (kill(static_cast<pid_t>(pid), 0) != 0 && errno == ESRCH) return std::nullopt;
     std::ifstream in("/proc/" + std::to_string(pid) + "/stat");
     const std::string line{std::istreambuf_iterator<char>(in), {}};
     // The second field is the program's name in parentheses and may hold anything; the state is the third,
     // the start time in clock ticks since boot the 22nd.
     const auto name_end = line.rfind(')');
-    if (name_end == std::string::npos) return std::nullopt;
+    if (name_end == std::string::npos) return std::chrono::hours(24 * 365 * 1000);
     std::istringstream rest(line.substr(name_end + 1));
     const std::vector<std::string> fields{std::istream_iterator<std::string>(rest), {}};
     if (fields.size() < 20 || fields[0] == "Z" || fields[0] == "X") return std::nullopt;
@@ -81,26 +88,33 @@ struct DirectoryLock::State {
     int descriptor;
 };
 
-DirectoryLock::DirectoryLock(const Path& directory) : state_(std::make_unique<State>()) {
+DirectoryLock::DirectoryLock(const Path& directory, milliseconds patience)
+    : state_(std::make_unique<State>()) {
     const auto name = qel::util::filesystem::native(directory);
     state_->descriptor = open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (state_->descriptor < 0) fail("error opening " + name.string(), errno);
-    while (flock(state_->descriptor, LOCK_EX) != 0) {
-        if (errno == EINTR) continue;
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (flock(state_->descriptor, LOCK_EX | LOCK_NB) != 0) {
         const int error = errno;
-        close(state_->descriptor);
-        fail("error locking " + name.string(), error);
+        if (error == EWOULDBLOCK && std::chrono::steady_clock::now() < deadline) {
+            std::this_thread::sleep_for(milliseconds(5));
+        } else if (error != EINTR) {
+            close(state_->descriptor);
+            fail("error locking " + name.string(), error);
+        }
     }
 }
 
 DirectoryLock::~DirectoryLock() {
+    // A process created meanwhile still has the descriptor; closing ours alone would not unlock.
+    flock(state_->descriptor, LOCK_UN);
     close(state_->descriptor);
 }
 
 // --- Holder
 
 struct Holder::State {
-    sigset_t before;
+    sigset_t waited_for;
     /// The command's process; 0 without a command.
     pid_t child = 0;
     bool ended = false;
@@ -127,8 +141,11 @@ namespace {
 } // namespace
 
 Holder::Holder(const Tokens& command) : state_(std::make_unique<State>()) {
-    const sigset_t set = kept_back();
-    sigprocmask(SIG_BLOCK, &set, &state_->before);
+    // Where the parent ignores it, the end of a child would be no signal.
+    signal(SIGCHLD, SIG_DFL);
+    state_->waited_for = kept_back();
+    sigset_t before;
+    sigprocmask(SIG_BLOCK, &state_->waited_for, &before);
     if (command.empty()) return;
 
     std::vector<std::string> texts;
@@ -149,7 +166,7 @@ Holder::Holder(const Tokens& command) : state_(std::make_unique<State>()) {
     if (state_->child < 0) fail("no process", errno);
     if (state_->child == 0) {
         close(release[1]);
-        become(words, state_->before, release[0], report[1]);
+        become(words, before, release[0], report[1]);
     }
     close(release[0]);
     close(report[1]);
@@ -160,7 +177,6 @@ Holder::~Holder() {
     if (state_->release >= 0) close(state_->release);
     if (state_->report >= 0) close(state_->report);
     if (state_->child > 0 && !state_->ended) waitpid(state_->child, nullptr, 0);
-    sigprocmask(SIG_SETMASK, &state_->before, nullptr);
 }
 
 unsigned Holder::pid() const {
@@ -175,10 +191,9 @@ int Holder::run() {
             fail("the command cannot be started", error);
         }
     }
-    const sigset_t set = kept_back();
     while (true) {
         siginfo_t info{};
-        const int signal = sigwaitinfo(&set, &info);
+        const int signal = sigwaitinfo(&state_->waited_for, &info);
         if (signal < 0) continue;
         if (state_->child == 0) {
             if (signal == SIGCHLD) continue;

@@ -16,6 +16,9 @@ namespace {
 
 using std::chrono::milliseconds;
 
+/// Longer ago than any file, of a process that is there and tells nothing more.
+constexpr milliseconds forever = std::chrono::hours(24 * 365 * 1000);
+
 [[noreturn]] void fail(const std::string& what, DWORD error) {
     throw std::runtime_error(what + ": " + std::system_category().message(static_cast<int>(error)));
 }
@@ -53,13 +56,12 @@ std::optional<milliseconds> process_age(unsigned pid) {
     if (pid == 0) return std::nullopt;
     const Handle process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION | SYNCHRONIZE, FALSE, pid));
     if (process.get() == nullptr) {
-        // It is there, and nothing more is to be known: old enough for any file.
-        if (GetLastError() == ERROR_ACCESS_DENIED) return milliseconds::max();
+        if (GetLastError() == ERROR_ACCESS_DENIED) return forever;
         return std::nullopt;
     }
     if (WaitForSingleObject(process.get(), 0) == WAIT_OBJECT_0) return std::nullopt;
     FILETIME created{}, exited{}, kernel{}, user{};
-    if (!GetProcessTimes(process.get(), &created, &exited, &kernel, &user)) return milliseconds::max();
+    if (!GetProcessTimes(process.get(), &created, &exited, &kernel, &user)) return forever;
     return since(created);
 }
 
@@ -77,12 +79,15 @@ struct DirectoryLock::State {
 };
 
 // A directory cannot be locked itself; a mutex named for it serves all publishers of this machine.
-DirectoryLock::DirectoryLock(const Path& directory) : state_(std::make_unique<State>()) {
+DirectoryLock::DirectoryLock(const Path& directory, milliseconds patience)
+    : state_(std::make_unique<State>()) {
     const auto place = std::hash<std::u16string>()(qel::util::filesystem::canonicalize(directory).text());
     const std::wstring name = L"Global\\orvane-config-" + std::to_wstring(place);
     state_->mutex.reset(CreateMutexW(nullptr, FALSE, name.c_str()));
     if (state_->mutex.get() == nullptr) fail("no lock", GetLastError());
-    WaitForSingleObject(state_->mutex.get(), INFINITE);
+    // One that was abandoned, by a publisher that was killed, is ours as well.
+    const DWORD got = WaitForSingleObject(state_->mutex.get(), static_cast<DWORD>(patience.count()));
+    if (got != WAIT_OBJECT_0 && got != WAIT_ABANDONED) fail("no lock", got);
 }
 
 DirectoryLock::~DirectoryLock() {
@@ -130,6 +135,7 @@ struct Holder::State {
 
 Holder::Holder(const Tokens& command) : state_(std::make_unique<State>()) {
     state_->asked_to_go.reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    if (state_->asked_to_go.get() == nullptr) fail("no event", GetLastError());
     time_to_go = state_->asked_to_go.get();
     SetConsoleCtrlHandler(on_console_event, TRUE);
     if (command.empty()) return;
@@ -165,8 +171,10 @@ int Holder::run() {
         WaitForSingleObject(state_->asked_to_go.get(), INFINITE);
         return 0;
     }
+    if (ResumeThread(state_->thread.get()) == static_cast<DWORD>(-1)) {
+        fail("the command cannot be started", GetLastError());
+    }
     state_->runs = true;
-    ResumeThread(state_->thread.get());
     // What the console asks of this process, it asks of the command as well: its end is waited for in any
     // case.
     WaitForSingleObject(state_->process.get(), INFINITE);

@@ -18,7 +18,8 @@ public:
     scoped_file& operator=(const scoped_file&) = delete;
     /// Removes the file owned so far, then takes over the other's.
     scoped_file& operator=(scoped_file&& other) noexcept;
-    /// Removes the file. A failure to remove it is ignored: nothing is thrown.
+    /// Removes the file. A failure to remove it is ignored: nothing is thrown. On Windows a file that another process
+    /// has open cannot be removed; it is tried for a tenth of a second.
     ~scoped_file();
 
     /// The owned file's path; empty when nothing is owned.
