@@ -1,0 +1,78 @@
+// What only Windows asks of the tool: the console's Ctrl+C, and arguments that are ill-formed UTF-16.
+// windows_tool_test TOOL
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <string>
+#include <thread>
+
+#include <windows.h>
+
+namespace fs = std::filesystem;
+
+static int failures = 0;
+
+static void expect(bool holds, const std::string& what) {
+    if (!holds) std::cout << "FAILED: " << what << '\n';
+    failures += holds ? 0 : 1;
+}
+
+/// Starts the command line with its output in a file.
+static HANDLE start(std::wstring line, const fs::path& output) {
+    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+    STARTUPINFOW how{};
+    how.cb = sizeof how;
+    how.dwFlags = STARTF_USESTDHANDLES;
+    how.hStdOutput = how.hStdError = CreateFileW(output.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited,
+                                                 CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    PROCESS_INFORMATION child{};
+    expect(CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &how, &child),
+           "the tool starts");
+    CloseHandle(how.hStdOutput);
+    CloseHandle(child.hThread);
+    return child.hProcess;
+}
+
+static DWORD exit_code(HANDLE process) {
+    DWORD code = STILL_ACTIVE;
+    if (WaitForSingleObject(process, 20'000) == WAIT_OBJECT_0) GetExitCodeProcess(process, &code);
+    TerminateProcess(process, 99);
+    CloseHandle(process);
+    return code;
+}
+
+int main() {
+    int count = 0;
+    const std::wstring tool = L"\"" + std::wstring(CommandLineToArgvW(GetCommandLineW(), &count)[1]) + L"\"";
+    const fs::path root = fs::temp_directory_path() / ("zep_tool_" + std::to_string(GetCurrentProcessId()));
+    const fs::path output = root / "output", pid_file = root / "main.pid";
+    fs::create_directories(root);
+
+    const std::wstring lone = {L'x', 0xD800, L'y'};
+    expect(exit_code(start(tool + L" check --auto-deploy-root D --driver " + lone, output)) == 0, "accepted");
+    std::ifstream in(output);
+    const std::string text{std::istreambuf_iterator<char>(in), {}};
+    expect(text.find("driver = x\xEF\xBF\xBDy") != std::string::npos,
+           "a lone surrogate harms no neighbour: " + text);
+
+    // A console of its own, which the tool shares; the event goes to both, and only the tool heeds it.
+    FreeConsole();
+    expect(AllocConsole(), "there is a console");
+    SetConsoleCtrlHandler([](DWORD) -> BOOL { return TRUE; }, TRUE);
+    const HANDLE process = start(
+        tool + L" publish --auto-deploy-root D --pid-root \"" + root.wstring() + L"\"", root / "published");
+    std::error_code none;
+    for (int i = 0; i != 1000 && (fs::file_size(pid_file, none) == 0 || none); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    expect(fs::exists(pid_file), "the pid file is published");
+    expect(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0), "Ctrl+C is sent");
+    expect(exit_code(process) == 0, "publish ends with 0");
+    expect(!fs::exists(pid_file), "the pid file is gone");
+
+    in.close();
+    fs::remove_all(root, none);
+    std::cout << (failures == 0 ? "passed\n" : "failed\n");
+    return failures;
+}
