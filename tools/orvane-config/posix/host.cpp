@@ -152,6 +152,7 @@ Holder::Holder(const Tokens& command) : state_(std::make_unique<State>()) {
     std::transform(command.begin(), command.end(), std::back_inserter(texts),
                    [](const std::u16string& token) { return qel::i18n::ustring_to_utf8(token); });
     std::vector<char*> words;
+    words.reserve(texts.size() + 1);
     for (std::string& text : texts)
         words.push_back(text.data());
     words.push_back(nullptr);
