@@ -110,6 +110,9 @@ std::string occupant(const ServerSettings& settings) {
     return {};
 }
 
+/// Owners cannot let go of their files. Those that have become another's are kept here, undestroyed, to the end.
+Published* volatile abandoned = nullptr;
+
 /// Removes the files, unless another publisher has taken the place since the command ended: then they are its own.
 void withdraw(std::unique_ptr<Published> published, const ServerSettings& settings, unsigned pid,
               std::ostream& err) {
@@ -121,7 +124,9 @@ void withdraw(std::unique_ptr<Published> published, const ServerSettings& settin
         err << "orvane-config: " << failure.what() << '\n';
     }
     const FileReport now = inspect_runtime_files(settings).front();
-    if (now.pid != 0 && now.pid != pid) static_cast<void>(published.release());
+    if (now.pid != 0 && now.pid != pid) {
+        abandoned = published.release();
+    }
 }
 
 } // namespace

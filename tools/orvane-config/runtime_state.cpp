@@ -41,7 +41,7 @@ FileReport malformed(FileReport file, std::string why) {
     return file;
 }
 
-/// Reads the file in one go, and never more of it than any server writes; a pipe or a device is not even opened. The
+/// Reads the file in one go, and only as much as a stream's buffer holds; a pipe or a device is not even opened. The
 /// library's readers would take whatever is there, and a number from the front of it. State `published` means that the
 /// content is a server's.
 FileReport inspect(const Path& root, const char* name, bool (*is_well_formed)(std::string_view)) {
@@ -60,9 +60,10 @@ FileReport inspect(const Path& root, const char* name, bool (*is_well_formed)(st
         if (!std::filesystem::exists(native, error)) return file;
         return malformed(file, "cannot be opened");
     }
-    std::string content(longest_file + 1, '\0');
-    in.read(content.data(), static_cast<std::streamsize>(content.size()));
-    content.resize(static_cast<std::size_t>(in.gcount()));
+    // One read: a second one could meet the tail of a value written meanwhile.
+    in.peek();
+    std::string content(static_cast<std::size_t>(std::max<std::streamsize>(in.rdbuf()->in_avail(), 0)), '\0');
+    in.rdbuf()->sgetn(content.data(), static_cast<std::streamsize>(content.size()));
     if (in.bad()) return malformed(file, "cannot be read");
     if (content.empty()) {
         file.state = FileState::starting;

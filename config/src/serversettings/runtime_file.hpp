@@ -8,8 +8,12 @@
 
 #include <boost/throw_exception.hpp>
 
+#include <filesystem>
 #include <fstream>
 #include <locale>
+#include <sstream>
+#include <string>
+#include <system_error>
 
 namespace qel::config {
 
@@ -40,18 +44,36 @@ Path write_file(const Path& file, const T& value) {
     return file;
 }
 
+/// What is in a regular file that one read takes whole; not set for others. Two reads could give the front of an old
+/// value and the tail of a longer new one, if a writer comes between them.
+inline optional<std::string> read_at_once(std::ifstream& in, const std::filesystem::path& name) {
+    constexpr std::streamsize less_than_a_buffer = 4096;
+    in.peek(); // fills the buffer
+    const std::streamsize size = in.rdbuf()->in_avail();
+    std::error_code ignored;
+    if (!in.good() || size >= less_than_a_buffer || !std::filesystem::is_regular_file(name, ignored))
+        return {};
+    std::string text(static_cast<std::size_t>(size), '\0');
+    in.rdbuf()->sgetn(text.data(), size);
+    return text;
+}
+
 /// The value in `file`. Throws config_io_error.
 template <class T>
 T read_file(const Path& file) {
-    std::ifstream in(util::filesystem::native(file));
-    if (!in.good()) {
+    const auto name = util::filesystem::native(file);
+    std::ifstream stream(name);
+    if (!stream.good()) {
         BOOST_THROW_EXCEPTION(config_io_error("error opening " + i18n::ustring_to_utf8(file.text())));
     }
+    const optional<std::string> text = read_at_once(stream, name);
+    std::istringstream whole(text.value_or(std::string()));
+    std::istream& in = text ? static_cast<std::istream&>(whole) : stream;
     in.imbue(std::locale::classic());
     T value{};
     detail::FileFormat<T>::get(in, value);
-    // The bad bit only: a number that is none sets the fail bit, and reads as 0 on purpose. A reader that
-    // wants its failure reported sets the bad bit.
+    // The bad bit only: a number that is none sets the fail bit, and reads as 0 on purpose. A reader that wants its
+    // failure reported sets the bad bit.
     if (in.bad()) {
         BOOST_THROW_EXCEPTION(config_io_error("error reading " + i18n::ustring_to_utf8(file.text())));
     }

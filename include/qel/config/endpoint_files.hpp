@@ -66,12 +66,12 @@ private:
 /// first result taken; without a colon the port is 0.
 ///
 /// Reads back what scoped_control_endpoint_file wrote, IPv4 and IPv6. A file that is empty because its writer
-/// has only just opened it /// gives the loopback address and port 0. The port may be a service's name; what a
+/// has only just opened it gives the loopback address and port 0. The port may be a service's name; what a
 /// number beyond 65535 gives is the resolver's affair.
 ///
 /// Throws bad_config (no endpoint root), config_io_error (no such file, or it cannot be read), and when the
 /// look-up fails boost::system::system_error with the resolver's code, or std::runtime_error "endpoint not
-/// found" when it finds /// nothing; std::bad_alloc. Reads the file to its end, however long it is.
+/// found" when it finds nothing; std::bad_alloc. Reads the file to its end, however long it is.
 ZEP_CONFIG_API tcp_endpoint read_control_endpoint(const ServerSettings& settings);
 
 /// The endpoint in the file "http" or "https".

@@ -1,0 +1,143 @@
+#!/usr/bin/env python3
+"""Runs orvane-config against itself and against the tools that find servers by their files: tool_test.py TOOL"""
+import json, os, re, shlex, signal, socket, subprocess, sys, tempfile, time, unittest
+from pathlib import Path
+
+TOOL = os.path.abspath(sys.argv.pop(1))
+PID_FLAGS = ["--auto-deploy-root", "D", "--extract-root", "E", "--pid-root", "."]
+FLAGS = [*PID_FLAGS, "--endpoint-root", ".", "--control-port", "9920", "--http", "h:9910"]
+DATA = Path(__file__).resolve().parent / "data"
+main_pid = Path("main.pid")
+
+
+def cases(name, size):
+    """The lines of a file under data/, without comments and without the blanks around them, `size` at a time."""
+    lines = [line.strip() for line in (DATA / name).read_text().splitlines() if line and line[0] != "#"]
+    return zip(*[iter(lines)] * size)
+
+
+def run(*words, stdout=subprocess.PIPE):
+    done = subprocess.run(words, stdout=stdout, stderr=subprocess.PIPE, timeout=60, check=False)
+    return done.returncode, (done.stdout or b"").decode(), done.stderr.decode()
+
+
+def state(*flags):
+    code, out, _ = run(TOOL, "locate", "--json", *(flags or FLAGS))
+    return f"{json.loads(out)['state']} {code}"
+
+
+def until(condition):
+    deadline = time.monotonic() + 60
+    while not condition():
+        assert time.monotonic() < deadline, "this did not come to pass"
+        time.sleep(0.01)
+
+
+class Tool(unittest.TestCase):
+    def setUp(self):
+        os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
+
+    def start(self, *words):
+        process = subprocess.Popen(words, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.addCleanup(lambda: (process.kill(), process.wait()))
+        return process
+
+    def publisher(self, *command, flags=FLAGS):
+        process = self.start(TOOL, "publish", *flags, *command)
+        until(lambda: state(*flags) == "alive 0")
+        return process
+
+    def expect_end(self, publisher, code, left=()):
+        self.assertEqual((publisher.wait(60), os.listdir()), (code, list(left)), publisher.args)
+
+    def test_answers_and_complaints_have_their_streams_and_codes(self):
+        for command, *patterns in cases("tool_answers.txt", 4):
+            words = shlex.split(command.replace("$FLAGS", shlex.join(FLAGS)))
+            words = [word.encode().decode("unicode_escape").encode("latin-1") for word in words]
+            with self.subTest(command), open("/dev/full", "wb") as full:
+                code, out, err = run(TOOL, *words)
+                self.assertTrue(re.fullmatch("\0".join(patterns), f"{code}\0{out}\0{err}", re.S), (code, out, err))
+                self.assertEqual(run(TOOL, *words, stdout=full)[0], 7 if out else code)
+
+    def test_a_publisher_has_the_files_to_itself_until_its_command_ends(self):
+        waiting = self.start(TOOL, "locate", "--wait", "60", *FLAGS)
+        first = self.publisher("--", "sleep", "1000")
+        self.assertEqual((waiting.wait(60), run(TOOL, "publish", *FLAGS)[0]), (0, 1))
+        pid = int(main_pid.read_text())
+        files = json.loads(run(TOOL, "locate", "--json", *FLAGS)[1])["files"]
+        self.assertEqual([file["text"] for file in files], [str(pid), "127.0.0.1:9920", "h:9910"])
+        self.assertEqual([file.get("pid") for file in files], [pid, None, None])
+        # Before it can remove the files, they are another's. That one writes through a link.
+        first.send_signal(signal.SIGSTOP)
+        os.kill(pid, signal.SIGKILL)
+        until(lambda: state() == "stale 5")
+        main_pid.rename("target")
+        main_pid.symlink_to("target")
+        second = self.publisher()
+        first.send_signal(signal.SIGCONT)
+        self.assertEqual((first.wait(60), state(), Path("target").read_text()), (137, "alive 0", str(second.pid)))
+        second.terminate()
+        self.expect_end(second, 0, ["target"])
+
+    def test_of_two_publishers_that_start_together_one_wins(self):
+        for _ in range(20):
+            two = [self.start(TOOL, "publish", *FLAGS) for _ in range(2)]
+            until(lambda: any(one.poll() is not None for one in two) and state() == "alive 0")
+            loser, winner = sorted(two, key=lambda one: one.poll() is None)
+            self.assertEqual((loser.poll(), main_pid.read_text()), (1, str(winner.pid)))
+            winner.terminate()
+            self.expect_end(winner, 0)
+
+    def test_no_signal_that_can_be_caught_leaves_files(self):
+        stay = {signal.Signals["SIG" + name] for name in "KILL STOP TSTP TTIN TTOU CONT WINCH URG CHLD".split()}
+        for number in signal.valid_signals() - stay:
+            publisher = self.start(TOOL, "publish", *FLAGS)
+            until(lambda: os.path.exists("http"))
+            publisher.send_signal(number)
+            self.expect_end(publisher, 0 if number in (signal.SIGINT, signal.SIGTERM) else 128 + number)
+        self.publisher().kill()
+        until(lambda: state() == "stale 5")
+
+    def test_a_command_is_published_and_signalled_and_its_code_passed_on(self):
+        published = '[ "$(cat main.pid control http)" = "$$127.0.0.1:9920h:9910" ] && exit 3'
+        words = [TOOL, "publish", *FLAGS, "--log-root", "--", "--", "sh", "-c"]
+        for code, script in [(3, published), (3, "rm main.pid; exit 3"), (137, "kill -9 $$")]:
+            self.expect_end(self.start("env", "--ignore-signal=CHLD", *words, script), code)
+        for number, code in [(signal.SIGTERM, 8), (signal.SIGUSR1, 9)]:
+            script = "trap 'rm ready; exit 8' TERM; trap 'rm ready; exit 9' USR1; >ready; while :; do sleep 0.1; done"
+            publisher = self.start(*words, script)
+            until(lambda: os.path.exists("ready"))
+            publisher.send_signal(number)
+            self.expect_end(publisher, code)
+
+    def test_only_what_a_server_writes_is_taken_for_one(self):
+        known = {"own": os.getpid(), "ended": run("sh", "-c", "echo -n $$")[1], "line_end": "\n", "blanks": " " * 5000}
+        for case, expected in cases("tool_states.txt", 2):
+            name, content = case.split("|")
+            Path(name).write_text(content.format(**known))
+            flags = PID_FLAGS if name == "main.pid" else [*PID_FLAGS[:4], "--endpoint-root", ".", "--http", "1"]
+            self.assertEqual(state(*flags), expected, case)
+        main_pid.write_text(str(os.getpid()))
+        os.utime(main_pid, (1e9, 1e9))
+        self.assertEqual(state(*PID_FLAGS), "stale 5", "the process started after the file was written")
+        for make in [os.mkdir, os.mkfifo, lambda name: os.symlink("/dev/zero", name)]:
+            os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
+            make("main.pid")
+            self.assertEqual(state(*PID_FLAGS), "malformed 5")
+            self.assertEqual(run(TOOL, "publish", *PID_FLAGS, "--", "true")[0], 1)
+
+    def test_other_tools_find_what_is_published(self):
+        with socket.create_server(("127.0.0.1", 0)) as free:
+            port = str(free.getsockname()[1])
+        server = [sys.executable, "-m", "http.server", port, "--bind", "127.0.0.1"]
+        publisher = self.publisher("--", *server, flags=[*FLAGS[:-1], "127.0.0.1:" + port])
+        until(lambda: run("sh", "-c", "curl --fail http://$(cat http)/")[0] == 0)
+        self.assertEqual(run("pgrep", "-F", "main.pid")[:2], (0, main_pid.read_text() + "\n"))
+        daemon = ["start-stop-daemon", "--pidfile", main_pid.resolve()]
+        self.assertEqual(run(*daemon, "--status")[0], 0)
+        self.assertEqual(run(*daemon, "--stop", "--retry", "60")[0], 0)
+        self.expect_end(publisher, 143)
+        self.assertEqual(run(*daemon, "--status")[0], 3)
+
+
+unittest.main()
