@@ -4,8 +4,6 @@
 #include "qel/config/option.hpp"
 #include "qel/i18n/convert.hpp"
 
-#include <boost/algorithm/string/classification.hpp>
-#include <boost/algorithm/string/split.hpp>
 #include <boost/algorithm/string/trim.hpp>
 #include <boost/throw_exception.hpp>
 
@@ -26,7 +24,10 @@ std::string in_configuration(const std::string& config) {
 
 std::vector<std::string> fields_of(const std::string& list) {
     std::vector<std::string> fields;
-    boost::split(fields, list, boost::is_any_of(","));
+    std::size_t begin = 0;
+    for (std::size_t comma; (comma = list.find(',', begin)) != list.npos; begin = comma + 1)
+        fields.push_back(list.substr(begin, comma - begin));
+    fields.push_back(list.substr(begin));
     return fields;
 }
 

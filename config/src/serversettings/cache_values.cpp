@@ -1,10 +1,9 @@
 // Cache definitions, and the two failures they can have.
+#include "common_forms.hpp"
 #include "message_ids.hpp"
 #include "structured_values.hpp"
 
 #include "qel/i18n/convert.hpp"
-
-#include <boost/lexical_cast.hpp>
 
 #include <algorithm>
 
@@ -47,7 +46,7 @@ CacheSettings parse_cache_settings(std::u16string value) {
     }
     if (!std::all_of(host.begin(), host.end(), is_host_character)) raise(CacheProviderBadFormat(value));
     try {
-        return {false, provider, boost::lexical_cast<unsigned short>(i18n::ustring_to_utf8(port)), host};
+        return {false, provider, number_from<unsigned short>(port), host};
     } catch (const boost::bad_lexical_cast&) {
         raise(CacheProviderBadFormat(value));
     }

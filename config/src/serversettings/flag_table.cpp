@@ -8,7 +8,6 @@
 #include "../parse_allowed_clients.hpp"
 
 #include "qel/i18n/convert.hpp"
-#include "qel/util/storage_size.hpp"
 
 #include <boost/lexical_cast.hpp>
 #include <boost/throw_exception.hpp>
@@ -23,9 +22,7 @@ namespace {
 
 using S = ServerSettings;
 using boost::lexical_cast;
-using logging::severity_level;
 using std::u16string;
-using util::storage_size;
 
 template <CacheSettings (*parse)(u16string)>
 void add_cache(Walk& walk) {
@@ -65,8 +62,8 @@ void http(Walk& walk) {
 }
 
 void http_linger_threshold(Walk& walk) {
-    const storage_size threshold = parse_flag<storage_size>(walk);
-    engaged(walk.settings.http()).linger_threshold() = threshold.bytes();
+    const std::uint64_t threshold = parse_flag<storage_size>(walk);
+    engaged(walk.settings.http()).linger_threshold() = threshold;
 }
 
 // 0 is refused for the threads only: a server without workers is meant to be possible. Stored before it is
@@ -80,7 +77,7 @@ void num_threads(Walk& walk) {
 // Stored before it is checked: after the failure the field holds the oversized count.
 void request_size_limit(Walk& walk) {
     constexpr std::uint64_t largest = 0x7FFFFFFF;
-    const std::uint64_t size = parse_flag<storage_size>(walk).bytes();
+    const std::uint64_t size = parse_flag<storage_size>(walk);
     walk.settings.request_size_limit() = size;
     if (size > largest) {
         throw OutOfRange{i18n::ustring_to_utf8(flag::request_size_limit) + " exceeds maximum value of " +

@@ -1,13 +1,11 @@
 // Values of each kind, taken from the token behind the flag.
 #include "walk.hpp"
 
-#include "severity_level_input.hpp"
+#include "common_forms.hpp"
 
 #include "qel/i18n/convert.hpp"
-#include "qel/util/storage_size.hpp"
 
 #include <boost/date_time/posix_time/posix_time_io.hpp>
-#include <boost/lexical_cast.hpp>
 #include <boost/throw_exception.hpp>
 
 #include <stdexcept>
@@ -18,8 +16,29 @@ namespace {
 /// Numbers, sizes, durations and severities are what lexical_cast makes of them, surprises included: "-1" is
 /// the largest unsigned number and "5" is five hours.
 template <class T>
-T convert(const std::u16string& token) {
-    return boost::lexical_cast<T>(i18n::ustring_to_utf8(token));
+Stored<T> convert(const std::u16string& token);
+
+template <>
+unsigned int convert<unsigned int>(const std::u16string& token) {
+    return number_from<unsigned int>(token);
+}
+
+template <>
+std::uint64_t convert<storage_size>(const std::u16string& token) {
+    if (const auto bytes = plain_number(token)) return *bytes;
+    return boost::lexical_cast<storage_size>(i18n::ustring_to_utf8(token)).bytes();
+}
+
+template <>
+time_duration convert<time_duration>(const std::u16string& token) {
+    if (const auto duration = plain_duration(token)) return *duration;
+    return boost::lexical_cast<time_duration>(i18n::ustring_to_utf8(token));
+}
+
+template <>
+severity_level convert<severity_level>(const std::u16string& token) {
+    if (const auto level = plain_severity(token)) return *level;
+    return boost::lexical_cast<severity_level>(i18n::ustring_to_utf8(token));
 }
 
 template <>
@@ -50,12 +69,12 @@ std::string convert<std::string>(const std::u16string& token) {
 } // namespace
 
 template <class T>
-T parse_flag(Walk& walk) {
+Stored<T> parse_flag(Walk& walk) {
     const std::u16string& flag = *walk.cursor++;
     if (walk.cursor == walk.end) invalid_option(flag, nullptr, "missing argument(s)");
     const std::u16string& token = *walk.cursor;
     try {
-        T value = convert<T>(token);
+        Stored<T> value = convert<T>(token);
         ++walk.cursor;
         return value;
     } catch (const std::exception& failure) {
@@ -73,8 +92,8 @@ template Path parse_flag<Path>(Walk&);
 template std::u16string parse_flag<std::u16string>(Walk&);
 template std::string parse_flag<std::string>(Walk&);
 template unsigned int parse_flag<unsigned int>(Walk&);
-template util::storage_size parse_flag<util::storage_size>(Walk&);
+template std::uint64_t parse_flag<storage_size>(Walk&);
 template time_duration parse_flag<time_duration>(Walk&);
-template logging::severity_level parse_flag<logging::severity_level>(Walk&);
+template severity_level parse_flag<severity_level>(Walk&);
 
 } // namespace qel::config

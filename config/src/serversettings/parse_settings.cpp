@@ -2,11 +2,11 @@
 #include "qel/config/parse_settings.hpp"
 
 #include "flag_table.hpp"
+#include "regular_flags.hpp"
 
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
-#include <iterator>
 #include <ostream>
 
 namespace qel::config {
@@ -51,19 +51,22 @@ code walk_tokens(Walk& walk) {
 code complete(Walk& walk) {
     ServerSettings& settings = walk.settings;
     settings.lumo_root() = std::move(walk.lumo_root);
-    std::move(walk.user_data.begin(), walk.user_data.end(), std::back_inserter(settings.user_data()));
+    while (!walk.user_data.empty()) {
+        auto entry = walk.user_data.extract(walk.user_data.begin());
+        settings.user_data().emplace_back(std::move(entry.key()), std::move(entry.mapped()));
+    }
 
     if (!walk.auto_deploy_root_given) return error_code::missing_required_flag();
-    if (!walk.extract_root_given) settings.extract_root() = settings.auto_deploy_root();
-    {
-        using i18n::operator/;
-        settings.extract_root() = settings.extract_root() / i18n::ascii_to_ustring(".zep_deployed");
-    }
+    const Path& extracted_below =
+        walk.extract_root_given ? settings.extract_root() : settings.auto_deploy_root();
+    settings.extract_root() = i18n::operator/(extracted_below, u".zep_deployed");
     if (walk.https_given) {
         SslContext& tls = walk.ssl_context;
         if (!walk.allowed_clients.empty()) tls.allowed_clients(walk.allowed_clients);
         if (!tls.cipher_list()) tls.cipher_list(std::string("ALL"));
-        settings.https() = HttpsSettings(walk.https, tls);
+        HttpsSettings& https = engaged(settings.https());
+        https.http() = std::move(walk.https);
+        https.ssl_context() = std::move(tls);
     }
     return error_code::success();
 }

@@ -3,26 +3,7 @@
 
 #include "walk.hpp"
 
-#include "qel/util/storage_size.hpp"
-
-#include <cstdint>
-#include <utility>
-
 namespace qel::config {
-
-using util::storage_size;
-
-/// What the record holds for a value of kind T: a size is held as its byte count.
-template <class T>
-T stored(T value) {
-    return value;
-}
-inline std::uint64_t stored(storage_size size) {
-    return size.bytes();
-}
-
-template <class T>
-using Stored = decltype(stored(std::declval<T>()));
 
 template <class T>
 T& engaged(optional<T>& value) {
@@ -39,14 +20,14 @@ void set(Walk& walk) {
 /// An optional field of the record; the last value given wins.
 template <class T, optional<Stored<T>>& (ServerSettings::*field)() noexcept>
 void store(Walk& walk) {
-    (walk.settings.*field)() = stored(parse_flag<T>(walk));
+    (walk.settings.*field)() = parse_flag<T>(walk);
 }
 
 /// One limit of the worker pool; what holds it is engaged first, its other limit is left alone.
 template <class T, class Limits, optional<Limits>& (WorkerPoolSettings::*limits)() noexcept,
           optional<Stored<T>>& (Limits::*field)() noexcept>
 void store_limit(Walk& walk) {
-    const Stored<T> value = stored(parse_flag<T>(walk));
+    const Stored<T> value = parse_flag<T>(walk);
     WorkerPoolSettings& pool = engaged(walk.settings.worker_pool_settings());
     (engaged((pool.*limits)()).*field)() = value;
 }

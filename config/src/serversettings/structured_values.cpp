@@ -1,9 +1,10 @@
 // Log handlers, profiling directives, user data, origins and listeners.
 #include "structured_values.hpp"
 
+#include "common_forms.hpp"
+
 #include "qel/i18n/convert.hpp"
 
-#include <boost/lexical_cast.hpp>
 #include <boost/throw_exception.hpp>
 #include <boost/tokenizer.hpp>
 
@@ -21,14 +22,14 @@ const typename Enumerators::value_type* named(const Enumerators& all, std::strin
     return found == all.end() ? nullptr : &*found;
 }
 
-logging::log_content_type parse_log_content(const std::string& clause) {
+logging::log_content_type parse_log_content(std::string_view clause) {
     const auto* content = named(logging::log_content_types, clause);
     if (content == nullptr)
-        BOOST_THROW_EXCEPTION(std::runtime_error("using invalid content string " + clause));
+        BOOST_THROW_EXCEPTION(std::runtime_error("using invalid content string " + std::string(clause)));
     return *content;
 }
 
-void parse_log_format(ServerSettings& settings, const std::string& format, logging::log_content_type content,
+void parse_log_format(ServerSettings& settings, std::string_view format, logging::log_content_type content,
                       const std::string& command) {
     const auto* type = named(logging::log_format_types, format);
     if (type == nullptr) BOOST_THROW_EXCEPTION(std::runtime_error("bad log format type"));
@@ -39,7 +40,7 @@ void parse_log_format(ServerSettings& settings, const std::string& format, loggi
 
 void parse_log_handler(ServerSettings& settings, const std::string& value) {
     const auto space = value.find(' ');
-    const std::string handler = value.substr(0, space);
+    const std::string_view handler = std::string_view(value).substr(0, space);
     const std::string command = space == std::string::npos ? std::string() : value.substr(space + 1);
 
     const auto semicolon = handler.find(';');
@@ -61,6 +62,13 @@ void parse_profile_directives(const char* begin, const char* end, std::vector<Pr
 }
 
 std::pair<std::u16string, std::u16string> parse_user_data_pair(const std::u16string& value) {
+    // Without quotes and escapes, nearly always, the one blank separates the two.
+    constexpr auto special = u" \t\"\\";
+    const auto blank = value.find_first_of(special);
+    if (blank < value.size() - 1 && value[blank] == u' ' &&
+        value.find_first_of(special, blank + 1) == value.npos)
+        return {value.substr(0, blank), value.substr(blank + 1)};
+
     using Separator = boost::escaped_list_separator<char16_t>;
     using Tokenizer = boost::tokenizer<Separator, std::u16string::const_iterator, std::u16string>;
 
@@ -82,12 +90,14 @@ std::pair<std::u16string, std::u16string> parse_user_data_pair(const std::u16str
         std::runtime_error("Invalid or missing arguments: \"" + i18n::ustring_to_term(value) + "\""));
 }
 
-bool parse_cors_origins(std::string value, std::vector<std::string>& origins) {
-    const boost::tokenizer<boost::char_separator<char>> tokens(value, boost::char_separator<char>(", "));
+bool parse_cors_origins(const std::string& value, std::vector<std::string>& origins) {
+    constexpr auto separators = ", ";
     bool star_seen = false;
-    for (const std::string& origin : tokens) {
-        star_seen = star_seen || origin == "*";
-        origins.push_back(origin);
+    std::size_t end = 0;
+    for (std::size_t begin; (begin = value.find_first_not_of(separators, end)) != value.npos;) {
+        end = std::min(value.find_first_of(separators, begin), value.size());
+        origins.push_back(value.substr(begin, end - begin));
+        star_seen = star_seen || origins.back() == "*";
     }
     return star_seen;
 }
@@ -106,7 +116,7 @@ HttpSettings parse_http_settings(std::u16string value) {
         listener.host(value.substr(0, colon));
         value.erase(0, colon + 1);
     }
-    listener.port(boost::lexical_cast<unsigned short>(i18n::ustring_to_utf8(value)));
+    listener.port(number_from<unsigned short>(value));
     return listener;
 }
 

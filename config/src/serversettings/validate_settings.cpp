@@ -1,18 +1,20 @@
 // The rules, in their order, and the texts of their problems.
 #include "qel/config/validate_settings.hpp"
 
-#include "qel/config/option.hpp"
-#include "qel/i18n/convert.hpp"
+#include "flag_texts.hpp"
+
 #include "qel/util/canonicalize.hpp"
 
 #include <algorithm>
 #include <functional>
 #include <initializer_list>
+#include <string_view>
+#include <unordered_set>
 
 namespace qel::config {
 namespace {
 
-using i18n::ascii_to_ustring;
+using Texts = std::initializer_list<std::u16string_view>;
 
 /// What one call works on.
 struct Validation {
@@ -22,8 +24,12 @@ struct Validation {
     /// One for all rules: they walk the same directories again and again.
     util::filesystem::Canonicalizer canonical{};
 
-    void add(std::initializer_list<std::u16string> involved, std::u16string problem) {
-        flags.insert(involved);
+    /// `parts` make up the text of the problem.
+    void add(Texts involved, Texts parts) {
+        std::u16string problem;
+        for (const auto part : parts)
+            problem += part;
+        flags.insert(involved.begin(), involved.end());
         problems.push_back(std::move(problem));
     }
 };
@@ -31,68 +37,63 @@ struct Validation {
 // --- rules of one shape
 
 /// `dir` must not be `root` itself, nor lie anywhere below it.
-void check_not_nested(Validation& v, const Path& dir, const std::u16string& dir_flag, const Path& root,
-                      const std::u16string& root_flag) {
+void check_not_nested(Validation& v, const Path& dir, std::u16string_view dir_flag, const Path& root,
+                      std::u16string_view root_flag) {
     if (!v.canonical.is_same_or_below(dir, root)) return;
     v.add({dir_flag, root_flag},
-          dir_flag + ascii_to_ustring(" can not be the same as, nor a direct or indirect child of, ") +
-              root_flag);
+          {dir_flag, u" can not be the same as, nor a direct or indirect child of, ", root_flag});
 }
 
 /// The first setting needs the second.
-void require_pair(Validation& v, const std::u16string& a_flag, bool a_given, const std::u16string& b_flag,
+void require_pair(Validation& v, std::u16string_view a_flag, bool a_given, std::u16string_view b_flag,
                   bool b_given) {
     if (!a_given || b_given) return;
-    v.add({a_flag, b_flag},
-          a_flag + ascii_to_ustring(" requires ") + b_flag + ascii_to_ustring(" to be set."));
+    v.add({a_flag, b_flag}, {a_flag, u" requires ", b_flag, u" to be set."});
 }
 
 // --- the rules
 
 void auto_deploy_outside_extract(Validation& v) {
-    check_not_nested(v, v.settings.auto_deploy_root(), option::auto_deploy_root(), v.settings.extract_root(),
-                     option::extract_root());
+    check_not_nested(v, v.settings.auto_deploy_root(), flag::auto_deploy_root, v.settings.extract_root(),
+                     flag::extract_root);
 }
 
 // No other directory has such a rule.
 void log_outside_extract(Validation& v) {
     if (!v.settings.log_root()) return;
-    check_not_nested(v, *v.settings.log_root(), option::log_root(), v.settings.extract_root(),
-                     option::extract_root());
+    check_not_nested(v, *v.settings.log_root(), flag::log_root, v.settings.extract_root(),
+                     flag::extract_root);
 }
 
 void workers_or_wait(Validation& v) {
     if (!v.settings.wait_mode() || !v.settings.num_workers()) return;
-    v.add({option::num_workers(), option::wait()}, ascii_to_ustring("Incompatible options specified: ") +
-                                                       option::num_workers() + ascii_to_ustring(" and ") +
-                                                       option::wait() +
-                                                       ascii_to_ustring("; please choose one or the other."));
+    v.add({flag::num_workers, flag::wait}, {u"Incompatible options specified: ", flag::num_workers, u" and ",
+                                            flag::wait, u"; please choose one or the other."});
 }
 
 void control_needs_endpoint_root(Validation& v) {
     if (!v.settings.control_port() || v.settings.endpoint_root()) return;
-    v.add({option::control_port(), option::endpoint_root()},
-          ascii_to_ustring("Use of control interface (enabled by specifying ") + option::control_port() +
-              ascii_to_ustring(") requires ") + option::endpoint_root() +
-              ascii_to_ustring(" to be specified"));
+    v.add({flag::control_port, flag::endpoint_root},
+          {u"Use of control interface (enabled by specifying ", flag::control_port, u") requires ",
+           flag::endpoint_root, u" to be specified"});
 }
 
 // Roots are compared as they stand: two spellings of one directory are no duplicates. A root given three
 // times is two problems.
 void distinct_runtime_roots(Validation& v) {
-    std::vector<std::reference_wrapper<const Path>> roots(v.settings.lumo_root().begin(),
-                                                          v.settings.lumo_root().end());
-    // By elements, then by text: otherwise a//b could come between two a/b.
-    std::sort(roots.begin(), roots.end(), [](const Path& a, const Path& b) {
+    std::unordered_set<std::u16string_view> seen;
+    std::vector<std::reference_wrapper<const Path>> duplicates;
+    for (const Path& root : v.settings.lumo_root())
+        if (!seen.insert(root.text()).second) duplicates.push_back(root);
+
+    // By elements, then by text.
+    std::sort(duplicates.begin(), duplicates.end(), [](const Path& a, const Path& b) {
         if (a < b) return true;
         if (b < a) return false;
         return a.text() < b.text();
     });
-    for (auto at = roots.begin();
-         (at = std::adjacent_find(at, roots.end(), std::equal_to<Path>())) != roots.end(); ++at) {
-        v.add({option::lumo_root()}, ascii_to_ustring("Duplicate options specified: ") + option::lumo_root() +
-                                         ascii_to_ustring(" ") + at->get().text());
-    }
+    for (const Path& root : duplicates)
+        v.add({flag::lumo_root}, {u"Duplicate options specified: ", flag::lumo_root, u" ", root.text()});
 }
 
 // Port 0 is a port of the system's choice, and a host on one side only is another address.
@@ -101,8 +102,8 @@ void distinct_listeners(Validation& v) {
     const HttpSettings& http = *v.settings.http();
     const HttpSettings& https = v.settings.https()->http();
     if (http.port() != https.port() || http.port() == 0 || http.host() != https.host()) return;
-    v.add({option::http(), option::https()}, option::http() + ascii_to_ustring(" and ") + option::https() +
-                                                 ascii_to_ustring(" cannot bind to the same address"));
+    v.add({flag::http, flag::https},
+          {flag::http, u" and ", flag::https, u" cannot bind to the same address"});
 }
 
 void validate_https(Validation& v) {
@@ -112,55 +113,51 @@ void validate_https(Validation& v) {
 
     // The flags named are the two ways to supply a store, not the mode.
     if (verifies && !tls.ca_file() && !tls.use_system_store()) {
-        v.add({option::https_ca_file(), option::https_use_system_store()},
-              option::https_verify_peer_mode() + ascii_to_ustring(" requires trusted certificate store"));
+        v.add({flag::https_ca_file, flag::https_use_system_store},
+              {flag::https_verify_peer_mode, u" requires trusted certificate store"});
     }
     if (!tls.private_key_file() && tls.cert_chain_file()) {
-        v.add({option::https_private_key_file()},
-              option::https_cert_chain_file() +
-                  ascii_to_ustring(" requires the private key, which should be specified by ") +
-                  option::https_private_key_file());
+        v.add({flag::https_private_key_file},
+              {flag::https_cert_chain_file, u" requires the private key, which should be specified by ",
+               flag::https_private_key_file});
     }
     if (!tls.allowed_clients().empty() && !verifies) {
-        v.add({option::https_verify_peer_mode()},
-              option::https_allowed_client() + ascii_to_ustring(" requires verify SSL client"));
+        v.add({flag::https_verify_peer_mode}, {flag::https_allowed_client, u" requires verify SSL client"});
     }
     if (tls.ca_file() && tls.use_system_store()) {
-        v.add({option::https_ca_file(), option::https_use_system_store()},
-              option::https_use_system_store() + ascii_to_ustring(" and ") + option::https_ca_file() +
-                  ascii_to_ustring(" are mutually exclusive"));
+        v.add({flag::https_ca_file, flag::https_use_system_store},
+              {flag::https_use_system_store, u" and ", flag::https_ca_file, u" are mutually exclusive"});
     }
 }
 
 void restart_interval_needs_limit(Validation& v) {
-    require_pair(v, option::worker_restart_memory_limit_interval(),
+    require_pair(v, flag::worker_restart_memory_limit_interval,
                  v.settings.worker_restart_memory_limit_interval().has_value(),
-                 option::worker_restart_memory_limit(), v.settings.worker_restart_memory_limit().has_value());
+                 flag::worker_restart_memory_limit, v.settings.worker_restart_memory_limit().has_value());
 }
 
 void pool_targets_need_triggers(Validation& v) {
     if (!v.settings.worker_pool_settings()) return;
     if (const auto& memory = v.settings.worker_pool_settings()->memory_limit()) {
-        require_pair(v, option::worker_memory_target(), memory->target().has_value(),
-                     option::worker_memory_trigger(), memory->trigger().has_value());
+        require_pair(v, flag::worker_memory_target, memory->target().has_value(), flag::worker_memory_trigger,
+                     memory->trigger().has_value());
     }
     if (const auto& time = v.settings.worker_pool_settings()->queue_time()) {
-        require_pair(v, option::queue_time_target(), time->target().has_value(), option::queue_time_trigger(),
+        require_pair(v, flag::queue_time_target, time->target().has_value(), flag::queue_time_trigger,
                      time->trigger().has_value());
     }
 }
 
 void threshold_needs_action(Validation& v) {
-    require_pair(v, option::server_memory_threshold(), v.settings.server_memory_threshold().has_value(),
-                 option::server_memory_threshold_overflow_action(),
+    require_pair(v, flag::server_memory_threshold, v.settings.server_memory_threshold().has_value(),
+                 flag::server_memory_threshold_overflow_action,
                  v.settings.server_memory_threshold_overflow_action().has_value());
 }
 
 void archiving_needs_archive_root(Validation& v) {
     const auto& action = v.settings.server_memory_threshold_overflow_action();
-    require_pair(v, option::server_memory_threshold_overflow_action(),
-                 action && *action == u"archive_responses", option::response_archive_root(),
-                 v.settings.response_archive_root().has_value());
+    require_pair(v, flag::server_memory_threshold_overflow_action, action && *action == u"archive_responses",
+                 flag::response_archive_root, v.settings.response_archive_root().has_value());
 }
 
 /// In the order in which their problems are listed.

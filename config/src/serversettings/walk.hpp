@@ -2,15 +2,20 @@
 #pragma once
 
 #include "qel/config/server_settings.hpp"
+#include "qel/util/storage_size.hpp"
 
+#include <cstdint>
 #include <deque>
 #include <iosfwd>
 #include <map>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace qel::config {
 
+using logging::severity_level;
+using util::storage_size;
 using Tokens = std::deque<std::u16string>;
 
 /// What one call of parse_settings works on; created at its start, gone at its return.
@@ -33,14 +38,18 @@ struct Walk {
     std::vector<Path> lumo_root{};
 };
 
+/// What the record holds for a value of kind T: for a size, its byte count.
+template <class T>
+using Stored = std::conditional_t<std::is_same_v<T, storage_size>, std::uint64_t, T>;
+
 /// Consumes the flag at the cursor and, unless T is bool, the next token as its value, whatever that looks
 /// like. Returns the converted value, or true for a bool.
 ///
-/// T is Path, std::u16string, std::string, unsigned int, util::storage_size, time_duration,
-/// logging::severity_level or bool. Throws std::runtime_error naming flag and value when the value is missing
+/// T is Path, std::u16string, std::string, unsigned int, storage_size, time_duration,
+/// severity_level or bool. Throws std::runtime_error naming flag and value when the value is missing
 /// or does not convert.
 template <class T>
-T parse_flag(Walk& walk);
+Stored<T> parse_flag(Walk& walk);
 
 /// Ends the walk with out_of_range. Deliberately no std::exception: those end it with parse_error.
 struct OutOfRange {

@@ -3,6 +3,7 @@
 
 #include <utf8.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -45,9 +46,10 @@ std::size_t ill_formed_length(std::string_view text) {
 } // namespace
 
 std::string ustring_to_utf8(std::u16string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    for (std::size_t at = 0; at < text.size(); ++at) {
+    // Most texts are ASCII, and copied.
+    const auto plain = std::find_if(text.begin(), text.end(), [](char16_t unit) { return unit >= 0x80; });
+    std::string result(text.begin(), plain);
+    for (auto at = static_cast<std::size_t>(plain - text.begin()); at < text.size(); ++at) {
         std::uint32_t point = text[at];
         if (is_high_surrogate(text[at]) && at + 1 < text.size() && is_low_surrogate(text[at + 1]))
             point = 0x10000 + ((point - 0xD800) << 10) + (text[++at] - 0xDC00U);

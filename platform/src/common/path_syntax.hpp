@@ -9,7 +9,7 @@ namespace qel::util::filesystem {
 
 // Supplied for each system.
 
-/// Every character that separates elements, the preferred one first.
+/// Every character that separates elements, one or two, the preferred one first.
 extern const std::u16string_view separators;
 
 /// The length of the root that `text` begins with, 0 for a relative path.
@@ -21,7 +21,7 @@ bool is_bare_drive(std::u16string_view text) noexcept;
 // The same on each system.
 
 inline bool is_separator(char16_t unit) noexcept {
-    return separators.find(unit) != std::u16string_view::npos;
+    return unit == separators.front() || unit == separators.back();
 }
 
 inline bool ends_in_separator(std::u16string_view text) noexcept {
@@ -40,13 +40,19 @@ public:
 
     /// The next component, empty after the last one.
     std::u16string_view next_component() noexcept {
-        rest_.remove_prefix(std::min(rest_.find_first_not_of(separators), rest_.size()));
-        const std::u16string_view component = rest_.substr(0, rest_.find_first_of(separators));
-        rest_.remove_prefix(component.size());
-        return component;
+        take_while(true);
+        return take_while(false);
     }
 
 private:
+    std::u16string_view take_while(bool separator) noexcept {
+        const auto end = std::find_if(rest_.begin(), rest_.end(),
+                                      [separator](char16_t unit) { return is_separator(unit) != separator; });
+        const auto taken = rest_.substr(0, static_cast<std::size_t>(end - rest_.begin()));
+        rest_.remove_prefix(taken.size());
+        return taken;
+    }
+
     std::u16string_view root_;
     std::u16string_view rest_;
 };

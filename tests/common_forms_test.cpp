@@ -1,0 +1,140 @@
+// Common forms of values are read without a stream. They must come out as the casts that define them say.
+#include "support.hpp"
+
+#include "qel/util/storage_size.hpp"
+
+#include <boost/date_time/posix_time/posix_time_io.hpp>
+#include <boost/lexical_cast.hpp>
+#include <boost/tokenizer.hpp>
+
+#include <locale>
+#include <random>
+
+namespace qel::config::test {
+namespace {
+
+/// Texts that are values, nearly values, or nothing.
+class Texts {
+public:
+    std::u16string next() {
+        std::u16string text;
+        switch (random_() % 4) {
+        case 0:
+            return pick(words_);
+        case 1:
+            text = digits(random_() % 11) + u":" + digits(2) + u":" + digits(2);
+            if (random_() % 2 != 0) text += u"." + digits(random_() % 8);
+            break;
+        default:
+            text = digits(random_() % 21);
+        }
+        if (random_() % 4 == 0) text.insert(random_() % (text.size() + 1), pick(words_));
+        if (random_() % 8 == 0 && !text.empty()) text.erase(random_() % text.size(), 1);
+        return text;
+    }
+
+private:
+    std::u16string digits(std::size_t count) {
+        std::u16string text;
+        while (text.size() != count)
+            text += u"0123456789059"[random_() % 13];
+        return text;
+    }
+
+    const std::u16string& pick(const Tokens& from) { return from[random_() % from.size()]; }
+
+    std::mt19937 random_{1};
+    const Tokens words_ = {u"statistics", u"trace",      u"error",      u"out",     u"err",
+                           u"warnin",     u"Trace",      u"K",          u":",       u".",
+                           u"-",          u"+",          u" ",          u"",        u"65535",
+                           u"65536",      u"4294967295", u"4294967296", u"\uFF11",  u"18446744073709551615",
+                           u" B",         u",",          u"'",          u"00:00:01"};
+};
+
+/// The flag's value must be what the cast makes of the text, as `Stored`; `get` finds it in the record.
+template <class Cast, class Get, class Convert>
+void expect_as_cast(const std::u16string& flag, const std::u16string& text, Get get, Convert convert) {
+    const Parsed got = parse({flag, text});
+    const std::string told = ustring_to_utf8(flag + u" " + text);
+    Cast expected;
+    try {
+        expected = boost::lexical_cast<Cast>(ustring_to_utf8(text));
+    } catch (const boost::bad_lexical_cast&) {
+        ASSERT_EQ(got.code, error_code::parse_error()) << told;
+        return;
+    }
+    ASSERT_EQ(got.code, error_code::missing_required_flag()) << told;
+    ASSERT_TRUE(get(got.settings) == convert(expected)) << told;
+}
+
+void expect_all_as_cast(int rounds) {
+    const auto same = [](auto value) { return value; };
+    Texts texts;
+    for (int i = 0; i != rounds; ++i) {
+        const std::u16string text = texts.next();
+        expect_as_cast<unsigned>(
+            u"--num-workers", text, [](const S& s) { return *s.num_workers(); }, same);
+        expect_as_cast<unsigned short>(
+            u"--http", text.substr(text.rfind(u':') + 1), [](const S& s) { return s.http()->port(); }, same);
+        expect_as_cast<util::storage_size>(
+            u"--log-rotation-size", text, [](const S& s) { return *s.log_rotation_size(); },
+            [](const util::storage_size& size) { return size.bytes(); });
+        expect_as_cast<time_duration>(
+            u"--request-timeout", text, [](const S& s) { return *s.request_timeout(); }, same);
+
+        // Severities are nothing but their names.
+        const Parsed severity = parse({u"--log-severity", text});
+        const auto& names = logging::severity_names;
+        const auto named = std::find(names.begin(), names.end(), ustring_to_utf8(text));
+        ASSERT_EQ(severity.settings.log_severity().has_value(), named != names.end())
+            << ustring_to_utf8(text);
+        if (named != names.end()) {
+            ASSERT_EQ(to_text(*severity.settings.log_severity()), *named);
+        }
+    }
+}
+
+TEST(CommonForms, are_what_the_casts_make_of_them) {
+    expect_all_as_cast(1500);
+}
+
+struct Grouping : std::numpunct<char> {
+    char do_thousands_sep() const override { return '\''; }
+    char do_decimal_point() const override { return ','; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+TEST(CommonForms, are_the_same_in_a_locale_that_groups_digits) {
+    const std::locale before = std::locale::global(std::locale(std::locale::classic(), new Grouping));
+    expect_all_as_cast(500);
+    std::locale::global(before);
+}
+
+TEST(CommonForms, of_user_data_are_split_as_the_tokenizer_does) {
+    using Separator = boost::escaped_list_separator<char16_t>;
+    std::mt19937 random(1);
+    int pairs = 0;
+    for (int i = 0; i != 3000; ++i) {
+        std::u16string text;
+        while (random() % 7 != 0)
+            text += u"ab \t\"\\xn\u00E4"[random() % 9];
+        const Parsed got = parse({u"--user-data", text, u"--auto-deploy-root", u"D"});
+        const boost::tokenizer<Separator, std::u16string::const_iterator, std::u16string> tokenizer(
+            text, Separator(u"\\", u" \t", u"\""));
+        std::vector<std::u16string> parts;
+        try {
+            for (const std::u16string& part : tokenizer)
+                if (parts.empty() || !part.empty() || parts.size() > 1) parts.push_back(part);
+        } catch (const boost::escaped_list_error&) {
+            parts.clear();
+        }
+        ASSERT_EQ(got.settings.user_data().size(), parts.size() == 2 ? 1u : 0u) << ustring_to_utf8(text);
+        if (parts.size() != 2) continue;
+        ++pairs;
+        ASSERT_EQ(got.settings.user_data()[0], std::make_pair(parts[0], parts[1])) << ustring_to_utf8(text);
+    }
+    EXPECT_GT(pairs, 100);
+}
+
+} // namespace
+} // namespace qel::config::test
