@@ -14,6 +14,9 @@ namespace orvane {
 
 using qel::util::filesystem::Path;
 
+/// Whether standard error is a terminal, one that understands colours.
+bool errors_go_to_a_terminal();
+
 /// How long ago the process started; none when there is no such process, or it has ended and only waits to be
 /// collected. Of a process that tells others nothing, a time longer ago than any file.
 std::optional<std::chrono::milliseconds> process_age(unsigned pid);

@@ -6,7 +6,7 @@
 
 #include "qel/i18n/convert.hpp"
 
-#include <boost/json/src.hpp>
+#include <boost/json.hpp>
 
 #include <cmath>
 #include <iomanip>

@@ -35,11 +35,15 @@ std::optional<Tokens> take_options(CLI::App& app, const Tokens& args, std::ostre
         code = ExitCode::done;
         return std::nullopt;
     } catch (const CLI::ParseError& fault) {
-        err << app.get_name() << ": " << fault.what() << '\n';
-        code = ExitCode::misused;
+        code = misused(app, fault.what(), err);
         return std::nullopt;
     }
     return Tokens(at, args.end());
+}
+
+ExitCode misused(const CLI::App& app, const std::string& fault, std::ostream& err) {
+    err << app.get_name() << ": " << fault << '\n';
+    return ExitCode::misused;
 }
 
 } // namespace orvane

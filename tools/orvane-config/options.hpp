@@ -15,4 +15,7 @@ namespace orvane {
 std::optional<Tokens> take_options(CLI::App& app, const Tokens& args, std::ostream& out, std::ostream& err,
                                    ExitCode& code);
 
+/// Says on `err` how the tool was misused.
+ExitCode misused(const CLI::App& app, const std::string& fault, std::ostream& err);
+
 } // namespace orvane

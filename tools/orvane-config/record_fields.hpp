@@ -71,4 +71,13 @@ void for_each_field(const qel::config::SslContext& record, Visit visit) {
 #include "qel/util/ssl_context_fields.def"
 }
 
+/// A list is none, although a record of one field can be made of it.
+template <class T>
+concept Record = requires(const T& value) {
+    for_each_field(value, [](const char*, const auto&) {});
+}
+&&!requires(const T& value) {
+    value.begin();
+};
+
 } // namespace orvane

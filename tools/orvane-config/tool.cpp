@@ -13,27 +13,34 @@
 namespace orvane {
 namespace {
 
-constexpr char help_text[] =
+constexpr char text_of_help[] =
     R"(Usage: orvane-config VERB ...
 
 Checks a command line of the Orvane server without starting a server, and finds servers that run.
 
-  check FLAGS...
-      parse and validate the server's FLAGS; print what they set
+  check [OPTIONS] FLAGS...
+      parse and validate the server's FLAGS; print what they set, or what is wrong with them
+  show [OPTIONS] FLAGS...
+      print every setting, and which of the FLAGS it comes from
   locate [OPTIONS] FLAGS...
       read the runtime files of the server with these FLAGS; --help lists the options
   publish FLAGS... [-- COMMAND ARGS...]
       write the runtime files of a server with these FLAGS, and remove them when COMMAND ends,
       or without one when a signal comes, which is 0 for the signals INT and TERM
+  flags [--format text|markdown|man]
+      print the reference of all flags
+  completions [--for NAME] bash|powershell
+      print a script that completes flags in a shell, for this tool or for the server's executable NAME
   usage [NAME]
       print the server's synopsis for a program called NAME
   help, version
       print this text; print the library's version
 
-FLAGS go to the library as they stand.
+Every verb has --help. The tool's own OPTIONS come first; FLAGS go to the library as they stand.
 
-Exit codes: 0 accepted, located or done; 1 refused; 2 orvane-config misused; 4 not published;
-5 published but stale or malformed; 6 waiting timed out; 7 input or output failed. 'publish' ends with
+Exit codes: 0 accepted, located or done; 1 refused; 2 orvane-config misused; 3 accepted, but --strict
+found a warning; 4 not published; 5 published but stale or malformed; 6 waiting timed out; 7 input or
+output failed. 'publish' ends with
 the exit code of COMMAND, 128 and the signal's number when that ended it.
 )";
 
@@ -47,7 +54,7 @@ ExitCode usage(const Tokens& args, std::ostream& out, std::ostream& err) {
 }
 
 ExitCode help(const Tokens&, std::ostream& out, std::ostream&) {
-    out << help_text;
+    out << text_of_help;
     return ExitCode::done;
 }
 
@@ -63,23 +70,37 @@ struct Verb {
 
 // clang-format off
 constexpr Verb verbs[] = {
-    {u"check",     check},
-    {u"locate",    locate},
-    {u"publish",   publish},
-    {u"usage",     usage},
-    {u"help",      help},
-    {u"--help",    help},
-    {u"-h",        help},
-    {u"version",   version},
-    {u"--version", version},
+    {u"check",       check},
+    {u"show",        show},
+    {u"flags",       flags},
+    {u"completions", completions},
+    {u"locate",      locate},
+    {u"publish",     publish},
+    {u"usage",       usage},
+    {u"help",        help},
+    {u"version",     version},
+    {u"--help",      help},
+    {u"-h",          help},
+    {u"--version",   version},
 };
 // clang-format on
 
 } // namespace
 
+std::string help_text() {
+    return text_of_help;
+}
+
+std::vector<std::string> verb_names() {
+    std::vector<std::string> names;
+    for (const Verb& verb : verbs)
+        if (verb.name[0] != u'-') names.push_back(qel::i18n::ustring_to_utf8(verb.name));
+    return names;
+}
+
 ExitCode run(const Tokens& args, std::ostream& out, std::ostream& err) {
     if (args.empty()) {
-        err << help_text;
+        err << text_of_help;
         return ExitCode::misused;
     }
     const auto verb = std::find_if(std::begin(verbs), std::end(verbs),

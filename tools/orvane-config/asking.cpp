@@ -1,0 +1,278 @@
+// What can be learnt of a command line by asking the library.
+#include "asking.hpp"
+
+#include "qel/config/error_code.hpp"
+#include "qel/config/option.hpp"
+#include "qel/config/parse_settings.hpp"
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+#include <iterator>
+#include <sstream>
+
+namespace orvane {
+namespace {
+
+namespace error_code = qel::config::error_code;
+namespace option = qel::config::option;
+
+Tokens tokens_of(const Line& line) {
+    Tokens tokens;
+    for (const Step& step : line)
+        for (const Word& word : step)
+            tokens.push_back(word.text);
+    return tokens;
+}
+
+Line first(const Line& line, std::size_t count) {
+    return Line(line.begin(), line.begin() + static_cast<std::ptrdiff_t>(count));
+}
+
+/// Asks about a line without one step after the other.
+class Omitting {
+public:
+    explicit Omitting(const Line& line) : line_(line), tokens_(tokens_of(line)) {}
+
+    /// About the line without the step that comes next.
+    Answer ask_without() {
+        const auto from = tokens_.begin() + static_cast<std::ptrdiff_t>(token_);
+        const Tokens step(from, from + size());
+        tokens_.erase(from, from + size());
+        Answer answer = ask(tokens_);
+        tokens_.insert(tokens_.begin() + static_cast<std::ptrdiff_t>(token_), step.begin(), step.end());
+        return answer;
+    }
+
+    void keep() { token_ += line_[step_++].size(); }
+    void omit() {
+        const auto from = tokens_.begin() + static_cast<std::ptrdiff_t>(token_);
+        tokens_.erase(from, from + size());
+        ++step_;
+    }
+
+private:
+    std::ptrdiff_t size() const { return static_cast<std::ptrdiff_t>(line_[step_].size()); }
+
+    const Line& line_;
+    Tokens tokens_;
+    std::size_t step_ = 0;
+    std::size_t token_ = 0;
+};
+
+Line with(Line line, std::size_t position, Step step) {
+    line.insert(line.begin() + static_cast<std::ptrdiff_t>(position), std::move(step));
+    return line;
+}
+
+/// The first step that is refused, not before `from`; line.size() when all are taken. A line that is refused stays so
+/// whatever follows, so the place can be found by halving.
+std::size_t first_refused(const Line& line, std::size_t from) {
+    std::size_t stride = 1;
+    std::size_t good = from; // so many steps are taken
+    while (good + stride <= line.size() && ask(first(line, good + stride)).walked()) {
+        good += stride;
+        stride *= 2;
+    }
+    std::size_t bad = std::min(good + stride, line.size() + 1);
+    while (bad - good > 1) {
+        const std::size_t middle = good + (bad - good) / 2;
+        (ask(first(line, middle)).walked() ? good : bad) = middle;
+    }
+    return good;
+}
+
+/// A line that gives the same record, and of which any step can be left out: no step stands behind the one flag that
+/// limits what may follow. What had to go moves to `redundant`.
+Line loosened(const Line& line, std::vector<Redundant>& redundant) {
+    const auto limits = [](const Step& step) { return step[0].text == option::request_timeout(); };
+    const auto last = std::find_if(line.rbegin(), line.rend(), limits);
+    if (last == line.rend()) return line;
+    Line loose;
+    for (const Step& step : line) {
+        if (!limits(step))
+            loose.push_back(step);
+        else if (&step != &*last)
+            redundant.push_back({step, *last});
+    }
+    loose.push_back(*last);
+    return loose;
+}
+
+/// Why `step`, which belongs at `position` of the line, has no effect there.
+Redundant explained(const Line& line, std::size_t position, const Step& step) {
+    const auto counts = [&step](const Line& without_it, std::size_t at) {
+        return ask(with(without_it, at, step)).settings != ask(without_it).settings;
+    };
+    // Most are replaced by the same flag; else by one of those that follow.
+    constexpr std::size_t most_asked = 50;
+    std::vector<std::size_t> others;
+    for (std::size_t later = line.size(); later-- != position;) {
+        if (line[later][0].text == step[0].text)
+            others.insert(others.begin(), later);
+        else
+            others.push_back(later);
+    }
+    if (counts(with(line, 0, step_of(option::https(), u"1")), position + 1))
+        return {step, std::nullopt, true};
+    if (others.size() > most_asked) others.resize(most_asked);
+    for (const std::size_t other : others)
+        if (counts(without(line, other), position)) return {step, line[other]};
+    return {step, std::nullopt};
+}
+
+/// The names of the settings that differ.
+std::vector<std::string> differences(const std::vector<Setting>& settings,
+                                     const std::vector<Setting>& changed) {
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i != settings.size(); ++i)
+        if (settings[i] != changed[i]) names.push_back(settings[i].name);
+    return names;
+}
+
+/// For each setting the steps whose values decide it.
+void find_origins(Effects& effects, const Answer& accepted) {
+    const Line& line = effects.effective;
+    const std::vector<Setting> settings = settings_of(accepted.settings);
+    Omitting omitting(line);
+    for (std::size_t i = 0; i != line.size(); ++i) {
+        const Answer left_out = omitting.ask_without();
+        omitting.keep();
+        std::vector<std::string> names;
+        if (!left_out.code) names = differences(settings, settings_of(left_out.settings));
+        // What cannot be left out, or takes a whole listener with it, is asked about by other values.
+        if (names.size() != 1 && line[i].size() == 2) {
+            std::set<std::string> changing;
+            for (const char16_t* value : {u"1", u"2"}) {
+                Line other = line;
+                other[i][1].text = value;
+                const Answer answer = ask(other);
+                if (answer.code) continue;
+                for (const std::string& name : differences(settings, settings_of(answer.settings)))
+                    changing.insert(name);
+            }
+            if (!changing.empty()) names.assign(changing.begin(), changing.end());
+        }
+        for (const std::string& name : names)
+            effects.origins[name].push_back(line[i]);
+    }
+}
+
+/// The settings that are there, or are as they are, because the library completes the record at the end of a line.
+void find_completed(Effects& effects, const Answer& accepted) {
+    // A token that is no flag ends the walk before that.
+    const auto before =
+        settings_of(ask(with(effects.effective, effects.effective.size(), {{u"", 0}})).settings);
+    const auto after = settings_of(accepted.settings);
+    for (std::size_t i = 0; i != after.size(); ++i) {
+        if (before[i] == after[i]) continue;
+        const auto& origins = effects.origins[after[i].name];
+        const auto says_so = [&](const Step& step) {
+            return qel::i18n::ustring_to_utf8(step.back().text) == after[i].lines[0].second;
+        };
+        if (after[i].lines.size() == 1 && std::any_of(origins.begin(), origins.end(), says_so)) continue;
+        // Some values wait for the end of the line only to be put in place: then none is left without their steps.
+        Line rest;
+        for (const Step& step : effects.effective)
+            if (std::none_of(origins.begin(), origins.end(),
+                             [&](const Step& origin) { return origin[0].number == step[0].number; }))
+                rest.push_back(step);
+        const Answer answer = ask(rest);
+        if (answer.code || !settings_of(answer.settings)[i].lines.empty())
+            effects.completed.insert(after[i].name);
+    }
+}
+
+} // namespace
+
+bool Answer::walked() const {
+    return !code || code == error_code::missing_required_flag();
+}
+
+Answer ask(const Tokens& tokens) {
+    Answer answer;
+    std::ostringstream out;
+    answer.code = qel::config::parse_settings(answer.settings, tokens, out);
+    answer.text = out.str();
+    return answer;
+}
+
+Answer ask(const Line& line) {
+    return ask(tokens_of(line));
+}
+
+Shape shape_of(const std::u16string& token) {
+    const Answer answer = ask(Tokens{token});
+    if (answer.walked()) return Shape::switch_flag;
+    return answer.code == error_code::unrecognized_flag() ? Shape::no_flag : Shape::value_flag;
+}
+
+Line steps_of(const Tokens& tokens) {
+    Line line;
+    for (std::size_t i = 0; i != tokens.size(); ++i) {
+        Step& step = line.emplace_back(Step{{tokens[i], i + 1}});
+        if (shape_of(tokens[i]) != Shape::value_flag || i + 1 == tokens.size()) continue;
+        ++i;
+        step.push_back({tokens[i], i + 1});
+    }
+    return line;
+}
+
+Step step_of(std::u16string flag, std::u16string value) {
+    return {{std::move(flag)}, {std::move(value)}};
+}
+
+Line without(const Line& line, std::size_t position) {
+    Line rest = line;
+    rest.erase(rest.begin() + static_cast<std::ptrdiff_t>(position));
+    return rest;
+}
+
+Diagnosis diagnose(const Tokens& tokens, const Repair& repair) {
+    Diagnosis diagnosis;
+    Line line = steps_of(tokens);
+    for (std::size_t position = 0;;) {
+        Answer answer = ask(line);
+        if (!answer.code) {
+            diagnosis.repaired = std::move(line);
+            diagnosis.answer = std::move(answer);
+            break;
+        }
+        position = answer.walked() ? line.size() : first_refused(line, std::min(position, line.size()));
+        const Fault& fault = diagnosis.faults.emplace_back(Fault{line, position, std::move(answer)});
+        line = repair(fault);
+        // The repaired step, and the one before it, may be refused anew.
+        position = position < 2 ? 0 : position - 2;
+    }
+    qel::config::validate_settings(diagnosis.answer.settings, diagnosis.problems, diagnosis.involved);
+    return diagnosis;
+}
+
+Effects effects_of(const Line& line, const Answer& accepted, bool with_origins) {
+    Effects effects;
+    const Line loose = loosened(line, effects.redundant);
+    Omitting omitting(loose);
+    std::vector<std::size_t> omitted; // positions in the effective line, before which they stood
+    std::vector<const Step*> steps;
+    for (const Step& step : loose) {
+        const Answer answer = omitting.ask_without();
+        if (answer.code || answer.settings != accepted.settings) {
+            effects.effective.push_back(step);
+            omitting.keep();
+        } else {
+            omitted.push_back(effects.effective.size());
+            steps.push_back(&step);
+            omitting.omit();
+        }
+    }
+    for (std::size_t i = 0; i != steps.size(); ++i)
+        effects.redundant.push_back(explained(effects.effective, omitted[i], *steps[i]));
+    std::sort(effects.redundant.begin(), effects.redundant.end(),
+              [](const Redundant& a, const Redundant& b) { return a.step[0].number < b.step[0].number; });
+    if (with_origins) {
+        find_origins(effects, accepted);
+        find_completed(effects, accepted);
+    }
+    return effects;
+}
+
+} // namespace orvane

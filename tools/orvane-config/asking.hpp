@@ -1,0 +1,98 @@
+// What can be learnt of a command line by asking the library: it is parsed again in part, with changes, and the verdicts
+// and records are compared. Nothing here knows how a flag is parsed or what a rule says.
+#pragma once
+
+#include "record_text.hpp"
+#include "tool.hpp"
+
+#include "qel/config/validate_settings.hpp"
+
+#include <boost/system/error_code.hpp>
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+/// A token, and its number on the command line, counted from 1; 0 when it was never there.
+struct Word {
+    std::u16string text;
+    std::size_t number = 0;
+};
+
+/// A flag with its value, a switch, or a token that is no flag.
+using Step = std::vector<Word>;
+using Line = std::vector<Step>;
+
+/// What the library says of a list of tokens.
+struct Answer {
+    boost::system::error_code code;
+    std::string text;
+    qel::config::ServerSettings settings;
+
+    /// Whether every token was taken; the required flag may be missing.
+    bool walked() const;
+};
+
+Answer ask(const Tokens& tokens);
+Answer ask(const Line& line);
+
+enum class Shape { no_flag, switch_flag, value_flag };
+
+/// What the library takes the token for at the start of a line.
+Shape shape_of(const std::u16string& token);
+
+/// The steps of the tokens, numbered from 1, as the library would take them.
+Line steps_of(const Tokens& tokens);
+
+/// The step with everything it needs: a switch, or a flag with a value.
+Step step_of(std::u16string flag, std::u16string value);
+
+Line without(const Line& line, std::size_t position);
+
+/// One refusal, and what the line looked like when it came.
+struct Fault {
+    Line line;            ///< with what came before already repaired
+    std::size_t position; ///< of the step that is refused; line.size() when the line as a whole is
+    Answer answer;        ///< the library's, for the whole line
+};
+
+/// All that is wrong with a line: the first fault as the library reports it, then those that it would report once the
+/// ones before are repaired, and the problems of the record that comes out at the end.
+struct Diagnosis {
+    std::vector<Fault> faults;
+    qel::config::ProblemList problems;
+    qel::config::FlagSet involved;
+    Line repaired;
+    Answer answer; ///< for the repaired line
+};
+
+/// Makes a line out of a faulty one in which that fault is gone.
+using Repair = std::function<Line(const Fault&)>;
+
+Diagnosis diagnose(const Tokens& tokens, const Repair& repair);
+
+/// A step without which the record is the same.
+struct Redundant {
+    Step step;
+    std::optional<Step> replaced_by; ///< without this one it would count
+    bool needs_https = false;        ///< with a listener for TLS it would count
+};
+
+/// What the steps of an accepted line do.
+struct Effects {
+    std::vector<Redundant> redundant;
+    Line effective;                                   ///< the line without them; it gives an equal record
+    std::map<std::string, std::vector<Step>> origins; ///< by setting: the steps without which it is another
+    std::set<std::string> completed; ///< the settings to which the library adds at the end of the line
+};
+
+/// `origins` and `completed` are filled when asked for. Costs a parse of the line for each step, twice with origins.
+Effects effects_of(const Line& line, const Answer& accepted, bool with_origins);
+
+} // namespace orvane

@@ -1,0 +1,111 @@
+// The library's verdict on a command line, and all that can be said about it.
+#include "verdict.hpp"
+
+#include "escape.hpp"
+#include "host.hpp"
+
+#include "qel/config/error_code.hpp"
+#include "qel/config/report.hpp"
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+#include <ostream>
+
+namespace orvane {
+namespace {
+
+/// Looking for steps without effect parses the line once for each step. Nobody waits for that on a line as long as this.
+constexpr std::size_t most_steps = 5000;
+
+/// The step and its neighbours; on a terminal a second line marks the step.
+void show_place(const Fault& fault, std::ostream& err) {
+    const bool terminal = errors_go_to_a_terminal();
+    const char* const no_color = std::getenv("NO_COLOR");
+    const bool colour = terminal && (no_color == nullptr || *no_color == '\0');
+
+    const Line& line = fault.line;
+    const Step& step = line[fault.position];
+    std::string before = "  " + numbers_of(step) + ": ";
+    if (fault.position > 1) before += "... ";
+    if (fault.position > 0) before += shown(line[fault.position - 1]) + " ";
+    const std::string refused = shown(step);
+    err << before << (colour ? "\033[1;31m" : "") << refused << (colour ? "\033[0m" : "");
+    if (fault.position + 1 < line.size()) err << " " << shown(line[fault.position + 1]);
+    if (fault.position + 2 < line.size()) err << " ...";
+    err << '\n';
+
+    if (!terminal) return;
+    const auto columns = [](const std::string& text) { return qel::i18n::utf8_to_ustring(text).size(); };
+    err << std::string(columns(before), ' ') << '^' << std::string(columns(refused) - 1, '~') << '\n';
+}
+
+void show_fault(const Fault& fault, const Advice& advice, std::ostream& err) {
+    if (fault.position != fault.line.size()) show_place(fault, err);
+    for (const std::string& sentence : advice.sentences)
+        err << "    " << sentence << '\n';
+}
+
+/// The library's text with its last line ended; most of its texts do not end theirs.
+std::string ended(const std::string& text) {
+    return text.empty() || text.back() == '\n' ? text : text + '\n';
+}
+
+/// Where the flags stand that the problems are about.
+void show_involved(const Verdict& verdict, std::ostream& err) {
+    for (const Step& step : verdict.line)
+        if (verdict.diagnosis.involved.contains(step[0].text))
+            err << "  " << numbers_of(step) << ": " << shown(step) << '\n';
+}
+
+void show_further(const Verdict& verdict, std::ostream& err) {
+    const Diagnosis& diagnosis = verdict.diagnosis;
+    for (std::size_t i = 1; i != diagnosis.faults.size(); ++i) {
+        err << "once this is mended: " << ended(diagnosis.faults[i].answer.text);
+        if (diagnosis.faults[i].answer.text.empty()) err << '\n';
+        show_fault(diagnosis.faults[i], verdict.advice[i], err);
+    }
+    for (const std::u16string& problem : diagnosis.problems)
+        err << "once this is mended: " << escape(qel::i18n::ustring_to_utf8(problem)) << '\n';
+}
+
+} // namespace
+
+bool Verdict::accepted() const {
+    return !code();
+}
+
+boost::system::error_code Verdict::code() const {
+    if (answer.code || diagnosis.problems.empty()) return answer.code;
+    return qel::config::error_code::incompatible_flags();
+}
+
+Verdict judge(const Tokens& tokens, bool with_origins) {
+    Verdict verdict{steps_of(tokens), ask(tokens), {}, {}, {}, {}};
+    verdict.diagnosis = diagnose(
+        tokens, [&](const Fault& fault) { return verdict.advice.emplace_back(advise(fault)).repaired; });
+    if (verdict.accepted() && (with_origins || verdict.line.size() <= most_steps)) {
+        verdict.effects = effects_of(verdict.line, verdict.answer, with_origins);
+        verdict.warnings = warnings_of(verdict.line, verdict.effects);
+    }
+    return verdict;
+}
+
+void explain(const Verdict& verdict, std::ostream& err) {
+    err << ended(verdict.answer.text);
+    const Diagnosis& diagnosis = verdict.diagnosis;
+    if (!verdict.answer.code && !diagnosis.problems.empty())
+        qel::config::report_problems(diagnosis.problems, diagnosis.involved, err);
+    if (!verdict.accepted())
+        err << "orvane-config: configuration refused: " << verdict.code().message() << '\n';
+    if (verdict.answer.code) {
+        show_fault(diagnosis.faults[0], verdict.advice[0], err);
+        show_further(verdict, err);
+    } else if (!verdict.accepted()) {
+        show_involved(verdict, err);
+    }
+    for (const Warning& warning : verdict.warnings)
+        err << "orvane-config: warning: token " << warning.token << ": " << warning.text << '\n';
+}
+
+} // namespace orvane

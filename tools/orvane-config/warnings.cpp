@@ -1,0 +1,95 @@
+// What is accepted and yet probably not meant.
+#include "warnings.hpp"
+
+#include "advice.hpp"
+
+#include "qel/config/option.hpp"
+
+#include <algorithm>
+
+namespace orvane {
+namespace {
+
+namespace option = qel::config::option;
+
+std::string without_effect(const Redundant& redundant) {
+    const std::string step = shown(redundant.step);
+    if (redundant.needs_https) return step + " has no effect without " + shown(option::https());
+    if (!redundant.replaced_by) return step + " has no effect";
+    const Step& other = *redundant.replaced_by;
+    const std::string where = shown(other) + " (" + numbers_of(other) + ")";
+    if (other[0].text == redundant.step[0].text && other.back().text == redundant.step.back().text)
+        return step + " is repeated by " + where;
+    if (other[0].text != redundant.step[0].text)
+        return step + " is lost: " + where + " begins anew; give it behind that";
+    return step + " has no effect: " + where + " replaces it";
+}
+
+/// The lines that the step alone adds to a record.
+std::vector<std::pair<std::string, std::string>> lines_of(const Step& step) {
+    // No listener's flag can stand for the required one: the record is looked at before its completion.
+    std::vector<std::pair<std::string, std::string>> lines;
+    for (const Setting& setting : settings_of(ask(Line{step}).settings))
+        lines.insert(lines.end(), setting.lines.begin(), setting.lines.end());
+    return lines;
+}
+
+bool is_number(const std::string& text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
+}
+
+/// A minus sign that came out as a large number.
+std::string wrapped(const Step& step) {
+    const std::u16string& value = step[1].text;
+    const auto number = value.find_last_of(u":@") + 1; // 0 without one
+    if (value.size() < number + 2 || value[number] != u'-' || value[number + 1] < u'0' ||
+        value[number + 1] > u'9')
+        return {};
+    Step measured = step;
+    if (step[0].text == option::https())
+        measured[0].text = option::http(); // read the same way, and seen at once
+    for (const auto& [name, text] : lines_of(measured))
+        if (is_number(text) && text != "0") return shown(step) + " is negative, and taken for " + text;
+    return {};
+}
+
+std::string port_too_large(const Step& step) {
+    if (step[0].text != option::control_port()) return {};
+    for (const auto& [name, text] : lines_of(step))
+        if (is_number(text) && std::stoull(text) > 65535 && step[1].text[0] != u'-')
+            return shown(step) + " is above 65535, the largest port";
+    return {};
+}
+
+/// A duration that another flag takes as it stands.
+std::string clamped(const Step& step) {
+    if (step[0].text != option::statistics_log_interval()) return {};
+    const auto as_taken = lines_of(step);
+    const auto as_given = lines_of(step_of(option::queue_time_trigger(), step[1].text));
+    if (as_taken.empty() || as_given.empty() || as_taken[0].second == as_given[0].second) return {};
+    return shown(step) + " is taken for " + as_taken[0].second;
+}
+
+std::string a_flag_for_a_value(const Step& step) {
+    if (shape_of(step[1].text) == Shape::no_flag) return {};
+    return shown(step[0].text) + " has taken the flag " + shown(step[1].text) + " for its value";
+}
+
+} // namespace
+
+std::vector<Warning> warnings_of(const Line& line, const Effects& effects) {
+    std::vector<Warning> warnings;
+    for (const Redundant& redundant : effects.redundant)
+        warnings.push_back({redundant.step[0].number, without_effect(redundant)});
+    for (const Step& step : line) {
+        if (step.size() != 2) continue;
+        for (const auto rule : {wrapped, port_too_large, clamped, a_flag_for_a_value})
+            if (std::string text = rule(step); !text.empty())
+                warnings.push_back({step[1].number, std::move(text)});
+    }
+    std::stable_sort(warnings.begin(), warnings.end(),
+                     [](const Warning& a, const Warning& b) { return a.token < b.token; });
+    return warnings;
+}
+
+} // namespace orvane
