@@ -10,15 +10,19 @@ foreach(name boost utf8 utf8.h CLI)
 endforeach()
 
 set(ZEP_CONFIG_UTFCPP_INCLUDE_DIR ${dependencies} CACHE PATH "where utf8.h is")
-add_library(Boost::headers INTERFACE IMPORTED GLOBAL)
-target_include_directories(Boost::headers SYSTEM INTERFACE ${dependencies})
-# Windows 10; Asio wants to know.
-target_compile_definitions(Boost::headers INTERFACE _WIN32_WINNT=0x0A00)
-target_link_libraries(Boost::headers INTERFACE ws2_32 mswsock)
+if(NOT TARGET Boost::headers)
+    add_library(Boost::headers INTERFACE IMPORTED GLOBAL)
+    target_include_directories(Boost::headers SYSTEM INTERFACE ${dependencies})
+    # Windows 10; Asio wants to know.
+    target_compile_definitions(Boost::headers INTERFACE _WIN32_WINNT=0x0A00)
+    target_link_libraries(Boost::headers INTERFACE ws2_32 mswsock)
+endif()
 
 # The shared C++ runtime beside the binaries: streams, strings and exceptions cross the DLL boundary, so every module has
 # to use one and the same.
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+if(NOT CMAKE_RUNTIME_OUTPUT_DIRECTORY)
+    set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+endif()
 set(runtime_dlls)
 foreach(name libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
     execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${name}

@@ -1,0 +1,33 @@
+// Entry on Windows: the arguments are UTF-16 already, and go on unchanged.
+#include "server_startup.hpp"
+
+#include <string_view>
+
+#include <windows.h>
+
+namespace server_startup {
+
+unsigned own_process_id() {
+    return GetCurrentProcessId();
+}
+
+bool is_running(unsigned process_id) {
+    if (process_id == 0) return false;
+    const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, process_id);
+    if (process == nullptr) return GetLastError() == ERROR_ACCESS_DENIED;
+    // A process that has ended stays known as long as someone holds a handle to it.
+    const bool running = WaitForSingleObject(process, 0) == WAIT_TIMEOUT;
+    CloseHandle(process);
+    return running;
+}
+
+} // namespace server_startup
+
+int wmain(int argc, wchar_t** argv) {
+    std::deque<std::u16string> tokens;
+    for (int i = 1; i < argc; ++i) {
+        const std::wstring_view word(argv[i]);
+        tokens.emplace_back(word.begin(), word.end());
+    }
+    return server_startup::run(tokens);
+}

@@ -1,0 +1,207 @@
+// The whole life of a server around its configuration: read the flags, check them, publish, serve, withdraw.
+//
+// It serves little: an HTTP or HTTPS listener answers every request with one line (without TLS, which is not
+// what this shows), and any request to the control listener stops the server.
+#include "server_startup.hpp"
+
+#include <boost/asio/co_spawn.hpp>
+#include <boost/asio/detached.hpp>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/read_until.hpp>
+#include <boost/asio/signal_set.hpp>
+#include <boost/asio/use_awaitable.hpp>
+#include <boost/asio/write.hpp>
+
+#include <qel/config/config.hpp>
+#include <qel/i18n/convert.hpp>
+#include <qel/util/canonicalize.hpp>
+
+#include <csignal>
+#include <iostream>
+#include <limits>
+#include <optional>
+#include <stdexcept>
+
+namespace server_startup {
+namespace {
+
+namespace asio = boost::asio;
+namespace config = qel::config;
+using asio::ip::tcp;
+
+/// From the tokens to settings that may be used; or false, with the reason on the standard error stream.
+bool configure(config::ServerSettings& settings, const std::deque<std::u16string>& tokens) {
+    if (config::parse_settings(settings, tokens, std::cerr)) {
+        // The text of a failure does not end its line, and has none when a required flag is missing.
+        std::cerr << '\n';
+        config::usage(u"server_startup", std::cerr);
+        return false;
+    }
+    // No flag sets this one.
+    settings.qel_root(qel::util::filesystem::canonicalize(config::Path(u".")));
+
+    config::ProblemList problems;
+    config::FlagSet flags;
+    if (config::validate_settings(settings, problems, flags)) {
+        config::report_problems(problems, flags, std::cerr);
+        return false;
+    }
+    return true;
+}
+
+/// A pid file has one owner: who publishes over a live server's file takes it away at his own end.
+void refuse_second_server(const config::ServerSettings& settings) {
+    unsigned other = 0;
+    try {
+        other = config::read_master_pid(settings);
+    } catch (const config::config_io_error&) {
+        return; // no file: nobody runs here
+    }
+    if (is_running(other)) {
+        throw std::runtime_error("process " + std::to_string(other) + " has published here and runs");
+    }
+}
+
+// --- listeners
+
+asio::awaitable<void> answer(tcp::socket connection, std::string body, bool then_stop) {
+    std::string request;
+    co_await asio::async_read_until(connection, asio::dynamic_buffer(request, 8192), "\r\n\r\n",
+                                    asio::use_awaitable);
+    const std::string reply =
+        "HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: " + std::to_string(body.size()) +
+        "\r\n\r\n" + body;
+    co_await asio::async_write(connection, asio::buffer(reply), asio::use_awaitable);
+    connection.shutdown(tcp::socket::shutdown_both);
+    if (then_stop) static_cast<asio::io_context&>(connection.get_executor().context()).stop();
+}
+
+/// Accepts connections from its construction on.
+class Listener {
+public:
+    Listener(asio::io_context& context, const tcp::endpoint& where, const std::string& body, bool then_stop)
+        : acceptor_(context, where) {
+        asio::co_spawn(context, accept(acceptor_, body, then_stop), asio::detached);
+    }
+
+    /// With the port that the system chose, when the settings say 0.
+    tcp::endpoint endpoint() const { return acceptor_.local_endpoint(); }
+
+private:
+    static asio::awaitable<void> accept(tcp::acceptor& acceptor, std::string body, bool then_stop) {
+        while (true) {
+            tcp::socket connection = co_await acceptor.async_accept(asio::use_awaitable);
+            asio::co_spawn(acceptor.get_executor(), answer(std::move(connection), body, then_stop),
+                           asio::detached);
+        }
+    }
+
+    tcp::acceptor acceptor_;
+};
+
+/// The interface to bind to: the one of the given name, or all of them.
+tcp::endpoint address_of(asio::io_context& context, const config::HttpSettings& http) {
+    if (!http.host()) return {tcp::v4(), http.port()};
+    tcp::resolver resolver(context);
+    const auto found =
+        resolver.resolve(qel::i18n::ustring_to_utf8(*http.host()), std::to_string(http.port()));
+    return *found.begin();
+}
+
+/// Control is for this machine only.
+tcp::endpoint control_address(unsigned port) {
+    if (port > std::numeric_limits<unsigned short>::max()) {
+        throw std::runtime_error("there is no port " + std::to_string(port));
+    }
+    return {asio::ip::address_v4::loopback(), static_cast<unsigned short>(port)};
+}
+
+// --- publishing
+
+/// An HTTP or HTTPS listener with the file through which it is found.
+class WebService {
+public:
+    WebService(asio::io_context& context, const config::ServerSettings& settings,
+               const config::HttpSettings& http, config::HTTPProtocol protocol)
+        : listener_(context, address_of(context, http), "running\n", false) {
+        if (!settings.endpoint_root()) return;
+        // The file comes after the listener: whoever reads it connects at once.
+        const config::http_endpoint published(http.host(), listener_.endpoint().port());
+        file_.emplace(settings, published, protocol);
+        if (config::read_http_endpoint(settings, protocol).port() != published.port()) {
+            throw std::runtime_error("another server uses this endpoint root");
+        }
+        std::clog << "listening on " << qel::i18n::ustring_to_term(published.host_name()) << ':'
+                  << published.port() << '\n';
+    }
+
+private:
+    // Destroyed from the end: the file goes while the listener still accepts.
+    Listener listener_;
+    std::optional<config::scoped_http_endpoint_file> file_;
+};
+
+/// The same for the control interface, which always has a file: the validation asks for its place.
+class ControlService {
+public:
+    ControlService(asio::io_context& context, const config::ServerSettings& settings)
+        : listener_(context, control_address(*settings.control_port()), "stopping\n", true),
+          file_(settings, listener_.endpoint()) {
+        if (config::read_control_endpoint(settings) != listener_.endpoint()) {
+            throw std::runtime_error("another server uses this endpoint root");
+        }
+        std::clog << "controlled on " << listener_.endpoint() << '\n';
+    }
+
+private:
+    Listener listener_;
+    config::scoped_control_endpoint_file file_;
+};
+
+/// Publishes what the settings name, serves until it is told to stop, and withdraws everything. The order of
+/// the declarations is the order of both: the pid file first and, when all else is gone, last.
+void serve(const config::ServerSettings& settings) {
+    std::optional<config::scoped_master_pid_file> pid_file;
+    if (settings.pid_root()) {
+        refuse_second_server(settings);
+        pid_file.emplace(settings, own_process_id());
+        // As others find it. Between the look and the writing a second server may have come.
+        if (config::read_master_pid(settings) != own_process_id()) {
+            throw std::runtime_error("another server has started here at the same time");
+        }
+        std::clog << "process " << own_process_id() << '\n';
+    }
+
+    asio::io_context context;
+    asio::signal_set signals(context, SIGINT, SIGTERM);
+    signals.async_wait([&](const auto&, int) { context.stop(); });
+
+    std::optional<WebService> http;
+    std::optional<WebService> https;
+    std::optional<ControlService> control;
+    if (settings.http()) http.emplace(context, settings, *settings.http(), config::HTTPProtocol::http);
+    if (settings.https()) {
+        https.emplace(context, settings, settings.https()->http(), config::HTTPProtocol::https);
+    }
+    if (settings.control_port()) control.emplace(context, settings);
+
+    context.run();
+}
+
+} // namespace
+
+int run(const std::deque<std::u16string>& tokens) {
+    config::ServerSettings settings;
+    if (!configure(settings, tokens)) return 1;
+    try {
+        serve(settings);
+    } catch (const std::exception& failure) {
+        std::cerr << "server_startup: " << failure.what() << '\n';
+        return 1;
+    }
+    std::clog << "stopped\n";
+    return 0;
+}
+
+} // namespace server_startup

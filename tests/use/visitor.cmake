@@ -1,0 +1,44 @@
+# One who knows the server's flags only: finds it by its files, visits it, fails to start a second one, stops it.
+cmake_policy(SET CMP0054 NEW)
+
+# The control file is the last to come.
+foreach(attempt RANGE 300)
+    if(EXISTS ${RUNTIME}/control)
+        file(READ ${RUNTIME}/control control)
+        if(control)
+            break()
+        endif()
+    endif()
+    execute_process(COMMAND ${CMAKE_COMMAND} -E sleep 0.1)
+endforeach()
+
+# reads(FILE FORM): the file's bytes, as the variable of its name.
+function(reads file form)
+    file(READ ${RUNTIME}/${file} content)
+    if(NOT content MATCHES "^${form}$")
+        message(FATAL_ERROR "${file}: '${content}'")
+    endif()
+    set(${file} ${content} PARENT_SCOPE)
+endfunction()
+reads(main.pid "[1-9][0-9]*")
+reads(http "127\\.0\\.0\\.1:[1-9][0-9]*")
+reads(https "[^:]+:[1-9][0-9]*")
+reads(control "127\\.0\\.0\\.1:[1-9][0-9]*")
+
+function(visit where expected)
+    file(DOWNLOAD http://${where}/ ${RUNTIME}/../answer TIMEOUT 20 STATUS status)
+    file(READ ${RUNTIME}/../answer answer)
+    if(NOT status MATCHES "^0;" OR NOT answer STREQUAL "${expected}")
+        message(FATAL_ERROR "http://${where}/: ${status}, '${answer}'")
+    endif()
+endfunction()
+visit(${http} "running\n")
+
+# The second one must refuse, and leave what the first has published.
+execute_process(COMMAND ${SERVER} ${FLAGS} ERROR_VARIABLE said RESULT_VARIABLE result TIMEOUT 30)
+if(NOT result EQUAL 1 OR NOT said MATCHES "process ${main.pid} has published here and runs")
+    message(FATAL_ERROR "a second server ended with ${result}: ${said}")
+endif()
+reads(main.pid ${main.pid})
+
+visit(${control} "stopping\n")
