@@ -1,9 +1,12 @@
 // The files through which a running server's endpoints are found.
 //
 // In `endpoint_root`, each without a line end:
-//   control   ADDRESS:PORT, an IPv6 address in brackets      127.0.0.1:9920
-//   http      HOST:PORT, the host name as UTF-8               www.example.org:9910
-//   https     the same
+//
+// | file    | content                                | for example          |
+// |---------|----------------------------------------|----------------------|
+// | control | ADDRESS:PORT, an IPv6 one in brackets  | 127.0.0.1:9920       |
+// | http    | HOST:PORT, the host name as UTF-8      | www.example.org:9910 |
+// | https   | the same                               | www.example.org:9943 |
 //
 // Order: the pid file first (pid_files.hpp), these once the listeners accept; at the end the reverse. A file
 // has one writer. Readers may run at any time, and may meet an empty file while it is being written.
@@ -36,9 +39,12 @@ public:
     /// stays behind.
     scoped_control_endpoint_file(const ServerSettings& settings, const tcp_endpoint& endpoint);
     scoped_control_endpoint_file(const scoped_control_endpoint_file&) = delete;
+    ///@{
+    /// Moves throw nothing; the moved-from object removes nothing, and an assignment removes the file owned so far.
     scoped_control_endpoint_file(scoped_control_endpoint_file&&) noexcept;
-    scoped_control_endpoint_file& operator=(const scoped_control_endpoint_file&) = delete;
     scoped_control_endpoint_file& operator=(scoped_control_endpoint_file&&) noexcept;
+    ///@}
+    scoped_control_endpoint_file& operator=(const scoped_control_endpoint_file&) = delete;
     /// A file that cannot be removed is left, without an exception.
     ~scoped_control_endpoint_file();
 
@@ -53,9 +59,12 @@ public:
     scoped_http_endpoint_file(const ServerSettings& settings, const http_endpoint& endpoint,
                               HTTPProtocol protocol);
     scoped_http_endpoint_file(const scoped_http_endpoint_file&) = delete;
+    ///@{
+    /// Moves throw nothing; the moved-from object removes nothing, and an assignment removes the file owned so far.
     scoped_http_endpoint_file(scoped_http_endpoint_file&&) noexcept;
-    scoped_http_endpoint_file& operator=(const scoped_http_endpoint_file&) = delete;
     scoped_http_endpoint_file& operator=(scoped_http_endpoint_file&&) noexcept;
+    ///@}
+    scoped_http_endpoint_file& operator=(const scoped_http_endpoint_file&) = delete;
     ~scoped_http_endpoint_file();
 
 private:

@@ -1,4 +1,7 @@
 // What the library throws when a runtime file fails.
+//
+// Thrown with BOOST_THROW_EXCEPTION, so each carries the function, file and line of the throw, and can be cloned by
+// boost::current_exception().
 #pragma once
 
 #include "qel/config/export.hpp"
@@ -10,17 +13,19 @@
 
 namespace qel::config {
 
-// All exception types have one shape. Thrown with BOOST_THROW_EXCEPTION they carry function, file and line of
-// the throw and can be cloned by boost::current_exception(). Copies share the boost::exception part by
-// reference count.
+// All exception types have one shape.
 #define ZEP_EXCEPTION(name)                                                                                  \
     class ZEP_CONFIG_API name : public std::runtime_error, public virtual boost::exception {                 \
     public:                                                                                                  \
+        /** Throws std::bad_alloc. */                                                                        \
         explicit name(const std::string& what);                                                              \
+        /**@{*/                                                                                              \
+        /** Copies share their text and the boost::exception part. Throws nothing. */                        \
         name(const name&);                                                                                   \
         name(name&&) noexcept;                                                                               \
         name& operator=(const name&);                                                                        \
         name& operator=(name&&) noexcept;                                                                    \
+        /**@}*/                                                                                              \
         ~name() noexcept override;                                                                           \
     }
 

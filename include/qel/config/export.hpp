@@ -1,6 +1,7 @@
-// ZEP_CONFIG_API marks what the library exports.
+// What the library exports.
 #pragma once
 
+/// Marks what the library exports.
 #if defined(_WIN32)
 #if defined(ZEP_CONFIG_BUILD)
 #define ZEP_CONFIG_API __declspec(dllexport)

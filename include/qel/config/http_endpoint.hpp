@@ -17,7 +17,7 @@ struct FileFormat;
 /// construction.
 class ZEP_CONFIG_API http_endpoint {
 public:
-    /// An empty host name and port 0.
+    /// An empty host name and port 0. Throws nothing.
     http_endpoint() noexcept;
 
     /// `host` as it stands, or this machine's name when it is not set.
@@ -27,13 +27,18 @@ public:
     /// std::bad_alloc.
     http_endpoint(const optional<std::u16string>& host, unsigned short port);
 
+    ///@{
+    /// Copies throw std::bad_alloc. Moves throw nothing.
     http_endpoint(const http_endpoint&);
     http_endpoint(http_endpoint&&) noexcept;
     http_endpoint& operator=(const http_endpoint&);
     http_endpoint& operator=(http_endpoint&&) noexcept;
+    ///@}
     ~http_endpoint();
 
+    /// As it was given, or read. Throws nothing.
     const std::u16string& host_name() const noexcept;
+    /// Throws nothing.
     unsigned short port() const noexcept;
 
 private:

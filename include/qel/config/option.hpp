@@ -10,7 +10,9 @@
 /// field they set. All names with their texts: flags.def. Each throws std::bad_alloc only.
 namespace qel::config::option {
 
-#define ZEP_FLAG(name, text) ZEP_CONFIG_API std::u16string name();
+#define ZEP_FLAG(name, text)                                                                                 \
+    /** A new string; throws std::bad_alloc. */                                                              \
+    ZEP_CONFIG_API std::u16string name();
 #include "qel/config/flags.def"
 
 } // namespace qel::config::option

@@ -19,7 +19,7 @@ namespace qel::config {
 /// | success               | all well                          | a line for each user-data key given again  |
 /// | missing_required_flag | no tokens, or no auto-deploy root | nothing                                    |
 /// | unrecognized_flag     | a token is no flag                | `unrecognized option: TOKEN` and a line end |
-/// | parse_error           | a value is missing or bad         | the reason, ` (at option 'FLAG')`          |
+/// | parse_error           | a value is missing or bad         | the reason, " (at option 'FLAG')"          |
 /// | out_of_range          | a number is outside its range     | the reason                                 |
 ///
 /// The last two do not end their line. Warnings of the first row come before any failure's text.
@@ -34,7 +34,8 @@ namespace qel::config {
 ///
 /// Inside the walk over the tokens every std::exception, std::bad_alloc included, becomes parse_error; after it
 /// std::bad_alloc passes out, and so it does when memory runs out while a failure is being written. A stream
-/// that has exceptions enabled lets its own pass out. Takes time linear in the tokens. Ill-formed UTF-16 is shown as U+FFFD and harms nothing.
+/// that has exceptions enabled lets its own pass out. Takes time linear in the tokens. Ill-formed UTF-16 is
+/// shown as U+FFFD and harms nothing.
 ZEP_CONFIG_API boost::system::error_code
 parse_settings(ServerSettings& settings, const std::deque<std::u16string>& args, std::ostream& out);
 

@@ -19,9 +19,12 @@ public:
     /// std::bad_alloc. Nothing is removed then: a file that was opened but not written stays behind.
     scoped_pid_file(const Path& file, const unsigned& pid);
     scoped_pid_file(const scoped_pid_file&) = delete;
+    ///@{
+    /// Moves throw nothing; the moved-from object removes nothing, and an assignment removes the file owned so far.
     scoped_pid_file(scoped_pid_file&&) noexcept;
-    scoped_pid_file& operator=(const scoped_pid_file&) = delete;
     scoped_pid_file& operator=(scoped_pid_file&&) noexcept;
+    ///@}
+    scoped_pid_file& operator=(const scoped_pid_file&) = delete;
     /// A file that cannot be removed is left, without an exception.
     ~scoped_pid_file();
 
@@ -35,9 +38,12 @@ public:
     /// Throws bad_config when the settings have no pid root; otherwise like scoped_pid_file.
     scoped_master_pid_file(const ServerSettings& settings, const unsigned& pid);
     scoped_master_pid_file(const scoped_master_pid_file&) = delete;
+    ///@{
+    /// Moves throw nothing; the moved-from object removes nothing, and an assignment removes the file owned so far.
     scoped_master_pid_file(scoped_master_pid_file&&) noexcept;
-    scoped_master_pid_file& operator=(const scoped_master_pid_file&) = delete;
     scoped_master_pid_file& operator=(scoped_master_pid_file&&) noexcept;
+    ///@}
+    scoped_master_pid_file& operator=(const scoped_master_pid_file&) = delete;
     ~scoped_master_pid_file();
 
 private:

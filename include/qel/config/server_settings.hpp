@@ -18,8 +18,7 @@ namespace qel::config {
 ///
 /// A plain value: no operation checks content. Default-constructed it holds no configuration at all: every
 /// optional is empty, every switch is off, every path and container is empty; defaults are applied by whoever
-/// uses a setting. /// Copies are deep; they throw std::bad_alloc, with the strong guarantee on construction and the basic one on
-/// assignment, which goes field by field. Moves and comparisons throw nothing.
+/// uses a setting.
 #define ZEP_RECORD ServerSettings
 #define ZEP_FIELDS "qel/config/fields/server_settings.def"
 #include "qel/config/detail/declare_record.inl"

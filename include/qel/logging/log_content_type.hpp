@@ -14,6 +14,7 @@ enum class log_content_type : std::int32_t {
     content_dashboard = 7
 };
 
+/// All of them, in the order in which a handler's definition is compared with them.
 inline constexpr std::array log_content_types = {log_content_type::content_dashboard,
                                                  log_content_type::content_statistics,
                                                  log_content_type::content_default};

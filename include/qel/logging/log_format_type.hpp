@@ -7,8 +7,10 @@
 
 namespace qel::logging {
 
+/// How a handler's log records look.
 enum class log_format_type : std::int32_t { text_plain = 0, text_xml = 1, text_json = 2 };
 
+/// All of them.
 inline constexpr std::array log_format_types = {log_format_type::text_plain, log_format_type::text_xml,
                                                 log_format_type::text_json};
 

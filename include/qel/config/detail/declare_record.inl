@@ -1,13 +1,11 @@
 // Declares the class ZEP_RECORD with the fields of the list ZEP_FIELDS. Both macros are undefined at the end.
-//
-// Every field `f` of type T has `T& f()`, `const T& f() const` and the setter `void f(const T&)`, which copies.
-// Getters throw nothing; a setter gives the strong guarantee as far as T's assignment does.
 
 class ZEP_CONFIG_API ZEP_RECORD {
 public:
     /// Every field as `T{}`: optionals and containers empty, switches off, numbers zero.
+    /// Throws std::bad_alloc at most.
     ZEP_RECORD();
-    /// All fields, in declaration order, each copied.
+    /// All fields, in declaration order, each copied. Throws std::bad_alloc.
     // clang-format off
     ZEP_RECORD(
 #define ZEP_FIRST_FIELD(name, ...) const __VA_ARGS__& name
@@ -15,26 +13,38 @@ public:
 #include ZEP_FIELDS
     );
     // clang-format on
+    ///@{
+    /// Copies are deep and throw std::bad_alloc; an assignment goes field by field, and one that fails leaves
+    /// every field valid. Moves throw nothing.
     ZEP_RECORD(const ZEP_RECORD&);
     ZEP_RECORD(ZEP_RECORD&&) noexcept;
     ZEP_RECORD& operator=(const ZEP_RECORD&);
     ZEP_RECORD& operator=(ZEP_RECORD&&) noexcept;
+    ///@}
     ~ZEP_RECORD();
 
 #define ZEP_FIELD(name, ...)                                                                                 \
+    /** Throws nothing. */                                                                                   \
     __VA_ARGS__& name() noexcept;                                                                            \
+    /** Throws nothing. */                                                                                   \
     const __VA_ARGS__& name() const noexcept;                                                                \
+    /** Sets it to a copy. Throws std::bad_alloc; the field is then valid. */                                \
     void name(const __VA_ARGS__&);
 #include ZEP_FIELDS
 
-    /// All fields equal, tested in declaration order.
+    ///@{
+    /// All fields equal, tested in declaration order. Throws nothing.
     bool operator==(const ZEP_RECORD&) const;
     bool operator!=(const ZEP_RECORD&) const;
-    /// The first field decides that is less (true), or that is not equal (false). All equal gives false.
+    ///@}
+    ///@{
+    /// The first field decides that is less (true), or that is not equal (false). All equal gives false. The
+    /// others follow from this and `==` of the same operands. Throws nothing.
     bool operator<(const ZEP_RECORD&) const;
     bool operator<=(const ZEP_RECORD&) const;
     bool operator>(const ZEP_RECORD&) const;
     bool operator>=(const ZEP_RECORD&) const;
+    ///@}
 
 private:
 #define ZEP_FIELD(name, ...) __VA_ARGS__ name##_{};

@@ -16,9 +16,9 @@ using Argument = std::variant<std::string, std::u16string>;
 
 /// What names a message: its catalog, its ID there, and the arguments in order.
 struct ZEP_CONFIG_PLATFORM_API MessageID {
-    std::string catalog;
-    std::string id;
-    std::vector<Argument> arguments;
+    std::string catalog;             ///< where its text stands
+    std::string id;                  ///< its name there
+    std::vector<Argument> arguments; ///< what its text names, in order
 };
 
 /// The identifier users may search for: catalog and ID joined by a colon.
@@ -32,24 +32,35 @@ ZEP_CONFIG_PLATFORM_API std::string catalog_text(const MessageID& message);
 class ZEP_CONFIG_PLATFORM_API IMsgIDException {
 public:
     virtual ~IMsgIDException();
+    ///@{
+    /// What was thrown, valid as long as the exception. Throws nothing.
     virtual const std::string& catalog() const noexcept = 0;
     virtual const std::string& message_id() const noexcept = 0;
     virtual const std::vector<Argument>& arguments() const noexcept = 0;
+    /// Catalog and ID, as error_identifier joins them. Throws nothing.
     virtual const std::string& identifier() const noexcept = 0;
+    ///@}
 
 protected:
     IMsgIDException() = default;
+    ///@{
+    /// For derived classes. Throws nothing.
     IMsgIDException(const IMsgIDException&) = default;
     IMsgIDException& operator=(const IMsgIDException&) = default;
+    ///@}
 };
 
 /// Base of the exception types, one derived type per message ID. what() is the catalog's text. Copies share
 /// their content, so that copying one while it is thrown cannot fail.
 class ZEP_CONFIG_PLATFORM_API MsgIDException : public std::runtime_error, public IMsgIDException {
 public:
+    /// Throws std::bad_alloc.
     explicit MsgIDException(MessageID message);
+    ///@{
+    /// Throws nothing.
     MsgIDException(const MsgIDException&) noexcept;
     MsgIDException& operator=(const MsgIDException&) noexcept;
+    ///@}
     ~MsgIDException() override;
 
     const std::string& catalog() const noexcept override;

@@ -7,11 +7,11 @@
 
 namespace qel::util::filesystem {
 
-/// The canonical form of `path`: absolute, symbolic links resolved as far as the path exists, `.` and `..`
+/// The canonical form of `path`: absolute, symbolic links resolved as far as the path exists, "." and ".."
 /// folded, no trailing separator except at a root. The path need not exist; what follows the last existing
 /// element is folded as text. The canonical form of the empty path is empty.
 ///
-/// `..` means what it means to the system: on POSIX the parent of what a link before it leads to; on Windows
+/// ".." means what it means to the system: on POSIX the parent of what a link before it leads to; on Windows
 /// the text before that link. Windows forms also bear the spelling on disk. A chain of more than 40 links,
 /// and a path longer than the system takes, count as not existing. Reads the file system, changes nothing.
 /// Throws std::bad_alloc only.

@@ -9,22 +9,27 @@ namespace qel::util::filesystem {
 
 /// A path held as UTF-16 text. Nothing is checked, folded or normalised on construction.
 ///
-/// Separators are `/`, and on Windows also `\`. Two relations are deliberately different:
+/// Separators are `/`, and on Windows also the backslash. Two relations are deliberately different:
 /// `==` compares the stored texts, code unit by code unit; `<` compares the sequences of path elements.
 /// So `a//b` and `a/b` are unequal, and neither is less than the other.
 class ZEP_CONFIG_PLATFORM_API Path {
 public:
-    /// The empty path.
+    /// The empty path. Throws nothing.
     Path() noexcept;
+    /// The text as it is. Throws nothing.
     explicit Path(std::u16string text) noexcept;
+    ///@{
+    /// Copies throw std::bad_alloc, and an assignment that failed changes nothing. Moves throw nothing.
     Path(const Path&);
     Path(Path&&) noexcept;
     Path& operator=(const Path&);
     Path& operator=(Path&&) noexcept;
+    ///@}
     ~Path();
 
-    /// The text as it was given.
+    /// The text as it was given. Throws nothing.
     const std::u16string& text() const noexcept;
+    /// Throws nothing.
     bool empty() const noexcept;
 
     /// The path without its last element. The parent of `/a` is `/`; of `/`, of a drive or share root, and of
@@ -32,10 +37,10 @@ public:
     /// std::bad_alloc; strong guarantee.
     Path parent_path() const;
 
-    /// Same text, code unit by code unit.
+    /// Same text, code unit by code unit. Throws nothing.
     bool operator==(const Path&) const noexcept;
     /// Lexicographic over the elements; each element compares by code units. Runs of separators count as one,
-    /// and a trailing separator adds no element; a leading root is an element of its own.
+    /// and a trailing separator adds no element; a leading root is an element of its own. Throws nothing.
     bool operator<(const Path&) const noexcept;
 
 private:

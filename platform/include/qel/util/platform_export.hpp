@@ -1,6 +1,7 @@
-// ZEP_CONFIG_PLATFORM_API marks what the platform library exports.
+// What the platform library exports.
 #pragma once
 
+/// Marks what the platform library exports.
 #if defined(_WIN32)
 #if defined(ZEP_CONFIG_PLATFORM_BUILD)
 #define ZEP_CONFIG_PLATFORM_API __declspec(dllexport)

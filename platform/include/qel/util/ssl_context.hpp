@@ -17,7 +17,7 @@ namespace qel::util::ssl {
 /// Whether a client must present a certificate.
 enum class SslVerifyPeerMode { no_verify_peer = 0, verify_peer_require_peer_cert = 1 };
 
-/// The mode's name, "no-verify-peer" or "verify-peer-require-peer-cert".
+/// The mode's name, "no-verify-peer" or "verify-peer-require-peer-cert". Throws nothing.
 constexpr std::string_view to_text(SslVerifyPeerMode mode) {
     return mode == SslVerifyPeerMode::no_verify_peer ? "no-verify-peer" : "verify-peer-require-peer-cert";
 }
@@ -35,19 +35,27 @@ using AccessMap = std::map<std::string, std::set<std::u16string>>;
 /// `==` compares all fields; `<` is lexicographic over them in the order of the list.
 class ZEP_CONFIG_PLATFORM_API SslContext {
 public:
+    /// Nothing set. Throws std::bad_alloc at most.
     SslContext();
+    ///@{
+    /// Copies throw std::bad_alloc; an assignment goes field by field. Moves throw nothing.
     SslContext(const SslContext&);
     SslContext(SslContext&&) noexcept;
     SslContext& operator=(const SslContext&);
     SslContext& operator=(SslContext&&) noexcept;
+    ///@}
     ~SslContext();
 
 #define QEL_SSL_FIELD(name, ...)                                                                             \
+    /** Throws nothing. */                                                                                   \
     const __VA_ARGS__& name() const noexcept;                                                                \
+    /** Sets it to a copy; throws std::bad_alloc. */                                                         \
     void name(const __VA_ARGS__&);
 #include "qel/util/ssl_context_fields.def"
 
+    /// All fields equal. Throws nothing.
     bool operator==(const SslContext&) const;
+    /// By the first field that differs. Throws nothing.
     bool operator<(const SslContext&) const;
 
 private:

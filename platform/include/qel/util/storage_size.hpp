@@ -14,7 +14,7 @@ namespace qel::util {
 /// There is no sign and no fraction.
 class ZEP_CONFIG_PLATFORM_API storage_size {
 public:
-    /// Zero bytes.
+    /// Zero bytes. Throws nothing.
     storage_size() noexcept;
 
     /// Reads one size from `in`, up to the end of the text or white space. A text that is none, spaces
@@ -22,6 +22,7 @@ public:
     /// bits sets the stream's fail bit and leaves the object unchanged. Returns `in`.
     std::istream& parse(std::istream& in);
 
+    /// Throws nothing.
     std::uint64_t bytes() const noexcept;
 
 private:
