@@ -30,6 +30,13 @@ if(TARGET qel_platform)
 endif()
 if(TARGET orvane-config)
     install(TARGETS orvane-config RUNTIME DESTINATION ${binaries} COMPONENT tool)
+    # A tool built for another system does not run here, and Windows has no place for these files.
+    if(NOT CMAKE_CROSSCOMPILING)
+        include(cmake/tool_documents.cmake)
+        install(FILES ${manual} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
+        install(FILES ${tool_documents}/orvane-config
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tool)
+    endif()
 endif()
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT development PATTERN api EXCLUDE)
