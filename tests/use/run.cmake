@@ -83,6 +83,12 @@ elseif(WAY STREQUAL "pkg_config" OR WAY STREQUAL "debian")
 endif()
 if(WAY STREQUAL "debian")
     run(${stage}/bin/orvane-config check --auto-deploy-root D)
+    foreach(file man/man1/orvane-config.1.gz bash-completion/completions/orvane-config)
+        file(SIZE ${stage}/share/${file} size)
+        if(size LESS 1000)
+            message(FATAL_ERROR "${file} has ${size} bytes")
+        endif()
+    endforeach()
 endif()
 
 # --- the life of the server
@@ -93,13 +99,13 @@ file(MAKE_DIRECTORY ${runtime})
 
 # refuses(TEXT FLAGS...): does not start with these, and says why.
 function(refuses text)
-    execute_process(COMMAND ${server} ${ARGN} ERROR_VARIABLE said RESULT_VARIABLE result TIMEOUT 30)
+    execute_process(COMMAND ${server} ${ARGN} ERROR_VARIABLE said RESULT_VARIABLE result TIMEOUT 120)
     if(NOT result EQUAL 1 OR NOT said MATCHES "${text}")
         message(FATAL_ERROR "${ARGN}: expected exit code 1 and '${text}', got ${result} and:\n${said}")
     endif()
 endfunction()
 refuses("unrecognized option: --nonsense\n" --nonsense)
-refuses("Syntax|Usage|usage")
+refuses("Usage: server_startup --auto-deploy-root")
 refuses("please choose one or the other" --auto-deploy-root D --wait --num-workers 4)
 refuses("server_startup: error opening no/such/place" --auto-deploy-root D --pid-root no/such/place)
 refuses("server_startup: there is no port 65536" --auto-deploy-root D --control-port 65536
@@ -107,11 +113,14 @@ refuses("server_startup: there is no port 65536" --auto-deploy-root D --control-
 
 set(flags --auto-deploy-root D --pid-root ${runtime} --endpoint-root ${runtime} --control-port 0
     --http 127.0.0.1:0 --https 0)
+if(NOT TOOLCHAIN)
+    set(readers -DREADERS=${SOURCE}/docs/runtime-files.md)
+endif()
 # Both run at the same time, the server's standard output going to the visitor's input.
 execute_process(COMMAND ${server} ${flags}
-    COMMAND ${CMAKE_COMMAND} "-DSERVER=${server}" "-DFLAGS=${flags}" -DRUNTIME=${runtime}
+    COMMAND ${CMAKE_COMMAND} "-DSERVER=${server}" "-DFLAGS=${flags}" -DRUNTIME=${runtime} ${readers}
         -P ${CMAKE_CURRENT_LIST_DIR}/visitor.cmake
-    OUTPUT_VARIABLE said ERROR_VARIABLE said RESULTS_VARIABLE results TIMEOUT 60)
+    OUTPUT_VARIABLE said ERROR_VARIABLE said RESULTS_VARIABLE results TIMEOUT 240)
 file(GLOB left ${runtime}/*)
 if(NOT results STREQUAL "0;0" OR left)
     message(FATAL_ERROR "the server and its visitor ended with ${results}, left behind '${left}', and said:\n${said}")

@@ -25,6 +25,38 @@ reads(http "127\\.0\\.0\\.1:[1-9][0-9]*")
 reads(https "[^:]+:[1-9][0-9]*")
 reads(control "127\\.0\\.0\\.1:[1-9][0-9]*")
 
+# The readers that the documentation offers to shells, on these files and on what no server has written.
+if(READERS)
+    file(READ ${READERS} readers)
+    string(REGEX REPLACE "^.*\n```sh\n" "" readers "${readers}")
+    string(FIND "${readers}" "\n```" end)
+    string(SUBSTRING "${readers}" 0 ${end} readers)
+    set(damaged ${RUNTIME}/../damaged)
+    file(MAKE_DIRECTORY ${damaged})
+    file(WRITE ${damaged}/script.sh "${readers}
+        set -e
+        server_pid ${RUNTIME}
+        server_endpoint ${RUNTIME} control
+        printf '[::1]:80' >${damaged}/control
+        server_endpoint ${damaged} control
+        ! server_pid ${damaged}/nowhere
+        ! server_endpoint ${damaged} http
+        for text in '' 0 ${main.pid}x -1 4294967295 99999999999; do
+            printf %s \"$text\" >${damaged}/main.pid
+            ! server_pid ${damaged}
+        done
+        for text in '' 80 :80 localhost localhost: localhost:http; do
+            printf %s \"$text\" >${damaged}/http
+            ! server_endpoint ${damaged} http
+        done
+        echo read")
+    execute_process(COMMAND sh ${damaged}/script.sh OUTPUT_VARIABLE read)
+    string(REPLACE ":" " " endpoint ${control})
+    if(NOT read STREQUAL "${main.pid}\n${endpoint}\n::1 80\nread\n")
+        message(FATAL_ERROR "the readers of ${READERS} print:\n${read}")
+    endif()
+endif()
+
 function(visit where expected)
     file(DOWNLOAD http://${where}/ ${RUNTIME}/../answer TIMEOUT 20 STATUS status)
     file(READ ${RUNTIME}/../answer answer)
@@ -35,7 +67,7 @@ endfunction()
 visit(${http} "running\n")
 
 # The second one must refuse, and leave what the first has published.
-execute_process(COMMAND ${SERVER} ${FLAGS} ERROR_VARIABLE said RESULT_VARIABLE result TIMEOUT 30)
+execute_process(COMMAND ${SERVER} ${FLAGS} ERROR_VARIABLE said RESULT_VARIABLE result TIMEOUT 120)
 if(NOT result EQUAL 1 OR NOT said MATCHES "process ${main.pid} has published here and runs")
     message(FATAL_ERROR "a second server ended with ${result}: ${said}")
 endif()
