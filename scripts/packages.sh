@@ -29,3 +29,5 @@ quietly() {
 }
 
 build_packages=(g++ cmake ninja-build libboost1.81-dev libutfcpp-dev libcli11-dev)
+# What cpack asks for shared libraries and their dependencies.
+debian_packages=(dpkg-dev file)
