@@ -27,12 +27,12 @@ ServerSettings parsed(const Corpus& corpus) {
     return settings;
 }
 
-void count_parsing(const Corpus& corpus) {
+void count_parsing(const std::string& name, const std::deque<std::u16string>& tokens) {
     Nowhere nowhere;
     std::ostream out(&nowhere);
-    count("parse " + corpus.name, [&] {
+    count(name, [&] {
         ServerSettings settings;
-        parse_settings(settings, corpus.wide, out);
+        parse_settings(settings, tokens, out);
     });
 }
 
@@ -58,14 +58,17 @@ ServerSettings deep_settings(int depth) {
 
 void count_everything() {
     for (const Corpus& corpus : corpora()) {
-        count_parsing(corpus);
+        count_parsing("walk " + corpus.name, for_walk_alone(corpus.wide));
+        count_parsing("parse " + corpus.name, corpus.wide);
         const ServerSettings settings = parsed(corpus);
         count("copy " + corpus.name, [&] { ServerSettings copy(settings); });
         count("compare " + corpus.name, [&, other = settings] { static_cast<void>(settings == other); });
         count_validating(corpus.name, settings);
     }
-    for (const int flags : {100, 1'000, 10'000, 100'000})
-        count_parsing(repeated(flags));
+    for (const int flags : {100, 1'000, 10'000, 100'000}) {
+        const Corpus corpus = repeated(flags);
+        count_parsing("parse " + corpus.name, corpus.wide);
+    }
 
     count_validating("10,000 roots in a deep tree", deep_settings(20));
 
