@@ -52,6 +52,11 @@ std::u16string convert<std::u16string>(const std::u16string& token) {
 }
 
 template <>
+std::u16string_view convert<std::u16string_view>(const std::u16string& token) {
+    return token;
+}
+
+template <>
 std::string convert<std::string>(const std::u16string& token) {
     return i18n::ustring_to_utf8(token);
 }
@@ -90,6 +95,7 @@ bool parse_flag<bool>(Walk& walk) {
 
 template Path parse_flag<Path>(Walk&);
 template std::u16string parse_flag<std::u16string>(Walk&);
+template std::u16string_view parse_flag<std::u16string_view>(Walk&);
 template std::string parse_flag<std::string>(Walk&);
 template unsigned int parse_flag<unsigned int>(Walk&);
 template std::uint64_t parse_flag<storage_size>(Walk&);
