@@ -6,7 +6,6 @@
 #include <boost/system/system_error.hpp>
 
 #include <filesystem>
-#include <fstream>
 
 #include <dlfcn.h>
 #include <unistd.h>
@@ -23,11 +22,8 @@ extern "C" [[gnu::visibility("default")]] int getaddrinfo(const char* host, cons
 void qel::config::fuzz::examine(std::string_view bytes) {
     static const auto root =
         std::filesystem::temp_directory_path() / ("zep_fuzz_" + std::to_string(getpid()));
-    static const struct Directory {
-        Directory() { std::filesystem::create_directory(root); }
-        ~Directory() { std::filesystem::remove_all(root); }
-    } directory;
-    ServerSettings settings;
+    std::filesystem::create_directory(root);
+    S settings;
     settings.pid_root() = settings.endpoint_root() = Path(root.u16string());
     for (const char* name : {"main.pid", "control", "http"})
         std::ofstream(root / name, std::ios_base::binary) << bytes;
@@ -46,6 +42,7 @@ void qel::config::fuzz::examine(std::string_view bytes) {
         const tcp_endpoint endpoint = read_control_endpoint(settings);
         const scoped_control_endpoint_file written(settings, endpoint);
         promise(read_control_endpoint(settings) == endpoint, "an endpoint that was read is read back");
-    } catch (const boost::system::system_error&) {
+    } catch (const boost::system::system_error&) { // no address
     }
+    std::filesystem::remove_all(root);
 }

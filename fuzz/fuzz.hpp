@@ -1,20 +1,12 @@
 // What the fuzz targets share: bytes as command lines, and promises that end the program when broken.
 #pragma once
 
-#include "qel/config/config.hpp"
-#include "qel/i18n/convert.hpp"
-
-#include <cstdlib>
-#include <iostream>
-#include <sstream>
-#include <string_view>
+#include "../tests/support.hpp"
 
 namespace qel::config::fuzz {
 
-using namespace std::string_literals;
-using i18n::ustring_to_utf8;
+using namespace test;
 using i18n::utf8_to_ustring;
-using Tokens = std::deque<std::u16string>;
 
 inline void promise(bool kept, const char* what) {
     if (kept) return;
@@ -37,36 +29,22 @@ inline std::u16string text_from(std::string_view bytes) {
 /// One token a line.
 inline Tokens tokens_from(std::string_view bytes) {
     Tokens tokens;
-    for (std::size_t end; !bytes.empty(); bytes.remove_prefix(std::min(end + 1, bytes.size()))) {
-        end = std::min(bytes.find('\n'), bytes.size());
+    for (std::size_t end = 0; !bytes.empty() && end != bytes.npos; bytes.remove_prefix(end + 1)) {
+        end = bytes.find('\n');
         tokens.push_back(text_from(bytes.substr(0, end)));
     }
     return tokens;
 }
 
-struct Parsed {
-    ServerSettings settings;
-    boost::system::error_code code;
-    std::string text;
-};
-
-inline Parsed parse(const Tokens& tokens, ServerSettings before = {}) {
-    std::ostringstream out;
-    Parsed result{std::move(before), {}, {}};
-    result.code = parse_settings(result.settings, tokens, out);
-    result.text = out.str();
-    return result;
-}
-
 /// The record with this one flag, if it is accepted.
-inline optional<ServerSettings> accepted(const std::u16string& flag, const std::u16string& value) {
-    const Parsed got = parse({option::auto_deploy_root(), u"D", option::https(), u"1", flag, value});
+inline optional<S> accepted(const std::u16string& flag, const std::u16string& value) {
+    const Parsed got = parse_with_root({option::https(), u"1", flag, value});
     promise(got.text.empty() == (got.code == error_code::success()),
-            "a refusal has a text, and nothing else has one");
+            "a refusal, and nothing else, has a text");
     return boost::make_optional(got.text.empty(), got.settings);
 }
 
-/// The property that a target states; it breaks a promise when some input does not have it.
+/// The property that a target states; an input that does not have it breaks a promise.
 void examine(std::string_view bytes);
 
 } // namespace qel::config::fuzz

@@ -1,21 +1,14 @@
-// Without libFuzzer: examines the files given, or those in the directories given.
-#include <filesystem>
+// Without libFuzzer: examines the files given.
 #include <fstream>
-#include <iostream>
 #include <iterator>
+#include <string>
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size);
 
-int main(int argc, char** argv) {
-    int count = 0;
-    for (int i = 1; i != argc; ++i) {
-        for (const auto& entry : std::filesystem::directory_iterator(argv[i])) {
-            std::ifstream file(entry.path(), std::ios_base::binary);
-            const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-            std::cerr << entry.path() << '\n';
-            LLVMFuzzerTestOneInput(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
-            ++count;
-        }
+int main(int, char** argument) {
+    while (*++argument != nullptr) {
+        std::ifstream file(*argument, std::ios_base::binary);
+        const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+        LLVMFuzzerTestOneInput(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
     }
-    return count == 0;
 }
