@@ -1,7 +1,7 @@
 // Conversions take every text. Well-formed parts come through whole, whatever stands beside them.
 #include "fuzz.hpp"
 
-void qel::config::fuzz::examine(std::string_view bytes) {
+void examine(std::string_view bytes) {
     const std::u16string units = text_from(bytes), wide = utf8_to_ustring(bytes);
     const std::string narrow = ustring_to_utf8(units);
     const auto whole = [](const std::u16string& text) { return text.find(u'\uFFFD') == text.npos; };
@@ -16,5 +16,5 @@ void qel::config::fuzz::examine(std::string_view bytes) {
             "UTF-16 neighbours stay");
     promise(utf8_to_ustring(utf8_front + std::string(bytes) + utf8_back) == front + wide + back,
             "UTF-8 neighbours stay");
-    promise(i18n::ascii_to_ustring(bytes).size() == bytes.size(), "a byte is a unit");
+    promise(qel::i18n::ascii_to_ustring(bytes).size() == bytes.size(), "a byte is a unit");
 }

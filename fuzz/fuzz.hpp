@@ -3,24 +3,24 @@
 
 #include "../tests/support.hpp"
 
-namespace qel::config::fuzz {
+/// The property that a target states; an input that does not have it breaks a promise.
+void examine(std::string_view bytes);
 
-using namespace test;
-using i18n::utf8_to_ustring;
+using namespace qel::config;
+using namespace qel::config::test;
+using qel::i18n::utf8_to_ustring;
 
 inline void promise(bool kept, const char* what) {
-    if (kept) return;
-    std::cerr << "broken promise: " << what << '\n';
-    std::abort();
+    if (!kept) throw std::logic_error("broken promise: "s + what);
 }
 
 /// A byte below 0x80 is one code unit; any other is the high half of one, the byte behind it the low half. So every
 /// surrogate can come up, alone or not.
 inline std::u16string text_from(std::string_view bytes) {
     std::u16string text;
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
+    for (std::size_t i = 0; i != bytes.size(); ++i) {
         unsigned unit = static_cast<unsigned char>(bytes[i]);
-        if (unit >= 0x80 && i + 1 < bytes.size()) unit = unit << 8 | static_cast<unsigned char>(bytes[++i]);
+        if (unit >= 0x80 && i + 1 != bytes.size()) unit = unit << 8 | static_cast<unsigned char>(bytes[++i]);
         text += static_cast<char16_t>(unit);
     }
     return text;
@@ -29,10 +29,8 @@ inline std::u16string text_from(std::string_view bytes) {
 /// One token a line.
 inline Tokens tokens_from(std::string_view bytes) {
     Tokens tokens;
-    for (std::size_t end = 0; !bytes.empty() && end != bytes.npos; bytes.remove_prefix(end + 1)) {
-        end = bytes.find('\n');
-        tokens.push_back(text_from(bytes.substr(0, end)));
-    }
+    for (Lines lines; const std::string& line : boost::split(lines, bytes, boost::is_any_of("\n")))
+        tokens.push_back(text_from(line));
     return tokens;
 }
 
@@ -44,12 +42,13 @@ inline optional<S> accepted(const std::u16string& flag, const std::u16string& va
     return boost::make_optional(got.text.empty(), got.settings);
 }
 
-/// The property that a target states; an input that does not have it breaks a promise.
-void examine(std::string_view bytes);
-
-} // namespace qel::config::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
-    qel::config::fuzz::examine({reinterpret_cast<const char*>(data), size});
-    return 0;
+#ifdef ZEP_FUZZ_REPLAY
+int main(int, char** file) {
+    while (*++file != nullptr)
+        examine((std::ostringstream() << std::ifstream(*file, std::ios_base::binary).rdbuf()).str());
 }
+#else
+extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
+    return examine({data, size}), 0;
+}
+#endif

@@ -3,7 +3,7 @@
 
 #include <regex>
 
-void qel::config::fuzz::examine(std::string_view bytes) {
+void examine(std::string_view bytes) {
     const std::u16string value = text_from(bytes.substr(0, 200));
     const std::string text = ustring_to_utf8(value);
     static const std::regex form("([0-9]+)( *([BKMGTPE]|[KMGTPE]I?B))?", std::regex::icase);
