@@ -90,6 +90,7 @@ class Explains(unittest.TestCase):
     def test_every_flag_has_a_reference_and_its_example_is_accepted(self):
         flags = re.findall(r"--[\w-]+", (DATA / "flags.txt").read_text())
         self.assertEqual(sorted(self.examples), sorted(flags))
+        self.assertEqual((DATA.parents[1] / "docs/flags.md").read_text(), run("flags", "--format", "markdown")[1])
         for kind, pattern in [("markdown", r"^### `(--\S+?)[ `]"), ("man", r"^\.BI (\S+)")]:
             found = re.findall(pattern, run("flags", "--format", kind)[1], re.M)
             self.assertEqual(sorted(flag.replace("\\", "") for flag in found), sorted(flags))
