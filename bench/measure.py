@@ -3,7 +3,7 @@
 
 measure.py PROGRAM [ARGS...]                 prints name, instructions, allocations and questions to the file system,
                                              separated by tabs
-measure.py --expect FILE PROGRAM [ARGS...]   compares with the table in FILE; exit status 1 if something costs over 3 %
+measure.py --expect FILE PROGRAM [ARGS...]   compares with the table in FILE; exit status 1 if something costs over 5 %
                                              more or fewer instructions, or other allocations or questions
 """
 import pathlib
@@ -14,7 +14,7 @@ import tempfile
 
 # String functions differ a little from processor to processor (0.4 % at most, seen with all vector extensions
 # switched off). Nothing else does.
-tolerance = 0.03
+tolerance = 0.05
 
 
 def measure(command):
