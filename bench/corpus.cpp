@@ -3,6 +3,7 @@
 #include "qel/config/option.hpp"
 #include "qel/i18n/convert.hpp"
 
+#include <algorithm>
 #include <fstream>
 #include <stdexcept>
 
@@ -44,6 +45,12 @@ Corpus repeated(int count) {
             corpus.add(token);
     }
     return corpus;
+}
+
+std::deque<std::u16string> for_walk_alone(std::deque<std::u16string> tokens) {
+    const auto root = std::find(tokens.begin(), tokens.end(), option::auto_deploy_root());
+    tokens.erase(root, root + 2);
+    return tokens;
 }
 
 } // namespace qel::config::bench

@@ -22,4 +22,9 @@ std::vector<Corpus> corpora();
 /// --auto-deploy-root and `count` flags that may be repeated, each with a value of its own.
 Corpus repeated(int count);
 
+/// The tokens without --auto-deploy-root: walked to the end, then refused without a word. Only the runtime roots and the
+/// user data reach the record after the walk. So this measures the walk, and what parsing takes beyond it is completion
+/// (with the one flag that is left out).
+std::deque<std::u16string> for_walk_alone(std::deque<std::u16string> tokens);
+
 } // namespace qel::config::bench

@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """Runs a counting program under callgrind and shows what each of its operations costs.
 
-measure.py PROGRAM [ARGS...]                 prints name, instructions and allocations, separated by tabs
-measure.py --expect FILE PROGRAM [ARGS...]   compares with the table in FILE; exit status 1 if something costs more
-                                             instructions (by over 3 %) or other allocations than stated there
+measure.py PROGRAM [ARGS...]                 prints name, instructions, allocations and questions to the file system,
+                                             separated by tabs
+measure.py --expect FILE PROGRAM [ARGS...]   compares with the table in FILE; exit status 1 if something costs over 5 %
+                                             more or fewer instructions, or other allocations or questions
 """
 import pathlib
 import re
@@ -11,11 +12,13 @@ import subprocess
 import sys
 import tempfile
 
-tolerance = 0.03
+# String functions differ a little from processor to processor (0.4 % at most, seen with all vector extensions
+# switched off). Nothing else does.
+tolerance = 0.05
 
 
 def measure(command):
-    """{name: (instructions, allocations)} in the program's order."""
+    """{name: [instructions, allocations, questions]} in the program's order."""
     with tempfile.TemporaryDirectory() as folder:
         profile = pathlib.Path(folder, "profile")
         run = subprocess.run(
@@ -27,37 +30,39 @@ def measure(command):
             if name := re.search(r"^desc: Trigger: Client Request: (.*)$", text, re.M):
                 instructions[name[1]] = int(re.search(r"^(?:totals|summary): (\d+)", text, re.M)[1])
     rows = (line.split("\t") for line in run.stdout.splitlines())
-    return {name: (instructions[name], int(allocations)) for name, allocations in rows}
+    return {name: [instructions[name], *map(int, exact)] for name, *exact in rows}
 
 
 def expected(file):
     rows = (line.split("\t") for line in open(file) if not line.startswith("#"))
-    return {name: (int(instructions), int(allocations)) for name, instructions, allocations in rows}
+    return {name: list(map(int, figures)) for name, *figures in rows}
 
 
 def compare(found, wanted):
     complaints = [f"{name}: not measured" for name in wanted.keys() - found.keys()]
     complaints += [f"{name}: not in the table" for name in found.keys() - wanted.keys()]
     for name in found.keys() & wanted.keys():
-        (now, now_allocated), (then, then_allocated) = found[name], wanted[name]
+        (now, *exact_now), (then, *exact_then) = found[name], wanted[name]
         if now > then * (1 + tolerance):
             complaints.append(f"{name}: {now} instructions, {then} expected")
         if now < then * (1 - tolerance):
             complaints.append(f"{name}: {now} instructions, {then} expected: enter the better figure")
-        if now_allocated != then_allocated:
-            complaints.append(f"{name}: {now_allocated} allocations, {then_allocated} expected")
+        for what, is_now, was_then in zip(["allocations", "questions"], exact_now, exact_then, strict=True):
+            if is_now != was_then:
+                complaints.append(f"{name}: {is_now} {what}, {was_then} expected")
     return complaints
 
 
-arguments = sys.argv[1:]
-table = None
-if arguments[:1] == ["--expect"]:
-    table = expected(arguments[1])
-    arguments = arguments[2:]
-result = measure(arguments)
-for name, (instructions, allocations) in result.items():
-    print(f"{name}\t{instructions}\t{allocations}")
-if table is not None:
-    faults = compare(result, table)
-    print("\n".join(faults))
-    sys.exit(1 if faults else 0)
+if __name__ == "__main__":
+    arguments = sys.argv[1:]
+    table = None
+    if arguments[:1] == ["--expect"]:
+        table = expected(arguments[1])
+        arguments = arguments[2:]
+    result = measure(arguments)
+    for name, figures in result.items():
+        print(name, *figures, sep="\t")
+    if table is not None:
+        faults = compare(result, table)
+        print("\n".join(faults))
+        sys.exit(1 if faults else 0)

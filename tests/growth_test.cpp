@@ -1,21 +1,6 @@
 // Cost grows with the input and not faster: counted in bytes asked of operator new, not in time.
+#include "replaced_new.hpp"
 #include "support.hpp"
-
-#include <cstdlib>
-#include <new>
-
-static std::size_t allocated;
-
-// Not inlined: the compiler would see a plain free() behind a new expression, and complain.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-    allocated += size;
-    if (void* memory = std::malloc(size)) return memory;
-    throw std::bad_alloc();
-}
-// clang-format off
-[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-// clang-format on
 
 namespace qel::config::test {
 namespace {

@@ -121,9 +121,10 @@ private:
     /// The line with other words in place of the steps [begin, end).
     void repair(std::size_t begin, std::size_t end, const std::vector<Word>& words) {
         std::vector<Word> all;
-        for (std::size_t i = 0; i != line_.size(); ++i) {
+        for (std::size_t i = 0; i <= line_.size(); ++i) {
             if (i == begin) all.insert(all.end(), words.begin(), words.end());
-            if (i < begin || i >= end) all.insert(all.end(), line_[i].begin(), line_[i].end());
+            const bool kept = i < line_.size() && (i < begin || i >= end);
+            if (kept) all.insert(all.end(), line_[i].begin(), line_[i].end());
         }
         Tokens tokens;
         for (const Word& word : all)
@@ -161,7 +162,7 @@ private:
         else if (!misspelt() && !before_its_flag()) {
             if (took_a_flag)
                 swallowed(*before, at_ - 1);
-            else if (!similar() && !split_by_the_shell(before))
+            else if (!similar() && !(at_ != 0 && split_by_the_shell(at_ - 1)))
                 stray();
         }
     }
@@ -191,7 +192,7 @@ private:
             const auto meant = std::find_if(all.begin(), all.end(), [&](const Reference& one) {
                 return words_of(utf8_to_ustring(one.flag)) == words;
             });
-            if (meant == all.end() || (name == whole && !is_flag_like(whole))) continue;
+            if (meant == all.end()) continue;
 
             const std::u16string flag = utf8_to_ustring(meant->flag);
             std::vector<Word> words_meant = {{flag, step()[0].number}};
@@ -256,15 +257,21 @@ private:
         return true;
     }
 
-    bool split_by_the_shell(const Step* before) {
-        if (before == nullptr || before->size() != 2) return false;
-        const std::size_t end = end_of_strays(at_);
-        Step joined = *before;
-        for (std::size_t i = at_; i != end; ++i)
+    /// Whether the value of the step at `position` goes on in the tokens behind it.
+    bool split_by_the_shell(std::size_t position) {
+        const Step& start = line_[position];
+        const std::size_t end = end_of_strays(position + 1);
+        if (start.size() != 2 || end == position + 1) return false;
+        // Commands go on with options, directories do not.
+        const std::string form = reference_of(ustring_to_utf8(start[0].text))->value;
+        if (line_[position + 1][0].text.starts_with(u'-') && (form == "<directory>" || form == "<file>"))
+            return false;
+        Step joined = start;
+        for (std::size_t i = position + 1; i != end; ++i)
             joined[1].text += u" " + line_[i][0].text;
         if (!ask(Line{joined}).walked()) return false;
         say("was a value with a blank split by the shell? Quote it: " + shown(joined));
-        repair(at_ - 1, end, joined);
+        repair(position, end, joined);
         return true;
     }
 
@@ -286,7 +293,7 @@ private:
         }
         const Word& value = step()[1];
         if (shape_of(value.text) != Shape::no_flag) return swallowed(step(), at_);
-        if (quoted(value) || exchanged()) return;
+        if (quoted(value) || split_by_the_shell(at_) || exchanged()) return;
         say("the form is " + reference->flag + " " + reference->value +
             ", for example: " + reference->example);
         repair(at_, at_ + 1, {});

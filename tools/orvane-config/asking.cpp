@@ -164,8 +164,14 @@ void find_completed(Effects& effects, const Answer& accepted) {
         settings_of(ask(with(effects.effective, effects.effective.size(), {{u"", 0}})).settings);
     const auto after = settings_of(accepted.settings);
     for (std::size_t i = 0; i != after.size(); ++i) {
+        if (after[i].lines.empty()) continue;
+        const auto found = effects.origins.find(after[i].name);
+        if (found == effects.origins.end()) {
+            effects.completed.insert(after[i].name);
+            continue;
+        }
         if (before[i] == after[i]) continue;
-        const auto& origins = effects.origins[after[i].name];
+        const std::vector<Step>& origins = found->second;
         const auto says_so = [&](const Step& step) {
             return qel::i18n::ustring_to_utf8(step.back().text) == after[i].lines[0].second;
         };

@@ -87,14 +87,16 @@ void write_bash(const std::string& name, bool tool, std::ostream& out) {
     write_bash_flags(flags, out);
     if (tool) {
         out << function_name(name)
-            << "() {\n    local cur=${COMP_WORDS[COMP_CWORD]}\n    if ((COMP_CWORD == 1)); then\n        ";
+            << "() {\n    local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]} own=\n    if "
+               "((COMP_CWORD == 1)); then\n        ";
         bash_reply("-W '" + joined(verb_names(), " ") + "'", out);
         out << "\n        return\n    fi\n    case ${COMP_WORDS[1]} in\n    check|show|locate|publish) "
             << flags << " ;;\n    esac\n"
-            << "    local own=\n    case ${COMP_WORDS[1]} in\n";
+            << "    case ${COMP_WORDS[1]} in\n";
         for (const auto& [verb, options] : own_options)
             out << "    " << verb << ") own='" << options << "' ;;\n";
-        out << "    esac\n    if ((${#COMPREPLY[@]} == 0 || COMP_CWORD == 2)); then\n"
+        out << "    esac\n    # The tool's own options come first.\n"
+               "    if ((COMP_CWORD == 2)) || [[ \" $own \" == *\" $prev \"* ]]; then\n"
             << "        mapfile -t -O ${#COMPREPLY[@]} COMPREPLY < <(compgen -W \"$own\" -- \"$cur\")\n    "
                "fi\n}\n";
     }

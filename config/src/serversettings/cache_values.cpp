@@ -31,29 +31,34 @@ CacheProviderBadFormat::CacheProviderBadFormat(std::u16string definition)
 StartCacheLocalhost::StartCacheLocalhost(std::string host)
     : MsgIDException(msgid::MessageID{config_catalog, "StartCacheLocalhost", {std::move(host)}}) {}
 
-CacheSettings parse_cache_settings(std::u16string value) {
+CacheSettings parse_cache_settings(std::u16string_view value) {
+    const auto refuse = [value] { raise(CacheProviderBadFormat(std::u16string(value))); };
     // The ':' is counted in the whole definition, so a provider may hold one when the rest does not.
-    if (std::count(value.begin(), value.end(), u'@') != 1) raise(CacheProviderBadFormat(value));
-    if (std::count(value.begin(), value.end(), u':') > 1) raise(CacheProviderBadFormat(value));
+    if (std::count(value.begin(), value.end(), u'@') != 1) refuse();
+    if (std::count(value.begin(), value.end(), u':') > 1) refuse();
 
     const auto at = value.find(u'@');
-    const std::u16string provider = value.substr(0, at);
-    std::u16string port = value.substr(at + 1);
-    std::u16string host = u"localhost";
-    if (const auto colon = port.find(u':'); colon != std::u16string::npos) {
+    std::u16string_view port = value.substr(at + 1);
+    std::u16string_view host = u"localhost";
+    if (const auto colon = port.find(u':'); colon != port.npos) {
         host = port.substr(0, colon);
-        port.erase(0, colon + 1);
+        port.remove_prefix(colon + 1);
     }
-    if (!std::all_of(host.begin(), host.end(), is_host_character)) raise(CacheProviderBadFormat(value));
+    if (!std::all_of(host.begin(), host.end(), is_host_character)) refuse();
+
+    CacheSettings cache;
+    cache.provider() = value.substr(0, at);
+    cache.host() = host;
     try {
-        return {false, provider, number_from<unsigned short>(port), host};
+        cache.port() = number_from<unsigned short>(port);
     } catch (const boost::bad_lexical_cast&) {
-        raise(CacheProviderBadFormat(value));
+        refuse();
     }
+    return cache;
 }
 
-CacheSettings parse_start_cache(std::u16string value) {
-    CacheSettings cache = parse_cache_settings(std::move(value));
+CacheSettings parse_start_cache(std::u16string_view value) {
+    CacheSettings cache = parse_cache_settings(value);
     if (cache.host() != u"localhost" && cache.host() != u"127.0.0.1") {
         raise(StartCacheLocalhost(i18n::ustring_to_term(cache.host())));
     }

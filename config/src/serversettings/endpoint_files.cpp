@@ -18,7 +18,12 @@ namespace qel::config {
 
 template <>
 struct detail::FileFormat<tcp_endpoint> {
-    static void put(std::ostream& out, const tcp_endpoint& endpoint) { out << endpoint; }
+    // Not `out << endpoint`: Boost forms that in a stream of its own, which cuts it short, without a word, when memory
+    // runs out.
+    static void put(std::ostream& out, const tcp_endpoint& endpoint) {
+        const std::string address = endpoint.address().to_string();
+        out << (endpoint.address().is_v6() ? '[' + address + ']' : address) << ':' << endpoint.port();
+    }
 
     static void get(std::istream& in, tcp_endpoint& endpoint) {
         std::string text;

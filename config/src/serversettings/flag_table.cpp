@@ -23,10 +23,11 @@ namespace {
 using S = ServerSettings;
 using boost::lexical_cast;
 using std::u16string;
+using std::u16string_view;
 
-template <CacheSettings (*parse)(u16string)>
+template <CacheSettings (*parse)(u16string_view)>
 void add_cache(Walk& walk) {
-    CacheSettings cache = parse(parse_flag<u16string>(walk));
+    CacheSettings cache = parse(parse_flag<u16string_view>(walk));
     engaged(walk.settings.cache_list()).list().push_back(std::move(cache));
 }
 
@@ -58,7 +59,7 @@ void lumo_root(Walk& walk) {
 
 // Replaces the listener whole: a linger threshold given before it is lost.
 void http(Walk& walk) {
-    walk.settings.http() = parse_http_settings(parse_flag<u16string>(walk));
+    walk.settings.http() = parse_http_settings(parse_flag<u16string_view>(walk));
 }
 
 void http_linger_threshold(Walk& walk) {
@@ -86,7 +87,7 @@ void request_size_limit(Walk& walk) {
 }
 
 void https(Walk& walk) {
-    walk.https = parse_http_settings(parse_flag<u16string>(walk));
+    walk.https = parse_http_settings(parse_flag<u16string_view>(walk));
     walk.https_given = true;
 }
 
@@ -123,7 +124,7 @@ void server_memory_threshold_overflow_action(Walk& walk) {
 }
 
 void user_data(Walk& walk) {
-    auto [key, value] = parse_user_data_pair(parse_flag<u16string>(walk));
+    auto [key, value] = parse_user_data_pair(parse_flag<u16string_view>(walk));
     const auto [entry, inserted] = walk.user_data.try_emplace(std::move(key));
     if (!inserted) {
         walk.out << "Warning: overriding previously specified \"" << i18n::ustring_to_term(flag::user_data)

@@ -8,10 +8,28 @@
 #include <boost/date_time/posix_time/posix_time_io.hpp>
 #include <boost/throw_exception.hpp>
 
+#include <istream>
+#include <locale>
 #include <stdexcept>
 
 namespace qel::config {
 namespace {
+
+/// A duration that keeps nothing when it cannot be read.
+struct Duration {
+    time_duration value;
+};
+
+// Boost's operator gives the stream a facet, and loses it if memory runs out just then: it shall find one.
+std::istream& operator>>(std::istream& in, Duration& duration) {
+    using Facet = boost::posix_time::time_input_facet;
+    if (std::has_facet<Facet>(in.getloc())) return in >> duration.value;
+    Facet facet(1); // ours to destroy
+    const std::locale before = in.imbue(std::locale(in.getloc(), &facet));
+    in >> duration.value;
+    in.imbue(before);
+    return in;
+}
 
 /// Numbers, sizes, durations and severities are what lexical_cast makes of them, surprises included: "-1" is
 /// the largest unsigned number and "5" is five hours.
@@ -32,7 +50,7 @@ std::uint64_t convert<storage_size>(const std::u16string& token) {
 template <>
 time_duration convert<time_duration>(const std::u16string& token) {
     if (const auto duration = plain_duration(token)) return *duration;
-    return boost::lexical_cast<time_duration>(i18n::ustring_to_utf8(token));
+    return boost::lexical_cast<Duration>(i18n::ustring_to_utf8(token)).value;
 }
 
 template <>
@@ -48,6 +66,11 @@ Path convert<Path>(const std::u16string& token) {
 
 template <>
 std::u16string convert<std::u16string>(const std::u16string& token) {
+    return token;
+}
+
+template <>
+std::u16string_view convert<std::u16string_view>(const std::u16string& token) {
     return token;
 }
 
@@ -90,6 +113,7 @@ bool parse_flag<bool>(Walk& walk) {
 
 template Path parse_flag<Path>(Walk&);
 template std::u16string parse_flag<std::u16string>(Walk&);
+template std::u16string_view parse_flag<std::u16string_view>(Walk&);
 template std::string parse_flag<std::string>(Walk&);
 template unsigned int parse_flag<unsigned int>(Walk&);
 template std::uint64_t parse_flag<storage_size>(Walk&);

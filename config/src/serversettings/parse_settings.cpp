@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <string_view>
 
 namespace qel::config {
 namespace {
@@ -21,7 +22,7 @@ code walk_tokens(Walk& walk) {
     auto flag_position = walk.cursor;
     try {
         while (walk.cursor != walk.end) {
-            const std::u16string& token = *walk.cursor;
+            const std::u16string_view token = *walk.cursor;
             row =
                 std::find_if(row, rows.end(), [&](const Row& candidate) { return candidate.flag == token; });
             if (row == rows.end()) {

@@ -30,18 +30,21 @@ logging::log_content_type parse_log_content(std::string_view clause) {
 }
 
 void parse_log_format(ServerSettings& settings, std::string_view format, logging::log_content_type content,
-                      const std::string& command) {
+                      std::string_view command) {
     const auto* type = named(logging::log_format_types, format);
     if (type == nullptr) BOOST_THROW_EXCEPTION(std::runtime_error("bad log format type"));
-    settings.log_handler().emplace_back(*type, content, command);
+    LogHandlerInfo& handler = settings.log_handler().emplace_back();
+    handler.format() = *type;
+    handler.content() = content;
+    handler.command() = command;
 }
 
 } // namespace
 
-void parse_log_handler(ServerSettings& settings, const std::string& value) {
+void parse_log_handler(ServerSettings& settings, std::string_view value) {
     const auto space = value.find(' ');
-    const std::string_view handler = std::string_view(value).substr(0, space);
-    const std::string command = space == std::string::npos ? std::string() : value.substr(space + 1);
+    const std::string_view handler = value.substr(0, space);
+    const std::string_view command = space == value.npos ? std::string_view() : value.substr(space + 1);
 
     const auto semicolon = handler.find(';');
     const auto content = semicolon == std::string::npos ? logging::log_content_type::content_default
@@ -61,16 +64,16 @@ void parse_profile_directives(const char* begin, const char* end, std::vector<Pr
     }
 }
 
-std::pair<std::u16string, std::u16string> parse_user_data_pair(const std::u16string& value) {
+std::pair<std::u16string, std::u16string> parse_user_data_pair(std::u16string_view value) {
     // Without quotes and escapes, nearly always, the one blank separates the two.
     constexpr auto special = u" \t\"\\";
     const auto blank = value.find_first_of(special);
     if (blank < value.size() - 1 && value[blank] == u' ' &&
         value.find_first_of(special, blank + 1) == value.npos)
-        return {value.substr(0, blank), value.substr(blank + 1)};
+        return {std::u16string(value.substr(0, blank)), std::u16string(value.substr(blank + 1))};
 
     using Separator = boost::escaped_list_separator<char16_t>;
-    using Tokenizer = boost::tokenizer<Separator, std::u16string::const_iterator, std::u16string>;
+    using Tokenizer = boost::tokenizer<Separator, std::u16string_view::const_iterator, std::u16string>;
 
     const Tokenizer tokens(value, Separator(u"\\", u" \t", u"\""));
     // One token at a time: a surplus one is reported before a bad escape behind it is seen.
@@ -109,12 +112,12 @@ void check_cors_origins(bool star_seen, const std::vector<std::string>& origins)
     }
 }
 
-HttpSettings parse_http_settings(std::u16string value) {
+HttpSettings parse_http_settings(std::u16string_view value) {
     HttpSettings listener;
     const auto colon = value.rfind(u':');
     if (colon != std::u16string::npos) {
-        listener.host(value.substr(0, colon));
-        value.erase(0, colon + 1);
+        listener.host() = std::u16string(value.substr(0, colon));
+        value.remove_prefix(colon + 1);
     }
     listener.port(number_from<unsigned short>(value));
     return listener;

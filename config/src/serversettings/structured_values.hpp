@@ -5,6 +5,7 @@
 #include "qel/config/server_settings.hpp"
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -12,7 +13,7 @@ namespace qel::config {
 
 /// <format>[;<content>][ <command>]
 /// Appends one handler. The content clause is checked before the format word.
-void parse_log_handler(ServerSettings& settings, const std::string& value);
+void parse_log_handler(ServerSettings& settings, std::string_view value);
 
 /// <switch>[ <category>]*
 /// Appends one directive per category, or one with an empty category when there is none. Only "on" switches
@@ -21,7 +22,7 @@ void parse_profile_directives(const char* begin, const char* end, std::vector<Pr
 
 /// <key> <value>
 /// Tokens as in a quoted command line: separated by blanks and tabs, grouped by '"', escaped by '\'.
-std::pair<std::u16string, std::u16string> parse_user_data_pair(const std::u16string& value);
+std::pair<std::u16string, std::u16string> parse_user_data_pair(std::u16string_view value);
 
 /// <origin>[,<origin>]*
 /// Appends the origins, separated by any run of ',' and ' '. Returns whether one of them is "*".
@@ -33,13 +34,13 @@ void check_cors_origins(bool star_seen, const std::vector<std::string>& origins)
 
 /// <provider>@[<host>:]<port>
 /// A cache to attach to; the host is "localhost" when not given. Throws CacheProviderBadFormat.
-CacheSettings parse_cache_settings(std::u16string value);
+CacheSettings parse_cache_settings(std::u16string_view value);
 
 /// The same for a cache to start. Throws StartCacheLocalhost when its host is not this machine.
-CacheSettings parse_start_cache(std::u16string value);
+CacheSettings parse_start_cache(std::u16string_view value);
 
 /// [<host-name>:]<port>
 /// The host is what stands before the last ':', unchecked; not set without one.
-HttpSettings parse_http_settings(std::u16string value);
+HttpSettings parse_http_settings(std::u16string_view value);
 
 } // namespace qel::config

@@ -9,6 +9,7 @@
 #include <iosfwd>
 #include <map>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <vector>
 
@@ -45,8 +46,8 @@ using Stored = std::conditional_t<std::is_same_v<T, storage_size>, std::uint64_t
 /// Consumes the flag at the cursor and, unless T is bool, the next token as its value, whatever that looks
 /// like. Returns the converted value, or true for a bool.
 ///
-/// T is Path, std::u16string, std::string, unsigned int, storage_size, time_duration,
-/// severity_level or bool. Throws std::runtime_error naming flag and value when the value is missing
+/// T is Path, std::u16string, std::u16string_view (of the token itself, for values that are taken apart), std::string,
+/// unsigned int, storage_size, time_duration, severity_level or bool. Throws std::runtime_error naming flag and value when the value is missing
 /// or does not convert.
 template <class T>
 Stored<T> parse_flag(Walk& walk);

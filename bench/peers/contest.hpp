@@ -1,0 +1,82 @@
+// The runs that are compared: every parser with every command line.
+#pragma once
+
+#include "../corpus.hpp"
+#include "peer.hpp"
+
+#include "qel/config/parse_settings.hpp"
+
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+
+namespace qel::config::bench {
+
+/// A command line as main() gets it.
+class Arguments {
+public:
+    explicit Arguments(std::vector<std::string> tokens) : tokens_(std::move(tokens)) {
+        tokens_.insert(tokens_.begin(), "orvane");
+        for (std::string& token : tokens_)
+            argv_.push_back(token.data());
+        argv_.push_back(nullptr);
+    }
+    void operator()(const Peer& peer, Values& values) {
+        peer.parse(static_cast<int>(tokens_.size()), argv_.data(), values);
+    }
+
+private:
+    std::vector<std::string> tokens_;
+    std::vector<char*> argv_{};
+};
+
+inline Arguments arguments(const Corpus& corpus, const Peer& peer) {
+    std::vector<std::string> tokens = corpus.narrow;
+    if (peer.parse == parse_with_abseil)
+        for (std::string& token : tokens)
+            token = abseil_token(token);
+    return Arguments(tokens);
+}
+
+/// Throws unless the parser finds what getopt_long does; of repeated flags abseil keeps only the last.
+inline void check(const Corpus& corpus, const Peer& peer) {
+    const auto values = [&corpus](const Peer& one) {
+        Values found;
+        arguments(corpus, one)(one, found);
+        if (one.fetch != nullptr) one.fetch(found);
+        return found;
+    };
+    if (!(values(peer) == values(peers.front())))
+        throw std::logic_error(std::string(peer.name) + " takes " + corpus.name + " differently");
+}
+
+/// Calls run(line, parser, flags, parse) for each; `flags` is what to divide by, and parse(), which lives on its own,
+/// does the work once.
+template <class Run>
+void for_each_contestant(Run run) {
+    const auto ours = [&run](const std::string& line, int flags, const Corpus& corpus) {
+        run(line, "zep_config", flags, [tokens = corpus.wide] {
+            ServerSettings settings;
+            if (parse_settings(settings, tokens, std::cerr)) throw std::logic_error("refused");
+        });
+    };
+    const auto theirs = [&run](const std::string& line, int flags, const Corpus& corpus, const Peer& peer) {
+        run(line, peer.name, flags, [&peer, tokens = std::make_shared<Arguments>(arguments(corpus, peer))] {
+            Values values;
+            (*tokens)(peer, values);
+        });
+    };
+    // abseil's variables keep their values, so a line has to give every flag that the lines before it gave.
+    for (const Corpus& corpus : corpora()) {
+        ours(corpus.name, 1, corpus);
+        for (const Peer& peer : peers) {
+            check(corpus, peer);
+            theirs(corpus.name, 1, corpus, peer);
+        }
+    }
+    ours("repeated", 10'000, repeated(10'000));
+    for (const Peer& peer : peers)
+        theirs("repeated", peer.repeated, repeated(peer.repeated), peer);
+}
+
+} // namespace qel::config::bench

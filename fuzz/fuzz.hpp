@@ -1,0 +1,54 @@
+// What the fuzz targets share: bytes as command lines, and promises that end the program when broken.
+#pragma once
+
+#include "../tests/support.hpp"
+
+/// The property that a target states; an input that does not have it breaks a promise.
+void examine(std::string_view bytes);
+
+using namespace qel::config;
+using namespace qel::config::test;
+using qel::i18n::utf8_to_ustring;
+
+inline void promise(bool kept, const char* what) {
+    if (!kept) throw std::logic_error("broken promise: "s + what);
+}
+
+/// A byte below 0x80 is one code unit; any other is the high half of one, the byte behind it the low half. So every
+/// surrogate can come up, alone or not.
+inline std::u16string text_from(std::string_view bytes) {
+    std::u16string text;
+    for (std::size_t i = 0; i != bytes.size(); ++i) {
+        unsigned unit = static_cast<unsigned char>(bytes[i]);
+        if (unit >= 0x80 && i + 1 != bytes.size()) unit = unit << 8 | static_cast<unsigned char>(bytes[++i]);
+        text += static_cast<char16_t>(unit);
+    }
+    return text;
+}
+
+/// One token a line.
+inline Tokens tokens_from(std::string_view bytes) {
+    Tokens tokens;
+    for (Lines lines; const std::string& line : boost::split(lines, bytes, boost::is_any_of("\n")))
+        tokens.push_back(text_from(line));
+    return tokens;
+}
+
+/// The record with this one flag, if it is accepted.
+inline optional<S> accepted(const std::u16string& flag, const std::u16string& value) {
+    const Parsed got = parse_with_root({option::https(), u"1", flag, value});
+    promise(got.text.empty() == (got.code == error_code::success()),
+            "a refusal, and nothing else, has a text");
+    return boost::make_optional(got.text.empty(), got.settings);
+}
+
+#ifdef ZEP_FUZZ_REPLAY
+int main(int, char** file) {
+    while (*++file != nullptr)
+        examine((std::ostringstream() << std::ifstream(*file, std::ios_base::binary).rdbuf()).str());
+}
+#else
+extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
+    return examine({data, size}), 0;
+}
+#endif

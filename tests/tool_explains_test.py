@@ -1,0 +1,213 @@
+#!/usr/bin/env python3
+"""Asks orvane-config about command lines, and holds what it says against what it does: tool_explains_test.py TOOL..."""
+import json, os, random, re, shlex, subprocess, sys, tempfile, unittest
+from pathlib import Path
+
+TOOL = sys.argv[1:]
+del sys.argv[1:]
+HERE = not TOOL[-1].endswith(".exe")
+DATA = Path(__file__).resolve().parent / "data"
+REQUIRED = ["--auto-deploy-root", "D"]
+
+
+def run(*words, data=b"", **more):
+    done = subprocess.run([*TOOL, *words], input=data, capture_output=True, timeout=300, check=False, **more)
+    return done.returncode, *(text.decode().replace("\r\n", "\n") for text in (done.stdout, done.stderr))
+
+
+def ask(verb, words, *options):
+    # Tokens of any kind and number come through a file.
+    code, out, err = run(verb, "--json", *options, "--from", "-", data="".join(word + "\0" for word in words).encode(errors="surrogatepass"))
+    return json.loads(out) if out else {"exit": code, "said": err}
+
+
+def words_of(text):
+    """Words in a shell's notation, with the two escapes that the tables use."""
+    text = re.sub(r"\$'(.*?)'", lambda found: "'" + found[1].encode().decode("unicode_escape") + "'", text)
+    return shlex.split(text)
+
+
+def rows(name):
+    lines = (DATA / name).read_text(encoding="utf-8").splitlines()
+    pairs = list(zip(*[iter(line for line in lines if line and line[0] != "#")] * 2))
+    # What is asked does not depend on the system, and an emulated start takes long.
+    return pairs if HERE else pairs[::8]
+
+
+def examples():
+    """A step for each flag, from the reference: what its example begins with."""
+    found = re.findall(r"^  (--\S+)(.*)\n(?:      .*\n)*?      Example: (.*)$", run("flags")[1], re.M)
+    return {flag: (words_of(example)[:2 if value else 1], words_of(example)) for flag, value, example in found}
+
+
+class Explains(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.examples = examples()
+        cls.steps = [step for step, _ in cls.examples.values() if step != ["--request-timeout", "00:02:00"]]
+
+    def random_line(self, seed, count):
+        """Steps that the server accepts, some of them more than once; the one that limits the next is last."""
+        chance = random.Random(seed)
+        steps = chance.choices(self.steps, k=count) + [REQUIRED]
+        more = [["--user-data", "k 1"], ["--user-data", "k 2"], ["--http", "h:1"], ["--http-linger-threshold", "7"],
+                ["--num-workers", "1"], ["--lumo-root", f"/{seed}"], ["--extract-root", "E"], ["--https", "s:2"]]
+        steps += chance.sample(more, 4)
+        chance.shuffle(steps)
+        return steps + [["--request-timeout", "00:00:05"]]
+
+    def test_a_mistake_leads_to_the_right_sentence_and_its_place(self):
+        for typed, sentence in rows("tool_mistakes.txt"):
+            words = [*REQUIRED, *words_of(typed)]
+            with self.subTest(typed):
+                answer = ask("check", words)
+                fault = answer["faults"][0]
+                self.assertTrue(any(said.startswith(sentence) for said in fault["advice"]), answer["faults"])
+                self.assertNotIn(fault.get("flag"), [*fault["suggestions"], None])
+                self.assertEqual([words[number - 1] for number in fault["tokens"]], [
+                    fault[part] for part in ("flag", "value") if part in fault])
+                # What stands before the fault is taken, and with it the line is refused.
+                first, last = fault["tokens"][0] - 1, fault["tokens"][-1]
+                self.assertEqual(ask("check", words[:last])["text"], answer["text"])
+                if words[max(first - 2, 0)] != "--request-timeout":
+                    self.assertEqual(ask("check", words[:first])["code"]["value"], 0)
+
+    def test_planted_errors_are_all_found_in_one_run(self):
+        planted = ["--num-worker 4", "--log-severity loud", "--wait=1", "--pid-root --no-banner", "stray", "--http x",
+                   "--control-port 1", "--start-cache r@far:1", "--num-threads 0", "--user-data 'a b c'"]
+        words = words_of(" --log-stdout --log-root /l ".join(planted))
+        answer = ask("check", words)
+        at = [fault["tokens"][0] for fault in answer["faults"] if "tokens" in fault]
+        expected = [1, 6, 11, 20, 24, 34, 39, 44]
+        self.assertEqual(at, expected, answer["faults"])
+        self.assertEqual(answer["faults"][-1]["suggestions"], REQUIRED[:1])
+        self.assertEqual(len(answer["problems"]), 2, "workers and waiting; the control port without its directory")
+        code, out, err = run("check", *words)
+        self.assertEqual((code, out), (1, ""))
+        self.assertTrue(err.startswith("unrecognized option: --num-worker\norvane-config: configuration refused: "))
+        self.assertEqual(len(re.findall("^once this is mended: ", err, re.M)), len(expected) + 2, err)
+
+    def test_every_flag_has_a_reference_and_its_example_is_accepted(self):
+        flags = re.findall(r"--[\w-]+", (DATA / "flags.txt").read_text())
+        self.assertEqual(sorted(self.examples), sorted(flags))
+        self.assertEqual((DATA.parents[1] / "docs/flags.md").read_text(), run("flags", "--format", "markdown")[1])
+        for kind, pattern in [("markdown", r"^### `(--\S+?)[ `]"), ("man", r"^\.BI (\S+)")]:
+            found = re.findall(pattern, run("flags", "--format", kind)[1], re.M)
+            self.assertEqual(sorted(flag.replace("\\", "") for flag in found), sorted(flags))
+        for _, example in list(self.examples.values())[::1 if HERE else 16]:
+            answer = ask("check", REQUIRED + example if example[0] != REQUIRED[0] else example)
+            self.assertEqual((answer["problems"], answer["text"], answer["warnings"]), ([], "", []), example)
+
+    def test_steps_said_to_have_no_effect_have_none_and_origins_decide_their_values(self):
+        accepted = 0
+        for seed in range(40 if HERE else 1):
+            steps = self.random_line(seed, 12)
+            words = sum(steps, [])
+            shown = ask("show", words)
+            if "settings" not in shown:  # the server refuses some of these together
+                continue
+            accepted += 1
+            idle = {w["token"] for w in shown["warnings"] if re.search("no effect|is lost|is repeated", w["text"])}
+            numbers, number = [], 1
+            for step in steps:
+                numbers.append(number)
+                number += len(step)
+            effective = [step for step, first in zip(steps, numbers) if first not in idle]
+            self.assertEqual(ask("show", sum(effective, []))["settings"], shown["settings"], words)
+            decided = {token for origin in shown["origins"].values() for token in origin["tokens"]}
+            for step, first in zip(steps, numbers):
+                self.assertEqual(first in decided, first not in idle, (step, first, words))
+                if first in idle or step[0] == REQUIRED[0]:
+                    continue
+                rest = ask("show", sum((s for s in effective if s is not step), []))
+                if "settings" in rest:
+                    self.assertNotEqual(rest["settings"], shown["settings"], step)
+            for name, origin in shown["origins"].items():
+                self.assertTrue(origin["tokens"] or origin["completed"], name)
+        self.assertGreater(accepted, 5 if HERE else -1)
+
+    def test_any_line_is_explained_to_its_end(self):
+        chance = random.Random(1)
+        words = sum(self.steps, []) + ["", "--", "-", "x", "--x", "=", "--wait=", "--request-timeout", "1", "*", "'", "\ud800"]
+        for _ in range(100 if HERE else 2):
+            line = chance.choices(words, k=chance.randrange(12))
+            answer = ask("check", line)
+            self.assertEqual(bool(answer["faults"]) or bool(answer["problems"]), not answer["accepted"], line)
+            texts = [fault["text"] for fault in answer["faults"]] or [""]
+            self.assertEqual(texts[0], answer["text"] if answer["faults"] else "", line)
+
+    def test_what_is_accepted_but_not_meant_is_warned_of(self):
+        for typed, warning in rows("tool_warnings.txt"):
+            words = [*REQUIRED, *words_of(typed)]
+            with self.subTest(typed):
+                found = [f"{one['token']} {one['text']}" for one in ask("check", words)["warnings"]]
+                self.assertEqual("; ".join(found), warning.strip().replace("()", ""))
+                self.assertEqual(run("check", "--strict", *words)[0], 3 if found else 0)
+
+    def test_answers_for_programs_have_their_documented_shape(self):
+        words = [*REQUIRED, *words_of("--http h:1 --request-timeout 00:00:01.5 --user-data 'k v' --log-rotation-size 1K")]
+        answer = ask("show", words)
+        settings = answer["settings"]
+        self.assertEqual((answer["format"], answer["accepted"], answer["code"]["value"]), (1, True, 0))
+        self.assertEqual(settings["http"], {"port": 1, "host": "h", "linger_threshold": None})
+        self.assertEqual(settings["request_timeout"], {"microseconds": 1500000, "text": "00:00:01.500000"})
+        self.assertEqual((settings["user_data"], settings["https"]), ([{"key": "k", "value": "v"}], None))
+        self.assertEqual(answer["origins"]["extract_root"], {"tokens": [1, 2], "completed": True})
+        self.assertEqual(answer["origins"]["log_rotation_size"], {"tokens": [9, 10], "completed": False})
+        text = run("show", *words)[1].splitlines()
+        self.assertIn("request_timeout = 00:00:01.500000  # tokens 5 and 6", text)
+        self.assertIn("auto_deploy_root = D  # tokens 1 and 2", text)
+        self.assertIn("log_root  # not set", text)
+
+    def test_flags_are_read_from_a_file_as_they_stand(self):
+        for data in [b"--auto-deploy-root\nD\n", b"\xef\xbb\xbf--auto-deploy-root\r\nD", b"--auto-deploy-root\0D\0"]:
+            self.assertEqual(run("check", "--from", "-", data=data)[:2], run("check", *REQUIRED)[:2])
+        self.assertIn("lumo_root[0] = a\\u000ab\n", run("check", "--from", "-", data=b"--lumo-root\0a\nb\0--auto-deploy-root\0D")[1])
+        self.assertEqual(run("check", "--from", "-", *REQUIRED)[0], 2)
+        self.assertEqual(run("check", "--from", "no such file")[0], 7)
+
+    @unittest.skipUnless(HERE, "there is no such terminal")
+    def test_a_terminal_is_shown_the_place(self):
+        import pty
+        for environment, mark in [({}, "\033[1;31m--waist\033[0m"), ({"NO_COLOR": "1"}, "--waist")]:
+            ours, theirs = pty.openpty()
+            subprocess.run([*TOOL, "check", *REQUIRED, "--waist"], stderr=theirs, check=False, env=environment)
+            said = os.read(ours, 10000).decode().replace("\r\n", "\n")
+            self.assertIn(f"  token 3: --auto-deploy-root D {mark}\n" + " " * 32 + "^~~~~~~\n", said)
+            os.close(ours), os.close(theirs)
+
+    @unittest.skipUnless(HERE, "there is no such shell")
+    def test_completions_complete_in_a_real_shell(self):
+        script = "source <(\"$@\"); COMP_WORDS=({0} ''); COMP_CWORD={1}; COMP_WORDS[{1}]='{2}'; {3}; echo ${{COMPREPLY[@]}}"
+        os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
+        Path("dir one").mkdir(), Path("file").touch()
+        for line, expected in rows("tool_completions.txt"):
+            *words, last = line.split("|")
+            server = words[0] != "orvane-config"
+            generator = [*TOOL, "completions", *(["--for", words[0]] if server else []), "bash"]
+            function = "_" + words[0].replace("-", "_")
+            command = script.format(shlex.join(words), len(words), last, function)
+            done = subprocess.run(["bash", "-c", command, "bash", *generator], capture_output=True, text=True, check=True)
+            self.assertEqual((done.stdout.strip(), done.stderr), (expected.strip().replace("()", ""), ""), line)
+        self.assertIn("Register-ArgumentCompleter -Native -CommandName 'orvane'",
+                      run("completions", "--for", "orvane", "powershell")[1])
+        self.assertEqual([run("completions", *words)[0] for words in [(), ("sh",), ("--for", "$(x)", "bash")]], [2, 2, 2])
+
+    @unittest.skipUnless(HERE, "there is no such tracer")
+    def test_asking_changes_nothing(self):
+        os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
+        os.chmod(".", 0o500)
+        line = words_of("--extract-root E --log-root L/l --http h:1 --https 2 --pid-root . --endpoint-root . --control-port 1")
+        for words in [("check", *REQUIRED, *line), ("show", "--json", *REQUIRED, *line), ("flags",), ("check", "--x")]:
+            trace = tempfile.NamedTemporaryFile("r")
+            subprocess.run(["strace", "-f", "-o", trace.name, "-e", "trace=%file,%network,ftruncate,%process", *TOOL, *words],
+                           capture_output=True, check=False, timeout=60)
+            calls = trace.read()
+            self.assertIn("exited with", calls)
+            changing = re.findall(r"^.*(?:O_WRONLY|O_RDWR|O_CREAT|O_TRUNC|mkdir|unlink|rename|link\w*\(\"|truncate|socket|"
+                                  r"connect|chmod|chown|utime|mknod|fork).*$", calls, re.M)
+            self.assertEqual([one for one in changing if "readlink" not in one], [], words)
+        self.assertEqual(os.listdir(), [])
+
+
+unittest.main()
