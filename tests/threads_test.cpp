@@ -45,7 +45,7 @@ TEST(Threads, with_their_own_records_streams_and_files_do_not_meet) {
     for (int i = 0; i != 8; ++i)
         running.emplace_back([&, own = root / std::to_string(i)] {
             std::filesystem::create_directory(own);
-            for (int round = 0; round != 20; ++round)
+            for (int round = 0; round != 10; ++round)
                 EXPECT_EQ(start_up(lines, shared, own), alone);
         });
     running.clear();
