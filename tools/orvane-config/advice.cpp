@@ -155,7 +155,7 @@ private:
         const Step* const before = at_ == 0 ? nullptr : &line_[at_ - 1];
         const bool took_a_flag =
             before && before->size() == 2 && shape_of((*before)[1].text) != Shape::no_flag;
-        if (shape_of(token()) != Shape::no_flag)
+        if (before && shape_of(token()) != Shape::no_flag)
             limited(*before);
         else if (trimmed(token(), blanks).empty())
             say("the token is empty: was a variable not set?"), repair(at_, at_ + 1, {});
