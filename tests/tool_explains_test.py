@@ -35,9 +35,10 @@ def rows(name):
 
 
 def examples():
-    """A step for each flag, from the reference: what its example begins with."""
+    """For each flag its step in the example of the reference, and the example."""
     found = re.findall(r"^  (--\S+)(.*)\n(?:      .*\n)*?      Example: (.*)$", run("flags")[1], re.M)
-    return {flag: (words_of(example)[:2 if value else 1], words_of(example)) for flag, value, example in found}
+    found = [(flag, value, words_of(example)) for flag, value, example in found]
+    return {flag: (line[line.index(flag):][:2 if value else 1], line) for flag, value, line in found}
 
 
 class Explains(unittest.TestCase):
@@ -160,11 +161,12 @@ class Explains(unittest.TestCase):
         self.assertIn("log_root  # not set", text)
 
     def test_flags_are_read_from_a_file_as_they_stand(self):
-        for data in [b"--auto-deploy-root\nD\n", b"\xef\xbb\xbf--auto-deploy-root\r\nD", b"--auto-deploy-root\0D\0"]:
+        for data in [b"--auto-deploy-root\nD\n", b"\xef\xbb\xbf--auto-deploy-root\r\nD", b"--auto-deploy-root\0D\0",
+                     "\ufeff--auto-deploy-root\r\nD\r\n".encode("utf-16-le"), "\ufeff--auto-deploy-root\nD".encode("utf-16-be")]:
             self.assertEqual(run("check", "--from", "-", data=data)[:2], run("check", *REQUIRED)[:2])
         self.assertIn("lumo_root[0] = a\\u000ab\n", run("check", "--from", "-", data=b"--lumo-root\0a\nb\0--auto-deploy-root\0D")[1])
         self.assertEqual(run("check", "--from", "-", *REQUIRED)[0], 2)
-        self.assertEqual(run("check", "--from", "no such file")[0], 7)
+        self.assertEqual([run("check", "--from", name)[0] for name in ["no such file", ""]], [7, 7])
 
     @unittest.skipUnless(HERE, "there is no such terminal")
     def test_a_terminal_is_shown_the_place(self):
@@ -185,7 +187,7 @@ class Explains(unittest.TestCase):
             *words, last = line.split("|")
             server = words[0] != "orvane-config"
             generator = [*TOOL, "completions", *(["--for", words[0]] if server else []), "bash"]
-            function = "_" + words[0].replace("-", "_")
+            function = "_" + words[0].replace("-", "_") + ("_server" if server else "")
             command = script.format(shlex.join(words), len(words), last, function)
             done = subprocess.run(["bash", "-c", command, "bash", *generator], capture_output=True, text=True, check=True)
             self.assertEqual((done.stdout.strip(), done.stderr), (expected.strip().replace("()", ""), ""), line)

@@ -1,4 +1,4 @@
-// What to tell an operator about a refusal, and the line with it repaired.
+// What to tell an operator about a refusal, and what to put in its place.
 #pragma once
 
 #include "asking.hpp"
@@ -12,12 +12,13 @@ struct Advice {
     std::vector<std::string> sentences{};
     /// The flags that were probably meant, the likeliest first.
     std::vector<std::string> suggestions{};
-    Line repaired{};
+    Edit repair{};
 };
 
-Advice advise(const Fault& fault);
+/// About the fault at a step of the line; at its end, when the line as a whole is refused.
+Advice advise(const Fault& fault, const Line& line, std::size_t position);
 
-/// `line` as one would type it in a shell, control characters escaped.
+/// As one would type it in a shell, what cannot be seen in it escaped.
 std::string shown(const std::u16string& token);
 std::string shown(const Step& step);
 

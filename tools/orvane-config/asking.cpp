@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <iterator>
 #include <sstream>
+#include <unordered_map>
 
 namespace orvane {
 namespace {
@@ -64,35 +65,69 @@ Line with(Line line, std::size_t position, Step step) {
     return line;
 }
 
-/// The first step that is refused, not before `from`; line.size() when all are taken. A line that is refused stays so
-/// whatever follows, so the place can be found by halving.
-std::size_t first_refused(const Line& line, std::size_t from) {
-    std::size_t stride = 1;
-    std::size_t good = from; // so many steps are taken
-    while (good + stride <= line.size() && ask(first(line, good + stride)).walked()) {
-        good += stride;
-        stride *= 2;
-    }
-    std::size_t bad = std::min(good + stride, line.size() + 1);
-    while (bad - good > 1) {
-        const std::size_t middle = good + (bad - good) / 2;
-        (ask(first(line, middle)).walked() ? good : bad) = middle;
-    }
-    return good;
+bool limits_what_follows(const Step& step) {
+    return step[0].text == option::request_timeout();
 }
+
+/// Walks along a line that changes ahead of it. What lies far enough behind is in a record, so that each question is
+/// about a few steps only; the step right behind is asked about again, because it may limit the next one, or change.
+class Walker {
+public:
+    /// The first step that is refused, and the library's answer; line.size() when all are taken.
+    std::size_t next_refused(const Line& line, Answer& refusal) {
+        for (std::size_t stride = 1;;) {
+            const std::size_t left = line.size() - base_ - taken_;
+            if (left == 0) return line.size();
+            stride = std::min(stride, left);
+            Answer answer = ask_about(line, taken_ + stride);
+            if (answer.walked()) {
+                taken_ += stride;
+                stride *= 2;
+                move_up(line);
+            } else if (stride == 1) {
+                refusal = std::move(answer);
+                return base_ + taken_;
+            } else {
+                stride /= 2;
+            }
+        }
+    }
+
+    /// To be told when the line has changed, from this step on.
+    void changed(std::size_t from) {
+        if (from < base_) *this = Walker();
+        taken_ = 0;
+    }
+
+private:
+    Answer ask_about(const Line& line, std::size_t count) const {
+        const auto begin = line.begin() + static_cast<std::ptrdiff_t>(base_);
+        return ask(tokens_of(Line(begin, begin + static_cast<std::ptrdiff_t>(count))), record_);
+    }
+
+    void move_up(const Line& line) {
+        if (taken_ < 2) return;
+        record_ = ask_about(line, taken_ - 1).settings;
+        base_ += taken_ - 1;
+        taken_ = 1;
+    }
+
+    std::size_t base_ = 0;  // so many steps are in the record
+    std::size_t taken_ = 0; // and so many behind them are known to be taken
+    qel::config::ServerSettings record_{};
+};
 
 /// A line that gives the same record, and of which any step can be left out: no step stands behind the one flag that
 /// limits what may follow. What had to go moves to `redundant`.
 Line loosened(const Line& line, std::vector<Redundant>& redundant) {
-    const auto limits = [](const Step& step) { return step[0].text == option::request_timeout(); };
-    const auto last = std::find_if(line.rbegin(), line.rend(), limits);
+    const auto last = std::find_if(line.rbegin(), line.rend(), limits_what_follows);
     if (last == line.rend()) return line;
     Line loose;
     for (const Step& step : line) {
-        if (!limits(step))
+        if (!limits_what_follows(step))
             loose.push_back(step);
         else if (&step != &*last)
-            redundant.push_back({step, *last});
+            redundant.push_back({.step = step, .replaced_by = *last});
     }
     loose.push_back(*last);
     return loose;
@@ -101,23 +136,28 @@ Line loosened(const Line& line, std::vector<Redundant>& redundant) {
 /// Why `step`, which belongs at `position` of the line, has no effect there.
 Redundant explained(const Line& line, std::size_t position, const Step& step) {
     const auto counts = [&step](const Line& without_it, std::size_t at) {
-        return ask(with(without_it, at, step)).settings != ask(without_it).settings;
+        const Answer before = ask(without_it), after = ask(with(without_it, at, step));
+        return before.walked() && !after.code && before.settings != after.settings;
     };
-    // Most are replaced by the same flag; else by one of those that follow.
-    constexpr std::size_t most_asked = 50;
+    if (counts(with(line, 0, step_of(option::https(), u"1")), position + 1))
+        return {.step = step, .needs_https = true};
+    // Most are replaced by the same flag; else by one that follows soon.
+    constexpr std::size_t most_asked = 6;
     std::vector<std::size_t> others;
-    for (std::size_t later = line.size(); later-- != position;) {
+    for (std::size_t later = position; later != line.size(); ++later) {
         if (line[later][0].text == step[0].text)
             others.insert(others.begin(), later);
         else
             others.push_back(later);
     }
-    if (counts(with(line, 0, step_of(option::https(), u"1")), position + 1))
-        return {step, std::nullopt, true};
     if (others.size() > most_asked) others.resize(most_asked);
     for (const std::size_t other : others)
-        if (counts(without(line, other), position)) return {step, line[other]};
-    return {step, std::nullopt};
+        if (counts(without(line, other), position)) return {.step = step, .replaced_by = line[other]};
+    // Without anything behind it but the required flag.
+    Line alone = first(line, position);
+    for (const Step& required : line)
+        if (required[0].text == option::auto_deploy_root()) alone.push_back(required);
+    return {.step = step, .says_default = !counts(alone, position)};
 }
 
 /// The names of the settings that differ.
@@ -194,8 +234,8 @@ bool Answer::walked() const {
     return !code || code == error_code::missing_required_flag();
 }
 
-Answer ask(const Tokens& tokens) {
-    Answer answer;
+Answer ask(const Tokens& tokens, qel::config::ServerSettings record) {
+    Answer answer{{}, {}, std::move(record)};
     std::ostringstream out;
     answer.code = qel::config::parse_settings(answer.settings, tokens, out);
     answer.text = out.str();
@@ -207,9 +247,14 @@ Answer ask(const Line& line) {
 }
 
 Shape shape_of(const std::u16string& token) {
+    static std::unordered_map<std::u16string, Shape> known;
+    const auto found = known.find(token);
+    if (found != known.end()) return found->second;
     const Answer answer = ask(Tokens{token});
-    if (answer.walked()) return Shape::switch_flag;
-    return answer.code == error_code::unrecognized_flag() ? Shape::no_flag : Shape::value_flag;
+    const Shape shape = answer.walked()                                  ? Shape::switch_flag
+                        : answer.code == error_code::unrecognized_flag() ? Shape::no_flag
+                                                                         : Shape::value_flag;
+    return known.emplace(token, shape).first->second;
 }
 
 Line steps_of(const Tokens& tokens) {
@@ -236,19 +281,33 @@ Line without(const Line& line, std::size_t position) {
 Diagnosis diagnose(const Tokens& tokens, const Repair& repair) {
     Diagnosis diagnosis;
     Line line = steps_of(tokens);
-    for (std::size_t position = 0;;) {
-        Answer answer = ask(line);
-        if (!answer.code) {
-            diagnosis.repaired = std::move(line);
-            diagnosis.answer = std::move(answer);
-            break;
+    Walker walker;
+    while (true) {
+        Answer answer;
+        const std::size_t position = walker.next_refused(line, answer);
+        if (position == line.size()) {
+            answer = ask(line);
+            if (!answer.code) {
+                diagnosis.repaired = std::move(line);
+                diagnosis.answer = std::move(answer);
+                break;
+            }
         }
-        position = answer.walked() ? line.size() : first_refused(line, std::min(position, line.size()));
-        const Fault& fault = diagnosis.faults.emplace_back(Fault{line, position, std::move(answer)});
-        line = repair(fault);
-        // The repaired step, and the one before it, may be refused anew.
-        position = position < 2 ? 0 : position - 2;
+        Fault& fault = diagnosis.faults.emplace_back(Fault{answer.code, answer.text, {}, {}, {}});
+        if (position < line.size()) {
+            fault.step = line[position];
+            if (position > 0) fault.before = line[position - 1];
+            if (position + 1 < line.size()) fault.after = line[position + 1];
+            fault.more_before = position > 1;
+            fault.more_after = position + 2 < line.size();
+        }
+        Edit edit = repair(fault, line, position);
+        walker.changed(edit.begin);
+        const auto begin = line.begin() + static_cast<std::ptrdiff_t>(edit.begin);
+        const auto at = line.erase(begin, line.begin() + static_cast<std::ptrdiff_t>(edit.end));
+        line.insert(at, std::move_iterator(edit.steps.begin()), std::move_iterator(edit.steps.end()));
     }
+    if (!diagnosis.faults.empty()) diagnosis.faults[0].text = ask(tokens).text;
     qel::config::validate_settings(diagnosis.answer.settings, diagnosis.problems, diagnosis.involved);
     return diagnosis;
 }
@@ -270,8 +329,10 @@ Effects effects_of(const Line& line, const Answer& accepted, bool with_origins) 
             omitting.omit();
         }
     }
+    constexpr std::size_t most_explained = 50; // each costs some parses of the line
     for (std::size_t i = 0; i != steps.size(); ++i)
-        effects.redundant.push_back(explained(effects.effective, omitted[i], *steps[i]));
+        effects.redundant.push_back(i < most_explained ? explained(effects.effective, omitted[i], *steps[i])
+                                                       : Redundant{.step = *steps[i]});
     std::sort(effects.redundant.begin(), effects.redundant.end(),
               [](const Redundant& a, const Redundant& b) { return a.step[0].number < b.step[0].number; });
     if (with_origins) {

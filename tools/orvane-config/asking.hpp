@@ -39,7 +39,8 @@ struct Answer {
     bool walked() const;
 };
 
-Answer ask(const Tokens& tokens);
+/// About tokens, which are parsed into `record`.
+Answer ask(const Tokens& tokens, qel::config::ServerSettings record = {});
 Answer ask(const Line& line);
 
 enum class Shape { no_flag, switch_flag, value_flag };
@@ -55,11 +56,13 @@ Step step_of(std::u16string flag, std::u16string value);
 
 Line without(const Line& line, std::size_t position);
 
-/// One refusal, and what the line looked like when it came.
+/// One refusal, when all before it are repaired.
 struct Fault {
-    Line line;            ///< with what came before already repaired
-    std::size_t position; ///< of the step that is refused; line.size() when the line as a whole is
-    Answer answer;        ///< the library's, for the whole line
+    boost::system::error_code code;
+    std::string text;   ///< the library's
+    Step step;          ///< that is refused; empty when the line as a whole is
+    Step before, after; ///< its neighbours, where there are any
+    bool more_before = false, more_after = false;
 };
 
 /// All that is wrong with a line: the first fault as the library reports it, then those that it would report once the
@@ -72,16 +75,23 @@ struct Diagnosis {
     Answer answer; ///< for the repaired line
 };
 
-/// Makes a line out of a faulty one in which that fault is gone.
-using Repair = std::function<Line(const Fault&)>;
+/// Steps that take the place of the steps [begin, end) of a line.
+struct Edit {
+    std::size_t begin = 0, end = 0;
+    Line steps{};
+};
+
+/// What makes a line, whose step at `position` is refused, one in which that fault is gone.
+using Repair = std::function<Edit(const Fault& fault, const Line& line, std::size_t position)>;
 
 Diagnosis diagnose(const Tokens& tokens, const Repair& repair);
 
 /// A step without which the record is the same.
 struct Redundant {
-    Step step;
-    std::optional<Step> replaced_by; ///< without this one it would count
-    bool needs_https = false;        ///< with a listener for TLS it would count
+    Step step{};
+    std::optional<Step> replaced_by{}; ///< without this one it would count
+    bool needs_https = false;          ///< with a listener for TLS it would count
+    bool says_default = false;         ///< nothing takes its effect away: it says what holds without it
 };
 
 /// What the steps of an accepted line do.

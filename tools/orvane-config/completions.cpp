@@ -12,16 +12,6 @@
 namespace orvane {
 namespace {
 
-/// The tool's own options, by verb.
-constexpr const char* own_options[][2] = {
-    {"check", "--from --strict --json --help"},      // the tool's own option
-    {"show", "--from --json --help"},                // the tool's own option
-    {"locate", "--wait --json --help"},              // the tool's own option
-    {"publish", "--help"},                           // the tool's own option
-    {"flags", "--format --help"},                    // the tool's own option
-    {"completions", "bash powershell --for --help"}, // the tool's own option
-};
-
 std::string joined(const std::vector<std::string>& words, const char* between) {
     std::string text;
     for (const std::string& word : words)
@@ -82,25 +72,33 @@ void write_bash_flags(const std::string& function, std::ostream& out) {
     out << "\n}\n";
 }
 
-void write_bash(const std::string& name, bool tool, std::ostream& out) {
-    const std::string flags = function_name(name) + (tool ? "_flags" : "");
-    write_bash_flags(flags, out);
-    if (tool) {
-        out << function_name(name)
-            << "() {\n    local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]} own=\n    if "
-               "((COMP_CWORD == 1)); then\n        ";
-        bash_reply("-W '" + joined(verb_names(), " ") + "'", out);
-        out << "\n        return\n    fi\n    case ${COMP_WORDS[1]} in\n    check|show|locate|publish) "
-            << flags << " ;;\n    esac\n"
-            << "    case ${COMP_WORDS[1]} in\n";
-        for (const auto& [verb, options] : own_options)
+/// A function that completes a verb and its options, and leaves the server's flags to another.
+void write_bash_tool(const std::string& function, const std::string& flags, std::ostream& out) {
+    out << function
+        << "() {\n    local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]} own=\n"
+           "    if ((COMP_CWORD == 1)); then\n        ";
+    bash_reply("-W '" + joined(verb_names(), " ") + "'", out);
+    out << "\n        return\n    fi\n    case $prev in\n    --format) ";
+    bash_reply("-W 'text markdown man'", out);
+    out << "; return ;;\n    --from) compopt -o filenames 2>/dev/null; ";
+    bash_reply("-f", out);
+    out << "; return ;;\n    esac\n    case ${COMP_WORDS[1]} in\n    check|show|locate|publish) " << flags
+        << " ;;\n    esac\n    case ${COMP_WORDS[1]} in\n";
+    for (const std::string& verb : verb_names())
+        if (const auto options = own_options(verb); !options.empty())
             out << "    " << verb << ") own='" << options << "' ;;\n";
-        out << "    esac\n    # The tool's own options come first.\n"
-               "    if ((COMP_CWORD == 2)) || [[ \" $own \" == *\" $prev \"* ]]; then\n"
-            << "        mapfile -t -O ${#COMPREPLY[@]} COMPREPLY < <(compgen -W \"$own\" -- \"$cur\")\n    "
-               "fi\n}\n";
-    }
-    out << "complete -F " << function_name(name) << " " << name << '\n';
+    out << "    esac\n    # The tool's own options come first.\n"
+           "    if ((COMP_CWORD == 2)) || [[ \" $own \" == *\" $prev \"* ]]; then\n"
+           "        mapfile -t -O ${#COMPREPLY[@]} COMPREPLY < <(compgen -W \"$own\" -- \"$cur\")\n"
+           "    fi\n}\n";
+}
+
+void write_bash(const std::string& name, bool tool, std::ostream& out) {
+    // The tool's function and a server's are two, whatever that one's name.
+    const std::string flags = function_name(name) + (tool ? "_flags" : "_server");
+    write_bash_flags(flags, out);
+    if (tool) write_bash_tool(function_name(name), flags, out);
+    out << "complete -F " << (tool ? function_name(name) : flags) << " " << name << '\n';
 }
 
 /// A PowerShell list of quoted words.

@@ -20,6 +20,17 @@ std::vector<std::pair<std::string, std::string>> details(const Reference& one) {
     return rows;
 }
 
+/// What stands for a value in more than one flag.
+constexpr const char* forms[][2] = {
+    {"<size>",
+     "bytes, as a whole number, or with a unit behind it: K, M, G, T, P or E, alone or before B or iB, "
+     "in any case; each is 1024 times the one before"},
+    {"<duration>",
+     "hours:minutes:seconds, the latter two of two digits, a fraction where needed: 0:01:30.5; a number "
+     "alone is hours"},
+    {"<command>", "a program and its arguments, in one token"},
+};
+
 std::string heading(const Reference& one) {
     return one.value.empty() ? one.flag : one.flag + " " + one.value;
 }
@@ -32,12 +43,24 @@ void write_text(const Reference& one, bool new_subject, std::ostream& out) {
     out << '\n';
 }
 
+void write_forms_as_text(std::ostream& out) {
+    out << "Values\n\n";
+    for (const auto& [form, text] : forms)
+        out << "  " << form << "\n      " << text << "\n\n";
+}
+
 void write_markdown(const Reference& one, bool new_subject, std::ostream& out) {
     if (new_subject) out << "## " << one.subject << "\n\n";
     out << "### `" << heading(one) << "`\n\n" << one.meaning << "\n\n";
     for (const auto& [name, text] : details(one))
         out << "- " << name << ": " << (name == "Example" ? "`" + text + "`" : text) << '\n';
     out << '\n';
+}
+
+void write_forms_as_markdown(std::ostream& out) {
+    out << "## Values\n\n";
+    for (const auto& [form, text] : forms)
+        out << "- `" << form << "`: " << text << '\n';
 }
 
 /// A hyphen that is to be copied, and a line that is not to be read as a request.
@@ -56,6 +79,12 @@ void write_man(const Reference& one, bool new_subject, std::ostream& out) {
         out << ".br\n" << name << ": " << roff(text) << '\n';
 }
 
+void write_forms_as_man(std::ostream& out) {
+    out << ".SS Values\n";
+    for (const auto& [form, text] : forms)
+        out << ".TP\n.B " << roff(form) << '\n' << roff(text) << '\n';
+}
+
 std::string manual_head() {
     return ".TH ORVANE\\-CONFIG 1 \"\" \"orvane\\-config " + std::string(zep_config_version) +
            "\"\n.SH NAME\norvane\\-config \\- check a command line of the Orvane server, and find servers "
@@ -68,6 +97,7 @@ struct Format {
     const char* name;
     std::string before;
     void (*write)(const Reference&, bool new_subject, std::ostream&);
+    void (*write_forms)(std::ostream&);
 };
 
 } // namespace
@@ -83,9 +113,10 @@ ExitCode flags(const Tokens& args, std::ostream& out, std::ostream& err) {
     if (!rest) return code;
     if (!rest->empty()) return misused(app, "takes no flags", err);
 
-    const Format formats[] = {{"text", "", write_text},
-                              {"markdown", "# The flags of the server\n\n", write_markdown},
-                              {"man", manual_head(), write_man}};
+    const Format formats[] = {
+        {"text", "", write_text, write_forms_as_text},
+        {"markdown", "# The flags of the server\n\n", write_markdown, write_forms_as_markdown},
+        {"man", manual_head(), write_man, write_forms_as_man}};
     const auto format = std::find_if(std::begin(formats), std::end(formats),
                                      [&](const Format& one) { return one.name == wanted; });
     out << format->before;
@@ -94,6 +125,7 @@ ExitCode flags(const Tokens& args, std::ostream& out, std::ostream& err) {
         format->write(one, one.subject != subject, out);
         subject = one.subject;
     }
+    format->write_forms(out);
     return ExitCode::done;
 }
 

@@ -26,7 +26,20 @@ std::string content_of(const std::string& name) {
     return all_of(in, name);
 }
 
-Tokens tokens_in(std::string text) {
+/// Text in two bytes a unit, as some editors and redirections write it, marked by its first two bytes.
+std::string utf8_of(const std::string& text) {
+    const bool big = text.starts_with("\xFE\xFF");
+    if (!big && !text.starts_with("\xFF\xFE")) return text;
+    std::u16string units;
+    for (std::size_t i = 2; i + 1 < text.size(); i += 2) {
+        const auto byte = [&text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+        units += static_cast<char16_t>(big ? byte(i) << 8 | byte(i + 1) : byte(i + 1) << 8 | byte(i));
+    }
+    return qel::i18n::ustring_to_utf8(units);
+}
+
+Tokens tokens_in(const std::string& bytes) {
+    std::string text = utf8_of(bytes);
     const bool by_zeros = text.find('\0') != text.npos;
     if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3); // editors mark UTF-8 files so
     Tokens tokens;
@@ -49,7 +62,7 @@ std::optional<Tokens> take_flags(CLI::App& app, const Tokens& args, std::ostream
                    "read the flags from this file, or from standard input (-): a token a line, or each ended "
                    "by a zero byte");
     auto flags = take_options(app, args, out, err, code);
-    if (!flags || from.empty()) return flags;
+    if (!flags || app.count("--from") == 0) return flags; // the tool's own option
     if (flags->empty()) return tokens_in(content_of(from));
     code = misused(app, "there are flags both in " + from + " and on the command line", err);
     return std::nullopt;

@@ -98,10 +98,10 @@ json::value to_json(const T& record) {
 // --- what is said of the line
 
 json::array tokens_of(const Step& step) {
-    json::array tokens;
+    std::set<std::size_t> numbers; // flag and value may have been one token
     for (const Word& word : step)
-        tokens.push_back(word.number);
-    return tokens;
+        numbers.insert(word.number);
+    return json::array(numbers.begin(), numbers.end());
 }
 
 json::array strings(const std::vector<std::string>& texts) {
@@ -116,9 +116,8 @@ json::object to_json(const boost::system::error_code& code) {
 }
 
 json::value to_json(const Fault& fault, const Advice& advice) {
-    json::object object{{"code", to_json(fault.answer.code)}, {"text", to_json(fault.answer.text)}};
-    if (fault.position != fault.line.size()) {
-        const Step& step = fault.line[fault.position];
+    json::object object{{"code", to_json(fault.code)}, {"text", to_json(fault.text)}};
+    if (const Step& step = fault.step; !step.empty()) {
         object["tokens"] = tokens_of(step);
         object["flag"] = to_json(step[0].text);
         if (step.size() == 2) object["value"] = to_json(step[1].text);

@@ -55,6 +55,26 @@ std::string with_flags(std::string text) {
     return text;
 }
 
+/// The first word of a text in a shell's notation.
+std::string first_word(std::string_view text) {
+    if (text.starts_with('\'')) return std::string(text.substr(1, text.find('\'', 1) - 1));
+    return std::string(text.substr(0, text.find(' ')));
+}
+
+Reference make_reference(Flag flag, const std::string& subject, const char* value, const char* meaning,
+                         const char* repeated, const char* relations, const char* example) {
+    const std::string text = text_of(flag);
+    std::string line = with_flags(example);
+    std::size_t own = line.find(text + " ");
+    if (own == line.npos) {
+        line = text + (line.empty() ? "" : " ") + line;
+        own = 0;
+    }
+    const std::string sample = *value ? first_word(std::string_view(line).substr(own + text.size() + 1)) : "";
+    return {text, subject, value, with_flags(meaning), with_flags(repeated), with_flags(relations),
+            line, sample};
+}
+
 std::vector<Reference> make_references() {
     constexpr auto last = "the last one counts";
     constexpr auto adds = "adds to the list";
@@ -63,8 +83,7 @@ std::vector<Reference> make_references() {
     std::vector<Reference> all;
 #define ZEP_SUBJECT(title) subject = title;
 #define ZEP_REFERENCE(name, value, meaning, repeated, relations, example)                                    \
-    all.push_back({text_of(Flag::name), subject, value, with_flags(meaning), with_flags(repeated),           \
-                   with_flags(relations), text_of(Flag::name) + with_flags(*example ? " " example : "")});
+    all.push_back(make_reference(Flag::name, subject, value, meaning, repeated, relations, example));
 #include "reference.def"
     return all;
 }

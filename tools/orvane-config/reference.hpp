@@ -16,6 +16,7 @@ struct Reference {
     std::string repeated;
     std::string relations; ///< what it requires or excludes; may be empty
     std::string example;   ///< the flag and what follows, quoted for a shell
+    std::string sample;    ///< the value in the example
 };
 
 /// All flags, those of one subject together.

@@ -66,16 +66,17 @@ ExitCode version(const Tokens&, std::ostream& out, std::ostream&) {
 struct Verb {
     std::u16string_view name;
     ExitCode (*run)(const Tokens& args, std::ostream& out, std::ostream& err);
+    std::string_view options{};
 };
 
 // clang-format off
 constexpr Verb verbs[] = {
-    {u"check",       check},
-    {u"show",        show},
-    {u"flags",       flags},
-    {u"completions", completions},
-    {u"locate",      locate},
-    {u"publish",     publish},
+    {u"check",       check, "--from --strict --json --help"}, // the tool's own option
+    {u"show",        show, "--from --json --help"}, // the tool's own option
+    {u"flags",       flags, "--format --help"}, // the tool's own option
+    {u"completions", completions, "bash powershell --for --help"}, // the tool's own option
+    {u"locate",      locate, "--wait --json --help"}, // the tool's own option
+    {u"publish",     publish, "--help"}, // the tool's own option
     {u"usage",       usage},
     {u"help",        help},
     {u"version",     version},
@@ -96,6 +97,13 @@ std::vector<std::string> verb_names() {
     for (const Verb& verb : verbs)
         if (verb.name[0] != u'-') names.push_back(qel::i18n::ustring_to_utf8(verb.name));
     return names;
+}
+
+std::string_view own_options(std::string_view verb) {
+    const auto found = std::find_if(std::begin(verbs), std::end(verbs), [&](const Verb& one) {
+        return qel::i18n::ustring_to_utf8(one.name) == verb;
+    });
+    return found == std::end(verbs) ? "" : found->options;
 }
 
 ExitCode run(const Tokens& args, std::ostream& out, std::ostream& err) {

@@ -4,6 +4,7 @@
 #include <deque>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orvane {
@@ -30,6 +31,9 @@ std::string help_text();
 
 /// The verbs that operators use.
 std::vector<std::string> verb_names();
+
+/// What the verb takes of the tool's own, apart by blanks: options, or words.
+std::string_view own_options(std::string_view verb);
 
 // The verbs. `args` is what stands behind the verb.
 

@@ -16,7 +16,7 @@ namespace orvane {
 namespace {
 
 /// Looking for steps without effect parses the line once for each step. Nobody waits for that on a line as long as this.
-constexpr std::size_t most_steps = 5000;
+constexpr std::size_t most_steps = 2000;
 
 /// The step and its neighbours; on a terminal a second line marks the step.
 void show_place(const Fault& fault, std::ostream& err) {
@@ -24,16 +24,12 @@ void show_place(const Fault& fault, std::ostream& err) {
     const char* const no_color = std::getenv("NO_COLOR");
     const bool colour = terminal && (no_color == nullptr || *no_color == '\0');
 
-    const Line& line = fault.line;
-    const Step& step = line[fault.position];
-    std::string before = "  " + numbers_of(step) + ": ";
-    if (fault.position > 1) before += "... ";
-    if (fault.position > 0) before += shown(line[fault.position - 1]) + " ";
-    const std::string refused = shown(step);
+    std::string before = "  " + numbers_of(fault.step) + ": " + (fault.more_before ? "... " : "");
+    if (!fault.before.empty()) before += shown(fault.before) + " ";
+    const std::string refused = shown(fault.step);
     err << before << (colour ? "\033[1;31m" : "") << refused << (colour ? "\033[0m" : "");
-    if (fault.position + 1 < line.size()) err << " " << shown(line[fault.position + 1]);
-    if (fault.position + 2 < line.size()) err << " ...";
-    err << '\n';
+    if (!fault.after.empty()) err << " " << shown(fault.after);
+    err << (fault.more_after ? " ...\n" : "\n");
 
     if (!terminal) return;
     const auto columns = [](const std::string& text) { return qel::i18n::utf8_to_ustring(text).size(); };
@@ -41,7 +37,7 @@ void show_place(const Fault& fault, std::ostream& err) {
 }
 
 void show_fault(const Fault& fault, const Advice& advice, std::ostream& err) {
-    if (fault.position != fault.line.size()) show_place(fault, err);
+    if (!fault.step.empty()) show_place(fault, err);
     for (const std::string& sentence : advice.sentences)
         err << "    " << sentence << '\n';
 }
@@ -61,8 +57,8 @@ void show_involved(const Verdict& verdict, std::ostream& err) {
 void show_further(const Verdict& verdict, std::ostream& err) {
     const Diagnosis& diagnosis = verdict.diagnosis;
     for (std::size_t i = 1; i != diagnosis.faults.size(); ++i) {
-        err << "once this is mended: " << ended(diagnosis.faults[i].answer.text);
-        if (diagnosis.faults[i].answer.text.empty()) err << '\n';
+        const Fault& fault = diagnosis.faults[i];
+        err << "once this is mended: " << ended(fault.text.empty() ? fault.code.message() : fault.text);
         show_fault(diagnosis.faults[i], verdict.advice[i], err);
     }
     for (const std::u16string& problem : diagnosis.problems)
@@ -82,11 +78,17 @@ boost::system::error_code Verdict::code() const {
 
 Verdict judge(const Tokens& tokens, bool with_origins) {
     Verdict verdict{steps_of(tokens), ask(tokens), {}, {}, {}, {}};
-    verdict.diagnosis = diagnose(
-        tokens, [&](const Fault& fault) { return verdict.advice.emplace_back(advise(fault)).repaired; });
-    if (verdict.accepted() && (with_origins || verdict.line.size() <= most_steps)) {
+    verdict.diagnosis = diagnose(tokens, [&](const Fault& fault, const Line& line, std::size_t position) {
+        return verdict.advice.emplace_back(advise(fault, line, position)).repair;
+    });
+    if (!verdict.accepted()) return verdict;
+    if (verdict.line.size() <= most_steps) {
         verdict.effects = effects_of(verdict.line, verdict.answer, with_origins);
         verdict.warnings = warnings_of(verdict.line, verdict.effects);
+    } else {
+        verdict.warnings = {
+            {1, "the line has more than " + std::to_string(most_steps) +
+                    " flags: what has no effect, and where values come from, was not looked for"}};
     }
     return verdict;
 }

@@ -2,8 +2,10 @@
 #include "warnings.hpp"
 
 #include "advice.hpp"
+#include "reference.hpp"
 
 #include "qel/config/option.hpp"
+#include "qel/i18n/convert.hpp"
 
 #include <algorithm>
 
@@ -15,7 +17,7 @@ namespace option = qel::config::option;
 std::string without_effect(const Redundant& redundant) {
     const std::string step = shown(redundant.step);
     if (redundant.needs_https) return step + " has no effect without " + shown(option::https());
-    if (!redundant.replaced_by) return step + " has no effect";
+    if (!redundant.replaced_by) return step + " has no effect: what follows replaces it";
     const Step& other = *redundant.replaced_by;
     const std::string where = shown(other) + " (" + numbers_of(other) + ")";
     if (other[0].text == redundant.step[0].text && other.back().text == redundant.step.back().text)
@@ -38,13 +40,15 @@ bool is_number(const std::string& text) {
     return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
 }
 
+std::string form_of(const Step& step) {
+    return reference_of(qel::i18n::ustring_to_utf8(step[0].text))->value;
+}
+
 /// A minus sign that came out as a large number.
 std::string wrapped(const Step& step) {
     const std::u16string& value = step[1].text;
     const auto number = value.find_last_of(u":@") + 1; // 0 without one
-    if (value.size() < number + 2 || value[number] != u'-' || value[number + 1] < u'0' ||
-        value[number + 1] > u'9')
-        return {};
+    if (value[number] != u'-' || !is_number(qel::i18n::ustring_to_utf8(value.substr(number + 1)))) return {};
     Step measured = step;
     if (step[0].text == option::https())
         measured[0].text = option::http(); // read the same way, and seen at once
@@ -70,6 +74,38 @@ std::string clamped(const Step& step) {
     return shown(step) + " is taken for " + as_taken[0].second;
 }
 
+/// Whoever means seconds gets hours.
+std::string hours(const Step& step) {
+    const std::string value = qel::i18n::ustring_to_utf8(step[1].text);
+    if (!is_number(value) || form_of(step) != "<duration>") return {};
+    const auto as_taken = lines_of(step_of(option::queue_time_trigger(), step[1].text));
+    if (as_taken.empty() || value.find_first_not_of('0') == value.npos) return {};
+    return shown(step) + " is taken for hours: " + as_taken[0].second;
+}
+
+std::string odd_path(const Step& step) {
+    if (form_of(step) != "<directory>" && form_of(step) != "<file>") return {};
+    constexpr std::u16string_view blanks = u" \t\r\n\u00A0", quotes = u"\"'\u2018\u2019\u201C\u201D";
+    const std::u16string& path = step[1].text;
+    if (path.empty()) return shown(step) + " names nothing: was a variable not set?";
+    const auto at_an_end = [&path](std::u16string_view set) {
+        return set.find(path.front()) != set.npos || set.find(path.back()) != set.npos;
+    };
+    if (at_an_end(blanks)) return shown(step) + " has a blank at its beginning or end";
+    if (at_an_end(quotes)) return shown(step) + " has a quote at its beginning or end";
+    if (path.front() == u'~') return shown(step) + ": nobody has put a home directory in the place of ~";
+    if (path.front() == u'$' || path.find(u"${") != path.npos)
+        return shown(step) + ": nobody has put a value in the place of the variable";
+    return {};
+}
+
+std::string neither_on_nor_off(const Step& step) {
+    if (step[0].text != option::profile()) return {};
+    const std::u16string word = step[1].text.substr(0, step[1].text.find(u' '));
+    if (word == u"on" || word == u"off") return {};
+    return shown(step) + " switches off: it does not begin with on";
+}
+
 std::string a_flag_for_a_value(const Step& step) {
     if (shape_of(step[1].text) == Shape::no_flag) return {};
     return shown(step[0].text) + " has taken the flag " + shown(step[1].text) + " for its value";
@@ -80,10 +116,19 @@ std::string a_flag_for_a_value(const Step& step) {
 std::vector<Warning> warnings_of(const Line& line, const Effects& effects) {
     std::vector<Warning> warnings;
     for (const Redundant& redundant : effects.redundant)
-        warnings.push_back({redundant.step[0].number, without_effect(redundant)});
+        if (!redundant.says_default)
+            warnings.push_back({redundant.step[0].number, without_effect(redundant)});
+    const auto gives = [](const std::u16string& flag) {
+        return [flag](const Step& step) { return step[0].text == flag; };
+    };
+    const auto linger = std::find_if(line.begin(), line.end(), gives(option::http_linger_threshold()));
+    if (linger != line.end() && std::none_of(line.begin(), line.end(), gives(option::http())))
+        warnings.push_back({(*linger)[0].number,
+                            shown(*linger) + " gives a listener on port 0 without " + shown(option::http())});
     for (const Step& step : line) {
         if (step.size() != 2) continue;
-        for (const auto rule : {wrapped, port_too_large, clamped, a_flag_for_a_value})
+        for (const auto rule :
+             {wrapped, port_too_large, clamped, hours, odd_path, neither_on_nor_off, a_flag_for_a_value})
             if (std::string text = rule(step); !text.empty())
                 warnings.push_back({step[1].number, std::move(text)});
     }
