@@ -6,6 +6,8 @@
 namespace qel::util::filesystem {
 
 std::filesystem::path native(const Path& path) {
+    // Cut at a zero it would name another file.
+    if (path.text().find(u'\0') != path.text().npos) return {};
     return to_wide(path.text());
 }
 
