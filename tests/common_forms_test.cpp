@@ -107,6 +107,9 @@ struct Grouping : std::numpunct<char> {
 TEST(CommonForms, are_the_same_in_a_locale_that_groups_digits) {
     const std::locale before = std::locale::global(std::locale(std::locale::classic(), new Grouping));
     expect_all_as_cast(500);
+    // What is said to people is in their locale.
+    EXPECT_EQ(parse({u"--request-size-limit", u"2147483648"}).text,
+              "--request-size-limit exceeds maximum value of 2'147'483'647");
     std::locale::global(before);
 }
 

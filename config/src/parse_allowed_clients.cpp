@@ -5,11 +5,11 @@
 #include "qel/i18n/convert.hpp"
 
 #include <boost/algorithm/string/trim.hpp>
+#include <boost/range/iterator_range_core.hpp>
 #include <boost/throw_exception.hpp>
 
 #include <set>
 #include <stdexcept>
-#include <vector>
 
 namespace qel::config {
 namespace {
@@ -18,42 +18,45 @@ std::string invalid_syntax(const std::string& fault) {
     return "invalid syntax for " + i18n::ustring_to_utf8(option::https_allowed_client()) + ": " + fault;
 }
 
-std::string in_configuration(const std::string& config) {
-    return " (in configuration \"" + config + "\")";
+std::string in_configuration(std::string_view config) {
+    return " (in configuration \"" + std::string(config) + "\")";
 }
 
-std::vector<std::string> fields_of(const std::string& list) {
-    std::vector<std::string> fields;
-    std::size_t begin = 0;
-    for (std::size_t comma; (comma = list.find(',', begin)) != list.npos; begin = comma + 1)
-        fields.push_back(list.substr(begin, comma - begin));
-    fields.push_back(list.substr(begin));
-    return fields;
+std::string_view trimmed(std::string_view text) {
+    const auto range = boost::trim_copy(boost::make_iterator_range(text));
+    return {range.begin(), range.end()};
 }
 
-std::set<std::u16string> parse_archives(const std::string& list, const std::string& config) {
-    std::set<std::u16string> archives;
-    for (std::string& archive : fields_of(list)) {
-        boost::trim(archive);
+/// The next field of the list, trimmed. A list ends with its last field: then `list` has no data any more.
+std::string_view take_field(std::string_view& list) {
+    const std::size_t comma = list.find(',');
+    const std::string_view field = trimmed(list.substr(0, comma));
+    list = comma == list.npos ? std::string_view() : list.substr(comma + 1);
+    return field;
+}
+
+void add_archives(std::string_view list, std::string_view config, std::set<std::u16string>& archives) {
+    do {
+        const std::string_view archive = take_field(list);
         if (archive.empty()) {
             BOOST_THROW_EXCEPTION(
                 std::runtime_error(invalid_syntax("empty zarc name" + in_configuration(config))));
         }
         archives.insert(i18n::utf8_to_ustring(archive));
-    }
-    return archives;
+    } while (list.data() != nullptr);
 }
 
 } // namespace
 
-void parse_allowed_clients(std::string config, AccessMap& clients) {
-    boost::trim(config);
+void parse_allowed_clients(std::string_view config, AccessMap& clients) {
+    config = trimmed(config);
     if (config.empty()) BOOST_THROW_EXCEPTION(std::runtime_error(invalid_syntax("no clients specified")));
 
     const auto colon = config.find(':');
-    const std::string client_part = config.substr(0, colon);
-    const std::string archive_part = colon == std::string::npos ? std::string() : config.substr(colon + 1);
-    if (archive_part.find(':') != std::string::npos) {
+    std::string_view client_part = config.substr(0, colon);
+    const std::string_view archive_part =
+        colon == config.npos ? std::string_view() : config.substr(colon + 1);
+    if (archive_part.find(':') != archive_part.npos) {
         BOOST_THROW_EXCEPTION(
             std::runtime_error(invalid_syntax("multiple occurrances of ':'" + in_configuration(config))));
     }
@@ -62,21 +65,18 @@ void parse_allowed_clients(std::string config, AccessMap& clients) {
             std::runtime_error(invalid_syntax("there must be a non-empty client list before ':'")));
     }
 
-    // The archives are the same for all clients: they are taken apart once, with the first, and given to each once.
-    std::set<std::u16string> archives;
-    std::set<const void*> served;
-    for (std::string& client : fields_of(client_part)) {
-        boost::trim(client);
+    std::set<const void*> served; // A client may be named more than once.
+    do {
+        const std::string_view client = take_field(client_part);
         if (client.empty()) {
             BOOST_THROW_EXCEPTION(
                 std::runtime_error(invalid_syntax("empty client name" + in_configuration(config))));
         }
         // A client without archives is not restricted; once it has some, no mark of that is kept.
-        auto& allowed = clients[client];
-        if (archive_part.empty()) continue;
-        if (served.empty()) archives = parse_archives(archive_part, config);
-        if (served.insert(&allowed).second) allowed.insert(archives.begin(), archives.end());
-    }
+        auto& allowed = clients.try_emplace(std::string(client)).first->second;
+        if (!archive_part.empty() && served.insert(&allowed).second)
+            add_archives(archive_part, config, allowed);
+    } while (client_part.data() != nullptr);
 }
 
 } // namespace qel::config

@@ -3,13 +3,13 @@
 
 #include "qel/config/types.hpp"
 
-#include <string>
+#include <string_view>
 
 namespace qel::config {
 
 /// <client>[,<client>]*[:<archive>[,<archive>]*]
 /// Adds the clients, each with all the archives, to `clients`. Throws std::runtime_error at the first fault;
-/// clients met before it stay in the map.
-void parse_allowed_clients(std::string config, AccessMap& clients);
+/// what was added before it stays in the map.
+void parse_allowed_clients(std::string_view config, AccessMap& clients);
 
 } // namespace qel::config

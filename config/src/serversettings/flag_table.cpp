@@ -12,6 +12,7 @@
 #include <boost/lexical_cast.hpp>
 #include <boost/throw_exception.hpp>
 
+#include <algorithm>
 #include <cstddef>
 #include <iterator>
 #include <ostream>
@@ -72,7 +73,10 @@ void http_linger_threshold(Walk& walk) {
 void num_threads(Walk& walk) {
     const unsigned int threads = parse_flag<unsigned int>(walk);
     walk.settings.num_threads() = threads;
-    if (threads == 0) throw OutOfRange{i18n::ustring_to_utf8(flag::num_threads) + " must be at least 1"};
+    if (threads == 0) {
+        walk.out << i18n::ustring_to_utf8(flag::num_threads) << " must be at least 1";
+        throw OutOfRange();
+    }
 }
 
 // Stored before it is checked: after the failure the field holds the oversized count.
@@ -81,8 +85,10 @@ void request_size_limit(Walk& walk) {
     const std::uint64_t size = parse_flag<storage_size>(walk);
     walk.settings.request_size_limit() = size;
     if (size > largest) {
-        throw OutOfRange{i18n::ustring_to_utf8(flag::request_size_limit) + " exceeds maximum value of " +
-                         std::to_string(largest)};
+        // The number as the stream writes numbers: a caller's locale may group its digits.
+        walk.out << i18n::ustring_to_utf8(flag::request_size_limit) << " exceeds maximum value of "
+                 << largest;
+        throw OutOfRange();
     }
 }
 
@@ -92,7 +98,12 @@ void https(Walk& walk) {
 }
 
 void https_verify_peer_mode(Walk& walk) {
-    walk.ssl_context.verify_peer_mode(lexical_cast<SslVerifyPeerMode>(parse_flag<std::string>(walk)));
+    const auto value = parse_flag<u16string_view>(walk);
+    // The cast, which takes a stream, is left with what it refuses.
+    for (const auto mode :
+         {SslVerifyPeerMode::no_verify_peer, SslVerifyPeerMode::verify_peer_require_peer_cert})
+        if (std::ranges::equal(value, to_text(mode))) return walk.ssl_context.verify_peer_mode(mode);
+    walk.ssl_context.verify_peer_mode(lexical_cast<SslVerifyPeerMode>(i18n::ustring_to_utf8(value)));
 }
 
 void https_allowed_client(Walk& walk) {

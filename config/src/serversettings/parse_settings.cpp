@@ -38,8 +38,7 @@ code walk_tokens(Walk& walk) {
                 flag_position = walk.cursor;
             }
         }
-    } catch (const OutOfRange& failure) {
-        walk.out << failure.text;
+    } catch (const OutOfRange&) {
         return error_code::out_of_range();
     } catch (const std::exception& failure) {
         walk.out << failure.what() << " (at option '" << i18n::ustring_to_term(*flag_position) << "')";
@@ -63,7 +62,7 @@ code complete(Walk& walk) {
     settings.extract_root() = i18n::operator/(extracted_below, u".zep_deployed");
     if (walk.https_given) {
         SslContext& tls = walk.ssl_context;
-        if (!walk.allowed_clients.empty()) tls.allowed_clients(walk.allowed_clients);
+        if (!walk.allowed_clients.empty()) tls.allowed_clients(std::move(walk.allowed_clients));
         if (!tls.cipher_list()) tls.cipher_list(std::string("ALL"));
         HttpsSettings& https = engaged(settings.https());
         https.http() = std::move(walk.https);

@@ -41,12 +41,12 @@ inline constexpr auto store_queue_time =
     store_limit<time_duration, RequestQueueTime, &WorkerPoolSettings::queue_time, field>;
 
 /// A value of the TLS context, which reaches the record at the end of the walk if --https is given.
-template <class T, void (SslContext::*setter)(const optional<T>&)>
+template <class T, void (SslContext::*setter)(optional<T>) noexcept>
 void store_tls(Walk& walk) {
     (walk.ssl_context.*setter)(parse_flag<T>(walk));
 }
 
-template <void (SslContext::*setter)(const bool&)>
+template <void (SslContext::*setter)(bool) noexcept>
 void set_tls(Walk& walk) {
     (walk.ssl_context.*setter)(parse_flag<bool>(walk));
 }

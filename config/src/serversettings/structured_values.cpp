@@ -29,32 +29,27 @@ logging::log_content_type parse_log_content(std::string_view clause) {
     return *content;
 }
 
-void parse_log_format(ServerSettings& settings, std::string_view format, logging::log_content_type content,
-                      std::string_view command) {
-    const auto* type = named(logging::log_format_types, format);
-    if (type == nullptr) BOOST_THROW_EXCEPTION(std::runtime_error("bad log format type"));
-    LogHandlerInfo& handler = settings.log_handler().emplace_back();
-    handler.format() = *type;
-    handler.content() = content;
-    handler.command() = command;
-}
-
 } // namespace
 
-void parse_log_handler(ServerSettings& settings, std::string_view value) {
-    const auto space = value.find(' ');
-    const std::string_view handler = value.substr(0, space);
-    const std::string_view command = space == value.npos ? std::string_view() : value.substr(space + 1);
+void parse_log_handler(ServerSettings& settings, std::string value) {
+    const auto space = std::min(value.find(' '), value.size());
+    const std::string_view handler = std::string_view(value).substr(0, space);
 
     const auto semicolon = handler.find(';');
-    const auto content = semicolon == std::string::npos ? logging::log_content_type::content_default
-                                                        : parse_log_content(handler.substr(semicolon + 1));
-    parse_log_format(settings, handler.substr(0, semicolon), content, command);
+    const auto content = semicolon == handler.npos ? logging::log_content_type::content_default
+                                                   : parse_log_content(handler.substr(semicolon + 1));
+    const auto* type = named(logging::log_format_types, handler.substr(0, semicolon));
+    if (type == nullptr) BOOST_THROW_EXCEPTION(std::runtime_error("bad log format type"));
+    LogHandlerInfo& stored = settings.log_handler().emplace_back();
+    stored.format() = *type;
+    stored.content() = content;
+    stored.command() = std::move(value.erase(0, std::min(space + 1, value.size())));
 }
 
 void parse_profile_directives(const char* begin, const char* end, std::vector<ProfileDirective>& out) {
     const char* space = std::find(begin, end, ' ');
     const bool on = std::string_view(begin, space) == "on";
+    if (out.empty()) out.reserve(static_cast<std::size_t>(std::count(begin, end, ' ')));
     if (space == end) out.emplace_back(on, std::string());
     // A trailing space has an empty category behind it, as each of two neighbouring spaces has.
     while (space != end) {
@@ -96,6 +91,9 @@ std::pair<std::u16string, std::u16string> parse_user_data_pair(std::u16string_vi
 bool parse_cors_origins(const std::string& value, std::vector<std::string>& origins) {
     constexpr auto separators = ", ";
     bool star_seen = false;
+    // Mostly the first value is the only one. With more of them, room for just the next would be slow.
+    if (origins.empty())
+        origins.reserve(1 + static_cast<std::size_t>(std::count(value.begin(), value.end(), ',')));
     std::size_t end = 0;
     for (std::size_t begin; (begin = value.find_first_not_of(separators, end)) != value.npos;) {
         end = std::min(value.find_first_of(separators, begin), value.size());

@@ -13,7 +13,7 @@ namespace qel::config {
 
 /// <format>[;<content>][ <command>]
 /// Appends one handler. The content clause is checked before the format word.
-void parse_log_handler(ServerSettings& settings, std::string_view value);
+void parse_log_handler(ServerSettings& settings, std::string value);
 
 /// <switch>[ <category>]*
 /// Appends one directive per category, or one with an empty category when there is none. Only "on" switches

@@ -52,9 +52,8 @@ using Stored = std::conditional_t<std::is_same_v<T, storage_size>, std::uint64_t
 template <class T>
 Stored<T> parse_flag(Walk& walk);
 
-/// Ends the walk with out_of_range. Deliberately no std::exception: those end it with parse_error.
-struct OutOfRange {
-    std::string text;
-};
+/// Ends the walk with out_of_range, after the text is written. Deliberately no std::exception: those end it with
+/// parse_error.
+struct OutOfRange {};
 
 } // namespace qel::config

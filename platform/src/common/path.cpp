@@ -76,7 +76,7 @@ namespace qel::i18n {
 
 namespace fs = util::filesystem;
 
-fs::Path operator/(const fs::Path& directory, const std::u16string& component) {
+fs::Path operator/(const fs::Path& directory, std::u16string_view component) {
     std::u16string text;
     text.reserve(directory.text().size() + 1 + component.size());
     text = directory.text();

@@ -2,6 +2,7 @@
 #include "qel/util/ssl_context.hpp"
 
 #include <istream>
+#include <utility>
 
 namespace qel::util::ssl {
 
@@ -29,8 +30,8 @@ SslContext::~SslContext() = default;
     const __VA_ARGS__& SslContext::name() const noexcept {                                                   \
         return name##_;                                                                                      \
     }                                                                                                        \
-    void SslContext::name(const __VA_ARGS__& value) {                                                        \
-        name##_ = value;                                                                                     \
+    void SslContext::name(__VA_ARGS__ value) noexcept {                                                      \
+        name##_ = std::move(value);                                                                          \
     }
 #include "qel/util/ssl_context_fields.def"
 

@@ -4,6 +4,7 @@
 #include "qel/util/platform_export.hpp"
 
 #include <string>
+#include <string_view>
 
 namespace qel::util::filesystem {
 
@@ -55,6 +56,6 @@ namespace qel::i18n {
 /// whatever the component begins with. Nothing is put before the component when `directory` is empty. Throws
 /// std::bad_alloc; strong guarantee.
 ZEP_CONFIG_PLATFORM_API util::filesystem::Path operator/(const util::filesystem::Path& directory,
-                                                         const std::u16string& component);
+                                                         std::u16string_view component);
 
 } // namespace qel::i18n

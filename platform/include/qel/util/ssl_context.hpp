@@ -49,8 +49,8 @@ public:
 #define QEL_SSL_FIELD(name, ...)                                                                             \
     /** Throws nothing. */                                                                                   \
     const __VA_ARGS__& name() const noexcept;                                                                \
-    /** Sets it to a copy; throws std::bad_alloc. */                                                         \
-    void name(const __VA_ARGS__&);
+    /** Sets it. Throws nothing but what making the argument throws. */                                      \
+    void name(__VA_ARGS__ value) noexcept;
 #include "qel/util/ssl_context_fields.def"
 
     /// All fields equal. Throws nothing.
