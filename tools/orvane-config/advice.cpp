@@ -1,7 +1,7 @@
 // What to tell an operator about a refusal, and what to put in its place.
 #include "advice.hpp"
 
-#include "reference.hpp"
+#include "spelling.hpp"
 
 #include "qel/config/error_code.hpp"
 #include "qel/config/option.hpp"
@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <initializer_list>
 #include <string_view>
 
 namespace orvane {
@@ -19,102 +20,26 @@ namespace option = qel::config::option;
 using qel::i18n::ustring_to_utf8;
 using qel::i18n::utf8_to_ustring;
 
-constexpr std::u16string_view dashes = u"\u2010\u2011\u2012\u2013\u2014\u2015\u2212";
-constexpr std::u16string_view quotes = u"\"'\u2018\u2019\u201C\u201D";
-constexpr std::u16string_view blanks = u" \t\r\n\u00A0";
-
-bool is_one_of(char16_t c, std::u16string_view set) {
-    return set.find(c) != set.npos;
-}
-
-std::u16string trimmed(std::u16string_view text, std::u16string_view of) {
-    const auto begin = text.find_first_not_of(of);
-    if (begin == text.npos) return {};
-    return std::u16string(text.substr(begin, text.find_last_not_of(of) + 1 - begin));
-}
-
-/// The words of a flag, without what is often mistyped around and between them: "--Log_Root " gives "log-root".
-std::u16string words_of(std::u16string_view text) {
-    std::u16string words;
-    for (char16_t c : trimmed(text, blanks)) {
-        if (c == u'_' || is_one_of(c, dashes)) c = u'-';
-        words += c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + (u'a' - u'A')) : c;
-    }
-    return words.substr(std::min(words.find_first_not_of(u"-/"), words.size()));
-}
-
-/// Insertions, deletions, replacements and exchanges of neighbours that make one text of the other.
-std::size_t distance(std::u16string_view a, std::u16string_view b) {
-    std::vector<std::size_t> two_back, last(b.size() + 1), row(b.size() + 1);
-    for (std::size_t j = 0; j <= b.size(); ++j)
-        last[j] = j;
-    for (std::size_t i = 1; i <= a.size(); ++i) {
-        row[0] = i;
-        for (std::size_t j = 1; j <= b.size(); ++j) {
-            row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (a[i - 1] != b[j - 1])});
-            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1])
-                row[j] = std::min(row[j], two_back[j - 2] + 1);
-        }
-        two_back = last;
-        last = row;
-    }
-    return last[b.size()];
-}
-
-/// Those of the texts that are most like the words, at most three.
-std::vector<std::string> most_like(const std::u16string& words, const std::vector<std::string>& texts) {
-    std::vector<std::pair<std::size_t, std::string>> close;
-    if (words.size() < 2) return {};
-    for (const std::string& text : texts) {
-        const std::u16string meant = words_of(utf8_to_ustring(text));
-        // Some shorten flags, as other programs allow.
-        const bool shortened = words.size() > 2 && meant.starts_with(words);
-        const std::size_t far = shortened ? 0 : distance(words, meant);
-        if (far <= std::max<std::size_t>(1, std::min(words.size(), meant.size()) / 4))
-            close.emplace_back(far, text);
-    }
-    std::stable_sort(close.begin(), close.end(),
-                     [](const auto& a, const auto& b) { return a.first < b.first; });
-    std::vector<std::string> found;
-    for (const auto& [far, text] : close)
-        if (far == close[0].first && found.size() < 3) found.push_back(text);
-    return found;
-}
-
-std::vector<std::string> similar_flags(const std::u16string& words) {
-    static const auto flags = [] {
-        std::vector<std::string> all;
-        for (const Reference& one : references())
-            all.push_back(one.flag);
-        return all;
-    }();
-    return most_like(words, flags);
-}
-
-/// The flag that has these words, or null.
-const Reference* flag_of(const std::u16string& words) {
-    const auto& all = references();
-    const auto meant = std::find_if(all.begin(), all.end(), [&](const Reference& one) {
-        return words_of(utf8_to_ustring(one.flag)) == words;
-    });
-    return meant == all.end() ? nullptr : &*meant;
-}
-
-bool begins_as_flag(std::u16string_view text) {
-    return !text.empty() && (text[0] == u'-' || is_one_of(text[0], dashes));
-}
-
+/// Also "/wait", but no absolute path.
 bool is_flag_like(std::u16string_view text) {
-    return begins_as_flag(text) || (!text.empty() && (text[0] == u'/' || is_one_of(text[0], blanks)));
-}
-
-/// Whether a flag is meant where a command's own options would be meant as well.
-bool resembles_a_flag(std::u16string_view text) {
-    return text.starts_with(u"--") && !similar_flags(words_of(text.substr(0, text.find(u'=')))).empty();
+    return begins_as_flag(text) || (text.size() > 1 && text[0] == u'/' &&
+                                    text.substr(1, text.find_first_of(u"=:") - 1).find(u'/') == text.npos);
 }
 
 bool names_path(const Reference& one) {
     return one.value == "<directory>" || one.value == "<file>";
+}
+
+bool all_digits(std::u16string_view text) {
+    return !text.empty() && text.find_first_not_of(u"0123456789") == text.npos;
+}
+
+/// Whether the token is what is left of a name with blanks in it.
+bool may_belong_to_a_path(std::u16string_view token) {
+    constexpr std::u16string_view punctuation = u"!\"#$%&'()*+,-./:;<=>?@[\\]^_`{|}~";
+    return !token.empty() && !is_one_of(token[0], punctuation) && !is_one_of(token[0], blanks) &&
+           !is_one_of(token[0], quotes) && token.find_first_of(u"<>|&;") == token.npos &&
+           flag_of(words_of(token)) == nullptr;
 }
 
 /// The flags that the library knows behind one that limits what follows.
@@ -129,20 +54,6 @@ const std::string& allowed_behind_the_limit() {
         return list;
     }();
     return allowed;
-}
-
-/// What is wrong with the spelling of a token whose words are a flag's.
-std::string misspelling(std::u16string_view token, const std::string& flag) {
-    const auto holds = [&](std::u16string_view set) { return token.find_first_of(set) != token.npos; };
-    if (holds(dashes))
-        return "it has a dash where hyphens belong, as texts copied from a document do: " + flag;
-    if (holds(blanks)) return "it has a blank at its beginning or end: " + flag;
-    if (!token.starts_with(u"--") || token.starts_with(u"---"))
-        return "a flag begins with two hyphens: " + flag;
-    if (std::any_of(token.begin(), token.end(), [](char16_t c) { return c >= u'A' && c <= u'Z'; }))
-        return "flags are written in small letters: " + flag;
-    if (flag.find('_') != flag.npos) return "this flag is written with an underscore: " + flag;
-    return "flags are written with hyphens, not underscores: " + flag;
 }
 
 /// Works on one fault, at the step `at` of a line.
@@ -190,13 +101,19 @@ private:
         edit.end = end;
     }
 
-    /// The flag with a value that the server takes, so that nothing else is said to lack it. What is refused with that
-    /// too is left out.
-    std::vector<Word> stood_in(const Step& step) const {
-        const Word sample{utf8_to_ustring(reference_of(ustring_to_utf8(step[0].text))->sample),
-                          step.back().number};
-        if (step.size() == 2 && step[1].text == sample.text) return {};
-        return {step[0], sample};
+    /// The flag with a value that the server takes, so that nothing else is said to lack it; one that breaks no rule.
+    /// What is refused with that too is left out.
+    static std::vector<Word> stood_in(const Step& step) {
+        const Reference& reference = *reference_of(ustring_to_utf8(step[0].text));
+        Word value{utf8_to_ustring(reference.sample), step.back().number, true};
+        if (const auto words = keywords(reference); !words.empty())
+            value.text = utf8_to_ustring(words[0]);
+        else if (names_path(reference))
+            value.text = u"/?" + utf8_to_ustring(std::to_string(value.number));
+        else if (reference.value.starts_with("[<host"))
+            value.text = u"0";
+        if (step.size() == 2 && step[1].invented) return {};
+        return {step[0], value};
     }
 
     /// The end of the tokens from `from` on that are no flags, and are not meant as flags.
@@ -220,18 +137,24 @@ private:
 
     void unknown_token() {
         const Step* const before = at_ == 0 ? nullptr : &line_[at_ - 1];
-        const bool took_a_flag =
-            before && before->size() == 2 && shape_of((*before)[1].text) != Shape::no_flag;
         if (before && shape_of(token()) != Shape::no_flag)
             limited(*before);
-        else if (trimmed(token(), blanks).empty())
+        else if (token().empty())
             say("the token is empty: was a variable not set?"), repair(at_, at_ + 1, {});
-        else if (!own_option() && !goes_on() && !misspelt() && !before_its_flag()) {
-            if (took_a_flag)
-                swallowed(*before, at_ - 1);
-            else if (!similar() && !(before && split_by_the_shell(at_ - 1)))
-                stray();
-        }
+        else if (trimmed(token(), blanks).empty())
+            say("the token is blank: is there a blank behind the backslash at a line's end?"),
+                repair(at_, at_ + 1, {});
+        else if (own_option())
+            return;
+        else if (before && before->size() == 2 && is_meant_as_flag((*before)[1].text))
+            swallowed(*before, at_ - 1);
+        else if (!goes_on() && !misspelt() && !glued() && !before_its_flag() && !similar() &&
+                 !(before && split_by_the_shell(at_ - 1)))
+            stray();
+    }
+
+    static bool is_meant_as_flag(const std::u16string& text) {
+        return shape_of(text) != Shape::no_flag || resembles_a_flag(text);
     }
 
     /// A flag that is known, but not here.
@@ -247,9 +170,13 @@ private:
 
     bool own_option() {
         const std::string text = ustring_to_utf8(token());
-        const std::string options = " " + std::string(own_options("check")) + " ";
-        if (!token().starts_with(u"--") || options.find(" " + text + " ") == options.npos) return false;
-        say(text + " is an option of orvane-config: it stands before the server's flags");
+        const auto takes = [&text](std::string_view verb) {
+            return (" " + std::string(own_options(verb)) + " ").find(" " + text + " ") != text.npos;
+        };
+        if (!token().starts_with(u"--") || !takes("check")) return false;
+        say(text +
+            (takes("show") ? " is an option of orvane-config" : " is an option of 'orvane-config check'") +
+            ": it stands before the server's flags");
         repair(at_, end_of_strays(at_ + 1), {});
         return true;
     }
@@ -259,13 +186,12 @@ private:
         if (at_ == 0 || is_flag_like(token())) return false;
         const Step& before = line_[at_ - 1];
         if (before.size() != 2) return false;
-        const bool path = names_path(*reference_of(ustring_to_utf8(before[0].text)));
-        return (!path || end_of_strays(at_) > at_ + 1) && split_by_the_shell(at_ - 1);
+        return !names_path(*reference_of(ustring_to_utf8(before[0].text))) && split_by_the_shell(at_ - 1);
     }
 
     bool misspelt() {
         const std::u16string_view whole = token();
-        const std::u16string_view separators = begins_as_flag(whole) || whole[0] == u'/' ? u"= :" : u"= ";
+        const std::u16string_view separators = is_flag_like(whole) ? u"= \t\u00A0:" : u"= ";
         const std::u16string_view name = whole.substr(0, whole.find_first_of(separators, 1));
         if (const Reference* const meant = flag_of(words_of(whole))) {
             say(misspelling(whole, meant->flag));
@@ -284,8 +210,9 @@ private:
     /// A flag that is known, and behind it in the same token a separator and the rest.
     void value_behind(const Reference& meant, char16_t separator, std::u16string_view rest) {
         std::vector<Word> words = {{utf8_to_ustring(meant.flag), number()}};
-        const std::u16string value = trimmed(rest, blanks);
-        if (separator == u' ' && holds_a_flag(value)) {
+        const bool blank = is_one_of(separator, blanks);
+        const std::u16string value = trimmed(blank ? trimmed(rest, u" =\t\u00A0\"'") : rest, blanks);
+        if (blank && holds_a_flag(value)) {
             for (std::size_t begin = 0; begin < value.size();) {
                 const std::size_t end = std::min(value.find(u' ', begin), value.size());
                 if (end != begin) words.push_back({value.substr(begin, end - begin), number()});
@@ -293,14 +220,19 @@ private:
             }
             say("it holds several words, each of which is a token of its own: " + shown(Step(words)));
         } else if (meant.value.empty()) {
-            say(meant.flag + " takes no value");
+            const bool off = is_one_of(words_of(value), {u"false", u"no", u"off", u"0"});
+            say(meant.flag + " takes no value" + (off ? "; to switch it off, leave it out" : ""));
+            if (off) words.clear();
         } else if (value.empty() && end_of_strays(at_ + 1) != at_ + 1) {
             words.push_back(line_[at_ + 1][0]);
             say("flag and value are apart by a blank only: " + shown(Step(words)));
             return repair(at_, at_ + 2, words);
+        } else if (value.empty()) {
+            say("its value is missing: " + meant.flag + " " + meant.value);
+            words = stood_in(words);
         } else {
             words.push_back({value, number()});
-            const std::string how = separator == u' ' ? ", not quoted as one with its flag: " : ": ";
+            const std::string how = blank ? ", not quoted as one with its flag: " : ": ";
             say("the value is a token of its own" + how + shown(Step(words)));
         }
         repair(at_, at_ + 1, words);
@@ -309,23 +241,60 @@ private:
     static bool holds_a_flag(std::u16string_view text) {
         for (std::size_t begin = 0; begin < text.size();) {
             const std::size_t end = std::min(text.find(u' ', begin), text.size());
-            if (shape_of(std::u16string(text.substr(begin, end - begin))) != Shape::no_flag) return true;
+            if (is_meant_as_flag(std::u16string(text.substr(begin, end - begin)))) return true;
             begin = end + 1;
         }
         return false;
     }
 
+    static bool is_one_of(const std::u16string& word, std::initializer_list<std::u16string_view> words) {
+        return std::find(words.begin(), words.end(), word) != words.end();
+    }
+    static bool is_one_of(char16_t c, std::u16string_view set) { return orvane::is_one_of(c, set); }
+
+    /// A flag with its value directly behind it.
+    bool glued() {
+        const std::u16string_view whole = token();
+        const Reference* longest = nullptr;
+        for (const Reference& one : references()) {
+            const std::size_t size = one.flag.size();
+            if (one.value.empty() || whole.size() <= size || !whole.starts_with(utf8_to_ustring(one.flag)))
+                continue;
+            if (!is_one_of(whole[size], u"0123456789/.,;\"'")) continue;
+            if (longest == nullptr || longest->flag.size() < size) longest = &one;
+        }
+        if (longest == nullptr) return false;
+        const std::u16string value = trimmed(whole.substr(longest->flag.size()), u",;\"'");
+        const Step meant = {{utf8_to_ustring(longest->flag), number()}, {value, number()}};
+        if (!ask(Line{meant}).walked()) return false;
+        say("flag and value are apart by a blank: " + shown(meant));
+        advice_.suggestions.push_back(longest->flag);
+        repair(at_, at_ + 1, meant);
+        return true;
+    }
+
+    /// Of the suggested flags, the first that takes the value that follows.
+    const Reference& likeliest() const {
+        const bool value = at_ + 1 != line_.size() && end_of_strays(at_ + 1) != at_ + 1;
+        for (const std::string& flag : advice_.suggestions)
+            if (value && ask(Line{{{utf8_to_ustring(flag)}, line_[at_ + 1][0]}}).walked())
+                return *reference_of(flag);
+        return *reference_of(advice_.suggestions[0]);
+    }
+
     bool similar() {
         const std::u16string_view whole = token();
-        const std::size_t separator = std::min(whole.find_first_of(u"= ", 1), whole.size());
+        const std::size_t separator = std::min(whole.find_first_of(u"= \t\u00A0", 1), whole.size());
         if (!is_flag_like(whole)) return false;
-        advice_.suggestions = similar_flags(words_of(whole.substr(0, separator)));
+        const std::u16string words = words_of(whole.substr(0, separator));
+        advice_.suggestions = similar_flags(words);
+        if (advice_.suggestions.empty()) advice_.suggestions = flags_with(words);
         if (advice_.suggestions.empty()) return false;
         std::string sentence = "did you mean ";
         for (const std::string& flag : advice_.suggestions)
             sentence += (&flag == &advice_.suggestions[0] ? "" : " or ") + flag;
         say(sentence + "?");
-        const Reference& meant = *reference_of(advice_.suggestions[0]);
+        const Reference& meant = likeliest();
         if (separator != whole.size())
             value_behind(meant, whole[separator], whole.substr(separator + 1));
         else
@@ -358,30 +327,89 @@ private:
     /// Whether the value of the step at `position` goes on in the tokens behind it.
     bool split_by_the_shell(std::size_t position) {
         const Step& start = line_[position];
-        if (start.size() != 2) return false;
+        if (start.size() != 2 || start[1].text.empty() || start[1].invented ||
+            is_meant_as_flag(start[1].text))
+            return false;
         // Commands go on with options, directories do not.
-        const bool path = names_path(*reference_of(ustring_to_utf8(start[0].text)));
-        const std::size_t end = end_of_strays(position + 1, !path);
+        const Reference& reference = *reference_of(ustring_to_utf8(start[0].text));
+        std::size_t end = end_of_strays(position + 1, !names_path(reference));
+        if (names_path(reference)) {
+            if (is_one_of(start[1].text.back(), u"=\\\"'")) return false;
+            const auto first = line_.begin() + static_cast<std::ptrdiff_t>(position + 1);
+            const auto last = line_.begin() + static_cast<std::ptrdiff_t>(end);
+            end = static_cast<std::size_t>(
+                std::find_if_not(first, last,
+                                 [](const Step& step) { return may_belong_to_a_path(step[0].text); }) -
+                line_.begin());
+        }
         if (end == position + 1) return false;
-        Step joined = start;
-        for (std::size_t i = position + 1; i != end; ++i)
-            joined[1].text += u" " + line_[i][0].text;
+        if (reference.value.ends_with("<port>")) return separated(position, end);
+
+        for (const bool quoting : {false, true}) {
+            Step joined = start;
+            for (std::size_t i = position + 1; i != end; ++i) {
+                const std::u16string& text = line_[i][0].text;
+                const bool quoted = quoting && text.find(u' ') != text.npos;
+                joined[1].text += quoted ? u" \"" + text + u"\"" : u" " + text;
+            }
+            if (!ask(Line{joined}).walked()) continue;
+            say("was a value with a blank split by the shell? Quote it: " + shown(joined));
+            repair(position, end, joined);
+            return true;
+        }
+        return false;
+    }
+
+    /// Whether the tokens are the parts of an address.
+    bool separated(std::size_t position, std::size_t end) {
+        Step joined = line_[position];
+        if (all_digits(joined[1].text)) return false;
+        for (std::size_t i = position + 1; i != end; ++i) {
+            const std::u16string& text = line_[i][0].text;
+            const bool joins = is_one_of(joined[1].text.back(), u"@:") || is_one_of(text[0], u"@:");
+            joined[1].text += (joins ? u"" : u":") + text;
+        }
         if (!ask(Line{joined}).walked()) return false;
-        say("was a value with a blank split by the shell? Quote it: " + shown(joined));
+        say("an address is one token: " + shown(joined));
         repair(position, end, joined);
         return true;
     }
 
+    /// Whether each token could be a value of the flag before, which may be repeated.
+    bool repeated() {
+        const Step& before = line_[at_ - 1];
+        const std::size_t end = end_of_strays(at_ + 1);
+        if (before.size() != 2 ||
+            !reference_of(ustring_to_utf8(before[0].text))->repeated.starts_with("adds"))
+            return false;
+        std::vector<Word> words;
+        for (std::size_t i = at_; i != end; ++i) {
+            words.push_back({before[0].text, line_[i][0].number});
+            words.push_back(line_[i][0]);
+            if (!ask(Line{words}).walked()) return false;
+        }
+        say("the flag is given again for each value: " + shown(Step(words.begin(), words.begin() + 2)));
+        repair(at_, end, words);
+        return true;
+    }
+
     void stray() {
-        if (is_flag_like(token()))
+        std::size_t begin = at_;
+        if (begins_as_flag(token())) {
             say("no flag is like it; 'orvane-config flags' lists them all");
-        else if (at_ == 0)
+        } else if (at_ == 0) {
             say("it is no flag");
-        else if (shape_of(line_[at_ - 1][0].text) == Shape::switch_flag)
-            say(shown(line_[at_ - 1][0].text) + " takes no value");
-        else
+        } else if (shape_of(line_[at_ - 1][0].text) == Shape::switch_flag) {
+            const bool off = is_one_of(words_of(token()), {u"false", u"no", u"off", u"0"});
+            say(shown(line_[at_ - 1][0].text) + " takes no value" +
+                (off ? "; to switch it off, leave it out" : ""));
+            if (off) --begin;
+        } else if (repeated()) {
+            return;
+        } else {
             say("it is no flag, and the flag before it has its value");
-        repair(at_, end_of_strays(at_ + 1), {});
+        }
+        repair(begin, end_of_strays(at_ + 1), {});
     }
 
     void refused_value() {
@@ -391,17 +419,26 @@ private:
             return repair(at_, at_ + 1, stood_in(step()));
         }
         const Word& value = step()[1];
-        if (shape_of(value.text) != Shape::no_flag) return swallowed(step(), at_);
+        if (is_meant_as_flag(value.text)) return swallowed(step(), at_);
         if (quoted(value) || one_of_the_words(reference, value) || split_by_the_shell(at_) || exchanged())
             return;
         if (ask(Line{step()}).walked()) // what came before is in its way
             say(reference.flag + ": " + reference.relations);
         else if (fault_.code == error_code::out_of_range())
             say(reference.flag + ": " + reference.meaning);
+        else if (is_too_large(reference, value.text))
+            say(reference.flag + ": the number is too large");
         else
             say("the form is " + reference.flag + " " + reference.value +
                 ", for example: " + reference.example);
-        repair(at_, at_ + 1, stood_in(step()));
+        // What follows is part of the value, if anything.
+        const bool command = reference.value.find("<command>") != reference.value.npos;
+        repair(at_, end_of_strays(at_ + 1, command), stood_in(step()));
+    }
+
+    static bool is_too_large(const Reference& reference, const std::u16string& value) {
+        return (reference.value == "<number>" || reference.value.ends_with("<port>")) &&
+               all_digits(std::u16string_view(value).substr(value.find_last_of(u':') + 1));
     }
 
     bool replaced(const Word& value, const std::string& sentence, const char* end = "") {
@@ -429,10 +466,15 @@ private:
     bool exchanged() {
         constexpr std::size_t near = 10;
         if (fault_.code == error_code::out_of_range() || ask(Line{step()}).walked()) return false;
+        // Of two numbers neither is the other's: both are just wrong.
+        const auto is_number = [](const Step& one) {
+            return one[1].text.find_first_of(u"0123456789") != one[1].text.npos;
+        };
         const std::size_t last = std::min(at_ + near, line_.size() - 1);
         for (std::size_t other = at_ - std::min(at_, near); other <= last; ++other) {
             if (other == at_ || line_[other].size() != 2 || ask(Line{line_[other]}).walked()) continue;
             Step one = step(), two = line_[other];
+            if (is_number(one) && is_number(two)) continue;
             std::swap(one[1], two[1]);
             if (!ask(Line{one}).walked() || !ask(Line{two}).walked()) continue;
             say("are two values exchanged? " + shown(one) + " " + shown(two));
@@ -454,12 +496,6 @@ private:
     std::size_t at_;
     Advice advice_{};
 };
-
-/// Characters that nobody sees in a line.
-bool is_invisible(char16_t c) {
-    return c < 0x20 || c == 0x7F || c == 0xA0 || c == 0xAD || (c >= 0x200B && c <= 0x200F) ||
-           (c >= 0x2028 && c <= 0x202E) || (c >= 0x2060 && c <= 0x2069) || c == 0xFEFF;
-}
 
 } // namespace
 
@@ -493,7 +529,7 @@ std::string shown(const std::u16string& token) {
 std::string shown(const Step& step) {
     std::string text;
     for (const Word& word : step)
-        text += (text.empty() ? "" : " ") + shown(word.text);
+        text += (text.empty() ? "" : " ") + (word.invented ? "<value>" : shown(word.text));
     return text;
 }
 

@@ -133,14 +133,15 @@ Line loosened(const Line& line, std::vector<Redundant>& redundant) {
     return loose;
 }
 
-/// Why `step`, which belongs at `position` of the line, has no effect there.
-Redundant explained(const Line& line, std::size_t position, const Step& step) {
+/// Why `step`, which belongs at `position` of the line, has no effect there. Nothing when it has, but says what holds
+/// without it, too.
+std::optional<Redundant> explained(const Line& line, std::size_t position, const Step& step, bool has_https) {
     const auto counts = [&step](const Line& without_it, std::size_t at) {
         const Answer before = ask(without_it), after = ask(with(without_it, at, step));
         return before.walked() && !after.code && before.settings != after.settings;
     };
-    if (counts(with(line, 0, step_of(option::https(), u"1")), position + 1))
-        return {.step = step, .needs_https = true};
+    if (!has_https && counts(with(line, 0, step_of(option::https(), u"1")), position + 1))
+        return Redundant{.step = step, .needs_https = true};
     // Most are replaced by the same flag; else by one that follows soon.
     constexpr std::size_t most_asked = 6;
     std::vector<std::size_t> others;
@@ -151,13 +152,19 @@ Redundant explained(const Line& line, std::size_t position, const Step& step) {
             others.push_back(later);
     }
     if (others.size() > most_asked) others.resize(most_asked);
-    for (const std::size_t other : others)
-        if (counts(without(line, other), position)) return {.step = step, .replaced_by = line[other]};
+    for (const std::size_t other : others) {
+        if (!counts(without(line, other), position)) continue;
+        // Another flag takes effect away by beginning anew. Else this one only says what holds behind that anyway.
+        const bool begins_anew = line[other][0].text == option::http();
+        if (line[other][0].text != step[0].text && !begins_anew) return std::nullopt;
+        return Redundant{.step = step, .replaced_by = line[other]};
+    }
     // Without anything behind it but the required flag.
     Line alone = first(line, position);
     for (const Step& required : line)
         if (required[0].text == option::auto_deploy_root()) alone.push_back(required);
-    return {.step = step, .says_default = !counts(alone, position)};
+    if (!counts(alone, position)) return std::nullopt;
+    return Redundant{.step = step};
 }
 
 /// The names of the settings that differ.
@@ -303,9 +310,12 @@ Diagnosis diagnose(const Tokens& tokens, const Repair& repair) {
         }
         Edit edit = repair(fault, line, position);
         walker.changed(edit.begin);
+        // What follows moves only where the number of steps changes.
         const auto begin = line.begin() + static_cast<std::ptrdiff_t>(edit.begin);
-        const auto at = line.erase(begin, line.begin() + static_cast<std::ptrdiff_t>(edit.end));
-        line.insert(at, std::move_iterator(edit.steps.begin()), std::move_iterator(edit.steps.end()));
+        const auto kept = static_cast<std::ptrdiff_t>(std::min(edit.end - edit.begin, edit.steps.size()));
+        const auto rest = std::move(edit.steps.begin(), edit.steps.begin() + kept, begin);
+        const auto at = line.erase(rest, line.begin() + static_cast<std::ptrdiff_t>(edit.end));
+        line.insert(at, std::move_iterator(edit.steps.begin() + kept), std::move_iterator(edit.steps.end()));
     }
     if (!diagnosis.faults.empty()) diagnosis.faults[0].text = ask(tokens).text;
     qel::config::validate_settings(diagnosis.answer.settings, diagnosis.problems, diagnosis.involved);
@@ -329,10 +339,20 @@ Effects effects_of(const Line& line, const Answer& accepted, bool with_origins) 
             omitting.omit();
         }
     }
-    constexpr std::size_t most_explained = 50; // each costs some parses of the line
-    for (std::size_t i = 0; i != steps.size(); ++i)
-        effects.redundant.push_back(i < most_explained ? explained(effects.effective, omitted[i], *steps[i])
-                                                       : Redundant{.step = *steps[i]});
+    // From the end, because what says the default goes back into the line: it decides its setting, and replaces others.
+    std::size_t explaining = 50; // each costs some parses of the line
+    for (std::size_t i = steps.size(); i-- != 0;) {
+        std::optional<Redundant> redundant = Redundant{.step = *steps[i]};
+        if (explaining != 0) {
+            --explaining;
+            redundant =
+                explained(effects.effective, omitted[i], *steps[i], accepted.settings.https().has_value());
+        }
+        if (redundant)
+            effects.redundant.push_back(std::move(*redundant));
+        else
+            effects.effective = with(std::move(effects.effective), omitted[i], *steps[i]);
+    }
     std::sort(effects.redundant.begin(), effects.redundant.end(),
               [](const Redundant& a, const Redundant& b) { return a.step[0].number < b.step[0].number; });
     if (with_origins) {

@@ -23,6 +23,7 @@ namespace orvane {
 struct Word {
     std::u16string text;
     std::size_t number = 0;
+    bool invented = false; ///< it stands for one that the server did not take
 };
 
 /// A flag with its value, a switch, or a token that is no flag.
@@ -86,12 +87,11 @@ using Repair = std::function<Edit(const Fault& fault, const Line& line, std::siz
 
 Diagnosis diagnose(const Tokens& tokens, const Repair& repair);
 
-/// A step without which the record is the same.
+/// A step without which the record is the same, because of other steps.
 struct Redundant {
     Step step{};
     std::optional<Step> replaced_by{}; ///< without this one it would count
     bool needs_https = false;          ///< with a listener for TLS it would count
-    bool says_default = false;         ///< nothing takes its effect away: it says what holds without it
 };
 
 /// What the steps of an accepted line do.

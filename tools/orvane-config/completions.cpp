@@ -87,8 +87,13 @@ void write_bash_tool(const std::string& function, const std::string& flags, std:
     for (const std::string& verb : verb_names())
         if (const auto options = own_options(verb); !options.empty())
             out << "    " << verb << ") own='" << options << "' ;;\n";
-    out << "    esac\n    # The tool's own options come first.\n"
-           "    if ((COMP_CWORD == 2)) || [[ \" $own \" == *\" $prev \"* ]]; then\n"
+    out << "    esac\n    # The tool's own options come first, some with a value behind them.\n"
+           "    local at=2\n"
+           "    while ((at < COMP_CWORD)) && [[ \" $own \" == *\" ${COMP_WORDS[at]} \"* ]]; do\n"
+           "        case ${COMP_WORDS[at]} in --from|--format|--for|--wait) ((++at)) ;; esac\n" // the tool's own option
+           "        ((++at))\n"
+           "    done\n"
+           "    if ((at == COMP_CWORD)); then\n"
            "        mapfile -t -O ${#COMPREPLY[@]} COMPREPLY < <(compgen -W \"$own\" -- \"$cur\")\n"
            "    fi\n}\n";
 }

@@ -22,12 +22,14 @@ std::vector<std::pair<std::string, std::string>> details(const Reference& one) {
 
 /// What stands for a value in more than one flag.
 constexpr const char* forms[][2] = {
+    {"<number>", "a whole number, at most 4294967295"},
+    {"<port>", "a whole number, at most 65535"},
     {"<size>",
      "bytes, as a whole number, or with a unit behind it: K, M, G, T, P or E, alone or before B or iB, "
      "in any case; each is 1024 times the one before"},
     {"<duration>",
-     "hours:minutes:seconds, the latter two of two digits, a fraction where needed: 0:01:30.5; a number "
-     "alone is hours"},
+     "hours:minutes:seconds or hours:minutes, the latter of two digits, a fraction where needed: "
+     "0:01:30.5; a number alone is hours"},
     {"<command>", "a program and its arguments, in one token"},
 };
 

@@ -13,8 +13,12 @@ namespace orvane {
 namespace {
 
 std::string all_of(std::istream& in, const std::string& name) {
-    std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    constexpr std::size_t most = 4 << 20; // some devices have no end
+    std::string text(most, '\0');
+    in.read(text.data(), static_cast<std::streamsize>(most));
     if (in.bad()) throw std::runtime_error("cannot read " + name);
+    if (in) throw std::runtime_error(name + " is too large: flags take no more than 4 MiB");
+    text.resize(static_cast<std::size_t>(in.gcount()));
     return text;
 }
 

@@ -135,6 +135,7 @@ json::object head_of(const Verdict& verdict) {
             {"accepted", verdict.accepted()},
             {"code", to_json(verdict.code())},
             {"text", to_json(verdict.answer.text)},
+            {"effects_known", verdict.effects_known},
             {"warnings", std::move(warnings)}};
 }
 

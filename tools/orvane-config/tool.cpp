@@ -18,12 +18,12 @@ constexpr char text_of_help[] =
 
 Checks a command line of the Orvane server without starting a server, and finds servers that run.
 
-  check [OPTIONS] FLAGS...
+  check [--strict] [--json] FLAGS...
       parse and validate the server's FLAGS; print what they set, or what is wrong with them
-  show [OPTIONS] FLAGS...
+  show [--json] FLAGS...
       print every setting, and which of the FLAGS it comes from
-  locate [OPTIONS] FLAGS...
-      read the runtime files of the server with these FLAGS; --help lists the options
+  locate [--wait SECONDS] [--json] FLAGS...
+      read the runtime files of the server with these FLAGS
   publish FLAGS... [-- COMMAND ARGS...]
       write the runtime files of a server with these FLAGS, and remove them when COMMAND ends,
       or without one when a signal comes, which is 0 for the signals INT and TERM
@@ -36,15 +36,23 @@ Checks a command line of the Orvane server without starting a server, and finds 
   help, version
       print this text; print the library's version
 
-Every verb has --help. The tool's own OPTIONS come first; FLAGS go to the library as they stand.
+Every verb has --help. The tool's own options come first; FLAGS go to the library as they stand. For check and
+show they may come from a file, with --from FILE, or --from - for standard input: a token a line, or each ended by a
+zero byte. --json answers in JSON; --strict lets warnings count.
 
 Exit codes: 0 accepted, located or done; 1 refused; 2 orvane-config misused; 3 accepted, but --strict
 found a warning; 4 not published; 5 published but stale or malformed; 6 waiting timed out; 7 input or
-output failed. 'publish' ends with
-the exit code of COMMAND, 128 and the signal's number when that ended it.
+output failed. 'publish' ends with the exit code of COMMAND, or with 128 and the number of the
+signal that ended it.
 )";
 
+ExitCode help(const Tokens&, std::ostream& out, std::ostream&) {
+    out << text_of_help;
+    return ExitCode::done;
+}
+
 ExitCode usage(const Tokens& args, std::ostream& out, std::ostream& err) {
+    if (args == Tokens{u"--help"}) return help(args, out, err);
     if (args.size() > 1) {
         err << "orvane-config: usage takes one name at most\n";
         return ExitCode::misused;
@@ -53,12 +61,8 @@ ExitCode usage(const Tokens& args, std::ostream& out, std::ostream& err) {
     return ExitCode::done;
 }
 
-ExitCode help(const Tokens&, std::ostream& out, std::ostream&) {
-    out << text_of_help;
-    return ExitCode::done;
-}
-
-ExitCode version(const Tokens&, std::ostream& out, std::ostream&) {
+ExitCode version(const Tokens& args, std::ostream& out, std::ostream& err) {
+    if (args == Tokens{u"--help"}) return help(args, out, err);
     out << "orvane-config " << zep_config_version << " (" << zep_config_build_date << ")\n";
     return ExitCode::done;
 }

@@ -49,8 +49,14 @@ std::string ended(const std::string& text) {
 
 /// Where the flags stand that the problems are about.
 void show_involved(const Verdict& verdict, std::ostream& err) {
+    const auto is_named = [&](const Step& step) {
+        const auto& problems = verdict.diagnosis.problems;
+        return std::any_of(problems.begin(), problems.end(), [&](const std::u16string& problem) {
+            return (problem + u" ").find(step[0].text + u" ") != problem.npos;
+        });
+    };
     for (const Step& step : verdict.line)
-        if (verdict.diagnosis.involved.contains(step[0].text))
+        if (verdict.diagnosis.involved.contains(step[0].text) || is_named(step))
             err << "  " << numbers_of(step) << ": " << shown(step) << '\n';
 }
 
@@ -77,19 +83,14 @@ boost::system::error_code Verdict::code() const {
 }
 
 Verdict judge(const Tokens& tokens, bool with_origins) {
-    Verdict verdict{steps_of(tokens), ask(tokens), {}, {}, {}, {}};
+    Verdict verdict{steps_of(tokens), ask(tokens), {}, {}, {}, {}, false};
     verdict.diagnosis = diagnose(tokens, [&](const Fault& fault, const Line& line, std::size_t position) {
         return verdict.advice.emplace_back(advise(fault, line, position)).repair;
     });
     if (!verdict.accepted()) return verdict;
-    if (verdict.line.size() <= most_steps) {
-        verdict.effects = effects_of(verdict.line, verdict.answer, with_origins);
-        verdict.warnings = warnings_of(verdict.line, verdict.effects);
-    } else {
-        verdict.warnings = {
-            {1, "the line has more than " + std::to_string(most_steps) +
-                    " flags: what has no effect, and where values come from, was not looked for"}};
-    }
+    verdict.effects_known = verdict.line.size() <= most_steps;
+    if (verdict.effects_known) verdict.effects = effects_of(verdict.line, verdict.answer, with_origins);
+    verdict.warnings = warnings_of(verdict.line, verdict.effects);
     return verdict;
 }
 
@@ -106,6 +107,9 @@ void explain(const Verdict& verdict, std::ostream& err) {
     } else if (!verdict.accepted()) {
         show_involved(verdict, err);
     }
+    if (verdict.accepted() && !verdict.effects_known)
+        err << "orvane-config: the line has more than " << most_steps
+            << " flags: which have no effect, and where values come from, was not looked for\n";
     for (const Warning& warning : verdict.warnings)
         err << "orvane-config: warning: token " << warning.token << ": " << warning.text << '\n';
 }

@@ -15,8 +15,9 @@ struct Verdict {
     Answer answer;                 ///< the library's, for the line as it stands
     Diagnosis diagnosis;           ///< of an accepted line, without faults
     std::vector<Advice> advice;    ///< for each fault of the diagnosis
-    Effects effects;               ///< of an accepted line
+    Effects effects;               ///< of an accepted line, if they are known
     std::vector<Warning> warnings; ///< about an accepted line
+    bool effects_known;            ///< not of a refused line, and not of a very long one
 
     /// Whether the server would start with it.
     bool accepted() const;

@@ -2,12 +2,13 @@
 #include "warnings.hpp"
 
 #include "advice.hpp"
-#include "reference.hpp"
+#include "spelling.hpp"
 
 #include "qel/config/option.hpp"
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
+#include <regex>
 
 namespace orvane {
 namespace {
@@ -47,13 +48,18 @@ std::string form_of(const Step& step) {
 /// A minus sign that came out as a large number.
 std::string wrapped(const Step& step) {
     const std::u16string& value = step[1].text;
-    const auto number = value.find_last_of(u":@") + 1; // 0 without one
-    if (value[number] != u'-' || !is_number(qel::i18n::ustring_to_utf8(value.substr(number + 1)))) return {};
+    const std::string form = form_of(step);
+    const bool port = form.ends_with("<port>");
+    const auto number = port ? value.find_last_of(u":@") + 1 : 0;
+    if (!(port || form == "<number>") || value[number] != u'-' ||
+        !is_number(qel::i18n::ustring_to_utf8(value.substr(number + 1))))
+        return {};
     Step measured = step;
     if (step[0].text == option::https())
         measured[0].text = option::http(); // read the same way, and seen at once
     for (const auto& [name, text] : lines_of(measured))
-        if (is_number(text) && text != "0") return shown(step) + " is negative, and taken for " + text;
+        if (is_number(text) && text != "0" && (!port || name.ends_with("port")))
+            return shown(step) + " is negative, and taken for " + text;
     return {};
 }
 
@@ -74,18 +80,18 @@ std::string clamped(const Step& step) {
     return shown(step) + " is taken for " + as_taken[0].second;
 }
 
-/// Whoever means seconds gets hours.
+/// Whoever means seconds gets hours, "30s" included.
 std::string hours(const Step& step) {
-    const std::string value = qel::i18n::ustring_to_utf8(step[1].text);
-    if (!is_number(value) || form_of(step) != "<duration>") return {};
+    if (form_of(step) != "<duration>") return {};
+    static const std::regex usual("[0-9]+:[0-9][0-9](:[0-9][0-9]([.][0-9]+)?)?");
+    if (std::regex_match(qel::i18n::ustring_to_utf8(step[1].text), usual)) return {};
     const auto as_taken = lines_of(step_of(option::queue_time_trigger(), step[1].text));
-    if (as_taken.empty() || value.find_first_not_of('0') == value.npos) return {};
-    return shown(step) + " is taken for hours: " + as_taken[0].second;
+    if (as_taken.empty() || step[1].text == u"0") return {};
+    return shown(step) + " is taken for " + as_taken[0].second + ": hours come first";
 }
 
 std::string odd_path(const Step& step) {
     if (form_of(step) != "<directory>" && form_of(step) != "<file>") return {};
-    constexpr std::u16string_view blanks = u" \t\r\n\u00A0", quotes = u"\"'\u2018\u2019\u201C\u201D";
     const std::u16string& path = step[1].text;
     if (path.empty()) return shown(step) + " names nothing: was a variable not set?";
     const auto at_an_end = [&path](std::u16string_view set) {
@@ -94,7 +100,7 @@ std::string odd_path(const Step& step) {
     if (at_an_end(blanks)) return shown(step) + " has a blank at its beginning or end";
     if (at_an_end(quotes)) return shown(step) + " has a quote at its beginning or end";
     if (path.front() == u'~') return shown(step) + ": nobody has put a home directory in the place of ~";
-    if (path.front() == u'$' || path.find(u"${") != path.npos)
+    if (path.front() == u'$' || path.find(u"${") != path.npos || path.find(u"$(") != path.npos)
         return shown(step) + ": nobody has put a value in the place of the variable";
     return {};
 }
@@ -107,7 +113,7 @@ std::string neither_on_nor_off(const Step& step) {
 }
 
 std::string a_flag_for_a_value(const Step& step) {
-    if (shape_of(step[1].text) == Shape::no_flag) return {};
+    if (shape_of(step[1].text) == Shape::no_flag && !resembles_a_flag(step[1].text)) return {};
     return shown(step[0].text) + " has taken the flag " + shown(step[1].text) + " for its value";
 }
 
@@ -116,8 +122,7 @@ std::string a_flag_for_a_value(const Step& step) {
 std::vector<Warning> warnings_of(const Line& line, const Effects& effects) {
     std::vector<Warning> warnings;
     for (const Redundant& redundant : effects.redundant)
-        if (!redundant.says_default)
-            warnings.push_back({redundant.step[0].number, without_effect(redundant)});
+        warnings.push_back({redundant.step[0].number, without_effect(redundant)});
     const auto gives = [](const std::u16string& flag) {
         return [flag](const Step& step) { return step[0].text == flag; };
     };
