@@ -8,7 +8,6 @@
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
-#include <regex>
 
 namespace orvane {
 namespace {
@@ -80,13 +79,22 @@ std::string clamped(const Step& step) {
     return shown(step) + " is taken for " + as_taken[0].second;
 }
 
+/// H...H:MM[:SS[.f...f]]
+bool has_the_form_of_a_duration(std::string text) {
+    for (char& c : text)
+        if (is_number({c})) c = '0';
+    const std::string rest = text.substr(std::min(text.find_first_not_of('0'), text.size()));
+    if (rest.starts_with(":00:00.0")) return rest.find_first_not_of('0', 7) == rest.npos;
+    return rest.size() != text.size() && (rest == ":00" || rest == ":00:00");
+}
+
 /// Whoever means seconds gets hours, "30s" included.
 std::string hours(const Step& step) {
     if (form_of(step) != "<duration>") return {};
-    static const std::regex usual("[0-9]+:[0-9][0-9](:[0-9][0-9]([.][0-9]+)?)?");
-    if (std::regex_match(qel::i18n::ustring_to_utf8(step[1].text), usual)) return {};
+    if (step[1].text == u"0" || has_the_form_of_a_duration(qel::i18n::ustring_to_utf8(step[1].text)))
+        return {};
     const auto as_taken = lines_of(step_of(option::queue_time_trigger(), step[1].text));
-    if (as_taken.empty() || step[1].text == u"0") return {};
+    if (as_taken.empty()) return {};
     return shown(step) + " is taken for " + as_taken[0].second + ": hours come first";
 }
 
