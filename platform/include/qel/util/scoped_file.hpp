@@ -5,7 +5,9 @@
 
 namespace qel::util::filesystem {
 
-/// Owns the file at a path and removes it on destruction. Movable, not copyable.
+/// Owns the file at a path and removes it on destruction. Movable, not copyable. The path is kept as given: a
+/// relative one names another file once the process has changed its current directory, and then that one is
+/// removed.
 class ZEP_CONFIG_PLATFORM_API scoped_file {
 public:
     /// Owns nothing.
