@@ -40,7 +40,8 @@ if(TARGET orvane-config)
 endif()
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT development PATTERN api EXCLUDE)
-install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development)
+# Who tries an example builds it where it stands.
+install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development PATTERN build EXCLUDE)
 if(CMAKE_CROSSCOMPILING)
     install(FILES ${runtime_dlls} DESTINATION ${binaries} COMPONENT library)
     # Programs are to be built with the compiler that built the libraries.
