@@ -6,6 +6,9 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SOURCE zep-config)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${ZEP_CONFIG_MAINTAINER}")
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+# Debian's permissions, whatever the builder's umask is.
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/debian_permissions.cmake)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # Each package has a synopsis of its own, the first line of its description.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 

@@ -40,9 +40,12 @@ if(TARGET orvane-config)
 endif()
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT development PATTERN api EXCLUDE)
-install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development)
+# Who tries an example builds it where it stands.
+install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development PATTERN build EXCLUDE)
 if(CMAKE_CROSSCOMPILING)
     install(FILES ${runtime_dlls} DESTINATION ${binaries} COMPONENT library)
+    # Programs are to be built with the compiler that built the libraries.
+    install(FILES ${CMAKE_TOOLCHAIN_FILE} DESTINATION ${package_dir} COMPONENT development)
 endif()
 
 configure_package_config_file(cmake/zep_config-config.cmake.in zep_config-config.cmake INSTALL_DESTINATION ${package_dir})

@@ -1,7 +1,7 @@
 // The whole life of a server around its configuration: read the flags, check them, publish, serve, withdraw.
 //
 // It serves little: an HTTP or HTTPS listener answers every request with one line (without TLS, which is not
-// what this shows), and any request to the control listener stops the server.
+// what this shows), and whoever connects to the control listener stops the server.
 #include "server_startup.hpp"
 
 #include <boost/asio/co_spawn.hpp>
@@ -9,7 +9,9 @@
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/read_until.hpp>
+#include <boost/asio/redirect_error.hpp>
 #include <boost/asio/signal_set.hpp>
+#include <boost/asio/steady_timer.hpp>
 #include <boost/asio/use_awaitable.hpp>
 #include <boost/asio/write.hpp>
 
@@ -17,6 +19,7 @@
 #include <qel/i18n/convert.hpp>
 #include <qel/util/canonicalize.hpp>
 
+#include <chrono>
 #include <csignal>
 #include <iostream>
 #include <limits>
@@ -65,15 +68,17 @@ void refuse_second_server(const config::ServerSettings& settings) {
 
 // --- listeners
 
+/// A client that goes away early gets no answer; but it has been here, and stops the server if that is its effect.
 asio::awaitable<void> answer(tcp::socket connection, std::string body, bool then_stop) {
     std::string request;
-    co_await asio::async_read_until(connection, asio::dynamic_buffer(request, 8192), "\r\n\r\n",
-                                    asio::use_awaitable);
+    boost::system::error_code failure;
+    auto token = asio::redirect_error(asio::use_awaitable, failure);
+    co_await asio::async_read_until(connection, asio::dynamic_buffer(request, 8192), "\r\n\r\n", token);
     const std::string reply =
         "HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: " + std::to_string(body.size()) +
         "\r\n\r\n" + body;
-    co_await asio::async_write(connection, asio::buffer(reply), asio::use_awaitable);
-    connection.shutdown(tcp::socket::shutdown_both);
+    if (!failure) co_await asio::async_write(connection, asio::buffer(reply), token);
+    connection.shutdown(tcp::socket::shutdown_both, failure);
     if (then_stop) static_cast<asio::io_context&>(connection.get_executor().context()).stop();
 }
 
@@ -90,10 +95,18 @@ public:
 
 private:
     static asio::awaitable<void> accept(tcp::acceptor& acceptor, std::string body, bool then_stop) {
-        while (true) {
-            tcp::socket connection = co_await acceptor.async_accept(asio::use_awaitable);
-            asio::co_spawn(acceptor.get_executor(), answer(std::move(connection), body, then_stop),
-                           asio::detached);
+        while (acceptor.is_open()) {
+            boost::system::error_code failure;
+            tcp::socket connection =
+                co_await acceptor.async_accept(asio::redirect_error(asio::use_awaitable, failure));
+            if (!failure) {
+                asio::co_spawn(acceptor.get_executor(), answer(std::move(connection), body, then_stop),
+                               asio::detached);
+            } else {
+                // The client is gone already, or there are too many of them: the next one finds its answer.
+                asio::steady_timer pause(acceptor.get_executor(), std::chrono::milliseconds(100));
+                co_await pause.async_wait(asio::use_awaitable);
+            }
         }
     }
 
@@ -162,6 +175,11 @@ private:
 /// Publishes what the settings name, serves until it is told to stop, and withdraws everything. The order of
 /// the declarations is the order of both: the pid file first and, when all else is gone, last.
 void serve(const config::ServerSettings& settings) {
+    // Before any file is there: a signal that ended the process would leave it behind.
+    asio::io_context context;
+    asio::signal_set signals(context, SIGINT, SIGTERM);
+    signals.async_wait([&](const auto&, int) { context.stop(); });
+
     std::optional<config::scoped_master_pid_file> pid_file;
     if (settings.pid_root()) {
         refuse_second_server(settings);
@@ -172,10 +190,6 @@ void serve(const config::ServerSettings& settings) {
         }
         std::clog << "process " << own_process_id() << '\n';
     }
-
-    asio::io_context context;
-    asio::signal_set signals(context, SIGINT, SIGTERM);
-    signals.async_wait([&](const auto&, int) { context.stop(); });
 
     std::optional<WebService> http;
     std::optional<WebService> https;

@@ -29,7 +29,7 @@ endfunction()
 
 set(programs ${WORK}/bin)
 if(WAY STREQUAL "add_subdirectory")
-    # As the release preset has it, so that what one compiles the other finds in the compiler cache.
+    # As the debian way has it, so that what one compiles the other finds in the compiler cache.
     set(FLAGS "")
     build(${SOURCE}/tests/use/embedding -DZEP_CONFIG_SOURCE=${SOURCE} -DZEP_CONFIG_WERROR=ON
         -DCMAKE_BUILD_TYPE=Release)
@@ -41,7 +41,8 @@ elseif(WAY STREQUAL "zip")
     file(RENAME ${WORK}/${name} ${stage})
 elseif(WAY STREQUAL "debian")
     set(FLAGS "")
-    run(${CMAKE_COMMAND} -S ${SOURCE} --preset debian -B ${WORK}/build -DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER})
+    run(${CMAKE_COMMAND} -S ${SOURCE} --preset debian -B ${WORK}/build -DZEP_CONFIG_WERROR=ON
+        -DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER})
     run(${CMAKE_COMMAND} --build ${WORK}/build)
     run(${CPACK} --config ${WORK}/build/CPackConfig.cmake -B ${WORK}/packages)
     file(GLOB packages ${WORK}/packages/*.deb)

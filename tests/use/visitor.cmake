@@ -45,7 +45,7 @@ if(READERS)
             printf %s \"$text\" >${damaged}/main.pid
             ! server_pid ${damaged}
         done
-        for text in '' 80 :80 localhost localhost: localhost:http; do
+        for text in '' 80 :80 localhost localhost: localhost:http localhost:65536 localhost:0; do
             printf %s \"$text\" >${damaged}/http
             ! server_endpoint ${damaged} http
         done

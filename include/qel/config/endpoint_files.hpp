@@ -32,6 +32,10 @@ using tcp_endpoint = boost::asio::ip::basic_endpoint<boost::asio::ip::tcp>;
 
 /// Announces the control endpoint while it lives: writes the file "control" on construction, replacing one
 /// that is there, and removes it on destruction. A moved-from object removes nothing.
+///
+/// The endpoint root is used as given, both times. After the process has changed its current directory a
+/// relative one names another place: a file of that name there is removed, if there is one, and the one
+/// written stays.
 class ZEP_CONFIG_API scoped_control_endpoint_file {
 public:
     /// Throws bad_config when the settings have no endpoint root, config_io_error when the file cannot be

@@ -28,7 +28,7 @@ public:
     constexpr bool failed(int ev) const noexcept override { return ev != 0; }
 };
 
-/// The one category object.
+/// The one category object. Throws nothing.
 ZEP_CONFIG_API boost::system::error_category& get_category();
 
 // The six codes, each a reference to one immutable object that exists before any dynamic initialisation. Note

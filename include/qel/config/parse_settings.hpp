@@ -24,18 +24,25 @@ namespace qel::config {
 ///
 /// The last two do not end their line. Warnings of the first row come before any failure's text.
 ///
-/// What the flags before the failure stored remains in the record, and so does a value that was out of range
-/// and a rejected overflow action. Fields that no flag names keep what they held, except that at the end
+/// What the flags before the failure stored remains in the record; so does what the failing flag stored before
+/// it was checked: a number that is out of range, a rejected overflow action, rejected CORS origins. Fields that
+/// no flag names keep what they held, except that at the end, in this order,
 /// - `lumo_root` is replaced by the roots given, even when there are none;
 /// - `user_data` receives the pairs given, behind what it held, in ascending order of key;
-/// - `extract_root` is the extract root given, or else the auto-deploy root, joined with ".zep_deployed".
+/// - `extract_root` is the extract root given, or else the auto-deploy root, joined with ".zep_deployed";
+/// - `https` is replaced by what the flags of the HTTPS listener and of TLS say, if the former is given.
 ///
-/// Without an auto-deploy root the first two of these are done all the same.
+/// So lumo roots, user data, the HTTPS listener and TLS settings leave nothing in the record when a flag
+/// fails. Without an auto-deploy root the first two of these steps are done all the same.
 ///
-/// Inside the walk over the tokens every std::exception, std::bad_alloc included, becomes parse_error; after it
-/// std::bad_alloc passes out, and so it does when memory runs out while a failure is being written. A stream
-/// that has exceptions enabled lets its own pass out. Takes time linear in the tokens. Ill-formed UTF-16 is
-/// shown as U+FFFD and harms nothing.
+/// Inside the walk over the tokens every std::exception, std::bad_alloc included, becomes parse_error; at the
+/// end std::bad_alloc passes out, and so it does when memory runs out while a failure is being written. The
+/// steps before the one that failed are done then and those behind it are not; `user_data` keeps the pairs that
+/// it has received. A stream that has exceptions enabled lets its own pass out.
+///
+/// Takes time linear in the tokens, with two exceptions. User data is put in order, n log n for n pairs; and
+/// each of the allowed clients in one value gets an ordered set of all the archives in it, so that their numbers
+/// multiply. Ill-formed UTF-16 is shown as U+FFFD and harms nothing.
 ZEP_CONFIG_API boost::system::error_code
 parse_settings(ServerSettings& settings, const std::deque<std::u16string>& args, std::ostream& out);
 

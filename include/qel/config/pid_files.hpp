@@ -13,6 +13,10 @@ namespace qel::config {
 /// Writes a pid file on construction, replacing one that is there, and removes it on destruction. A
 /// moved-from object removes nothing. A second owner of one file would truncate the first one's, and remove
 /// it: one file, one owner.
+///
+/// The path is used as given, both times. After the process has changed its current directory a relative one
+/// names another file: that one is removed, if it is there, and the one written stays. The same holds for a
+/// relative pid root.
 class ZEP_CONFIG_API scoped_pid_file {
 public:
     /// Any path; no directory is created. Throws config_io_error when the file cannot be opened or written,

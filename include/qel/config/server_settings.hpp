@@ -13,8 +13,8 @@
 
 namespace qel::config {
 
-/// The one value that describes a server's whole configuration: 50 fields, listed with their types and
-/// meanings in fields/server_settings.def.
+/// The one value that describes a server's whole configuration. Its fields are listed with their types
+/// and meanings in fields/server_settings.def.
 ///
 /// A plain value: no operation checks content. Default-constructed it holds no configuration at all: every
 /// optional is empty, every switch is off, every path and container is empty; defaults are applied by whoever

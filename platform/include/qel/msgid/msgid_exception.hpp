@@ -21,11 +21,11 @@ struct ZEP_CONFIG_PLATFORM_API MessageID {
     std::vector<Argument> arguments; ///< what its text names, in order
 };
 
-/// The identifier users may search for: catalog and ID joined by a colon.
+/// The identifier users may search for: catalog and ID joined by a colon. Throws std::bad_alloc.
 ZEP_CONFIG_PLATFORM_API std::string error_identifier(const MessageID& message);
 
 /// The catalog's text with the arguments in place. A message that the catalog does not know gives its
-/// identifier followed by the arguments.
+/// identifier followed by the arguments. Throws std::bad_alloc.
 ZEP_CONFIG_PLATFORM_API std::string catalog_text(const MessageID& message);
 
 /// The interface under which every message-ID exception can be caught.
@@ -77,10 +77,11 @@ private:
 /// start.
 using LegacyErrorHook = void (*)(const IMsgIDException&);
 
-/// Installs `hook` (null for none) and returns the one that was installed before. Safe from any thread.
+/// Installs `hook` (null for none) and returns the one that was installed before. Safe from any thread. Throws
+/// nothing.
 ZEP_CONFIG_PLATFORM_API LegacyErrorHook set_legacy_error_hook(LegacyErrorHook hook) noexcept;
 
-/// Calls the installed hook, if any; to be called right before throwing.
+/// Calls the installed hook, if any; to be called right before throwing. What the hook throws passes out.
 ZEP_CONFIG_PLATFORM_API void notify_legacy_error_hook(const IMsgIDException& failure);
 
 } // namespace qel::msgid

@@ -5,24 +5,27 @@
 
 namespace qel::util::filesystem {
 
-/// Owns the file at a path and removes it on destruction. Movable, not copyable.
+/// Owns the file at a path and removes it on destruction. Movable, not copyable. The path is kept as given: a
+/// relative one names another file once the process has changed its current directory, and then that one is
+/// removed.
 class ZEP_CONFIG_PLATFORM_API scoped_file {
 public:
-    /// Owns nothing.
+    /// Owns nothing. Throws nothing.
     scoped_file() noexcept;
-    /// Takes ownership of the file at `path`, which need not exist yet.
+    /// Takes ownership of the file at `path`, which need not exist yet. Throws nothing but what making
+    /// the argument throws.
     explicit scoped_file(Path path) noexcept;
     scoped_file(const scoped_file&) = delete;
-    /// The moved-from object owns nothing and removes nothing.
+    /// The moved-from object owns nothing and removes nothing. Throws nothing.
     scoped_file(scoped_file&& other) noexcept;
     scoped_file& operator=(const scoped_file&) = delete;
-    /// Removes the file owned so far, then takes over the other's.
+    /// Removes the file owned so far, then takes over the other's. Throws nothing.
     scoped_file& operator=(scoped_file&& other) noexcept;
     /// Removes the file. A failure to remove it is ignored: nothing is thrown. On Windows a file that another process
     /// has open cannot be removed; it is tried for a tenth of a second.
     ~scoped_file();
 
-    /// The owned file's path; empty when nothing is owned.
+    /// The owned file's path; empty when nothing is owned. Throws nothing.
     const Path& path() const noexcept;
 
 private:

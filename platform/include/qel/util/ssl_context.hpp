@@ -23,7 +23,7 @@ constexpr std::string_view to_text(SslVerifyPeerMode mode) {
 }
 
 /// Reads one word and compares it with the two names, exactly. No match sets the fail bit and leaves `mode`
-/// unchanged.
+/// unchanged. Throws nothing, unless the stream has exceptions enabled: those pass out, and `mode` is unchanged.
 ZEP_CONFIG_PLATFORM_API std::istream& operator>>(std::istream& in, SslVerifyPeerMode& mode);
 
 /// Client name to the archives it may use; an empty set means no archive restriction.

@@ -20,6 +20,7 @@ public:
     /// Reads one size from `in`, up to the end of the text or white space. A text that is none, spaces
     /// without a unit behind them, anything directly behind the size ("1.5K"), or a count of more than 64
     /// bits sets the stream's fail bit and leaves the object unchanged. Returns `in`.
+    /// Throws nothing, unless the stream has exceptions enabled: those pass out, and the object is unchanged.
     std::istream& parse(std::istream& in);
 
     /// Throws nothing.
@@ -29,7 +30,7 @@ private:
     std::uint64_t bytes_;
 };
 
-/// Same as `size.parse(in)`.
+/// Same as `size.parse(in)`, throws included.
 ZEP_CONFIG_PLATFORM_API std::istream& operator>>(std::istream& in, storage_size& size);
 
 } // namespace qel::util
