@@ -31,6 +31,7 @@ std::map<std::string, int> points;
 /// It must give the same each time, or throw; a reader or writer of files may report the file instead.
 void starve(const std::string& name, const std::function<std::string()>& work) {
     const std::string unhindered = work();
+    const int before = points[name];
     for (const bool all : {false, true}) {
         for (int n = failed = true; failed; points[name] += failed, ++n) {
             all_behind_fail = all;
@@ -46,6 +47,7 @@ void starve(const std::string& name, const std::function<std::string()>& work) {
             failing = 0;
         }
     }
+    EXPECT_GT(points[name], before) << name << " took no memory that could be refused";
 }
 
 /// Code, text and record, where the parse was not hindered. Inside the walk that is a parse error, and else it throws.

@@ -1,11 +1,15 @@
 #!/usr/bin/env python3
-"""Runs orvane-config against itself and against the tools that find servers by their files: tool_test.py TOOL"""
+"""Runs orvane-config against itself and against the tools that find servers by their files: tool_test.py TOOL..."""
 import json, os, re, shlex, signal, socket, subprocess, sys, tempfile, time, unittest
 from pathlib import Path
 
-TOOL = os.path.abspath(sys.argv.pop(1))
+TOOL = sys.argv[1:]
+del sys.argv[1:]
+HERE = not TOOL[-1].endswith(".exe")
 PID_FLAGS = ["--auto-deploy-root", "D", "--extract-root", "E", "--pid-root", "."]
 FLAGS = [*PID_FLAGS, "--endpoint-root", ".", "--control-port", "9920", "--http", "h:9910"]
+# A command that ends with 0 when it is let go, on every system.
+HELD = ["--", TOOL[-1], "locate", "--wait", "60", *PID_FLAGS[:2], "--endpoint-root", "gate", "--control-port", "1"]
 DATA = Path(__file__).resolve().parent / "data"
 main_pid = Path("main.pid")
 
@@ -18,11 +22,11 @@ def cases(name, size):
 
 def run(*words, stdout=subprocess.PIPE):
     done = subprocess.run(words, stdout=stdout, stderr=subprocess.PIPE, timeout=60, check=False)
-    return done.returncode, (done.stdout or b"").decode(), done.stderr.decode()
+    return done.returncode, *((text or b"").decode().replace("\r\n", "\n") for text in (done.stdout, done.stderr))
 
 
 def state(*flags):
-    code, out, _ = run(TOOL, "locate", "--json", *(flags or FLAGS))
+    code, out, _ = run(*TOOL, "locate", "--json", *(flags or FLAGS))
     return f"{json.loads(out)['state']} {code}"
 
 
@@ -43,7 +47,7 @@ class Tool(unittest.TestCase):
         return process
 
     def publisher(self, *command, flags=FLAGS):
-        process = self.start(TOOL, "publish", *flags, *command)
+        process = self.start(*TOOL, "publish", *flags, *command)
         until(lambda: state(*flags) == "alive 0")
         return process
 
@@ -52,21 +56,34 @@ class Tool(unittest.TestCase):
 
     def test_answers_and_complaints_have_their_streams_and_codes(self):
         for command, *patterns in cases("tool_answers.txt", 4):
-            words = shlex.split(command.replace("$FLAGS", shlex.join(FLAGS)))
+            if not HERE and "\\x" in command:
+                continue  # words are UTF-16 there, and never bytes
+            words = shlex.split(command.replace("$FLAGS", shlex.join(FLAGS)).replace("$TOOL", TOOL[-1]))
             words = [word.encode().decode("unicode_escape").encode("latin-1") for word in words]
             with self.subTest(command), open("/dev/full", "wb") as full:
-                code, out, err = run(TOOL, *words)
+                code, out, err = run(*TOOL, *words)
                 self.assertTrue(re.fullmatch("\0".join(patterns), f"{code}\0{out}\0{err}", re.S), (code, out, err))
-                self.assertEqual(run(TOOL, *words, stdout=full)[0], 7 if out else code)
+                self.assertEqual(run(*TOOL, *words, stdout=full)[0], 7 if out else code)
 
     def test_a_publisher_has_the_files_to_itself_until_its_command_ends(self):
-        waiting = self.start(TOOL, "locate", "--wait", "60", *FLAGS)
-        first = self.publisher("--", "sleep", "1000")
-        self.assertEqual((waiting.wait(60), run(TOOL, "publish", *FLAGS)[0]), (0, 1))
+        os.mkdir("gate")
+        killed = self.publisher()
+        killed.kill()
+        until(lambda: state() == "stale 5")
+        waiting = self.start(*TOOL, "locate", "--wait", "60", *FLAGS)
+        first = self.publisher(*HELD)
+        self.assertEqual((waiting.wait(60), run(*TOOL, "publish", *FLAGS)[0]), (0, 1))
         pid = int(main_pid.read_text())
-        files = json.loads(run(TOOL, "locate", "--json", *FLAGS)[1])["files"]
+        files = json.loads(run(*TOOL, "locate", "--json", *FLAGS)[1])["files"]
         self.assertEqual([file["text"] for file in files], [str(pid), "127.0.0.1:9920", "h:9910"])
         self.assertEqual([file.get("pid") for file in files], [pid, None, None])
+        Path("gate/control").write_text("h:1")
+        self.expect_end(first, 0, ["gate"])
+
+    @unittest.skipUnless(HERE, "processes are not stopped and continued there, nor files linked without a privilege")
+    def test_files_that_have_become_anothers_stay(self):
+        first = self.publisher("--", "sleep", "1000")
+        pid = int(main_pid.read_text())
         # Before it can remove the files, they are another's. That one writes through a link.
         first.send_signal(signal.SIGSTOP)
         os.kill(pid, signal.SIGKILL)
@@ -80,27 +97,31 @@ class Tool(unittest.TestCase):
         self.expect_end(second, 0, ["target"])
 
     def test_of_two_publishers_that_start_together_one_wins(self):
-        for _ in range(20):
-            two = [self.start(TOOL, "publish", *FLAGS) for _ in range(2)]
+        for _ in range(20 if HERE else 4):
+            two = [self.start(*TOOL, "publish", *FLAGS) for _ in range(2)]
             until(lambda: any(one.poll() is not None for one in two) and state() == "alive 0")
             loser, winner = sorted(two, key=lambda one: one.poll() is None)
-            self.assertEqual((loser.poll(), main_pid.read_text()), (1, str(winner.pid)))
-            winner.terminate()
-            self.expect_end(winner, 0)
+            self.assertEqual((loser.poll(), winner.poll()), (1, None))
+            if HERE:  # an emulated process has two numbers
+                self.assertEqual(main_pid.read_text(), str(winner.pid))
+            winner.kill()
+            until(lambda: state() == "stale 5")
 
+    @unittest.skipUnless(HERE, "there are no signals")
     def test_no_signal_that_can_be_caught_leaves_files(self):
         stay = {signal.Signals["SIG" + name] for name in "KILL STOP TSTP TTIN TTOU CONT WINCH URG CHLD".split()}
         for number in signal.valid_signals() - stay:
-            publisher = self.start(TOOL, "publish", *FLAGS)
+            publisher = self.start(*TOOL, "publish", *FLAGS)
             until(lambda: os.path.exists("http"))
             publisher.send_signal(number)
             self.expect_end(publisher, 0 if number in (signal.SIGINT, signal.SIGTERM) else 128 + number)
         self.publisher().kill()
         until(lambda: state() == "stale 5")
 
+    @unittest.skipUnless(HERE, "there are no signals; codes and publication are in tool_answers.txt")
     def test_a_command_is_published_and_signalled_and_its_code_passed_on(self):
         published = '[ "$(cat main.pid control http)" = "$$127.0.0.1:9920h:9910" ] && exit 3'
-        words = [TOOL, "publish", *FLAGS, "--log-root", "--", "--", "sh", "-c"]
+        words = [*TOOL, "publish", *FLAGS, "--log-root", "--", "--", "sh", "-c"]
         for code, script in [(3, published), (3, "rm main.pid; exit 3"), (137, "kill -9 $$")]:
             self.expect_end(self.start("env", "--ignore-signal=CHLD", *words, script), code)
         for number, code in [(signal.SIGTERM, 8), (signal.SIGUSR1, 9)]:
@@ -111,21 +132,29 @@ class Tool(unittest.TestCase):
             self.expect_end(publisher, code)
 
     def test_only_what_a_server_writes_is_taken_for_one(self):
-        known = {"own": os.getpid(), "ended": run("sh", "-c", "echo -n $$")[1], "line_end": "\n", "blanks": " " * 5000}
+        known = {"line_end": "\n", "blanks": " " * 5000}
+        for name in ["own", "ended"]:
+            os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
+            process = self.publisher()
+            known[name] = main_pid.read_text()
+        process.kill(), process.wait()
         for case, expected in cases("tool_states.txt", 2):
+            if not HERE and "blanks" in case:
+                continue  # a stream's buffer is shorter there, and the tool reads one
             name, content = case.split("|")
             Path(name).write_text(content.format(**known))
             flags = PID_FLAGS if name == "main.pid" else [*PID_FLAGS[:4], "--endpoint-root", ".", "--http", "1"]
             self.assertEqual(state(*flags), expected, case)
-        main_pid.write_text(str(os.getpid()))
+        main_pid.write_text(known["own"])
         os.utime(main_pid, (1e9, 1e9))
         self.assertEqual(state(*PID_FLAGS), "stale 5", "the process started after the file was written")
-        for make in [os.mkdir, os.mkfifo, lambda name: os.symlink("/dev/zero", name)]:
+        for make in [os.mkdir, os.mkfifo, lambda name: os.symlink("/dev/zero", name)][:None if HERE else 1]:
             os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
             make("main.pid")
             self.assertEqual(state(*PID_FLAGS), "malformed 5")
-            self.assertEqual(run(TOOL, "publish", *PID_FLAGS, "--", "true")[0], 1)
+            self.assertEqual(run(*TOOL, "publish", *PID_FLAGS, "--", *TOOL, "help")[0], 1)
 
+    @unittest.skipUnless(HERE, "there are no such tools")
     def test_other_tools_find_what_is_published(self):
         with socket.create_server(("127.0.0.1", 0)) as free:
             port = str(free.getsockname()[1])

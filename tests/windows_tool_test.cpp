@@ -1,4 +1,4 @@
-// What only Windows asks of the tool: the console's Ctrl+C, and arguments that are ill-formed UTF-16.
+// What only Windows asks of the tool: the console's Ctrl+C, readers in the way, and arguments that are ill-formed UTF-16.
 // windows_tool_test TOOL
 #include <chrono>
 #include <filesystem>
@@ -61,17 +61,25 @@ int main() {
     FreeConsole();
     expect(AllocConsole(), "there is a console");
     SetConsoleCtrlHandler([](DWORD) -> BOOL { return TRUE; }, TRUE);
-    const HANDLE process = start(
-        tool + L" publish --auto-deploy-root D --pid-root \"" + root.wstring() + L"\"", root / "published");
-    std::error_code none;
-    for (int i = 0; i != 1000 && (fs::file_size(pid_file, none) == 0 || none); ++i)
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    expect(fs::exists(pid_file), "the pid file is published");
-    expect(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0), "Ctrl+C is sent");
-    expect(exit_code(process) == 0, "publish ends with 0");
-    expect(!fs::exists(pid_file), "the pid file is gone");
+    const std::wstring flags = L" --auto-deploy-root D --pid-root \"" + root.wstring() + L"\"";
+    // Ctrl+Break would serve as well, but Wine sends no other event than Ctrl+C.
+    for (const bool is_read : {false, true}) {
+        const HANDLE process = start(tool + L" publish" + flags, root / "published");
+        std::error_code none;
+        for (int i = 0; i != 1000 && (fs::file_size(pid_file, none) == 0 || none); ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        expect(fs::exists(pid_file), "the pid file is published");
+        // One that a reader keeps open cannot be removed; it delays the end only for a moment.
+        std::ifstream reader;
+        if (is_read) reader.open(pid_file);
+        expect(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0), "Ctrl+C is sent");
+        expect(exit_code(process) == 0, "publish ends with 0");
+        expect(fs::exists(pid_file) == is_read, "the pid file is gone, unless it is read");
+    }
+    expect(exit_code(start(tool + L" locate" + flags, root / "located")) == 5, "what is left is stale");
 
     in.close();
+    std::error_code none;
     fs::remove_all(root, none);
     std::cout << (failures == 0 ? "passed\n" : "failed\n");
     return failures;

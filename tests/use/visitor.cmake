@@ -35,19 +35,20 @@ if(READERS)
     file(MAKE_DIRECTORY ${damaged})
     file(WRITE ${damaged}/script.sh "${readers}
         set -e
-        server_pid ${RUNTIME}
-        server_endpoint ${RUNTIME} control
-        printf '[::1]:80' >${damaged}/control
-        server_endpoint ${damaged} control
-        ! server_pid ${damaged}/nowhere
-        ! server_endpoint ${damaged} http
+        refused() { if \"$@\"; then echo \"taken: $*\"; exit 1; fi; }
+        server_pid '${RUNTIME}'
+        server_endpoint '${RUNTIME}' control
+        printf '[::1]:80' >'${damaged}/control'
+        server_endpoint '${damaged}' control
+        refused server_pid '${damaged}/nowhere'
+        refused server_endpoint '${damaged}' http
         for text in '' 0 ${main.pid}x -1 4294967295 99999999999; do
-            printf %s \"$text\" >${damaged}/main.pid
-            ! server_pid ${damaged}
+            printf %s \"$text\" >'${damaged}/main.pid'
+            refused server_pid '${damaged}'
         done
         for text in '' 80 :80 localhost localhost: localhost:http localhost:65536 localhost:0; do
-            printf %s \"$text\" >${damaged}/http
-            ! server_endpoint ${damaged} http
+            printf %s \"$text\" >'${damaged}/http'
+            refused server_endpoint '${damaged}' http
         done
         echo read")
     execute_process(COMMAND sh ${damaged}/script.sh OUTPUT_VARIABLE read)
