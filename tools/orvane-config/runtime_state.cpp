@@ -41,7 +41,7 @@ FileReport malformed(FileReport file, std::string why) {
     return file;
 }
 
-/// Reads the file in one go, and only as much as a stream's buffer holds; a pipe or a device is not even opened. The
+/// Reads the file in one go, and only a little more than a server writes; a pipe or a device is not even opened. The
 /// library's readers would take whatever is there, and a number from the front of it. State `published` means that the
 /// content is a server's.
 FileReport inspect(const Path& root, const char* name, bool (*is_well_formed)(std::string_view)) {
@@ -54,7 +54,10 @@ FileReport inspect(const Path& root, const char* name, bool (*is_well_formed)(st
     if (status.type() == std::filesystem::file_type::none) return malformed(file, error.message());
     if (status.type() != std::filesystem::file_type::regular) return malformed(file, "not a regular file");
 
-    std::ifstream in(native, std::ios_base::binary);
+    std::string buffer(longest_file + 2, '\0'); // a stream keeps a character's room free
+    std::ifstream in;
+    in.rdbuf()->pubsetbuf(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+    in.open(native, std::ios_base::binary);
     if (!in) {
         // It may have been withdrawn since.
         if (!std::filesystem::exists(native, error)) return file;
