@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <deque>
-#include <initializer_list>
 #include <string_view>
 
 namespace orvane {
@@ -40,6 +39,12 @@ bool may_belong_to_a_path(std::u16string_view token) {
     return !token.empty() && !is_one_of(token[0], punctuation) && !is_one_of(token[0], blanks) &&
            !is_one_of(token[0], quotes) && token.find_first_of(u"<>|&;") == token.npos &&
            flag_of(words_of(token)) == nullptr;
+}
+
+/// What other programs let follow a switch.
+bool means_off(std::u16string_view text) {
+    const std::u16string word = words_of(text);
+    return word == u"false" || word == u"no" || word == u"off" || word == u"0";
 }
 
 /// The flags that the library knows behind one that limits what follows.
@@ -220,7 +225,7 @@ private:
             }
             say("it holds several words, each of which is a token of its own: " + shown(Step(words)));
         } else if (meant.value.empty()) {
-            const bool off = is_one_of(words_of(value), {u"false", u"no", u"off", u"0"});
+            const bool off = means_off(value);
             say(meant.flag + " takes no value" + (off ? "; to switch it off, leave it out" : ""));
             if (off) words.clear();
         } else if (value.empty() && end_of_strays(at_ + 1) != at_ + 1) {
@@ -246,11 +251,6 @@ private:
         }
         return false;
     }
-
-    static bool is_one_of(const std::u16string& word, std::initializer_list<std::u16string_view> words) {
-        return std::find(words.begin(), words.end(), word) != words.end();
-    }
-    static bool is_one_of(char16_t c, std::u16string_view set) { return orvane::is_one_of(c, set); }
 
     /// A flag with its value directly behind it.
     bool glued() {
@@ -400,7 +400,7 @@ private:
         } else if (at_ == 0) {
             say("it is no flag");
         } else if (shape_of(line_[at_ - 1][0].text) == Shape::switch_flag) {
-            const bool off = is_one_of(words_of(token()), {u"false", u"no", u"off", u"0"});
+            const bool off = means_off(token());
             say(shown(line_[at_ - 1][0].text) + " takes no value" +
                 (off ? "; to switch it off, leave it out" : ""));
             if (off) --begin;
