@@ -121,7 +121,7 @@ void profile(Walk& walk) {
 
 void cors_allowed_origins(Walk& walk) {
     auto& origins = walk.settings.cors_allowed_origins();
-    const bool star_seen = parse_cors_origins(parse_flag<std::string>(walk), origins);
+    const bool star_seen = parse_cors_origins(parse_flag<u16string_view>(walk), origins);
     check_cors_origins(star_seen, origins);
 }
 

@@ -88,16 +88,16 @@ std::pair<std::u16string, std::u16string> parse_user_data_pair(std::u16string_vi
         std::runtime_error("Invalid or missing arguments: \"" + i18n::ustring_to_term(value) + "\""));
 }
 
-bool parse_cors_origins(const std::string& value, std::vector<std::string>& origins) {
-    constexpr auto separators = ", ";
+bool parse_cors_origins(std::u16string_view value, std::vector<std::string>& origins) {
+    constexpr auto separators = u", ";
     bool star_seen = false;
     // Mostly the first value is the only one. With more of them, room for just the next would be slow.
     if (origins.empty())
-        origins.reserve(1 + static_cast<std::size_t>(std::count(value.begin(), value.end(), ',')));
+        origins.reserve(1 + static_cast<std::size_t>(std::count(value.begin(), value.end(), u',')));
     std::size_t end = 0;
     for (std::size_t begin; (begin = value.find_first_not_of(separators, end)) != value.npos;) {
         end = std::min(value.find_first_of(separators, begin), value.size());
-        origins.push_back(value.substr(begin, end - begin));
+        origins.push_back(i18n::ustring_to_utf8(value.substr(begin, end - begin)));
         star_seen = star_seen || origins.back() == "*";
     }
     return star_seen;

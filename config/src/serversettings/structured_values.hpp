@@ -26,7 +26,7 @@ std::pair<std::u16string, std::u16string> parse_user_data_pair(std::u16string_vi
 
 /// <origin>[,<origin>]*
 /// Appends the origins, separated by any run of ',' and ' '. Returns whether one of them is "*".
-bool parse_cors_origins(const std::string& value, std::vector<std::string>& origins);
+bool parse_cors_origins(std::u16string_view value, std::vector<std::string>& origins);
 
 /// Throws unless there is an origin, and a "*" stands alone. `origins` is the whole list, while `star_seen`
 /// tells of the last value only: "*" after others fails, others after "*" pass.
