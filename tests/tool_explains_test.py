@@ -173,7 +173,10 @@ class Explains(unittest.TestCase):
     def test_a_terminal_is_shown_the_place(self):
         import pty
         for environment, mark in [({}, "\033[1;31m--waist\033[0m"), ({"NO_COLOR": "1"}, "--waist")]:
-            ours, theirs = pty.openpty()
+            try:
+                ours, theirs = pty.openpty()
+            except OSError as failure:  # as in some containers
+                self.skipTest(str(failure))
             subprocess.run([*TOOL, "check", *REQUIRED, "--waist"], stderr=theirs, check=False, env=environment)
             said = os.read(ours, 10000).decode().replace("\r\n", "\n")
             self.assertIn(f"  token 3: --auto-deploy-root D {mark}\n" + " " * 32 + "^~~~~~~\n", said)
