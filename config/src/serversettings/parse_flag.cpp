@@ -6,6 +6,7 @@
 #include "qel/i18n/convert.hpp"
 
 #include <boost/date_time/posix_time/posix_time_io.hpp>
+#include <boost/io/ios_state.hpp>
 #include <boost/throw_exception.hpp>
 
 #include <istream>
@@ -24,11 +25,9 @@ struct Duration {
 std::istream& operator>>(std::istream& in, Duration& duration) {
     using Facet = boost::posix_time::time_input_facet;
     if (std::has_facet<Facet>(in.getloc())) return in >> duration.value;
-    Facet facet(1); // ours to destroy
-    const std::locale before = in.imbue(std::locale(in.getloc(), &facet));
-    in >> duration.value;
-    in.imbue(before);
-    return in;
+    Facet facet(1); // ours to destroy, when the stream has its own locale again
+    const boost::io::ios_locale_saver saver(in, std::locale(in.getloc(), &facet));
+    return in >> duration.value;
 }
 
 /// Numbers, sizes, durations and severities are what lexical_cast makes of them, surprises included: "-1" is
