@@ -2,7 +2,6 @@
 // and records are compared. Nothing here knows how a flag is parsed or what a rule says.
 #pragma once
 
-#include "record_text.hpp"
 #include "tool.hpp"
 
 #include "qel/config/validate_settings.hpp"
@@ -11,9 +10,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <map>
-#include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -55,7 +51,7 @@ Line steps_of(const Tokens& tokens);
 /// The step with everything it needs: a switch, or a flag with a value.
 Step step_of(std::u16string flag, std::u16string value);
 
-Line without(const Line& line, std::size_t position);
+Tokens tokens_of(const Line& line);
 
 /// One refusal, when all before it are repaired.
 struct Fault {
@@ -86,23 +82,5 @@ struct Edit {
 using Repair = std::function<Edit(const Fault& fault, const Line& line, std::size_t position)>;
 
 Diagnosis diagnose(const Tokens& tokens, const Repair& repair);
-
-/// A step without which the record is the same, because of other steps.
-struct Redundant {
-    Step step{};
-    std::optional<Step> replaced_by{}; ///< without this one it would count
-    bool needs_https = false;          ///< with a listener for TLS it would count
-};
-
-/// What the steps of an accepted line do.
-struct Effects {
-    std::vector<Redundant> redundant;
-    Line effective;                                   ///< the line without them; it gives an equal record
-    std::map<std::string, std::vector<Step>> origins; ///< by setting: the steps without which it is another
-    std::set<std::string> completed; ///< the settings to which the library adds at the end of the line
-};
-
-/// `origins` and `completed` are filled when asked for. Costs a parse of the line for each step, twice with origins.
-Effects effects_of(const Line& line, const Answer& accepted, bool with_origins);
 
 } // namespace orvane

@@ -1,6 +1,7 @@
 // The verbs `check` and `show`: what the library makes of a command line.
 #include "input.hpp"
 #include "json.hpp"
+#include "quoting.hpp"
 #include "verdict.hpp"
 
 #include <algorithm>

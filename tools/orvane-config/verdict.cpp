@@ -3,6 +3,7 @@
 
 #include "escape.hpp"
 #include "host.hpp"
+#include "quoting.hpp"
 
 #include "qel/config/error_code.hpp"
 #include "qel/config/report.hpp"

@@ -1,7 +1,7 @@
 // What is accepted and yet probably not meant.
 #include "warnings.hpp"
 
-#include "advice.hpp"
+#include "quoting.hpp"
 #include "spelling.hpp"
 
 #include "qel/config/option.hpp"

@@ -1,7 +1,7 @@
 // What is accepted and yet probably not meant.
 #pragma once
 
-#include "asking.hpp"
+#include "effects.hpp"
 
 #include <string>
 #include <vector>
