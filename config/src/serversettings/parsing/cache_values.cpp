@@ -1,0 +1,69 @@
+// Cache definitions, and the two failures they can have.
+#include "errors/message_ids.hpp"
+#include "parsing/fast_paths.hpp"
+#include "parsing/structured_values.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+
+namespace qel::config {
+namespace {
+
+constexpr char config_catalog[] = "ZEP:server:Config";
+
+/// Shows the failure to the platform's hook, then throws it.
+template <class Failure>
+[[noreturn]] void raise(const Failure& failure) {
+    msgid::notify_legacy_error_hook(failure);
+    throw failure;
+}
+
+bool is_host_character(char16_t c) {
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') || c == u'.';
+}
+
+} // namespace
+
+CacheProviderBadFormat::CacheProviderBadFormat(std::u16string definition)
+    : MsgIDException(msgid::MessageID{config_catalog, "CacheProviderBadFormat", {std::move(definition)}}) {}
+
+StartCacheLocalhost::StartCacheLocalhost(std::string host)
+    : MsgIDException(msgid::MessageID{config_catalog, "StartCacheLocalhost", {std::move(host)}}) {}
+
+CacheSettings parse_cache_settings(std::u16string_view value) {
+    const auto refuse = [value] { raise(CacheProviderBadFormat(std::u16string(value))); };
+    // The ':' is counted in the whole definition, so a provider may hold one when the rest does not.
+    if (std::count(value.begin(), value.end(), u'@') != 1) refuse();
+    if (std::count(value.begin(), value.end(), u':') > 1) refuse();
+
+    const auto at = value.find(u'@');
+    std::u16string_view port = value.substr(at + 1);
+    std::u16string_view host = u"localhost";
+    if (const auto colon = port.find(u':'); colon != port.npos) {
+        host = port.substr(0, colon);
+        port.remove_prefix(colon + 1);
+    }
+    if (!std::all_of(host.begin(), host.end(), is_host_character)) refuse();
+
+    CacheSettings cache;
+    cache.provider() = value.substr(0, at);
+    cache.host() = host;
+    try {
+        cache.port() = number_from<unsigned short>(port);
+    } catch (const boost::bad_lexical_cast&) {
+        refuse();
+    }
+    return cache;
+}
+
+CacheSettings parse_start_cache(std::u16string_view value) {
+    CacheSettings cache = parse_cache_settings(value);
+    if (cache.host() != u"localhost" && cache.host() != u"127.0.0.1") {
+        raise(StartCacheLocalhost(i18n::ustring_to_term(cache.host())));
+    }
+    cache.manage(true);
+    return cache;
+}
+
+} // namespace qel::config

@@ -1,0 +1,122 @@
+// Values of each kind, taken from the token behind the flag.
+#include "parsing/walk.hpp"
+
+#include "parsing/fast_paths.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <boost/date_time/posix_time/posix_time_io.hpp>
+#include <boost/io/ios_state.hpp>
+#include <boost/throw_exception.hpp>
+
+#include <istream>
+#include <locale>
+#include <stdexcept>
+
+namespace qel::config {
+namespace {
+
+/// A duration that keeps nothing when it cannot be read.
+struct Duration {
+    time_duration value;
+};
+
+// Boost's operator gives the stream a facet, and loses it if memory runs out just then: it shall find one.
+std::istream& operator>>(std::istream& in, Duration& duration) {
+    using Facet = boost::posix_time::time_input_facet;
+    if (std::has_facet<Facet>(in.getloc())) return in >> duration.value;
+    Facet facet(1); // ours to destroy, when the stream has its own locale again
+    const boost::io::ios_locale_saver saver(in, std::locale(in.getloc(), &facet));
+    return in >> duration.value;
+}
+
+/// Numbers, sizes, durations and severities are what lexical_cast makes of them, surprises included: "-1" is
+/// the largest unsigned number and "5" is five hours.
+template <class T>
+Stored<T> convert(const std::u16string& token);
+
+template <>
+unsigned int convert<unsigned int>(const std::u16string& token) {
+    return number_from<unsigned int>(token);
+}
+
+template <>
+std::uint64_t convert<storage_size>(const std::u16string& token) {
+    if (const auto bytes = plain_number(token)) return *bytes;
+    return boost::lexical_cast<storage_size>(i18n::ustring_to_utf8(token)).bytes();
+}
+
+template <>
+time_duration convert<time_duration>(const std::u16string& token) {
+    if (const auto duration = plain_duration(token)) return *duration;
+    return boost::lexical_cast<Duration>(i18n::ustring_to_utf8(token)).value;
+}
+
+template <>
+severity_level convert<severity_level>(const std::u16string& token) {
+    if (const auto level = plain_severity(token)) return *level;
+    return boost::lexical_cast<severity_level>(i18n::ustring_to_utf8(token));
+}
+
+template <>
+Path convert<Path>(const std::u16string& token) {
+    return Path(token);
+}
+
+template <>
+std::u16string convert<std::u16string>(const std::u16string& token) {
+    return token;
+}
+
+template <>
+std::u16string_view convert<std::u16string_view>(const std::u16string& token) {
+    return token;
+}
+
+template <>
+std::string convert<std::string>(const std::u16string& token) {
+    return i18n::ustring_to_utf8(token);
+}
+
+/// `value` is null when there is no token behind the flag.
+[[noreturn]] void invalid_option(const std::u16string& flag, const std::u16string* value,
+                                 const char* reason) {
+    std::string text = "invalid option '" + i18n::ustring_to_term(flag);
+    if (value != nullptr) text += " " + i18n::ustring_to_term(*value);
+    text += "', ";
+    text += reason;
+    BOOST_THROW_EXCEPTION(std::runtime_error(text));
+}
+
+} // namespace
+
+template <class T>
+Stored<T> parse_flag(Walk& walk) {
+    const std::u16string& flag = *walk.cursor++;
+    if (walk.cursor == walk.end) invalid_option(flag, nullptr, "missing argument(s)");
+    const std::u16string& token = *walk.cursor;
+    try {
+        Stored<T> value = convert<T>(token);
+        ++walk.cursor;
+        return value;
+    } catch (const std::exception& failure) {
+        invalid_option(flag, &token, failure.what());
+    }
+}
+
+template <>
+bool parse_flag<bool>(Walk& walk) {
+    ++walk.cursor;
+    return true;
+}
+
+template Path parse_flag<Path>(Walk&);
+template std::u16string parse_flag<std::u16string>(Walk&);
+template std::u16string_view parse_flag<std::u16string_view>(Walk&);
+template std::string parse_flag<std::string>(Walk&);
+template unsigned int parse_flag<unsigned int>(Walk&);
+template std::uint64_t parse_flag<storage_size>(Walk&);
+template time_duration parse_flag<time_duration>(Walk&);
+template severity_level parse_flag<severity_level>(Walk&);
+
+} // namespace qel::config

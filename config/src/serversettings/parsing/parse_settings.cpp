@@ -1,0 +1,84 @@
+// The walk over the tokens, and the completion of the record after it.
+#include "qel/config/parse_settings.hpp"
+
+#include "parsing/flag_table.hpp"
+#include "parsing/regular_flags.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+#include <ostream>
+#include <string_view>
+
+namespace qel::config {
+namespace {
+
+using code = boost::system::error_code;
+
+/// Takes flag after flag until the tokens end or one fails.
+code walk_tokens(Walk& walk) {
+    const auto rows = flag_rows();
+    auto row = rows.begin();
+    auto flag_position = walk.cursor;
+    try {
+        while (walk.cursor != walk.end) {
+            const std::u16string_view token = *walk.cursor;
+            row =
+                std::find_if(row, rows.end(), [&](const Row& candidate) { return candidate.flag == token; });
+            if (row == rows.end()) {
+                walk.out << "unrecognized option: " << i18n::ustring_to_term(token) << std::endl;
+                return error_code::unrecognized_flag();
+            }
+            row->take(walk);
+            if (row->next == Next::falls_through) {
+                // The flag position stays: a failure of the flag that follows names this one.
+                ++row;
+            } else {
+                row = rows.begin();
+                flag_position = walk.cursor;
+            }
+        }
+    } catch (const OutOfRange&) {
+        return error_code::out_of_range();
+    } catch (const std::exception& failure) {
+        walk.out << failure.what() << " (at option '" << i18n::ustring_to_term(*flag_position) << "')";
+        return error_code::parse_error();
+    }
+    return error_code::success();
+}
+
+/// Completes the record with what the walk gathered.
+code complete(Walk& walk) {
+    ServerSettings& settings = walk.settings;
+    settings.lumo_root() = std::move(walk.lumo_root);
+    while (!walk.user_data.empty()) {
+        auto entry = walk.user_data.extract(walk.user_data.begin());
+        settings.user_data().emplace_back(std::move(entry.key()), std::move(entry.mapped()));
+    }
+
+    if (!walk.auto_deploy_root_given) return error_code::missing_required_flag();
+    const Path& extracted_below =
+        walk.extract_root_given ? settings.extract_root() : settings.auto_deploy_root();
+    settings.extract_root() = i18n::operator/(extracted_below, u".zep_deployed");
+    if (walk.https_given) {
+        SslContext& tls = walk.ssl_context;
+        if (!walk.allowed_clients.empty()) tls.allowed_clients(std::move(walk.allowed_clients));
+        if (!tls.cipher_list()) tls.cipher_list(std::string("ALL"));
+        HttpsSettings& https = engaged(settings.https());
+        https.http() = std::move(walk.https);
+        https.ssl_context() = std::move(tls);
+    }
+    return error_code::success();
+}
+
+} // namespace
+
+boost::system::error_code parse_settings(ServerSettings& settings, const std::deque<std::u16string>& args,
+                                         std::ostream& out) {
+    if (args.empty()) return error_code::missing_required_flag();
+    Walk walk{settings, out, args.begin(), args.end()};
+    const code failure = walk_tokens(walk);
+    return failure ? failure : complete(walk);
+}
+
+} // namespace qel::config

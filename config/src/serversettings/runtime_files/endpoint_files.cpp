@@ -1,0 +1,115 @@
+// Endpoint files: their places, their formats, their owners and readers.
+#include "qel/config/endpoint_files.hpp"
+
+#include "runtime_files/resolve_endpoint.hpp"
+#include "runtime_files/runtime_file.hpp"
+
+#include <boost/algorithm/string/trim.hpp>
+#include <boost/asio/ip/tcp.hpp>
+
+#include <array>
+#include <istream>
+#include <ostream>
+#include <string>
+
+namespace qel::config {
+
+// --- formats
+
+template <>
+struct detail::FileFormat<tcp_endpoint> {
+    // Not `out << endpoint`: Boost forms that in a stream of its own, which cuts it short, without a word, when memory
+    // runs out.
+    static void put(std::ostream& out, const tcp_endpoint& endpoint) {
+        const std::string address = endpoint.address().to_string();
+        out << (endpoint.address().is_v6() ? '[' + address + ']' : address) << ':' << endpoint.port();
+    }
+
+    static void get(std::istream& in, tcp_endpoint& endpoint) {
+        std::string text;
+        std::array<char, 256> buffer;
+        while (in.read(buffer.data(), buffer.size()) || in.gcount() != 0)
+            text.append(buffer.data(), static_cast<std::size_t>(in.gcount()));
+        if (in.bad()) return;
+
+        boost::trim(text, std::locale::classic());
+        const auto colon = text.rfind(':');
+        std::string host = text.substr(0, colon);
+        const std::string service = colon == std::string::npos ? "0" : text.substr(colon + 1);
+        // An IPv6 address is written in brackets, which the resolver does not take.
+        if (host.size() >= 2 && host.front() == '[' && host.back() == ']')
+            host = host.substr(1, host.size() - 2);
+        endpoint = resolve_endpoint(host, service, 0);
+    }
+};
+
+template <>
+struct detail::FileFormat<http_endpoint> {
+    static void put(std::ostream& out, const http_endpoint& endpoint) {
+        out << i18n::ustring_to_utf8(endpoint.host_name()) << ':' << endpoint.port();
+    }
+
+    // Bytes become code units one by one, and the first colon ends the name: readers out there depend on
+    // both.
+    static void get(std::istream& in, http_endpoint& endpoint) {
+        endpoint.host_name_.clear();
+        char byte = 0;
+        while (in.get(byte) && byte != ':')
+            endpoint.host_name_.push_back(static_cast<unsigned char>(byte));
+        if (in) {
+            in >> endpoint.port_;
+        } else {
+            in.setstate(std::ios_base::badbit);
+        }
+    }
+};
+
+namespace {
+
+// --- places
+
+Path endpoint_file_path(const ServerSettings& settings, const std::u16string& name) {
+    using i18n::operator/;
+    if (!settings.endpoint_root()) BOOST_THROW_EXCEPTION(bad_config("no endpoint root"));
+    return *settings.endpoint_root() / name;
+}
+
+Path control_endpoint_file_path(const ServerSettings& settings) {
+    return endpoint_file_path(settings, u"control");
+}
+
+Path http_endpoint_file_path(const ServerSettings& settings, HTTPProtocol protocol) {
+    return endpoint_file_path(settings, protocol == HTTPProtocol::http ? u"http" : u"https");
+}
+
+} // namespace
+
+// --- owners
+
+scoped_control_endpoint_file::scoped_control_endpoint_file(const ServerSettings& settings,
+                                                           const tcp_endpoint& endpoint)
+    : file_(write_file(control_endpoint_file_path(settings), endpoint)) {}
+scoped_control_endpoint_file::scoped_control_endpoint_file(scoped_control_endpoint_file&&) noexcept = default;
+scoped_control_endpoint_file&
+scoped_control_endpoint_file::operator=(scoped_control_endpoint_file&&) noexcept = default;
+scoped_control_endpoint_file::~scoped_control_endpoint_file() = default;
+
+scoped_http_endpoint_file::scoped_http_endpoint_file(const ServerSettings& settings,
+                                                     const http_endpoint& endpoint, HTTPProtocol protocol)
+    : file_(write_file(http_endpoint_file_path(settings, protocol), endpoint)) {}
+scoped_http_endpoint_file::scoped_http_endpoint_file(scoped_http_endpoint_file&&) noexcept = default;
+scoped_http_endpoint_file&
+scoped_http_endpoint_file::operator=(scoped_http_endpoint_file&&) noexcept = default;
+scoped_http_endpoint_file::~scoped_http_endpoint_file() = default;
+
+// --- readers
+
+tcp_endpoint read_control_endpoint(const ServerSettings& settings) {
+    return read_file<tcp_endpoint>(control_endpoint_file_path(settings));
+}
+
+http_endpoint read_http_endpoint(const ServerSettings& settings, HTTPProtocol protocol) {
+    return read_file<http_endpoint>(http_endpoint_file_path(settings, protocol));
+}
+
+} // namespace qel::config

@@ -1,0 +1,175 @@
+// Answers for programs.
+#include "printing/json.hpp"
+
+#include "printing/record_fields.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <boost/date_time/posix_time/time_formatters.hpp>
+#include <boost/json/src.hpp> // the library itself, for the whole tool
+
+#include <concepts>
+
+namespace orvane {
+namespace {
+
+namespace json = boost::json;
+using namespace qel::config;
+using qel::i18n::ustring_to_utf8;
+
+constexpr int format = 1;
+
+// --- records
+
+json::value to_json(bool value) {
+    return value;
+}
+json::value to_json(std::unsigned_integral auto value) {
+    return static_cast<std::uint64_t>(value);
+}
+json::value to_json(const std::string& value) {
+    // Not all bytes on a command line are text.
+    return json::string(ustring_to_utf8(qel::i18n::utf8_to_ustring(value)));
+}
+json::value to_json(const std::u16string& value) {
+    return json::string(ustring_to_utf8(value));
+}
+json::value to_json(const Path& value) {
+    return to_json(value.text());
+}
+json::value to_json(const time_duration& value) {
+    json::object object;
+    if (!value.is_special()) object["microseconds"] = value.total_microseconds();
+    object["text"] = boost::posix_time::to_simple_string(value);
+    return object;
+}
+template <class T>
+requires std::is_enum_v<T> json::value to_json(T value) {
+    return json::string(to_text(value));
+}
+json::value to_json(const std::pair<std::u16string, std::u16string>& entry) {
+    return {{"key", to_json(entry.first)}, {"value", to_json(entry.second)}};
+}
+
+template <Record T>
+json::value to_json(const T& record);
+template <class T>
+json::value to_json(const optional<T>& value);
+template <class T>
+json::value to_json(const std::vector<T>& values);
+template <class T>
+json::value to_json(const std::set<T>& values);
+
+template <class Elements>
+json::value array_of(const Elements& values) {
+    json::array array;
+    for (const auto& value : values)
+        array.push_back(to_json(value));
+    return array;
+}
+
+json::value to_json(const AccessMap& clients) {
+    json::array array;
+    for (const auto& [client, archives] : clients)
+        array.push_back({{"name", to_json(client)}, {"archives", array_of(archives)}});
+    return array;
+}
+
+template <class T>
+json::value to_json(const optional<T>& value) {
+    return value ? to_json(*value) : json::value();
+}
+template <class T>
+json::value to_json(const std::vector<T>& values) {
+    return array_of(values);
+}
+template <class T>
+json::value to_json(const std::set<T>& values) {
+    return array_of(values);
+}
+
+template <Record T>
+json::value to_json(const T& record) {
+    json::object object;
+    for_each_field(record, [&](const char* name, const auto& value) { object[name] = to_json(value); });
+    return object;
+}
+
+// --- what is said of the line
+
+json::array tokens_of(const Occurrence& occurrence) {
+    std::set<std::size_t> numbers; // flag and value may have been one token
+    for (const Token& word : occurrence)
+        numbers.insert(word.number);
+    return json::array(numbers.begin(), numbers.end());
+}
+
+json::array strings(const std::vector<std::string>& texts) {
+    json::array array;
+    for (const std::string& text : texts)
+        array.push_back(to_json(text));
+    return array;
+}
+
+json::object to_json(const boost::system::error_code& code) {
+    return {{"value", code.value()}, {"message", code.message()}};
+}
+
+json::value to_json(const Fault& fault, const Advice& advice) {
+    json::object object{{"code", to_json(fault.code)}, {"text", to_json(fault.text)}};
+    if (const Occurrence& occurrence = fault.occurrence; !occurrence.empty()) {
+        object["tokens"] = tokens_of(occurrence);
+        object["flag"] = to_json(occurrence[0].text);
+        if (occurrence.size() == 2) object["value"] = to_json(occurrence[1].text);
+    }
+    object["advice"] = strings(advice.sentences);
+    object["suggestions"] = strings(advice.suggestions);
+    return object;
+}
+
+json::object head_of(const Verdict& verdict) {
+    json::array warnings;
+    for (const Warning& warning : verdict.warnings)
+        warnings.push_back({{"token", warning.token}, {"text", to_json(warning.text)}});
+    return {{"format", format},
+            {"accepted", verdict.accepted()},
+            {"code", to_json(verdict.code())},
+            {"text", to_json(verdict.answer.text)},
+            {"effects_known", verdict.effects_known},
+            {"warnings", std::move(warnings)}};
+}
+
+} // namespace
+
+std::string check_json(const Verdict& verdict) {
+    json::object object = head_of(verdict);
+    json::array faults;
+    for (std::size_t i = 0; i != verdict.advice.size(); ++i)
+        faults.push_back(to_json(verdict.diagnosis.faults[i], verdict.advice[i]));
+    object["faults"] = std::move(faults);
+    object["problems"] = array_of(verdict.diagnosis.problems);
+    object["involved"] = array_of(verdict.diagnosis.involved);
+    if (verdict.accepted()) object["settings"] = to_json(verdict.answer.settings);
+    return json::serialize(object);
+}
+
+std::string show_json(const Verdict& verdict) {
+    json::object object = head_of(verdict);
+    object["settings"] = to_json(verdict.answer.settings);
+    json::object origins;
+    for (const Setting& setting : settings_of(verdict.answer.settings)) {
+        if (setting.lines.empty()) continue;
+        json::array tokens;
+        if (const auto occurrences = verdict.effects.origins.find(setting.name);
+            occurrences != verdict.effects.origins.end())
+            for (const Occurrence& occurrence : occurrences->second)
+                for (const Token& word : occurrence)
+                    tokens.push_back(word.number);
+        origins[setting.name] = {{"tokens", std::move(tokens)},
+                                 {"completed", verdict.effects.completed.contains(setting.name)}};
+    }
+    object["origins"] = std::move(origins);
+    return json::serialize(object);
+}
+
+} // namespace orvane

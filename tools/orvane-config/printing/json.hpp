@@ -1,0 +1,13 @@
+// Answers for programs. docs/tool-json.md describes them; their "format" number changes when they do.
+#pragma once
+
+#include "explaining/verdict.hpp"
+
+#include <string>
+
+namespace orvane {
+
+std::string check_json(const Verdict& verdict);
+std::string show_json(const Verdict& verdict);
+
+} // namespace orvane

@@ -1,0 +1,17 @@
+// Tokens as one would type them.
+#pragma once
+
+#include "probing/probing.hpp"
+
+#include <string>
+
+namespace orvane {
+
+/// As one would type it in a shell, what cannot be seen in it escaped.
+std::string shown(const std::u16string& token);
+std::string shown(const Occurrence& occurrence);
+
+/// "token 5", "tokens 5 and 6".
+std::string numbers_of(const Occurrence& occurrence);
+
+} // namespace orvane

@@ -1,0 +1,34 @@
+// What each occurrence of an accepted line does, learnt by leaving it out.
+#pragma once
+
+#include "printing/record_text.hpp"
+#include "probing/probing.hpp"
+
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+/// A occurrence without which the record is the same, because of other occurrences.
+struct Redundant {
+    Occurrence occurrence{};
+    std::optional<Occurrence> replaced_by{}; ///< without this one it would count
+    bool needs_https = false;                ///< with a listener for TLS it would count
+};
+
+/// What the occurrences of an accepted line do.
+struct Effects {
+    std::vector<Redundant> redundant;
+    CommandLine effective; ///< the line without them; it gives an equal record
+    std::map<std::string, std::vector<Occurrence>>
+        origins;                     ///< by setting: the occurrences without which it is another
+    std::set<std::string> completed; ///< the settings to which the library adds at the end of the line
+};
+
+/// `origins` and `completed` are filled when asked for. Costs a parse of the line for each occurrence, twice with origins.
+Effects effects_of(const CommandLine& line, const Answer& accepted, bool with_origins);
+
+} // namespace orvane

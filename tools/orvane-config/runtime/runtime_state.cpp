@@ -1,0 +1,166 @@
+// What the runtime files say of a server, and how far they are to be believed.
+#include "runtime/runtime_state.hpp"
+
+#include "qel/i18n/convert.hpp"
+#include "qel/util/native_path.hpp"
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <string_view>
+
+namespace orvane {
+namespace {
+
+using qel::config::ServerSettings;
+
+/// A server's files are far shorter; host names end at 255 bytes.
+constexpr std::uintmax_t longest_file = 4096;
+
+/// A new pid is not given again at once, and clocks and file times are not exact.
+constexpr std::chrono::milliseconds clock_slack(1000);
+
+/// The number that the whole text is, if it is one from 1 to `largest`; else 0.
+unsigned number(std::string_view text, unsigned largest) {
+    unsigned value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc() && end == text.data() + text.size() && value <= largest ? value : 0;
+}
+
+/// Everything but the blanks at the end, which an editor or a shell may have added.
+std::string_view without_line_end(std::string_view text) {
+    const auto last = text.find_last_not_of(" \t\r\n");
+    return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
+}
+
+FileReport malformed(FileReport file, std::string why) {
+    file.state = FileState::malformed;
+    file.text = std::move(why);
+    return file;
+}
+
+/// Reads the file in one go, and only a little more than a server writes; a pipe or a device is not even opened. The
+/// library's readers would take whatever is there, and a number from the front of it. State `published` means that the
+/// content is a server's.
+FileReport inspect(const Path& root, const char* name, bool (*is_well_formed)(std::string_view)) {
+    using qel::i18n::operator/;
+    FileReport file{name, root / qel::i18n::ascii_to_ustring(name)};
+    const auto native = qel::util::filesystem::native(file.path);
+    std::error_code error;
+    const auto status = std::filesystem::status(native, error);
+    if (status.type() == std::filesystem::file_type::not_found) return file;
+    if (status.type() == std::filesystem::file_type::none) return malformed(file, error.message());
+    if (status.type() != std::filesystem::file_type::regular) return malformed(file, "not a regular file");
+
+    std::string buffer(longest_file + 2, '\0'); // a stream keeps a character's room free
+    std::ifstream in;
+    in.rdbuf()->pubsetbuf(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+    in.open(native, std::ios_base::binary);
+    if (!in) {
+        // It may have been withdrawn since.
+        if (!std::filesystem::exists(native, error)) return file;
+        return malformed(file, "cannot be opened");
+    }
+    // One read: a second one could meet the tail of a value written meanwhile.
+    in.peek();
+    std::string content(static_cast<std::size_t>(std::max<std::streamsize>(in.rdbuf()->in_avail(), 0)), '\0');
+    in.rdbuf()->sgetn(content.data(), static_cast<std::streamsize>(content.size()));
+    if (in.bad()) return malformed(file, "cannot be read");
+    if (content.empty()) {
+        file.state = FileState::starting;
+        return file;
+    }
+    if (content.size() > longest_file) return malformed(file, "longer than any server's");
+    const std::string_view text = without_line_end(content);
+    if (!is_well_formed(text)) return malformed(file, "not what a server writes");
+    file.state = FileState::published;
+    file.text = text;
+    return file;
+}
+
+unsigned pid_in(std::string_view text) {
+    return number(text, std::numeric_limits<unsigned>::max());
+}
+bool is_pid(std::string_view text) {
+    return pid_in(text) != 0;
+}
+
+/// Something, the colon, and a port that can be connected to.
+bool is_endpoint(std::string_view text, std::size_t colon) {
+    return colon != std::string_view::npos && colon != 0 && number(text.substr(colon + 1), 65535) != 0;
+}
+bool is_control_endpoint(std::string_view text) {
+    return is_endpoint(text, text.rfind(':'));
+}
+// As the library reads it: the host ends at the first colon.
+bool is_http_endpoint(std::string_view text) {
+    return is_endpoint(text, text.find(':'));
+}
+
+FileReport inspect_pid_file(const Path& root) {
+    FileReport file = inspect(root, "main.pid", is_pid);
+    if (file.state != FileState::published) return file;
+    file.pid = pid_in(file.text);
+    const auto written = file_age(file.path);
+    const auto started = process_age(file.pid);
+    if (!written || !started) {
+        file.state = FileState::stale;
+        file.text += " (no such process)";
+    } else if (*started < *written - clock_slack) {
+        file.state = FileState::stale;
+        file.text += " (the process of that number started after the file was written)";
+    } else {
+        file.state = FileState::alive;
+    }
+    return file;
+}
+
+} // namespace
+
+const char* to_text(FileState state) {
+    switch (state) {
+    case FileState::alive:
+        return "alive";
+    case FileState::published:
+        return "published";
+    case FileState::not_published:
+        return "not published";
+    case FileState::starting:
+        return "starting";
+    case FileState::stale:
+        return "stale";
+    case FileState::malformed:
+        return "malformed";
+    }
+    return "";
+}
+
+std::vector<FileReport> inspect_runtime_files(const ServerSettings& settings) {
+    std::vector<FileReport> files;
+    if (settings.pid_root()) files.push_back(inspect_pid_file(*settings.pid_root()));
+    const FileState process = files.empty() ? FileState::published : files.front().state;
+    if (settings.endpoint_root()) {
+        const Path& root = *settings.endpoint_root();
+        if (settings.control_port()) files.push_back(inspect(root, "control", is_control_endpoint));
+        if (settings.http()) files.push_back(inspect(root, "http", is_http_endpoint));
+        if (settings.https()) files.push_back(inspect(root, "https", is_http_endpoint));
+    }
+    // Whoever published the pid published the endpoints.
+    if (process == FileState::alive || process == FileState::stale) {
+        for (FileReport& file : files) {
+            if (file.state == FileState::published) file.state = process;
+        }
+    }
+    return files;
+}
+
+FileState worst_of(const std::vector<FileReport>& files) {
+    FileState worst = FileState::alive;
+    for (const FileReport& file : files)
+        worst = std::max(worst, file.state);
+    return worst;
+}
+
+} // namespace orvane

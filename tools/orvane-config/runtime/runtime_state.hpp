@@ -1,0 +1,42 @@
+// What the runtime files say of a server, and how far they are to be believed.
+#pragma once
+
+#include "system/host.hpp"
+
+#include "qel/config/server_settings.hpp"
+
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+/// In the order from good to bad: a whole server is in the worst state of its files.
+enum class FileState {
+    alive,         ///< published, and the process that published it runs
+    published,     ///< published, and there is no pid file to tell whether that process runs
+    not_published, ///< there is no such file
+    starting,      ///< the file is there and still empty
+    stale,         ///< published, but that process is gone
+    malformed,     ///< not what a server writes; nothing is taken from it
+};
+
+const char* to_text(FileState state);
+
+/// One runtime file of a server.
+struct FileReport {
+    std::string name;
+    Path path;
+    FileState state = FileState::not_published;
+    /// What the file says, or what is wrong with it; empty when there is nothing to say.
+    std::string text{};
+    /// The process identifier, of "main.pid" only and where it is one; else 0.
+    unsigned pid = 0;
+};
+
+/// The files that a server with these settings publishes, "main.pid" first.
+std::vector<FileReport> inspect_runtime_files(const qel::config::ServerSettings& settings);
+
+/// The worst state among the files.
+FileState worst_of(const std::vector<FileReport>& files);
+
+} // namespace orvane

@@ -1,0 +1,67 @@
+// What the tool needs of the operating system: processes, signals, a lock.
+#pragma once
+
+#include "verbs/tool.hpp"
+
+#include "qel/util/path.hpp"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace orvane {
+
+using qel::util::filesystem::Path;
+
+/// Whether standard error is a terminal, one that understands colours.
+bool errors_go_to_a_terminal();
+
+/// How long ago the process started; none when there is no such process, or it has ended and only waits to be
+/// collected. Of a process that tells others nothing, a time longer ago than any file.
+std::optional<std::chrono::milliseconds> process_age(unsigned pid);
+
+/// How long ago the file was last written; none when it cannot be asked.
+std::optional<std::chrono::milliseconds> file_age(const Path& file);
+
+/// Keeps other publishers out of a directory while it lives.
+class DirectoryLock {
+public:
+    /// Waits for others to leave, for so long. Throws std::runtime_error when they do not, or on a failure.
+    DirectoryLock(const Path& directory, std::chrono::milliseconds patience);
+    DirectoryLock(const DirectoryLock&) = delete;
+    DirectoryLock& operator=(const DirectoryLock&) = delete;
+    ~DirectoryLock();
+
+private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+/// Runs a command, or nothing, until it is time to go. From construction to the end of this process, whatever asks it to
+/// end (a signal that is not ignored, or the console) is kept back for run(): there may be files to remove.
+class ChildProcess {
+public:
+    /// Creates a process for `command`, which does not run yet; without a command there is only this process.
+    /// Throws std::runtime_error.
+    explicit ChildProcess(const Tokens& command);
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+    /// A command that has not run never will.
+    ~ChildProcess();
+
+    /// The command's process identifier, or without one this process's.
+    unsigned pid() const;
+
+    /// Lets the command run, passes signals on to it, and returns its exit code when it has ended; 128 and the
+    /// signal's number when that ended it. Without a command, returns when it is time to go: 0 for the ordinary
+    /// signals (INT, TERM, and whatever comes from a Windows console), 128 and the number for others. Throws
+    /// std::runtime_error when the command cannot be started.
+    int run();
+
+private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+} // namespace orvane

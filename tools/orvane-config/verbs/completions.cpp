@@ -1,0 +1,164 @@
+// The verb `completions`: scripts that teach a shell the flags.
+#include "reference/reference.hpp"
+#include "verbs/options.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+#include <cctype>
+#include <functional>
+#include <ostream>
+
+namespace orvane {
+namespace {
+
+std::string joined(const std::vector<std::string>& words, const char* between) {
+    std::string text;
+    for (const std::string& word : words)
+        text += (text.empty() ? "" : between) + word;
+    return text;
+}
+
+std::vector<std::string> flags_with(const std::function<bool(const Reference&)>& wanted) {
+    std::vector<std::string> flags;
+    for (const Reference& one : references())
+        if (wanted(one)) flags.push_back(one.flag);
+    return flags;
+}
+
+std::vector<std::string> all_flags() {
+    return flags_with([](const Reference&) { return true; });
+}
+
+bool names_directory(const Reference& one) {
+    return one.value == "<directory>";
+}
+bool names_file(const Reference& one) {
+    return one.value == "<file>";
+}
+bool has_another_value(const Reference& one) {
+    return !one.value.empty() && !names_directory(one) && !names_file(one) && keywords(one).empty();
+}
+
+/// A shell function's name.
+std::string function_name(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); }, '_');
+    return "_" + text;
+}
+
+void bash_reply(const std::string& what, std::ostream& out) {
+    out << "mapfile -t COMPREPLY < <(compgen " << what << " -- \"$cur\")";
+}
+
+/// A function that completes a flag, or the value behind one.
+void write_bash_flags(const std::string& function, std::ostream& out) {
+    out << function
+        << "() {\n    local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]}\n    case $prev "
+           "in\n";
+    const auto value_case = [&](const std::vector<std::string>& flags, const std::string& what) {
+        out << "    " << joined(flags, "|") << ") ";
+        if (what == "-d" || what == "-f") out << "compopt -o filenames 2>/dev/null; ";
+        if (!what.empty()) bash_reply(what, out), out << "; ";
+        out << "return ;;\n";
+    };
+    value_case(flags_with(names_directory), "-d");
+    value_case(flags_with(names_file), "-f");
+    for (const Reference& one : references())
+        if (!keywords(one).empty()) value_case({one.flag}, "-W '" + joined(keywords(one), " ") + "'");
+    value_case(flags_with(has_another_value), "");
+    out << "    esac\n    ";
+    bash_reply("-W '" + joined(all_flags(), " ") + "'", out);
+    out << "\n}\n";
+}
+
+/// A function that completes a verb and its options, and leaves the server's flags to another.
+void write_bash_tool(const std::string& function, const std::string& flags, std::ostream& out) {
+    out << function
+        << "() {\n    local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]} own=\n"
+           "    if ((COMP_CWORD == 1)); then\n        ";
+    bash_reply("-W '" + joined(verb_names(), " ") + "'", out);
+    out << "\n        return\n    fi\n    case $prev in\n    --format) ";
+    bash_reply("-W 'text markdown man'", out);
+    out << "; return ;;\n    --from) compopt -o filenames 2>/dev/null; ";
+    bash_reply("-f", out);
+    out << "; return ;;\n    esac\n    case ${COMP_WORDS[1]} in\n    check|show|locate|publish) " << flags
+        << " ;;\n    esac\n    case ${COMP_WORDS[1]} in\n";
+    for (const std::string& verb : verb_names())
+        if (const auto options = own_options(verb); !options.empty())
+            out << "    " << verb << ") own='" << options << "' ;;\n";
+    out << "    esac\n    # The tool's own options come first, some with a value behind them.\n"
+           "    local at=2\n"
+           "    while ((at < COMP_CWORD)) && [[ \" $own \" == *\" ${COMP_WORDS[at]} \"* ]]; do\n"
+           "        case ${COMP_WORDS[at]} in --from|--format|--for|--wait) ((++at)) ;; esac\n" // the tool's own option
+           "        ((++at))\n"
+           "    done\n"
+           "    if ((at == COMP_CWORD)); then\n"
+           "        mapfile -t -O ${#COMPREPLY[@]} COMPREPLY < <(compgen -W \"$own\" -- \"$cur\")\n"
+           "    fi\n}\n";
+}
+
+void write_bash(const std::string& name, bool tool, std::ostream& out) {
+    // The tool's function and a server's are two, whatever that one's name.
+    const std::string flags = function_name(name) + (tool ? "_flags" : "_server");
+    write_bash_flags(flags, out);
+    if (tool) write_bash_tool(function_name(name), flags, out);
+    out << "complete -F " << (tool ? function_name(name) : flags) << " " << name << '\n';
+}
+
+/// A PowerShell list of quoted words.
+std::string listed(const std::vector<std::string>& words) {
+    return "'" + joined(words, "','") + "'";
+}
+
+void write_powershell(const std::string& name, bool tool, std::ostream& out) {
+    out << "Register-ArgumentCompleter -Native -CommandName '" << name << "' -ScriptBlock {\n"
+        << "    param($word, $line, $position)\n"
+        << "    $before = @($line.CommandElements | Where-Object { $_.Extent.EndOffset -lt $position } | "
+           "ForEach-Object { \"$_\" })\n"
+        << "    $directories = @(" << listed(flags_with(names_directory)) << ")\n"
+        << "    $files = @(" << listed(flags_with(names_file)) << ")\n"
+        << "    $others = @(" << listed(flags_with(has_another_value)) << ")\n    $keywords = @{\n";
+    for (const Reference& one : references())
+        if (!keywords(one).empty())
+            out << "        '" << one.flag << "' = @(" << listed(keywords(one)) << ")\n";
+    out << "    }\n    $flags = @(" << listed(all_flags())
+        << ")\n    $last = if ($before.Count) { $before[-1] } else { '' }\n    $words = $flags\n";
+    if (tool) out << "    if ($before.Count -eq 1) { $words = @(" << listed(verb_names()) << ") }\n";
+    out << "    if ($keywords.ContainsKey($last)) { $words = $keywords[$last] }\n"
+        << "    if ($others -contains $last) { return }\n"
+        << "    if ($directories -contains $last) { $words = @(Get-ChildItem -Directory -Path \"$word*\" | "
+           "ForEach-Object FullName) }\n"
+        << "    if ($files -contains $last) { $words = @(Get-ChildItem -Path \"$word*\" | ForEach-Object "
+           "FullName) }\n"
+        << "    $words | Where-Object { $_ -like \"$word*\" -or $directories + $files -contains $last } |\n"
+        << "        ForEach-Object { [System.Management.Automation.CompletionResult]::new($_) }\n}\n";
+}
+
+} // namespace
+
+ExitCode completions(const Tokens& args, std::ostream& out, std::ostream& err) {
+    CLI::App app("Prints a script that teaches a shell to complete flags and their values.\n"
+                 "orvane-config completions [--for NAME] bash|powershell",
+                 "orvane-config completions");
+    const std::string own_name = "orvane-config";
+    std::string name = own_name;
+    app.add_option("--for", name, "complete for the server's executable of this name, not for orvane-config");
+    ExitCode code{};
+    const auto rest = take_options(app, args, out, err, code);
+    if (!rest) return code;
+    const bool plain = std::all_of(name.begin(), name.end(), [](char c) {
+        return std::isalnum(static_cast<unsigned char>(c)) || c == '-' || c == '_' || c == '.';
+    });
+    if (!plain || name.empty())
+        return misused(app, "the name is that of a program, of letters, digits, '-', '_' and '.'", err);
+    if (*rest == Tokens{u"bash"})
+        write_bash(name, name == own_name, out);
+    else if (*rest == Tokens{u"powershell"})
+        write_powershell(name, name == own_name, out);
+    else
+        return misused(app, "takes the shell's name: bash or powershell", err);
+    return ExitCode::done;
+}
+
+} // namespace orvane

@@ -1,0 +1,134 @@
+// The verb `flags`: the reference of all flags, as text, Markdown, or a manual page.
+#include "reference/reference.hpp"
+#include "verbs/options.hpp"
+
+#include "qel/config/build_info.hpp"
+
+#include <algorithm>
+#include <iterator>
+#include <ostream>
+#include <utility>
+
+namespace orvane {
+namespace {
+
+/// The rows below a flag's heading: what it is called, and the text.
+std::vector<std::pair<std::string, std::string>> details(const Reference& one) {
+    std::vector<std::pair<std::string, std::string>> rows = {{"Repeated", one.repeated}};
+    if (!one.relations.empty()) rows.emplace_back("Relations", one.relations);
+    rows.emplace_back("Example", one.example);
+    return rows;
+}
+
+/// What stands for a value in more than one flag.
+constexpr const char* forms[][2] = {
+    {"<number>", "a whole number, at most 4294967295"},
+    {"<port>", "a whole number, at most 65535"},
+    {"<size>",
+     "bytes, as a whole number, or with a unit behind it: K, M, G, T, P or E, alone or before B or iB, "
+     "in any case; each is 1024 times the one before"},
+    {"<duration>",
+     "hours:minutes:seconds or hours:minutes, the latter of two digits, a fraction where needed: "
+     "0:01:30.5; a number alone is hours"},
+    {"<command>", "a program and its arguments, in one token"},
+};
+
+std::string heading(const Reference& one) {
+    return one.value.empty() ? one.flag : one.flag + " " + one.value;
+}
+
+void write_text(const Reference& one, bool new_subject, std::ostream& out) {
+    if (new_subject) out << one.subject << "\n\n";
+    out << "  " << heading(one) << "\n      " << one.meaning << '\n';
+    for (const auto& [name, text] : details(one))
+        out << "      " << name << ": " << text << '\n';
+    out << '\n';
+}
+
+void write_forms_as_text(std::ostream& out) {
+    out << "Values\n\n";
+    for (const auto& [form, text] : forms)
+        out << "  " << form << "\n      " << text << "\n\n";
+}
+
+void write_markdown(const Reference& one, bool new_subject, std::ostream& out) {
+    if (new_subject) out << "## " << one.subject << "\n\n";
+    out << "### `" << heading(one) << "`\n\n" << one.meaning << "\n\n";
+    for (const auto& [name, text] : details(one))
+        out << "- " << name << ": " << (name == "Example" ? "`" + text + "`" : text) << '\n';
+    out << '\n';
+}
+
+void write_forms_as_markdown(std::ostream& out) {
+    out << "## Values\n\n";
+    for (const auto& [form, text] : forms)
+        out << "- `" << form << "`: " << text << '\n';
+}
+
+/// A hyphen that is to be copied, and a line that is not to be read as a request.
+std::string roff(const std::string& text) {
+    std::string escaped;
+    for (const char c : text)
+        escaped += c == '-' ? "\\-" : c == '\\' ? "\\e" : c == '\'' ? "\\(aq" : std::string(1, c);
+    return escaped;
+}
+
+void write_man(const Reference& one, bool new_subject, std::ostream& out) {
+    if (new_subject) out << ".SS " << one.subject << '\n';
+    out << ".TP\n.BI " << roff(one.flag) << (one.value.empty() ? "" : " \" " + roff(one.value) + "\"") << '\n'
+        << roff(one.meaning) << '\n';
+    for (const auto& [name, text] : details(one))
+        out << ".br\n" << name << ": " << roff(text) << '\n';
+}
+
+void write_forms_as_man(std::ostream& out) {
+    out << ".SS Values\n";
+    for (const auto& [form, text] : forms)
+        out << ".TP\n.B " << roff(form) << '\n' << roff(text) << '\n';
+}
+
+std::string manual_head() {
+    return ".TH ORVANE\\-CONFIG 1 \"\" \"orvane\\-config " + std::string(zep_config_version) +
+           "\"\n.SH NAME\norvane\\-config \\- check a command line of the Orvane server, and find servers "
+           "that run\n"
+           ".SH DESCRIPTION\n.nf\n" +
+           roff(help_text()) + ".fi\n.SH FLAGS OF THE SERVER\n";
+}
+
+struct Format {
+    const char* name;
+    std::string before;
+    void (*write)(const Reference&, bool new_subject, std::ostream&);
+    void (*write_forms)(std::ostream&);
+};
+
+} // namespace
+
+ExitCode flags(const Tokens& args, std::ostream& out, std::ostream& err) {
+    CLI::App app("Prints the reference of all flags of the server.\norvane-config flags [--format FORMAT]",
+                 "orvane-config flags");
+    std::string wanted = "text";
+    app.add_option("--format", wanted, "text, markdown or man") // the tool's own option
+        ->check(CLI::IsMember({"text", "markdown", "man"}));
+    ExitCode code{};
+    const auto rest = take_options(app, args, out, err, code);
+    if (!rest) return code;
+    if (!rest->empty()) return misused(app, "takes no flags", err);
+
+    const Format formats[] = {
+        {"text", "", write_text, write_forms_as_text},
+        {"markdown", "# The flags of the server\n\n", write_markdown, write_forms_as_markdown},
+        {"man", manual_head(), write_man, write_forms_as_man}};
+    const auto format = std::find_if(std::begin(formats), std::end(formats),
+                                     [&](const Format& one) { return one.name == wanted; });
+    out << format->before;
+    std::string subject;
+    for (const Reference& one : references()) {
+        format->write(one, one.subject != subject, out);
+        subject = one.subject;
+    }
+    format->write_forms(out);
+    return ExitCode::done;
+}
+
+} // namespace orvane

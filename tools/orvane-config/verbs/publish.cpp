@@ -1,0 +1,169 @@
+// The verb `publish`: the runtime files of a server, for as long as it or a stand-in runs.
+#include "runtime/runtime_state.hpp"
+#include "system/host.hpp"
+#include "verbs/options.hpp"
+#include "verbs/parse_flags.hpp"
+
+#include "qel/config/endpoint_files.hpp"
+#include "qel/config/parse_settings.hpp"
+#include "qel/config/pid_files.hpp"
+#include "qel/i18n/convert.hpp"
+
+#include <boost/asio/ip/tcp.hpp>
+
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <sstream>
+#include <thread>
+
+namespace orvane {
+namespace {
+
+using namespace qel::config;
+
+/// The position of the "--" that ends the flags, or the end. One that is the value of a flag does not: that
+/// is the case when the flags before it do not parse.
+Tokens::const_iterator end_of_flags(const Tokens& args) {
+    for (auto at = args.begin(); (at = std::find(at, args.end(), u"--")) != args.end(); ++at) {
+        ServerSettings settings;
+        std::ostringstream text;
+        const auto verdict = qel::config::parse_settings(settings, Tokens(args.begin(), at), text);
+        if (verdict != error_code::parse_error()) return at;
+    }
+    return args.end();
+}
+
+/// The files of one server, published in order and withdrawn in the reverse order.
+class Published {
+public:
+    Published(const ServerSettings& settings, unsigned pid) : pid_(settings, pid) {
+        using boost::asio::ip::address_v4;
+        if (settings.control_port()) {
+            const tcp_endpoint control(address_v4::loopback(),
+                                       static_cast<unsigned short>(*settings.control_port()));
+            control_.emplace(settings, control);
+        }
+        if (settings.http()) publish(http_, settings, *settings.http(), HTTPProtocol::http);
+        if (settings.https()) publish(https_, settings, settings.https()->http(), HTTPProtocol::https);
+    }
+
+private:
+    using HttpFile = std::optional<scoped_http_endpoint_file>;
+
+    static void publish(HttpFile& file, const ServerSettings& settings, const HttpSettings& listener,
+                        HTTPProtocol protocol) {
+        file.emplace(settings, http_endpoint(listener.host(), listener.port()), protocol);
+    }
+
+    scoped_master_pid_file pid_;
+    std::optional<scoped_control_endpoint_file> control_;
+    HttpFile http_;
+    HttpFile https_;
+};
+
+/// Why a listener could not be found by its file; empty when it can.
+std::string obstacle(const HttpSettings& listener) {
+    if (listener.port() == 0) return "a listener's port 0 is chosen when it listens, and not known here";
+    if (listener.host() && listener.host()->empty())
+        return "a listener without a host name could not be found";
+    if (listener.host() && listener.host()->find(u':') != std::u16string::npos) {
+        return "a host with a colon could not be read back: '" +
+               qel::i18n::ustring_to_term(*listener.host()) + "'";
+    }
+    return {};
+}
+
+/// Why the files cannot be published whatever the file system says; empty when they can.
+std::string obstacle(const ServerSettings& settings) {
+    if (!settings.pid_root()) return "there is no pid root to publish in";
+    if (settings.control_port() && (*settings.control_port() == 0 || *settings.control_port() > 65535)) {
+        return "the control port " + std::to_string(*settings.control_port()) + " is no TCP port";
+    }
+    if (settings.http()) {
+        if (std::string why = obstacle(*settings.http()); !why.empty()) return why;
+    }
+    return settings.https() ? obstacle(settings.https()->http()) : std::string();
+}
+
+/// Why another's files stand in the way; empty when none do. What a killed server left does not.
+std::string occupant(const ServerSettings& settings) {
+    constexpr std::chrono::milliseconds occurrence(20);
+    std::vector<FileReport> files = inspect_runtime_files(settings);
+    // Empty: between another's opening and writing, or for ever when that was killed just then.
+    for (int occurrences = 0; worst_of(files) == FileState::starting && occurrences != 50; ++occurrences) {
+        std::this_thread::sleep_for(occurrence);
+        files = inspect_runtime_files(settings);
+    }
+    const FileReport& pid = files.front();
+    if (pid.state == FileState::alive) {
+        return "process " + std::to_string(pid.pid) + " runs, and owns " +
+               qel::i18n::ustring_to_term(pid.path.text());
+    }
+    for (const FileReport& file : files) {
+        if (file.state == FileState::malformed) {
+            return qel::i18n::ustring_to_term(file.path.text()) + " is in the way: " + file.text;
+        }
+    }
+    return {};
+}
+
+/// Owners cannot let go of their files. Those that have become another's are kept here, undestroyed, to the end.
+Published* volatile abandoned = nullptr;
+
+/// Removes the files, unless another publisher has taken the place since the command ended: then they are its own.
+void withdraw(std::unique_ptr<Published> published, const ServerSettings& settings, unsigned pid,
+              std::ostream& err) {
+    std::optional<DirectoryLock> lock;
+    try {
+        lock.emplace(*settings.pid_root(), std::chrono::seconds(2));
+    } catch (const std::exception& failure) {
+        // Going on without it is better than leaving the files.
+        err << "orvane-config: " << failure.what() << '\n';
+    }
+    const FileReport now = inspect_runtime_files(settings).front();
+    if (now.pid != 0 && now.pid != pid) {
+        abandoned = published.release();
+    }
+}
+
+} // namespace
+
+ExitCode publish(const Tokens& args, std::ostream& out, std::ostream& err) {
+    CLI::App app(
+        "Writes the runtime files of a server with the given flags, and removes them when COMMAND ends, or "
+        "without one when a signal comes:\norvane-config publish FLAGS... [-- COMMAND ARGS...]",
+        "orvane-config publish");
+    ExitCode code{};
+    const auto rest = take_options(app, args, out, err, code);
+    if (!rest) return code;
+
+    const auto flags_end = end_of_flags(*rest);
+    const Tokens command(flags_end == rest->end() ? flags_end : flags_end + 1, rest->end());
+    if (flags_end != rest->end() && command.empty()) {
+        err << "orvane-config: no command behind '--'\n";
+        return ExitCode::misused;
+    }
+    ServerSettings settings;
+    if (parse_and_validate(Tokens(rest->begin(), flags_end), settings, err)) return ExitCode::refused;
+    std::string why = obstacle(settings);
+    if (why.empty()) {
+        // Until the files are there, signals end this process as they end any other.
+        std::optional<DirectoryLock> lock(std::in_place, *settings.pid_root(), std::chrono::seconds(10));
+        why = occupant(settings);
+        if (why.empty()) {
+            ChildProcess holder(command);
+            auto published = std::make_unique<Published>(settings, holder.pid());
+            lock.reset();
+            const int result = holder.run();
+            withdraw(std::move(published), settings, holder.pid(), err);
+            return static_cast<ExitCode>(result);
+        }
+    }
+    err << "orvane-config: " << why << '\n';
+    return ExitCode::refused;
+}
+
+} // namespace orvane
