@@ -1,0 +1,39 @@
+// The size of every class whose members callers' programs have compiled in: another one breaks those programs. The numbers
+// hold for 64-bit Linux and 64-bit Windows alike, both with the C++ library of g++.
+#include "qel/config/config.hpp"
+
+#if defined(__GLIBCXX__) && __SIZEOF_POINTER__ == 8
+namespace qel::config {
+
+// A template, so that the message of the compiler shows both numbers.
+template <class T, std::size_t expected, std::size_t actual = sizeof(T)>
+constexpr bool has_size() {
+    static_assert(actual == expected, "a class has changed its size: that needs a new major version");
+    return actual == expected;
+}
+
+// clang-format off
+static_assert(has_size<CacheSettings,                  80>());
+static_assert(has_size<CacheSettingsList,              24>());
+static_assert(has_size<HttpSettings,                   64>());
+static_assert(has_size<HttpsSettings,                 440>());
+static_assert(has_size<LogHandlerInfo,                 40>());
+static_assert(has_size<ProfileDirective,               40>());
+static_assert(has_size<RequestQueueTime,               32>());
+static_assert(has_size<WorkerMemoryLimit,              32>());
+static_assert(has_size<WorkerPoolSettings,             80>());
+static_assert(has_size<ServerSettings,               1520>());
+static_assert(has_size<http_endpoint,                  40>());
+static_assert(has_size<scoped_pid_file,                32>());
+static_assert(has_size<scoped_master_pid_file,         32>());
+static_assert(has_size<scoped_http_endpoint_file,      32>());
+static_assert(has_size<scoped_control_endpoint_file,   32>());
+static_assert(has_size<config_state_error,             56>());
+static_assert(has_size<bad_config,                     56>());
+static_assert(has_size<config_io_error,                56>());
+static_assert(has_size<Path,                           32>());
+static_assert(has_size<util::ssl::SslContext,         376>());
+// clang-format on
+
+} // namespace qel::config
+#endif
