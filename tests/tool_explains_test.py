@@ -36,7 +36,7 @@ def rows(name):
 
 def examples():
     """For each flag its step in the example of the reference, and the example."""
-    found = re.findall(r"^  (--\S+)(.*)\n(?:      .*\n)*?      Example: (.*)$", run("flags")[1], re.M)
+    found = re.findall(r"^### `(--\S+?)( .*)?`\n(?:(?!###).*\n)*?- Example: `(.*)`$", run("flags", "--format", "markdown")[1], re.M)
     found = [(flag, value, words_of(example)) for flag, value, example in found]
     return {flag: (line[line.index(flag):][:2 if value else 1], line) for flag, value, line in found}
 
@@ -92,6 +92,8 @@ class Explains(unittest.TestCase):
         flags = re.findall(r"--[\w-]+", (DATA / "flags.txt").read_text())
         self.assertEqual(sorted(self.examples), sorted(flags))
         self.assertEqual((DATA.parents[1] / "docs/flags.md").read_text(), run("flags", "--format", "markdown")[1])
+        elsewhere = sum((names.split(", ") for names in re.findall("^- Elsewhere: (.*)$", run("flags", "--format", "markdown")[1], re.M)), [])
+        self.assertEqual(sorted({*elsewhere} - {flag[2:] for flag in flags}), sorted(elsewhere), "a name means one flag")
         for kind, pattern in [("markdown", r"^### `(--\S+?)[ `]"), ("man", r"^\.BI (\S+)")]:
             found = re.findall(pattern, run("flags", "--format", kind)[1], re.M)
             self.assertEqual(sorted(flag.replace("\\", "") for flag in found), sorted(flags))

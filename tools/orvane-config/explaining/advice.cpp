@@ -26,10 +26,6 @@ bool is_flag_like(std::u16string_view text) {
                                     text.substr(1, text.find_first_of(u"=:") - 1).find(u'/') == text.npos);
 }
 
-bool names_path(const Reference& one) {
-    return one.value == "<directory>" || one.value == "<file>";
-}
-
 bool all_digits(std::u16string_view text) {
     return !text.empty() && text.find_first_not_of(u"0123456789") == text.npos;
 }
@@ -53,10 +49,11 @@ const std::string& allowed_behind_the_limit() {
     static const std::string allowed = [] {
         std::string list;
         for (const Reference& one : references()) {
-            const CommandLine behind = {occurrence_of(option::request_timeout(), u"1"),
-                                        {{utf8_to_ustring(one.flag)}}};
+            const CommandLine behind = {
+                occurrence_of(std::u16string(flag_with(Trait::limits_next).wide), u"1"),
+                {{std::u16string(one.wide)}}};
             if (ask(behind).code != error_code::unrecognized_flag())
-                list += (list.empty() ? "" : ", ") + one.flag;
+                list.append(list.empty() ? "" : ", ").append(one.flag);
         }
         return list;
     }();
@@ -112,11 +109,11 @@ private:
     /// The flag with a value that the server takes, so that nothing else is said to lack it; one that breaks no rule.
     /// What is refused with that too is left out.
     static std::vector<Token> placeholder(const Occurrence& occurrence) {
-        const Reference& reference = *reference_of(ustring_to_utf8(occurrence[0].text));
-        Token value{utf8_to_ustring(reference.sample), occurrence.back().number, true};
+        const Reference& reference = *reference_of(occurrence[0].text);
+        Token value{utf8_to_ustring(reference.sample()), occurrence.back().number, true};
         if (const auto words = keywords(reference); !words.empty())
             value.text = utf8_to_ustring(words[0]);
-        else if (names_path(reference))
+        else if (reference.names_path())
             value.text = u"/?" + utf8_to_ustring(std::to_string(value.number));
         else if (reference.value.starts_with("[<host"))
             value.text = u"0";
@@ -194,7 +191,7 @@ private:
         if (at_ == 0 || is_flag_like(token())) return false;
         const Occurrence& before = line_[at_ - 1];
         if (before.size() != 2) return false;
-        return !names_path(*reference_of(ustring_to_utf8(before[0].text))) && split_by_the_shell(at_ - 1);
+        return !reference_of(before[0].text)->names_path() && split_by_the_shell(at_ - 1);
     }
 
     bool misspelt() {
@@ -202,22 +199,22 @@ private:
         const std::u16string_view separators = is_flag_like(whole) ? u"= \t\u00A0:" : u"= ";
         const std::u16string_view name = whole.substr(0, whole.find_first_of(separators, 1));
         if (const Reference* const meant = flag_of(normalized(whole))) {
-            say(misspelling(whole, meant->flag));
-            advice_.suggestions.push_back(meant->flag);
-            repair(at_, at_ + 1, {{utf8_to_ustring(meant->flag), number()}});
+            say(misspelling(whole, std::string(meant->flag)));
+            advice_.suggestions.emplace_back(meant->flag);
+            repair(at_, at_ + 1, {{std::u16string(meant->wide), number()}});
             return true;
         }
         const Reference* const meant = flag_of(normalized(name));
         if (meant == nullptr) return false;
-        if (utf8_to_ustring(meant->flag) != name) say(misspelling(name, meant->flag));
-        advice_.suggestions.push_back(meant->flag);
+        if (std::u16string(meant->wide) != name) say(misspelling(name, std::string(meant->flag)));
+        advice_.suggestions.emplace_back(meant->flag);
         value_behind(*meant, whole[name.size()], whole.substr(name.size() + 1));
         return true;
     }
 
     /// A flag that is known, and behind it in the same token a separator and the rest.
     void value_behind(const Reference& meant, char16_t separator, std::u16string_view rest) {
-        std::vector<Token> words = {{utf8_to_ustring(meant.flag), number()}};
+        std::vector<Token> words = {{std::u16string(meant.wide), number()}};
         const bool blank = is_one_of(separator, blanks);
         const std::u16string value = trimmed(blank ? trimmed(rest, u" =\t\u00A0\"'") : rest, blanks);
         if (blank && holds_a_flag(value)) {
@@ -229,14 +226,15 @@ private:
             say("it holds several words, each of which is a token of its own: " + shown(Occurrence(words)));
         } else if (meant.value.empty()) {
             const bool off = means_off(value);
-            say(meant.flag + " takes no value" + (off ? "; to switch it off, leave it out" : ""));
+            say(std::string(meant.flag) + " takes no value" +
+                (off ? "; to switch it off, leave it out" : ""));
             if (off) words.clear();
         } else if (value.empty() && end_of_strays(at_ + 1) != at_ + 1) {
             words.push_back(line_[at_ + 1][0]);
             say("flag and value are apart by a blank only: " + shown(Occurrence(words)));
             return repair(at_, at_ + 2, words);
         } else if (value.empty()) {
-            say("its value is missing: " + meant.flag + " " + meant.value);
+            say("its value is missing: " + std::string(meant.flag) + " " + std::string(meant.value));
             words = placeholder(words);
         } else {
             words.push_back({value, number()});
@@ -261,17 +259,16 @@ private:
         const Reference* longest = nullptr;
         for (const Reference& one : references()) {
             const std::size_t size = one.flag.size();
-            if (one.value.empty() || whole.size() <= size || !whole.starts_with(utf8_to_ustring(one.flag)))
-                continue;
+            if (one.value.empty() || whole.size() <= size || !whole.starts_with(one.wide)) continue;
             if (!is_one_of(whole[size], u"0123456789/.,;\"'")) continue;
             if (longest == nullptr || longest->flag.size() < size) longest = &one;
         }
         if (longest == nullptr) return false;
         const std::u16string value = trimmed(whole.substr(longest->flag.size()), u",;\"'");
-        const Occurrence meant = {{utf8_to_ustring(longest->flag), number()}, {value, number()}};
+        const Occurrence meant = {{std::u16string(longest->wide), number()}, {value, number()}};
         if (!ask(CommandLine{meant}).consumed()) return false;
         say("flag and value are apart by a blank: " + shown(meant));
-        advice_.suggestions.push_back(longest->flag);
+        advice_.suggestions.emplace_back(longest->flag);
         repair(at_, at_ + 1, meant);
         return true;
     }
@@ -301,7 +298,7 @@ private:
         if (separator != whole.size())
             value_behind(meant, whole[separator], whole.substr(separator + 1));
         else
-            repair(at_, at_ + 1, {{utf8_to_ustring(meant.flag), number()}});
+            repair(at_, at_ + 1, {{std::u16string(meant.wide), number()}});
         return true;
     }
 
@@ -334,9 +331,9 @@ private:
             is_meant_as_flag(start[1].text))
             return false;
         // Commands go on with options, directories do not.
-        const Reference& reference = *reference_of(ustring_to_utf8(start[0].text));
-        std::size_t end = end_of_strays(position + 1, !names_path(reference));
-        if (names_path(reference)) {
+        const Reference& reference = *reference_of(start[0].text);
+        std::size_t end = end_of_strays(position + 1, !reference.names_path());
+        if (reference.names_path()) {
             if (is_one_of(start[1].text.back(), u"=\\\"'")) return false;
             const auto first = line_.begin() + static_cast<std::ptrdiff_t>(position + 1);
             const auto last = line_.begin() + static_cast<std::ptrdiff_t>(end);
@@ -384,9 +381,7 @@ private:
     bool repeated() {
         const Occurrence& before = line_[at_ - 1];
         const std::size_t end = end_of_strays(at_ + 1);
-        if (before.size() != 2 ||
-            !reference_of(ustring_to_utf8(before[0].text))->repeated.starts_with("adds"))
-            return false;
+        if (before.size() != 2 || !reference_of(before[0].text)->adds()) return false;
         std::vector<Token> words;
         for (std::size_t i = at_; i != end; ++i) {
             words.push_back({before[0].text, line_[i][0].number});
@@ -418,9 +413,10 @@ private:
     }
 
     void refused_value() {
-        const Reference& reference = *reference_of(ustring_to_utf8(token()));
+        const Reference& reference = *reference_of(token());
         if (occurrence().size() == 1) {
-            say("the line ends here, but " + shown(token()) + " needs a value: " + reference.value);
+            say("the line ends here, but " + shown(token()) +
+                " needs a value: " + std::string(reference.value));
             return repair(at_, at_ + 1, placeholder(occurrence()));
         }
         const Token& value = occurrence()[1];
@@ -428,14 +424,14 @@ private:
         if (quoted(value) || one_of_the_words(reference, value) || split_by_the_shell(at_) || swapped())
             return;
         if (ask(CommandLine{occurrence()}).consumed()) // what came before is in its way
-            say(reference.flag + ": " + reference.relations);
+            say(std::string(reference.flag) + ": " + reference.relations());
         else if (fault_.code == error_code::out_of_range())
-            say(reference.flag + ": " + reference.meaning);
+            say(std::string(reference.flag) + ": " + reference.meaning());
         else if (is_too_large(reference, value.text))
-            say(reference.flag + ": the number is too large");
+            say(std::string(reference.flag) + ": the number is too large");
         else
-            say("the form is " + reference.flag + " " + reference.value +
-                ", for example: " + reference.example);
+            say("the form is " + std::string(reference.flag) + " " + std::string(reference.value) +
+                ", for example: " + reference.example());
         // What follows is part of the value, if anything.
         const bool command = reference.value.find("<command>") != reference.value.npos;
         repair(at_, end_of_strays(at_ + 1, command), placeholder(occurrence()));

@@ -39,7 +39,7 @@ const std::vector<std::string>& all_flags() {
     static const auto flags = [] {
         std::vector<std::string> all;
         for (const Reference& one : references())
-            all.push_back(one.flag);
+            all.emplace_back(one.flag);
         return all;
     }();
     return flags;
@@ -105,10 +105,9 @@ std::vector<std::string> flags_with(const std::u16string& words) {
 }
 
 const Reference* flag_of(const std::u16string& words) {
-    const auto& all = references();
-    const auto meant = std::find_if(all.begin(), all.end(), [&](const Reference& one) {
-        return normalized(utf8_to_ustring(one.flag)) == words;
-    });
+    const auto all = references();
+    const auto meant = std::find_if(all.begin(), all.end(),
+                                    [&](const Reference& one) { return normalized(one.wide) == words; });
     return meant == all.end() ? nullptr : &*meant;
 }
 

@@ -41,14 +41,14 @@ bool is_number(const std::string& text) {
     return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
 }
 
-std::string form_of(const Occurrence& occurrence) {
-    return reference_of(qel::i18n::ustring_to_utf8(occurrence[0].text))->value;
+std::string_view form_of(const Occurrence& occurrence) {
+    return reference_of(occurrence[0].text)->value;
 }
 
 /// A minus sign that came out as a large number.
 std::string wrapped(const Occurrence& occurrence) {
     const std::u16string& value = occurrence[1].text;
-    const std::string form = form_of(occurrence);
+    const std::string_view form = form_of(occurrence);
     const bool port = form.ends_with("<port>");
     const auto number = port ? value.find_last_of(u":@") + 1 : 0;
     if (!(port || form == "<number>") || value[number] != u'-' ||

@@ -1,7 +1,8 @@
 // What each occurrence of an accepted line does.
 #include "probing/effects.hpp"
 
-#include "qel/config/option.hpp"
+#include "reference/reference.hpp"
+
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
@@ -9,7 +10,10 @@
 namespace orvane {
 namespace {
 
-namespace option = qel::config::option;
+bool has(const Occurrence& occurrence, Trait trait) {
+    const Reference* const reference = reference_of(occurrence[0].text);
+    return reference != nullptr && reference->trait == trait;
+}
 
 CommandLine first(const CommandLine& line, std::size_t count) {
     return CommandLine(line.begin(), line.begin() + static_cast<std::ptrdiff_t>(count));
@@ -53,7 +57,7 @@ CommandLine with(CommandLine line, std::size_t position, Occurrence occurrence) 
 }
 
 bool limits_what_follows(const Occurrence& occurrence) {
-    return occurrence[0].text == option::request_timeout();
+    return has(occurrence, Trait::limits_next);
 }
 
 CommandLine without(const CommandLine& line, std::size_t position) {
@@ -86,7 +90,9 @@ std::optional<Redundant> explained(const CommandLine& line, std::size_t position
         const Answer before = ask(without_it), after = ask(with(without_it, at, occurrence));
         return before.consumed() && !after.code && before.settings != after.settings;
     };
-    if (!has_https && counts(with(line, 0, occurrence_of(option::https(), u"1")), position + 1))
+    if (!has_https && has(occurrence, Trait::needs_https) &&
+        counts(with(line, 0, occurrence_of(std::u16string(flag_with(Trait::starts_https).wide), u"1")),
+               position + 1))
         return Redundant{.occurrence = occurrence, .needs_https = true};
     // Most are replaced by the same flag; else by one that follows soon.
     constexpr std::size_t most_asked = 6;
@@ -101,14 +107,14 @@ std::optional<Redundant> explained(const CommandLine& line, std::size_t position
     for (const std::size_t other : others) {
         if (!counts(without(line, other), position)) continue;
         // Another flag takes effect away by beginning anew. Else this one only says what holds behind that anyway.
-        const bool begins_anew = line[other][0].text == option::http();
+        const bool begins_anew = has(line[other], Trait::replaces_listener);
         if (line[other][0].text != occurrence[0].text && !begins_anew) return std::nullopt;
         return Redundant{.occurrence = occurrence, .replaced_by = line[other]};
     }
     // Without anything behind it but the required flag.
     CommandLine alone = first(line, position);
     for (const Occurrence& required : line)
-        if (required[0].text == option::auto_deploy_root()) alone.push_back(required);
+        if (has(required, Trait::required)) alone.push_back(required);
     if (!counts(alone, position)) return std::nullopt;
     return Redundant{.occurrence = occurrence};
 }

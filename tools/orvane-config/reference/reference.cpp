@@ -1,9 +1,6 @@
 // What operators are told about each flag.
 #include "reference/reference.hpp"
 
-#include "qel/config/option.hpp"
-#include "qel/i18n/convert.hpp"
-
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -17,14 +14,73 @@ enum class Flag {
 #include "qel/config/flags.def"
 };
 
-constexpr const char* names[] = {
+constexpr std::string_view names[] = {
 #define ZEP_FLAG(name, text) #name,
 #include "qel/config/flags.def"
 };
 
+constexpr std::u16string_view wide_texts[] = {
+#define ZEP_FLAG(name, text) text,
+#include "qel/config/flags.def"
+};
+
+/// The flags are ASCII.
+template <std::size_t size>
+constexpr std::array<char, size> narrowed(const char16_t (&text)[size]) {
+    std::array<char, size> narrow{};
+    std::transform(text, text + size, narrow.begin(), [](char16_t c) { return static_cast<char>(c); });
+    return narrow;
+}
+
+#define ZEP_FLAG(name, text) constexpr auto narrow_##name = narrowed(text);
+#include "qel/config/flags.def"
+
+constexpr std::string_view narrow_texts[] = {
+#define ZEP_FLAG(name, text) narrow_##name.data(),
+#include "qel/config/flags.def"
+};
+
+constexpr auto make_references() {
+    using enum Trait;
+    constexpr auto last = "the last one counts";
+    constexpr auto adds = "adds to the list";
+    constexpr auto same = "changes nothing";
+    std::array<Reference, std::size(names)> all{};
+    std::size_t count = 0;
+    std::string_view subject;
+    const auto add = [&](Flag flag, Reference one) {
+        one.wide = wide_texts[static_cast<std::size_t>(flag)];
+        one.flag = narrow_texts[static_cast<std::size_t>(flag)];
+        one.subject = subject;
+        all[count++] = one;
+    };
+#define ZEP_SUBJECT(title) subject = title;
+#define ZEP_REFERENCE(name, form, a_trait, meaning, repeated, relations, example, others)                    \
+    add(Flag::name, {.value = form,                                                                          \
+                     .trait = a_trait,                                                                       \
+                     .synonyms = others,                                                                     \
+                     .raw_meaning = meaning,                                                                 \
+                     .raw_repeated = repeated,                                                               \
+                     .raw_relations = relations,                                                             \
+                     .raw_example = example});
+#define ZEP_SWITCH(name, a_way, a_trait, words, what, meaning, relations, example, others)                   \
+    add(Flag::name, {.trait = a_trait,                                                                       \
+                     .way = Way::a_way,                                                                      \
+                     .core = words,                                                                          \
+                     .thing = what,                                                                          \
+                     .synonyms = others,                                                                     \
+                     .raw_meaning = meaning,                                                                 \
+                     .raw_repeated = same,                                                                   \
+                     .raw_relations = relations,                                                             \
+                     .raw_example = example});
+#include "reference/reference.def"
+    return all;
+}
+
 constexpr std::array described = {
 #define ZEP_SUBJECT(title)
 #define ZEP_REFERENCE(name, ...) Flag::name,
+#define ZEP_SWITCH(name, ...) Flag::name,
 #include "reference/reference.def"
 };
 
@@ -36,21 +92,16 @@ constexpr bool each_flag_once() {
 }
 static_assert(each_flag_once(), "a flag of flags.def has no row in reference.def, or two: give it one");
 
-std::string text_of(Flag flag) {
-    std::u16string (*const texts[])() = {
-#define ZEP_FLAG(name, text) qel::config::option::name,
-#include "qel/config/flags.def"
-    };
-    return qel::i18n::ustring_to_utf8(texts[static_cast<std::size_t>(flag)]());
-}
+constexpr auto all_references = make_references();
 
 /// `text` with each {name} replaced by the flag of that name.
-std::string with_flags(std::string text) {
+std::string with_flags(std::string_view raw) {
+    std::string text(raw);
     for (std::size_t open = 0; (open = text.find('{', open)) != text.npos;) {
         const std::size_t close = text.find('}', open);
         const auto name =
             std::find(std::begin(names), std::end(names), text.substr(open + 1, close - open - 1));
-        text.replace(open, close - open + 1, text_of(static_cast<Flag>(name - std::begin(names))));
+        text.replace(open, close - open + 1, narrow_texts[name - std::begin(names)]);
     }
     return text;
 }
@@ -61,45 +112,82 @@ std::string first_word(std::string_view text) {
     return std::string(text.substr(0, text.find(' ')));
 }
 
-Reference make_reference(Flag flag, const std::string& subject, const char* value, const char* meaning,
-                         const char* repeated, const char* relations, const char* example) {
-    const std::string text = text_of(flag);
-    std::string line = with_flags(example);
-    std::size_t own = line.find(text + " ");
-    if (own == line.npos) {
-        line = text + (line.empty() ? "" : " ") + line;
-        own = 0;
-    }
-    const std::string sample = *value ? first_word(std::string_view(line).substr(own + text.size() + 1)) : "";
-    return {text, subject, value, with_flags(meaning), with_flags(repeated), with_flags(relations),
-            line, sample};
+/// A name of reference.def with what it takes, taken apart.
+Synonym synonym(const Reference& reference, std::string_view entry) {
+    const std::size_t end = entry.find_first_of("=>");
+    Synonym found{&reference, {}, {}, {}};
+    if (end != entry.npos) (entry[end] == '=' ? found.kind : found.value) = entry.substr(end + 1);
+    return found;
 }
 
-std::vector<Reference> make_references() {
-    constexpr auto last = "the last one counts";
-    constexpr auto adds = "adds to the list";
-    constexpr auto same = "says the same again";
-    std::string subject;
-    std::vector<Reference> all;
-#define ZEP_SUBJECT(title) subject = title;
-#define ZEP_REFERENCE(name, value, meaning, repeated, relations, example)                                    \
-    all.push_back(make_reference(Flag::name, subject, value, meaning, repeated, relations, example));
-#include "reference/reference.def"
-    return all;
+/// Whether the entry begins with the name, wherever that has hyphens.
+bool has_name(std::string_view entry, std::string_view name) {
+    std::size_t at = 0;
+    for (const char c : entry.substr(0, entry.find_first_of("=>"))) {
+        if (c == '-') continue;
+        while (at != name.size() && name[at] == '-')
+            ++at;
+        if (at == name.size() || name[at++] != c) return false;
+    }
+    return at == name.size();
+}
+
+/// The one of the entries, which are separated by spaces, that has the name; else an empty text.
+std::string_view entry_with(std::string_view name, std::string_view entries) {
+    while (!entries.empty()) {
+        const std::size_t end = std::min(entries.find(' '), entries.size());
+        if (has_name(entries.substr(0, end), name)) return entries.substr(0, end);
+        entries.remove_prefix(std::min(end + 1, entries.size()));
+    }
+    return {};
 }
 
 } // namespace
 
-const std::vector<Reference>& references() {
-    static const std::vector<Reference> all = make_references();
-    return all;
+std::string Reference::meaning() const {
+    return with_flags(raw_meaning);
+}
+std::string Reference::repeated() const {
+    return with_flags(raw_repeated);
+}
+std::string Reference::relations() const {
+    return with_flags(raw_relations);
+}
+
+std::string Reference::example() const {
+    const std::string text(flag);
+    const std::string line = with_flags(raw_example);
+    if (line.find(text + " ") != line.npos) return line;
+    return text + (line.empty() ? "" : " ") + line;
+}
+
+std::string Reference::sample() const {
+    if (is_switch()) return {};
+    const std::string line = example();
+    return first_word(std::string_view(line).substr(line.find(std::string(flag) + " ") + flag.size() + 1));
+}
+
+std::span<const Reference> references() {
+    return all_references;
+}
+
+const Reference* reference_of(std::u16string_view flag) {
+    const auto found = std::find(std::begin(wide_texts), std::end(wide_texts), flag);
+    if (found == std::end(wide_texts)) return nullptr;
+    const auto at =
+        std::find(described.begin(), described.end(), static_cast<Flag>(found - std::begin(wide_texts)));
+    return &all_references[static_cast<std::size_t>(at - described.begin())];
 }
 
 const Reference* reference_of(std::string_view flag) {
-    const auto& all = references();
-    const auto found =
-        std::find_if(all.begin(), all.end(), [&](const Reference& one) { return one.flag == flag; });
-    return found == all.end() ? nullptr : &*found;
+    const auto found = std::find_if(all_references.begin(), all_references.end(),
+                                    [&](const Reference& one) { return one.flag == flag; });
+    return found == all_references.end() ? nullptr : &*found;
+}
+
+const Reference& flag_with(Trait trait) {
+    return *std::find_if(all_references.begin(), all_references.end(),
+                         [&](const Reference& one) { return one.trait == trait; });
 }
 
 std::vector<std::string> keywords(const Reference& reference) {
@@ -112,6 +200,16 @@ std::vector<std::string> keywords(const Reference& reference) {
         begin = end + 1;
     }
     return words;
+}
+
+std::optional<Synonym> synonym_of(std::string_view words) {
+    if (words.empty()) return std::nullopt;
+    for (const Reference& one : all_references)
+        if (const auto entry = entry_with(words, one.synonyms); !entry.empty()) return synonym(one, entry);
+#define ZEP_FOREIGN(foreign, text)                                                                           \
+    if (!entry_with(words, foreign).empty()) return Synonym{nullptr, {}, {}, with_flags(text)};
+#include "reference/foreign.def"
+    return std::nullopt;
 }
 
 } // namespace orvane

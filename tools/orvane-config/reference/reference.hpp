@@ -1,6 +1,7 @@
-// What operators are told about each flag.
+// What operators are told about each flag, and what the tool knows about it that cannot be asked.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -8,24 +9,66 @@
 
 namespace orvane {
 
+/// What a flag does besides setting its value.
+enum class Trait {
+    none,
+    required,
+    limits_next,       ///< only some flags are known right after it
+    replaces_listener, ///< drops what was said of the listener before
+    starts_https,      ///< without it, those that need HTTPS have no effect
+    needs_https,
+};
+
+/// What a switch does to the thing that it is about, which by default is the other way.
+enum class Way { not_a_switch, on, off };
+
 struct Reference {
-    std::string flag;
-    std::string subject;
-    std::string value; ///< its form; empty for a switch
-    std::string meaning;
-    std::string repeated;
-    std::string relations; ///< what it requires or excludes; may be empty
-    std::string example;   ///< the flag and what follows, quoted for a shell
-    std::string sample;    ///< the value in the example
+    std::u16string_view wide{};
+    std::string_view flag{}; ///< the same text
+    std::string_view subject{};
+    std::string_view value{}; ///< its form; empty for a switch
+    Trait trait = Trait::none;
+    Way way = Way::not_a_switch;
+    std::string_view core{};     ///< of a switch: the words of the flag that name the thing
+    std::string_view thing{};    ///< of a switch, as a sentence names it: "the banner"
+    std::string_view synonyms{}; ///< names from other servers, as in reference.def
+
+    /// With {name} for flags.
+    std::string_view raw_meaning{}, raw_repeated{}, raw_relations{}, raw_example{};
+
+    std::string meaning() const;
+    std::string repeated() const;
+    std::string relations() const; ///< what it requires or excludes; may be empty
+    std::string example() const;   ///< the flag and what follows, quoted for a shell
+    std::string sample() const;    ///< the value in the example
+
+    bool is_switch() const { return way != Way::not_a_switch; }
+    bool adds() const { return raw_repeated.starts_with("adds"); }
+    bool names_path() const { return value == "<directory>" || value == "<file>"; }
 };
 
 /// All flags, those of one subject together.
-const std::vector<Reference>& references();
+std::span<const Reference> references();
 
 /// The reference of a flag, or null when the text is none.
+const Reference* reference_of(std::u16string_view flag);
 const Reference* reference_of(std::string_view flag);
+
+/// The first flag of the reference with this trait.
+const Reference& flag_with(Trait trait);
 
 /// The words that a value can be, where its form names them all.
 std::vector<std::string> keywords(const Reference& reference);
+
+/// What other servers call a setting of this one.
+struct Synonym {
+    const Reference* reference; ///< null: this server has no such setting
+    std::string kind;           ///< of the value that the other server's flag takes, where it is another
+    std::string value;          ///< that the other server's switch stands for
+    std::string advice;         ///< what to do where there is no such setting
+};
+
+/// By the words of a name, "log-file" or "logfile".
+std::optional<Synonym> synonym_of(std::string_view words);
 
 } // namespace orvane

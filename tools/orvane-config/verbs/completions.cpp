@@ -22,7 +22,7 @@ std::string joined(const std::vector<std::string>& words, const char* between) {
 std::vector<std::string> flags_with(const std::function<bool(const Reference&)>& wanted) {
     std::vector<std::string> flags;
     for (const Reference& one : references())
-        if (wanted(one)) flags.push_back(one.flag);
+        if (wanted(one)) flags.emplace_back(one.flag);
     return flags;
 }
 
@@ -65,7 +65,8 @@ void write_bash_flags(const std::string& function, std::ostream& out) {
     value_case(flags_with(names_directory), "-d");
     value_case(flags_with(names_file), "-f");
     for (const Reference& one : references())
-        if (!keywords(one).empty()) value_case({one.flag}, "-W '" + joined(keywords(one), " ") + "'");
+        if (!keywords(one).empty())
+            value_case({std::string(one.flag)}, "-W '" + joined(keywords(one), " ") + "'");
     value_case(flags_with(has_another_value), "");
     out << "    esac\n    ";
     bash_reply("-W '" + joined(all_flags(), " ") + "'", out);

@@ -1,4 +1,5 @@
 // The verb `flags`: the reference of all flags, as text, Markdown, or a manual page.
+#include "printing/wrapping.hpp"
 #include "reference/reference.hpp"
 #include "verbs/options.hpp"
 
@@ -12,11 +13,23 @@
 namespace orvane {
 namespace {
 
+/// The names from other servers without what their flags take.
+std::string other_names(const Reference& one) {
+    std::string names;
+    for (std::string_view left = one.synonyms; !left.empty();) {
+        const std::string_view entry = left.substr(0, left.find(' '));
+        names.append(names.empty() ? "" : ", ").append(entry.substr(0, entry.find_first_of("=>")));
+        left.remove_prefix(std::min(entry.size() + 1, left.size()));
+    }
+    return names;
+}
+
 /// The rows below a flag's heading: what it is called, and the text.
 std::vector<std::pair<std::string, std::string>> details(const Reference& one) {
-    std::vector<std::pair<std::string, std::string>> rows = {{"Repeated", one.repeated}};
-    if (!one.relations.empty()) rows.emplace_back("Relations", one.relations);
-    rows.emplace_back("Example", one.example);
+    std::vector<std::pair<std::string, std::string>> rows = {{"Repeated", one.repeated()}};
+    if (!one.raw_relations.empty()) rows.emplace_back("Relations", one.relations());
+    if (!one.synonyms.empty()) rows.emplace_back("Elsewhere", other_names(one));
+    rows.emplace_back("Example", one.example());
     return rows;
 }
 
@@ -24,36 +37,35 @@ std::vector<std::pair<std::string, std::string>> details(const Reference& one) {
 constexpr const char* forms[][2] = {
     {"<number>", "a whole number, at most 4294967295"},
     {"<port>", "a whole number, at most 65535"},
-    {"<size>",
-     "bytes, as a whole number, or with a unit behind it: K, M, G, T, P or E, alone or before B or iB, "
-     "in any case; each is 1024 times the one before"},
+    {"<size>", "bytes, as a whole number, or with a unit: K, M, G, T, P or E, alone or followed by B or iB, "
+               "upper or lower case; each is 1024 times the one before"},
     {"<duration>",
-     "hours:minutes:seconds or hours:minutes, the latter of two digits, a fraction where needed: "
-     "0:01:30.5; a number alone is hours"},
+     "hours:minutes:seconds or hours:minutes, minutes and seconds with two digits, with a fraction where "
+     "needed: 0:01:30.5; a number alone means hours"},
     {"<command>", "a program and its arguments, in one token"},
 };
 
 std::string heading(const Reference& one) {
-    return one.value.empty() ? one.flag : one.flag + " " + one.value;
+    return std::string(one.flag) + (one.value.empty() ? "" : " ") + std::string(one.value);
 }
 
 void write_text(const Reference& one, bool new_subject, std::ostream& out) {
     if (new_subject) out << one.subject << "\n\n";
-    out << "  " << heading(one) << "\n      " << one.meaning << '\n';
+    out << wrapped(heading(one), 2, 4) << '\n' << wrapped(one.meaning(), 6) << '\n';
     for (const auto& [name, text] : details(one))
-        out << "      " << name << ": " << text << '\n';
+        out << wrapped(name + ": " + text, 6, 2, name == "Example" ? " \\" : "") << '\n';
     out << '\n';
 }
 
 void write_forms_as_text(std::ostream& out) {
     out << "Values\n\n";
     for (const auto& [form, text] : forms)
-        out << "  " << form << "\n      " << text << "\n\n";
+        out << "  " << form << '\n' << wrapped(text, 6) << "\n\n";
 }
 
 void write_markdown(const Reference& one, bool new_subject, std::ostream& out) {
     if (new_subject) out << "## " << one.subject << "\n\n";
-    out << "### `" << heading(one) << "`\n\n" << one.meaning << "\n\n";
+    out << "### `" << heading(one) << "`\n\n" << one.meaning() << "\n\n";
     for (const auto& [name, text] : details(one))
         out << "- " << name << ": " << (name == "Example" ? "`" + text + "`" : text) << '\n';
     out << '\n';
@@ -75,8 +87,9 @@ std::string roff(const std::string& text) {
 
 void write_man(const Reference& one, bool new_subject, std::ostream& out) {
     if (new_subject) out << ".SS " << one.subject << '\n';
-    out << ".TP\n.BI " << roff(one.flag) << (one.value.empty() ? "" : " \" " + roff(one.value) + "\"") << '\n'
-        << roff(one.meaning) << '\n';
+    out << ".TP\n.BI " << roff(std::string(one.flag))
+        << (one.value.empty() ? "" : " \" " + roff(std::string(one.value)) + "\"") << '\n'
+        << roff(one.meaning()) << '\n';
     for (const auto& [name, text] : details(one))
         out << ".br\n" << name << ": " << roff(text) << '\n';
 }
@@ -122,7 +135,7 @@ ExitCode flags(const Tokens& args, std::ostream& out, std::ostream& err) {
     const auto format = std::find_if(std::begin(formats), std::end(formats),
                                      [&](const Format& one) { return one.name == wanted; });
     out << format->before;
-    std::string subject;
+    std::string_view subject;
     for (const Reference& one : references()) {
         format->write(one, one.subject != subject, out);
         subject = one.subject;
