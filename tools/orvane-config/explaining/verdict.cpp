@@ -92,7 +92,7 @@ Verdict judge(const Tokens& tokens, bool with_origins) {
     if (!verdict.accepted()) return verdict;
     verdict.effects_known = verdict.line.size() <= most_steps;
     if (verdict.effects_known) verdict.effects = effects_of(verdict.line, verdict.answer, with_origins);
-    verdict.warnings = warnings_of(verdict.line, verdict.effects);
+    verdict.warnings = warnings_of(verdict.line, verdict.answer, verdict.effects);
     return verdict;
 }
 
@@ -113,7 +113,9 @@ void explain(const Verdict& verdict, std::ostream& err) {
         err << "orvane-config: the line has more than " << most_steps
             << " flags: which have no effect, and where values come from, was not looked for\n";
     for (const Warning& warning : verdict.warnings)
-        err << "orvane-config: warning: token " << warning.token << ": " << warning.text << '\n';
+        err << "orvane-config: warning: "
+            << (warning.token == 0 ? "" : "token " + std::to_string(warning.token) + ": ") << warning.text
+            << " [" << warning.id << "]\n";
 }
 
 } // namespace orvane

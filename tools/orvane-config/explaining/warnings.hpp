@@ -1,19 +1,36 @@
-// What is accepted and yet probably not meant.
+// What is accepted, but probably not intended.
 #pragma once
 
 #include "probing/effects.hpp"
 
+#include <set>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orvane {
 
 struct Warning {
-    std::size_t token; ///< the number of the token that it is about
+    std::size_t token; ///< the number of the token that it is about; 0: the line as a whole
+    std::string_view id;
     std::string text;
 };
 
-/// In the order of the tokens. `effects` are those of the accepted line.
-std::vector<Warning> warnings_of(const CommandLine& line, const Effects& effects);
+using WarningIds = std::set<std::string, std::less<>>;
+
+/// In the order of the tokens. `answer` and `effects` are those of the accepted line.
+std::vector<Warning> warnings_of(const CommandLine& line, const Answer& answer, const Effects& effects,
+                                 const WarningIds& ignored = {});
+
+/// What a kind of warning is about.
+struct WarningKind {
+    std::string_view id;
+    std::string_view summary;
+    std::string_view explanation; ///< why, and what to do
+};
+
+/// All kinds, in the order in which they are looked for.
+std::span<const WarningKind> warning_kinds();
 
 } // namespace orvane

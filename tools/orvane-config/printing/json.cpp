@@ -129,8 +129,11 @@ json::value to_json(const Fault& fault, const Advice& advice) {
 
 json::object head_of(const Verdict& verdict) {
     json::array warnings;
-    for (const Warning& warning : verdict.warnings)
-        warnings.push_back({{"token", warning.token}, {"text", to_json(warning.text)}});
+    for (const Warning& warning : verdict.warnings) {
+        json::object object{{"id", warning.id}, {"text", to_json(warning.text)}};
+        if (warning.token != 0) object["token"] = warning.token;
+        warnings.push_back(std::move(object));
+    }
     return {{"format", format},
             {"accepted", verdict.accepted()},
             {"code", to_json(verdict.code())},

@@ -1,0 +1,196 @@
+// Flags that do not go together, although the server takes them.
+#include "explaining/warning_rules.hpp"
+#include "printing/quoting.hpp"
+#include "reference/flag_texts.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+#include <set>
+
+namespace orvane {
+namespace {
+
+using qel::util::ssl::SslVerifyPeerMode;
+
+std::string name(std::u16string_view flag) {
+    return qel::i18n::ustring_to_utf8(std::u16string(flag));
+}
+
+/// What is said of an occurrence without which the record is the same.
+std::string why_without_effect(const Redundant& redundant) {
+    if (redundant.needs_https) return " has no effect without " + name(flag::https);
+    if (!redundant.replaced_by) return " has no effect: what follows replaces it";
+    const Occurrence &one = redundant.occurrence, &other = *redundant.replaced_by;
+    const std::string where = shown(other) + " (" + numbers_of(other) + ")";
+    if (other[0].text != one[0].text)
+        return " has no effect: " + where + " replaces the listener and drops it; put it after that";
+    return other.back().text == one.back().text ? " is repeated by " + where
+                                                : " has no effect: " + where + " replaces it";
+}
+
+/// In small letters, as far as hosts and schemes have any.
+std::string lower(std::string text) {
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
+    return text;
+}
+
+/// The names of this machine alike; empty for all addresses.
+std::string host_key(const std::u16string& host) {
+    const std::string text = lower(qel::i18n::ustring_to_utf8(host));
+    if (text == "0.0.0.0" || text == "[::]" || text == "*") return "";
+    return text == "127.0.0.1" || text == "[::1]" ? "localhost" : text;
+}
+
+/// A path without what does not change where it leads.
+std::u16string path_key(std::u16string path) {
+    for (const std::u16string_view idle : {u"/./", u"//"})
+        for (std::size_t at = 0; (at = path.find(idle, at)) != path.npos;)
+            path.replace(at, idle.size(), u"/");
+    if (path.ends_with(u"/.")) path.pop_back();
+    if (path.size() > 1 && path.ends_with(u'/')) path.pop_back();
+    return path;
+}
+
+struct Address {
+    const Occurrence* given;
+    std::string host; ///< empty: all addresses
+    unsigned port;
+};
+
+bool overlap(const Address& one, const Address& other) {
+    return one.port == other.port && one.port != 0 &&
+           (one.host.empty() || other.host.empty() || one.host == other.host);
+}
+
+/// Says of each element that was there before.
+template <class Key>
+void find_twice(const std::vector<Key>& keys, const AcceptedLine& accepted,
+                const std::set<std::u16string_view>& flags, Findings& findings) {
+    std::vector<const Occurrence*> given;
+    for (const Occurrence& one : accepted.line)
+        if (flags.contains(one[0].text)) given.push_back(&one);
+    std::set<Key> known;
+    for (std::size_t i = 0; i != keys.size(); ++i)
+        // A value may add several elements; then it is not known which one did.
+        if (!known.insert(keys[i]).second && !given.empty())
+            findings.about_value(keys.size() == given.size() ? given[i] : given.back(),
+                                 ": this is in the list already");
+}
+
+} // namespace
+
+void no_effect(const AcceptedLine& accepted, Findings& findings) {
+    for (const Redundant& redundant : accepted.effects.redundant)
+        findings.about_flag(redundant.occurrence, why_without_effect(redundant));
+}
+
+void linger_without_http(const AcceptedLine& accepted, Findings& findings) {
+    const Occurrence* const linger = accepted.last(flag::http_linger_threshold);
+    if (linger != nullptr && accepted.last(flag::http) == nullptr)
+        findings.about_flag(*linger, " makes a listener on port 0, because there is no " + name(flag::http));
+}
+
+void same_port(const AcceptedLine& accepted, Findings& findings) {
+    std::vector<Address> addresses;
+    const auto add = [&](std::u16string_view flag, const qel::config::HttpSettings& listener) {
+        addresses.push_back({accepted.last(flag), host_key(listener.host().value_or(u"")), listener.port()});
+    };
+    if (const auto& http = accepted.settings.http()) add(flag::http, *http);
+    if (const auto& https = accepted.settings.https()) add(flag::https, https->http());
+    if (const auto& port = accepted.settings.control_port())
+        addresses.push_back({accepted.last(flag::control_port), "", *port});
+    for (std::size_t i = 1; i < addresses.size(); ++i)
+        for (std::size_t j = 0; j != i; ++j)
+            if (overlap(addresses[i], addresses[j]) && addresses[j].given != nullptr)
+                findings.about_value(addresses[i].given, ": " + shown(*addresses[j].given) +
+                                                             " has the same port, and the addresses overlap");
+}
+
+void no_certificate(const AcceptedLine& accepted, Findings& findings) {
+    const auto& https = accepted.settings.https();
+    if (!https || https->ssl_context().cert_chain_file()) return;
+    const bool has_key = https->ssl_context().private_key_file().has_value();
+    findings.about_value(accepted.last(flag::https),
+                         has_key ? ": there is a private key, but no " + name(flag::https_cert_chain_file)
+                                 : ": there is no " + name(flag::https_private_key_file) + " and no " +
+                                       name(flag::https_cert_chain_file));
+}
+
+void access(const AcceptedLine& accepted, Findings& findings) {
+    const auto& https = accepted.settings.https();
+    const Occurrence* const given = accepted.last(flag::https_allow_all_clients);
+    if (!https || given == nullptr) return;
+    if (https->ssl_context().verify_peer_mode() != SslVerifyPeerMode::verify_peer_require_peer_cert)
+        findings.about_flag(*given, " does nothing without " + name(flag::https_verify_peer_mode) +
+                                        " verify-peer-require-peer-cert: no client is verified");
+    if (!https->ssl_context().allowed_clients().empty())
+        findings.about_flag(*given,
+                            " beside " + name(flag::https_allowed_client) + ": the list restricts nothing");
+}
+
+void overflow(const AcceptedLine& accepted, Findings& findings) {
+    if (accepted.settings.server_memory_threshold_overflow_action() &&
+        !accepted.settings.server_memory_threshold())
+        findings.about_value(accepted.last(flag::server_memory_threshold_overflow_action),
+                             ": there is no " + name(flag::server_memory_threshold));
+}
+
+void archive(const AcceptedLine& accepted, Findings& findings) {
+    const auto& action = accepted.settings.server_memory_threshold_overflow_action();
+    if (action && *action == u"archive_responses") return;
+    for (const auto flag : {flag::response_archive_root, flag::response_archive_limit})
+        findings.about_value(accepted.last(flag), ": responses are archived only with " +
+                                                      name(flag::server_memory_threshold_overflow_action) +
+                                                      " archive_responses");
+}
+
+void target(const AcceptedLine& accepted, Findings& findings) {
+    const auto& pool = accepted.settings.worker_pool_settings();
+    const auto compare = [&](const auto& pair, std::u16string_view flag, std::u16string_view trigger) {
+        if (pair && pair->trigger() && pair->target() && *pair->target() > *pair->trigger())
+            findings.about_value(accepted.last(flag), ": this is above " + shown(*accepted.last(trigger)));
+    };
+    if (!pool) return;
+    compare(pool->memory_limit(), flag::worker_memory_target, flag::worker_memory_trigger);
+    compare(pool->queue_time(), flag::queue_time_target, flag::queue_time_trigger);
+}
+
+void any_origin(const AcceptedLine& accepted, Findings& findings) {
+    const auto& origins = accepted.settings.cors_allowed_origins();
+    if (origins.size() > 1 && std::find(origins.begin(), origins.end(), "*") != origins.end())
+        findings.about_value(accepted.last(flag::cors_allowed_origins),
+                             ": the * before it allows all origins already");
+}
+
+void given_twice(const AcceptedLine& accepted, Findings& findings) {
+    const qel::config::ServerSettings& settings = accepted.settings;
+    std::vector<std::string> caches, handlers, origins;
+    if (const auto& list = settings.cache_list())
+        for (const auto& cache : list->list())
+            caches.push_back(qel::i18n::ustring_to_utf8(cache.provider()) + '@' + host_key(cache.host()) +
+                             ':' + std::to_string(cache.port()));
+    for (const auto& handler : settings.log_handler())
+        handlers.push_back(std::to_string(static_cast<int>(handler.format())) + ';' +
+                           std::to_string(static_cast<int>(handler.content())) + ';' + handler.command());
+    for (std::string origin : settings.cors_allowed_origins()) {
+        if (origin.ends_with('/')) origin.pop_back();
+        origins.push_back(lower(std::move(origin)));
+    }
+    std::vector<std::u16string> roots;
+    for (const auto& root : settings.lumo_root())
+        roots.push_back(path_key(root.text()));
+    find_twice(caches, accepted, {flag::start_cache, flag::attach_cache}, findings);
+    find_twice(handlers, accepted, {flag::log_handler}, findings);
+    find_twice(origins, accepted, {flag::cors_allowed_origins}, findings);
+    find_twice(roots, accepted, {flag::lumo_root}, findings);
+}
+
+void no_listener(const AcceptedLine& accepted, Findings& findings) {
+    if (!accepted.settings.http() && !accepted.settings.https())
+        findings.about_the_line("there is neither " + name(flag::http) + " nor " + name(flag::https) +
+                                ": nothing can send requests to the server");
+}
+
+} // namespace orvane

@@ -1,0 +1,184 @@
+// Values whose text shows that something went wrong on the way to the server.
+#include "explaining/spelling.hpp"
+#include "explaining/warning_rules.hpp"
+#include "printing/quoting.hpp"
+
+#include "qel/util/path.hpp"
+
+#include <algorithm>
+
+namespace orvane {
+namespace {
+
+constexpr std::u16string_view word_characters =
+    u"abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_0123456789";
+
+bool is_letter(char16_t c) {
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+}
+
+/// Whether the text has `open`, then a name, then `close`.
+bool has_name_between(std::u16string_view text, std::u16string_view open, std::u16string_view close) {
+    for (std::size_t at = 0; (at = text.find(open, at)) != text.npos;) {
+        at += open.size();
+        const std::size_t end = text.find_first_not_of(word_characters, at);
+        if (end != text.npos && end > at + 1 && is_letter(text[at]) && text.substr(end).starts_with(close))
+            return true;
+    }
+    return false;
+}
+
+bool is_enclosed(std::u16string_view text, char16_t open, char16_t close) {
+    return text.size() > 1 && text.front() == open && text.back() == close;
+}
+
+/// A letter of another alphabet that is drawn like a Latin one, or a full-width character.
+bool looks_latin(char16_t c) {
+    constexpr std::u16string_view cyrillic_and_greek =
+        u"\u0430\u0435\u043E\u0440\u0441\u0443\u0445\u0456\u0455\u0458\u04BB\u0501"
+        u"\u051B\u051D\u0410\u0412\u0415\u041A\u041C\u041D\u041E\u0420\u0421\u0422"
+        u"\u0423\u0425\u0406\u0405\u0408\u03BF\u03B1\u03BD\u03C1\u03C5\u03B9\u0391"
+        u"\u0392\u0395\u0396\u0397\u0399\u039A\u039C\u039D\u039F\u03A1\u03A4\u03A5"
+        u"\u03A7";
+    return is_one_of(c, cyrillic_and_greek) || (c >= 0xFF01 && c <= 0xFF5E);
+}
+
+/// The system says what separates the elements of a path.
+bool backslash_separates() {
+    static const bool separates = qel::util::filesystem::Path(u"a\\b").parent_path().text() == u"a";
+    return separates;
+}
+
+bool has_drive(std::u16string_view path) {
+    return path.size() > 1 && is_letter(path[0]) && path[1] == u':';
+}
+
+} // namespace
+
+std::string flag_as_value(const GivenValue& value) {
+    if (!begins_as_flag(value.text)) return {};
+    if (kind_of(value.text) == FlagKind::no_flag && !resembles_a_flag(value.text)) return {};
+    return "the value is a flag; is the value of " + shown(value.occurrence[0].text) + " missing?";
+}
+
+std::string empty_value(const GivenValue& value) {
+    return value.text.empty() ? "the value is empty: was a variable not set?" : "";
+}
+
+std::string lone_mark(const GivenValue& value) {
+    constexpr std::u16string_view marks = u"=:-\\^`#$><|&;,.+\u2013\u2014";
+    // "." is a directory.
+    if (value.text == u"." || value.text == u"..") return {};
+    if (value.text.find_first_not_of(marks) != value.text.npos) return {};
+    return "the value is only a punctuation mark";
+}
+
+std::string leading_equals(const GivenValue& value) {
+    return value.text.starts_with(u'=') ? "the = is part of the value; leave it out" : "";
+}
+
+std::string end_of_line(const GivenValue& value) {
+    if (value.text.find(u'\r') != value.text.npos)
+        return "the value contains a carriage return; does it come from a file with Windows line ends?";
+    return value.text.find(u'\n') != value.text.npos ? "the value contains a line feed" : "";
+}
+
+std::string invisible(const GivenValue& value) {
+    const bool odd = std::any_of(value.text.begin(), value.text.end(),
+                                 [](char16_t c) { return is_invisible(c) && c != u'\t'; });
+    return odd ? "the value contains a character that cannot be seen" : "";
+}
+
+std::string blank_at_an_end(const GivenValue& value) {
+    // These are trimmed, or split at blanks.
+    if (value.is_origins() || value.reference.value.starts_with("<client>")) return {};
+    const bool odd = is_one_of(value.text.front(), blanks) || is_one_of(value.text.back(), blanks);
+    return odd ? "the value begins or ends with a space" : "";
+}
+
+std::string quotes_around(const GivenValue& value) {
+    constexpr std::u16string_view any = u"\"'`\u2018\u2019\u201C\u201D\u201E\u00AB\u00BB";
+    const bool first = is_one_of(value.text.front(), any), last = is_one_of(value.text.back(), any);
+    // Both parts of an entry, and words of a command, may have quotes.
+    const bool quotes_inside = value.holds_a_command() || value.is_user_data();
+    const bool odd = quotes_inside
+                         ? first && last && value.text.find_first_of(any, 1) == value.text.size() - 1
+                         : first || last;
+    return odd ? "the quotes are part of the value" : "";
+}
+
+std::string separator_at_the_end(const GivenValue& value) {
+    if (value.is_origins() || (value.holds_a_command() && value.text.ends_with(u';'))) return {};
+    if (value.text.ends_with(u',')) return "the comma at the end is part of the value";
+    return value.text.ends_with(u';') ? "the semicolon at the end is part of the value" : "";
+}
+
+std::string look_alike(const GivenValue& value) {
+    bool latin = false, other = false;
+    for (const char16_t c : value.text) {
+        if (c >= 0xFF01 && c <= 0xFF5E) return "the value contains a full-width character";
+        latin = latin || is_letter(c);
+        other = other || looks_latin(c);
+        if (latin && other) return "a letter in it is not the Latin one that it looks like";
+        if (c < 0x80 && !is_letter(c)) latin = other = false;
+    }
+    return {};
+}
+
+std::string home(const GivenValue& value) {
+    return value.text.starts_with(u'~') && !value.holds_a_command() ? "the shell did not expand ~ here" : "";
+}
+
+std::string variable(const GivenValue& value) {
+    // A shell may run the command.
+    if (value.holds_a_command()) return {};
+    const std::u16string& text = value.text;
+    bool odd = has_name_between(text, u"%", u"%");
+    for (std::size_t at = 0; !odd && (at = text.find(u'$', at)) != text.npos; ++at) {
+        const char16_t next = at + 1 < text.size() ? text[at + 1] : u' ';
+        const bool begins_a_word = at == 0 || is_one_of(text[at - 1], u"/:=@,");
+        odd = next == u'{' || next == u'(' ||
+              (begins_a_word && is_one_of(next, word_characters) && (next < u'0' || next > u'9'));
+    }
+    return odd ? "the variable was not expanded" : "";
+}
+
+std::string template_mark(const GivenValue& value) {
+    const std::u16string& text = value.text;
+    const bool enclosed = is_enclosed(text, u'<', u'>') || is_enclosed(text, u'[', u']') ||
+                          is_enclosed(text, u'{', u'}') || is_enclosed(text, u'(', u')');
+    const bool inside =
+        !value.holds_a_command() && (text.find(u"{{") != text.npos || has_name_between(text, u"<", u">"));
+    return enclosed || inside ? "the brackets are part of the value; were they to be replaced?" : "";
+}
+
+std::string flag_inside(const GivenValue& value) {
+    if (value.holds_a_command()) return {};
+    for (std::size_t at = 0; (at = value.text.find(u" --", at)) != value.text.npos;) {
+        ++at;
+        const std::u16string word = value.text.substr(at, value.text.find(u' ', at) - at);
+        if (reference_of(word.substr(0, word.find(u'='))) != nullptr)
+            return "it contains the flag " + shown(word) + ", which has no effect there";
+    }
+    return {};
+}
+
+std::string foreign_path(const GivenValue& value) {
+    if (!value.reference.names_path()) return {};
+    const std::u16string& path = value.text;
+    if (!backslash_separates()) {
+        const bool odd = has_drive(path) || path.find(u'\\') != path.npos;
+        return odd ? "this looks like a path on Windows; here \\ does not separate directories" : "";
+    }
+    const bool odd = path.starts_with(u'/') && !path.starts_with(u"//");
+    return odd ? "this path has no drive: it is on the server's current one" : "";
+}
+
+std::string relative_directory(const GivenValue& value) {
+    const std::u16string& path = value.text;
+    if (!value.is_directory() || path.starts_with(u'/')) return {};
+    if (backslash_separates() && (path.starts_with(u'\\') || has_drive(path))) return {};
+    return "the directory is relative to where the server is started";
+}
+
+} // namespace orvane

@@ -1,0 +1,248 @@
+// Values that mean something else than they seem to.
+#include "explaining/spelling.hpp"
+#include "explaining/warning_rules.hpp"
+#include "printing/quoting.hpp"
+#include "reference/flag_texts.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+#include <charconv>
+
+namespace orvane {
+namespace {
+
+using qel::i18n::ustring_to_utf8;
+
+/// The lines that the occurrence alone adds to a record.
+std::vector<std::pair<std::string, std::string>> lines_of(const Occurrence& occurrence) {
+    std::vector<std::pair<std::string, std::string>> lines;
+    for (const Setting& setting : settings_of(ask(CommandLine{occurrence}).settings))
+        lines.insert(lines.end(), setting.lines.begin(), setting.lines.end());
+    return lines;
+}
+
+/// The duration as a flag takes it that changes none.
+std::string as_duration(const std::u16string& text) {
+    const auto lines = lines_of(occurrence_of(std::u16string(flag::queue_time_trigger), text));
+    return lines.empty() ? "" : lines[0].second;
+}
+
+bool is_number(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
+}
+
+/// H...H:MM[:SS[.f...f]]
+bool has_the_form_of_a_duration(std::string text) {
+    for (char& c : text)
+        if (is_number({&c, 1})) c = '0';
+    const std::string rest = text.substr(std::min(text.find_first_not_of('0'), text.size()));
+    if (rest.starts_with(":00:00.0")) return rest.find_first_not_of('0', 7) == rest.npos;
+    return rest.size() != text.size() && (rest == ":00" || rest == ":00:00");
+}
+
+/// "1h30m" as the server writes it, "01:30:00"; empty for texts that are no numbers with units.
+std::string with_colons(std::string_view text) {
+    constexpr std::string_view units = "smhdSMHD";
+    constexpr unsigned long seconds[] = {1, 60, 3600, 86400};
+    unsigned long total = 0;
+    while (!text.empty()) {
+        unsigned long number{};
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+        const auto digits = static_cast<std::size_t>(end - text.data());
+        if (error != std::errc() || number > 1'000'000 || digits == text.size()) return {};
+        const std::size_t unit = units.find(text[digits]);
+        if (unit == units.npos) return {};
+        total += number * seconds[unit % 4];
+        text.remove_prefix(digits + 1);
+    }
+    std::string written;
+    for (const unsigned long part : {total / 3600, total / 60 % 60, total % 60})
+        written += (written.empty() ? "" : ":") + std::string(part < 10 ? "0" : "") + std::to_string(part);
+    return written;
+}
+
+std::u16string_view port_of(const std::u16string& text) {
+    return std::u16string_view(text).substr(text.find_last_of(u":@") + 1);
+}
+
+/// The part of a listener before the last colon; nothing without a colon.
+std::optional<std::u16string_view> host_of(const GivenValue& value) {
+    const std::size_t colon = value.text.rfind(u':');
+    if (!value.is_listener() || colon == value.text.npos) return std::nullopt;
+    return std::u16string_view(value.text).substr(0, colon);
+}
+
+bool is_digits(std::u16string_view text) {
+    return !text.empty() && text.find_first_not_of(u"0123456789") == text.npos;
+}
+
+/// Four numbers up to 255.
+bool is_ipv4(std::u16string_view host) {
+    int parts = 0;
+    for (bool more = true; more; ++parts) {
+        const std::size_t dot = host.find(u'.');
+        const std::u16string_view part = host.substr(0, dot);
+        if (!is_digits(part) || part.size() > 3 || (part.size() == 3 && part > u"255")) return false;
+        more = dot != host.npos;
+        if (more) host.remove_prefix(dot + 1);
+    }
+    return parts == 4;
+}
+
+bool is_between_brackets(std::u16string_view host) {
+    return host.size() > 2 && host.front() == u'[' && host.back() == u']';
+}
+
+bool ends_in_a_port(std::u16string_view host) {
+    return is_digits(host) || (std::count(host.begin(), host.end(), u':') == 1 && host.find(u':') != 0 &&
+                               is_digits(host.substr(host.find(u':') + 1)));
+}
+
+} // namespace
+
+std::string negative(const GivenValue& value) {
+    const bool port = value.reference.value.ends_with("<port>");
+    const std::u16string_view number = port ? port_of(value.text) : value.text;
+    if (!(port || value.reference.value == "<number>") || !number.starts_with(u'-') ||
+        !is_digits(number.substr(1)))
+        return {};
+    Occurrence measured = value.occurrence;
+    // Read the same way, but in the record without waiting for the end of the line.
+    if (measured[0].text == flag::https) measured[0].text = flag::http;
+    for (const auto& [name, text] : lines_of(measured))
+        if (is_number(text) && text != "0" && (!port || name.ends_with("port")))
+            return "the number is negative, and the server reads it as " + text;
+    return {};
+}
+
+std::string hours(const GivenValue& value) {
+    const std::string text = ustring_to_utf8(value.text);
+    if (value.reference.value != "<duration>" || text == "0" || has_the_form_of_a_duration(text)) return {};
+    const std::string taken = as_duration(value.text), written = with_colons(text);
+    if (taken.empty() || written == taken) return {};
+    const std::string meant = written.empty() ? "hours come first" : "for " + text + " write " + written;
+    return "this means " + taken + " here; " + meant;
+}
+
+std::string host(const GivenValue& value) {
+    const auto host = host_of(value);
+    if (!host || host->empty() || is_between_brackets(*host)) return {};
+    if (host->find(u'/') != host->npos)
+        return "a listener is a host and a port, without http:// and without a path";
+    if (*host == u"*") return "no host has this name; for all addresses, leave the host and the colon out";
+    if (host->find_first_not_of(u"0123456789.") == host->npos && !is_digits(*host) && !is_ipv4(*host))
+        return "this is no IPv4 address";
+    const bool odd = std::any_of(host->begin(), host->end(), [](char16_t c) {
+        return c < 0x80 && is_one_of(c, u" \t!\"#$&'()*+,;<=>?@[\\]^`{|}~");
+    });
+    return odd ? "no host can have this name" : "";
+}
+
+std::string two_ports(const GivenValue& value) {
+    const auto host = host_of(value);
+    if (!host || !ends_in_a_port(*host)) return {};
+    return "there are two ports; the first is read as part of the host";
+}
+
+std::string ipv6(const GivenValue& value) {
+    const auto host = host_of(value);
+    if (!host || is_between_brackets(*host) || host->find(u':') == host->npos) return {};
+    return "an IPv6 address goes in brackets, with the port after them: [::1]:9910";
+}
+
+std::string empty_host(const GivenValue& value) {
+    const auto host = host_of(value);
+    return host && host->empty() ? "the host is empty; without one, leave the colon out" : "";
+}
+
+std::string port_0(const GivenValue& value) {
+    if (!value.is_listener() && !value.is_cache()) return {};
+    return port_of(value.text).find_first_not_of(u"+-0") == std::u16string_view::npos ? "the port is 0" : "";
+}
+
+std::string origin(const GivenValue& value) {
+    if (!value.is_origins()) return {};
+    for (std::size_t at = 0; (at = value.text.find_first_not_of(u", ", at)) != value.text.npos;) {
+        const std::size_t end = std::min(value.text.find_first_of(u", ", at), value.text.size());
+        const std::u16string one = value.text.substr(at, end - at);
+        at = end;
+        if (one == u"*" || one == u"null") continue;
+        const std::size_t scheme = one.find(u"://");
+        if (scheme == one.npos || scheme == 0)
+            return shown(one) + " has no scheme; write https://" + ustring_to_utf8(one);
+        if (one.find(u'/', scheme + 3) != one.npos)
+            return shown(one) + " has a path or a slash at its end, which no browser sends";
+    }
+    return {};
+}
+
+std::string profile_off(const GivenValue& value) {
+    if (value.occurrence[0].text != flag::profile) return {};
+    const std::u16string word = value.text.substr(0, value.text.find(u' '));
+    return word == u"on" || word == u"off" ? ""
+                                           : "this switches profiling off, because it does not begin with on";
+}
+
+void control_port(const AcceptedLine& accepted, Findings& findings) {
+    const auto& port = accepted.settings.control_port();
+    const Occurrence* const given = accepted.last(flag::control_port);
+    if (!port || given == nullptr || given->back().text.starts_with(u'-')) return;
+    if (*port > 65535) findings.about_value(given, ": the largest port is 65535");
+    if (*port == 0) findings.about_value(given, ": the port is 0");
+}
+
+void raised(const AcceptedLine& accepted, Findings& findings) {
+    const auto& interval = accepted.settings.statistics_log_interval();
+    const Occurrence* const given = accepted.last(flag::statistics_log_interval);
+    if (!interval || given == nullptr || *interval != qel::config::time_duration(0, 0, 1)) return;
+    const std::string as_given = as_duration(given->back().text), taken = lines_of(*given)[0].second;
+    if (as_given != taken) findings.about_value(given, ": the server raises this to " + taken);
+}
+
+void small_size(const AcceptedLine& accepted, Findings& findings) {
+    const qel::config::ServerSettings& settings = accepted.settings;
+    const auto small = [&](std::u16string_view flag, const qel::config::optional<std::uint64_t>& size) {
+        if (size && *size < 1024)
+            findings.about_value(accepted.last(flag),
+                                 ": this is " + std::to_string(*size) + " bytes; is a unit missing?");
+    };
+    small(flag::request_size_limit, settings.request_size_limit());
+    small(flag::worker_restart_memory_limit, settings.worker_restart_memory_limit());
+    small(flag::server_memory_threshold, settings.server_memory_threshold());
+    small(flag::response_archive_limit, settings.response_archive_limit());
+    small(flag::log_archive_max_size, settings.log_archive_max_size());
+    if (const auto& pool = settings.worker_pool_settings(); pool && pool->memory_limit()) {
+        small(flag::worker_memory_trigger, pool->memory_limit()->trigger());
+        small(flag::worker_memory_target, pool->memory_limit()->target());
+    }
+}
+
+void small_rotation(const AcceptedLine& accepted, Findings& findings) {
+    const auto& size = accepted.settings.log_rotation_size();
+    if (size && *size < 64 * 1024)
+        findings.about_value(accepted.last(flag::log_rotation_size),
+                             ": log files of less than 64 KiB are rotated all the time");
+}
+
+void zero_timeout(const AcceptedLine& accepted, Findings& findings) {
+    const auto& timeout = accepted.settings.request_timeout();
+    if (timeout && timeout->ticks() == 0)
+        findings.about_value(accepted.last(flag::request_timeout), ": for no time limit, leave the flag out");
+}
+
+void worker_count(const AcceptedLine& accepted, Findings& findings) {
+    const auto& count = accepted.settings.num_workers();
+    const Occurrence* const given = accepted.last(flag::num_workers);
+    if (!count || given == nullptr || given->back().text.starts_with(u'-')) return;
+    if (*count == 0) findings.about_value(given, ": no worker is started");
+    if (*count > 1000) findings.about_value(given, ": each worker is a process");
+}
+
+void severity(const AcceptedLine& accepted, Findings& findings) {
+    const Occurrence* const given = accepted.last(flag::log_severity);
+    if (given != nullptr && (given->back().text == u"out" || given->back().text == u"err"))
+        findings.about_value(given, ": this is above error, so that errors are not logged; was error meant?");
+}
+
+} // namespace orvane

@@ -1,0 +1,72 @@
+// The rules that find what was probably not intended. Their order, and what they are called, is in warnings.def.
+#pragma once
+
+#include "explaining/warnings.hpp"
+#include "reference/reference.hpp"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvane {
+
+/// A flag of the line with its value.
+struct GivenValue {
+    const Occurrence& occurrence;
+    const Reference& reference;
+    const std::u16string& text;
+
+    bool is_directory() const { return reference.value == "<directory>"; }
+    bool is_listener() const { return reference.value.starts_with("[<host"); }
+    bool is_cache() const { return reference.value.starts_with("<provider>"); }
+    /// Other programs read it, by rules that are not known here.
+    bool holds_a_command() const { return reference.value.find("<command>") != std::string_view::npos; }
+    bool is_user_data() const { return reference.value == "<key> <value>"; }
+    bool is_origins() const { return reference.value.starts_with("<origin>"); }
+};
+
+/// What there is to say about a value; empty: nothing. Of the rules for values only the first says something.
+using ValueRule = std::string(const GivenValue& value);
+
+/// An accepted line.
+struct AcceptedLine {
+    const CommandLine& line;
+    const qel::config::ServerSettings& settings;
+    const Effects& effects;
+
+    /// The last occurrence of the flag, which is the one that counts; null when there is none.
+    const Occurrence* last(std::u16string_view flag) const;
+};
+
+/// Collects what a rule finds; each finding is about a flag, about the value of one, or about the line as a whole. A text
+/// follows the occurrence.
+class Findings {
+public:
+    explicit Findings(std::string_view id, std::vector<Warning>& warnings) : id_(id), warnings_(warnings) {}
+
+    void about_flag(const Occurrence& occurrence, const std::string& text);
+    /// Says nothing where the flag was not given.
+    void about_value(const Occurrence* occurrence, const std::string& text);
+    void about_the_line(std::string text);
+
+private:
+    std::string_view id_;
+    std::vector<Warning>& warnings_;
+};
+
+using LineRule = void(const AcceptedLine& accepted, Findings& findings);
+
+// Of the text of a value (odd_texts.cpp).
+ValueRule flag_as_value, empty_value, lone_mark, leading_equals, end_of_line, invisible, blank_at_an_end,
+    quotes_around, separator_at_the_end, look_alike, home, variable, template_mark, flag_inside, foreign_path,
+    relative_directory;
+
+// Of the meaning of a value (odd_values.cpp).
+ValueRule negative, hours, host, two_ports, ipv6, empty_host, port_0, origin, profile_off;
+LineRule control_port, raised, small_size, small_rotation, zero_timeout, worker_count, severity;
+
+// Of flags together (odd_combinations.cpp).
+LineRule no_effect, linger_without_http, same_port, no_certificate, access, overflow, archive, target,
+    any_origin, given_twice, no_listener;
+
+} // namespace orvane
