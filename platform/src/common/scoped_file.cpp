@@ -13,8 +13,8 @@ scoped_file::scoped_file(Path path) noexcept : path_(std::move(path)) {}
 scoped_file::scoped_file(scoped_file&& other) noexcept : path_(std::exchange(other.path_, Path())) {}
 
 scoped_file& scoped_file::operator=(scoped_file&& other) noexcept {
-    if (this == &other) return *this;
-    remove();
+    // The same file, announced again: it has its new content already, and stays.
+    if (!(path_ == other.path_)) remove();
     path_ = std::exchange(other.path_, Path());
     return *this;
 }

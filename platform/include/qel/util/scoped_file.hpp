@@ -19,7 +19,8 @@ public:
     /// The moved-from object owns nothing and removes nothing. Throws nothing.
     scoped_file(scoped_file&& other) noexcept;
     scoped_file& operator=(const scoped_file&) = delete;
-    /// Removes the file owned so far, then takes over the other's. Throws nothing.
+    /// Removes the file owned so far, unless the other object owns the same path, to the letter; then takes over the
+    /// other's. Throws nothing.
     scoped_file& operator=(scoped_file&& other) noexcept;
     /// Removes the file. A failure to remove it is ignored: nothing is thrown. On Windows a file that another process
     /// has open cannot be removed; it is tried for a tenth of a second.
