@@ -3,6 +3,8 @@
 
 #include "qel/msgid/msgid_exception.hpp"
 
+#include <exception>
+
 namespace qel::config::test {
 namespace {
 
@@ -19,6 +21,7 @@ std::string shown, shown_text;
 TEST(Values, of_cache_flags_are_refused_with_message_ids_that_the_platform_is_shown) {
     const auto previous = msgid::set_legacy_error_hook([](const msgid::IMsgIDException& failure) {
         EXPECT_EQ(failure.catalog(), "ZEP:server:Config");
+        EXPECT_EQ(std::current_exception(), nullptr) << "the hook is called inside a handler";
         ASSERT_EQ(failure.arguments().size(), 1u);
         const auto& argument = failure.arguments()[0];
         const bool wide = argument.index() == 1;

@@ -23,6 +23,17 @@ bool is_host_character(char16_t c) {
     return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') || c == u'.';
 }
 
+/// Whether `text` is a port, and which. The caller refuses it, not the handler: the platform's hook would see the cast's
+/// exception as the current one.
+bool read_port(std::u16string_view text, unsigned short& port) {
+    try {
+        port = number_from<unsigned short>(text);
+        return true;
+    } catch (const boost::bad_lexical_cast&) {
+        return false;
+    }
+}
+
 } // namespace
 
 CacheProviderBadFormat::CacheProviderBadFormat(std::u16string definition)
@@ -49,11 +60,7 @@ CacheSettings parse_cache_settings(std::u16string_view value) {
     CacheSettings cache;
     cache.provider() = value.substr(0, at);
     cache.host() = host;
-    try {
-        cache.port() = number_from<unsigned short>(port);
-    } catch (const boost::bad_lexical_cast&) {
-        refuse();
-    }
+    if (!read_port(port, cache.port())) refuse();
     return cache;
 }
 
