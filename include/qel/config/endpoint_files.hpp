@@ -44,7 +44,8 @@ public:
     scoped_control_endpoint_file(const ServerSettings& settings, const tcp_endpoint& endpoint);
     scoped_control_endpoint_file(const scoped_control_endpoint_file&) = delete;
     ///@{
-    /// Moves throw nothing; the moved-from object removes nothing, and an assignment removes the file owned so far.
+    /// Moves throw nothing; the moved-from object removes nothing. An assignment removes the file owned so far, unless
+    /// the other object owns the same path: a file that is announced again stays.
     scoped_control_endpoint_file(scoped_control_endpoint_file&&) noexcept;
     scoped_control_endpoint_file& operator=(scoped_control_endpoint_file&&) noexcept;
     ///@}
@@ -64,7 +65,8 @@ public:
                               HTTPProtocol protocol);
     scoped_http_endpoint_file(const scoped_http_endpoint_file&) = delete;
     ///@{
-    /// Moves throw nothing; the moved-from object removes nothing, and an assignment removes the file owned so far.
+    /// Moves throw nothing; the moved-from object removes nothing. An assignment removes the file owned so far, unless
+    /// the other object owns the same path: a file that is announced again stays.
     scoped_http_endpoint_file(scoped_http_endpoint_file&&) noexcept;
     scoped_http_endpoint_file& operator=(scoped_http_endpoint_file&&) noexcept;
     ///@}
@@ -83,8 +85,8 @@ private:
 /// number beyond 65535 gives is the resolver's affair.
 ///
 /// Throws bad_config (no endpoint root), config_io_error (no such file, or it cannot be read), and when the
-/// look-up fails boost::system::system_error with the resolver's code, or std::runtime_error "endpoint not
-/// found" when it finds nothing; std::bad_alloc. Reads the file to its end, however long it is.
+/// look-up fails boost::system::system_error with the resolver's code and a text that begins with what was looked up and
+/// the file that says so, or std::runtime_error "endpoint not found" when it finds nothing; std::bad_alloc. Reads the file to its end, however long it is.
 ZEP_CONFIG_API tcp_endpoint read_control_endpoint(const ServerSettings& settings);
 
 /// The endpoint in the file "http" or "https".

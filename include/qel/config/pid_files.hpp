@@ -24,7 +24,8 @@ public:
     scoped_pid_file(const Path& file, const unsigned& pid);
     scoped_pid_file(const scoped_pid_file&) = delete;
     ///@{
-    /// Moves throw nothing; the moved-from object removes nothing, and an assignment removes the file owned so far.
+    /// Moves throw nothing; the moved-from object removes nothing. An assignment removes the file owned so far, unless
+    /// the other object owns the same path: a file that is announced again stays.
     scoped_pid_file(scoped_pid_file&&) noexcept;
     scoped_pid_file& operator=(scoped_pid_file&&) noexcept;
     ///@}
@@ -43,7 +44,8 @@ public:
     scoped_master_pid_file(const ServerSettings& settings, const unsigned& pid);
     scoped_master_pid_file(const scoped_master_pid_file&) = delete;
     ///@{
-    /// Moves throw nothing; the moved-from object removes nothing, and an assignment removes the file owned so far.
+    /// Moves throw nothing; the moved-from object removes nothing. An assignment removes the file owned so far, unless
+    /// the other object owns the same path: a file that is announced again stays.
     scoped_master_pid_file(scoped_master_pid_file&&) noexcept;
     scoped_master_pid_file& operator=(scoped_master_pid_file&&) noexcept;
     ///@}

@@ -6,6 +6,7 @@
 
 #include <boost/algorithm/string/trim.hpp>
 #include <boost/asio/ip/tcp.hpp>
+#include <boost/system/system_error.hpp>
 
 #include <array>
 #include <istream>
@@ -16,6 +17,17 @@ namespace qel::config {
 
 // --- formats
 
+namespace {
+
+/// What the control file says, before it is looked up.
+struct Announced {
+    std::string text;
+    std::string host;
+    std::string service = "0";
+};
+
+} // namespace
+
 template <>
 struct detail::FileFormat<tcp_endpoint> {
     // Not `out << endpoint`: Boost forms that in a stream of its own, which cuts it short, without a word, when memory
@@ -24,9 +36,12 @@ struct detail::FileFormat<tcp_endpoint> {
         const std::string address = endpoint.address().to_string();
         out << (endpoint.address().is_v6() ? '[' + address + ']' : address) << ':' << endpoint.port();
     }
+};
 
-    static void get(std::istream& in, tcp_endpoint& endpoint) {
-        std::string text;
+template <>
+struct detail::FileFormat<Announced> {
+    static void get(std::istream& in, Announced& announced) {
+        std::string& text = announced.text;
         std::array<char, 256> buffer;
         while (in.read(buffer.data(), buffer.size()) || in.gcount() != 0)
             text.append(buffer.data(), static_cast<std::size_t>(in.gcount()));
@@ -34,12 +49,12 @@ struct detail::FileFormat<tcp_endpoint> {
 
         boost::trim(text, std::locale::classic());
         const auto colon = text.rfind(':');
-        std::string host = text.substr(0, colon);
-        const std::string service = colon == std::string::npos ? "0" : text.substr(colon + 1);
+        std::string& host = announced.host;
+        host = text.substr(0, colon);
+        if (colon != std::string::npos) announced.service = text.substr(colon + 1);
         // An IPv6 address is written in brackets, which the resolver does not take.
         if (host.size() >= 2 && host.front() == '[' && host.back() == ']')
             host = host.substr(1, host.size() - 2);
-        endpoint = resolve_endpoint(host, service, 0);
     }
 };
 
@@ -105,7 +120,16 @@ scoped_http_endpoint_file::~scoped_http_endpoint_file() = default;
 // --- readers
 
 tcp_endpoint read_control_endpoint(const ServerSettings& settings) {
-    return read_file<tcp_endpoint>(control_endpoint_file_path(settings));
+    const Path file = control_endpoint_file_path(settings);
+    const Announced announced = read_file<Announced>(file);
+    try {
+        return resolve_endpoint(announced.host, announced.service, 0);
+    } catch (const boost::system::system_error& failure) {
+        // Without the place in Asio's sources that its code carries: that is a path of the machine that built this.
+        const boost::system::error_code code(failure.code().value(), failure.code().category());
+        BOOST_THROW_EXCEPTION(boost::system::system_error(code, '"' + announced.text + "\", read from " +
+                                                                    i18n::ustring_to_utf8(file.text())));
+    }
 }
 
 http_endpoint read_http_endpoint(const ServerSettings& settings, HTTPProtocol protocol) {

@@ -29,12 +29,13 @@ struct FileFormat;
 /// be opened but not written stays behind, empty or in part.
 template <class T>
 Path write_file(const Path& file, const T& value) {
-    std::ofstream out(util::filesystem::native(file), std::ios_base::out | std::ios_base::trunc);
+    std::ofstream out;
+    // Whatever the global locale is: a pid with digits grouped would name another process.
+    out.imbue(std::locale::classic());
+    out.open(util::filesystem::native(file), std::ios_base::out | std::ios_base::trunc);
     if (!out.good()) {
         BOOST_THROW_EXCEPTION(config_io_error("error opening " + i18n::ustring_to_utf8(file.text())));
     }
-    // Whatever the global locale is: a pid with digits grouped would name another process.
-    out.imbue(std::locale::classic());
     detail::FileFormat<T>::put(out, value);
     // Only the flush meets a full disk.
     out.flush();
@@ -62,14 +63,17 @@ inline optional<std::string> read_at_once(std::ifstream& in, const std::filesyst
 template <class T>
 T read_file(const Path& file) {
     const auto name = util::filesystem::native(file);
-    std::ifstream stream(name);
+    std::ifstream stream;
+    // Before the first look at the file: a locale may convert what is read.
+    stream.imbue(std::locale::classic());
+    stream.open(name);
     if (!stream.good()) {
         BOOST_THROW_EXCEPTION(config_io_error("error opening " + i18n::ustring_to_utf8(file.text())));
     }
     const optional<std::string> text = read_at_once(stream, name);
     std::istringstream whole(text.value_or(std::string()));
+    whole.imbue(std::locale::classic());
     std::istream& in = text ? static_cast<std::istream&>(whole) : stream;
-    in.imbue(std::locale::classic());
     T value{};
     detail::FileFormat<T>::get(in, value);
     // The bad bit only: a number that is none sets the fail bit, and reads as 0 on purpose. A reader that wants its
