@@ -55,6 +55,14 @@ foreach(name ${own})
         string(APPEND problems "${name} is left defined: undefine it at the end of the header that defines it\n")
     endif()
 endforeach()
+
+# A program that counts nanoseconds would read every duration wrong.
+file(WRITE ${WORK}/nanoseconds.cpp "#include \"qel/config/types.hpp\"\n")
+execute_process(COMMAND ${compiler} ${rules} ${flags} -DBOOST_DATE_TIME_POSIX_TIME_STD_CONFIG -fsyntax-only
+    ${WORK}/nanoseconds.cpp ERROR_VARIABLE errors RESULT_VARIABLE result)
+if(result EQUAL 0 OR NOT errors MATCHES "The library counts microseconds")
+    string(APPEND problems "not refused: BOOST_DATE_TIME_POSIX_TIME_STD_CONFIG\n")
+endif()
 if(problems)
     message(FATAL_ERROR "${problems}")
 endif()

@@ -20,6 +20,8 @@ using boost::optional;
 
 /// A length of time in microseconds.
 using boost::posix_time::time_duration;
+static_assert(time_duration::resolution() == boost::date_time::micro,
+              "The library counts microseconds: a program defines no BOOST_DATE_TIME_POSIX_TIME_STD_CONFIG.");
 
 using util::filesystem::Path;
 using util::ssl::AccessMap;
