@@ -1,8 +1,10 @@
 // What crosses the library's boundary: exceptions with their types, streams, strings, error codes.
 #include <qel/config/config.hpp>
+#include <qel/msgid/msgid_exception.hpp>
 
 #include <boost/exception/diagnostic_information.hpp>
-#include <boost/exception/get_error_info.hpp>
+#include <boost/exception_ptr.hpp>
+#include <boost/throw_exception.hpp>
 
 #include <iostream>
 #include <sstream>
@@ -31,6 +33,30 @@ bool throws(Act act, const std::string& text) {
     return false;
 }
 
+/// A server's own exception, of a class that no other module has.
+struct OwnError : config::config_state_error {
+    using config_state_error::config_state_error;
+};
+
+/// The library's exceptions, thrown by the program: as they are, to be cloned, and as what is derived from them.
+template <class E>
+void expect_throwable() {
+    struct Derived : E {
+        using E::E;
+    };
+    expect(throws<E>([] { throw E("plain"); }, "plain"), "thrown as it is");
+    expect(throws<E>([] { throw Derived("derived"); }, "derived"), "a derived one is caught as its base");
+    boost::exception_ptr clone;
+    try {
+        BOOST_THROW_EXCEPTION(Derived("cloned"));
+    } catch (const std::runtime_error&) {
+        clone = boost::current_exception();
+    }
+    for (const bool again : {false, true})
+        expect(throws<Derived>([&] { boost::rethrow_exception(clone); }, again ? "consumer.cpp" : "cloned"),
+               "a clone has the type, the text and the place");
+}
+
 template <class Own, class Act>
 void expect_thrown(Act act, const std::string& text) {
     expect(throws<Own>(act, text), "caught as its own type");
@@ -47,6 +73,16 @@ int main() {
     settings.pid_root(config::Path(u"no/such/place"));
     expect_thrown<config::config_io_error>([&] { config::read_master_pid(settings); },
                                            "error opening no/such/place");
+
+    expect_throwable<config::bad_config>();
+    expect_throwable<config::config_io_error>();
+    expect_throwable<config::config_state_error>();
+
+    // There and back: the hook is called by the library, which catches what it throws.
+    std::ostringstream refused;
+    qel::msgid::set_legacy_error_hook([](const auto&) { throw OwnError("own"); });
+    config::parse_settings(settings, {config::option::attach_cache(), u"bad"}, refused);
+    expect(refused.str().find("own (at option '") == 0, "the library catches the program's own exception");
 
     std::ostringstream out;
     const auto code = config::parse_settings(settings, {u"--nonsense"}, out);
