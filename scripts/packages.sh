@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced by the other scripts. need PACKAGE...: installs the Debian packages that are missing, and says which.
 
 need() {
@@ -28,6 +29,39 @@ quietly() {
     fi
 }
 
+# show_steps WHAT: reads what ninja prints, and shows how far it is: on one line of a terminal, elsewhere on a few.
+show_steps() {
+    local number of quarter=-1
+    while IFS='[/]' read -r _ number of _; do
+        [[ $number$of =~ ^[0-9]+$ ]] || continue
+        if [ -t 2 ]; then
+            printf '\r%s: %d of %d' "$1" "$number" "$of" >&2
+            [ "$number" -lt "$of" ] || echo >&2
+        elif [ $((4 * number / of)) -gt "$quarter" ]; then
+            quarter=$((4 * number / of))
+            printf '%s: %d of %d\n' "$1" "$number" "$of" >&2
+        fi
+    done
+}
+
+# build_with_steps WHAT FOLDER TARGET: builds by ninja, showing how far it is. Silent when nothing is to be done.
+build_with_steps() {
+    local log
+    log=$(mktemp)
+    if ! NINJA_STATUS='[%f/%t]' ninja -C "$2" "$3" </dev/null 2>&1 | tee "$log" | show_steps "$1"; then
+        [ ! -t 2 ] || echo >&2
+        cat "$log" >&2
+        rm -f "$log"
+        exit 1
+    fi
+    rm -f "$log"
+}
+
+# shellcheck disable=SC2034 # used by those who source this
 build_packages=(g++ cmake ninja-build libboost1.81-dev libutfcpp-dev libcli11-dev)
+# What the tests need wherever they run.
+# shellcheck disable=SC2034
+test_packages=(binutils ccache clang curl git libgtest-dev pkg-config procps python3 strace valgrind)
 # What cpack asks for shared libraries and their dependencies.
+# shellcheck disable=SC2034
 debian_packages=(dpkg-dev file)
