@@ -3,6 +3,7 @@
 
 #include "explaining/spelling.hpp"
 #include "printing/quoting.hpp"
+#include "verbs/option_table.hpp"
 
 #include "qel/config/error_code.hpp"
 #include "qel/config/option.hpp"
@@ -175,13 +176,12 @@ private:
 
     bool own_option() {
         const std::string text = ustring_to_utf8(token());
-        const auto takes = [&text](std::string_view verb) {
-            return (" " + std::string(own_options(verb)) + " ").find(" " + text + " ") != text.npos;
-        };
-        if (!token().starts_with(u"--") || !takes("check")) return false;
+        const OwnOption* const option = token().starts_with(u"--") ? option_of(text.substr(2)) : nullptr;
+        if (option == nullptr || !takes(*verb_of("check"), *option)) return false;
         say(text +
-            (takes("show") ? " is an option of orvane-config" : " is an option of 'orvane-config check'") +
-            ": it stands before the server's flags");
+            (takes(*verb_of("show"), *option) ? " is an option of orvane-config"
+                                              : " is an option of 'orvane-config check'") +
+            ": it goes before the server's flags");
         repair(at_, end_of_strays(at_ + 1), {});
         return true;
     }

@@ -3,7 +3,7 @@
 
 #include "printing/escape.hpp"
 #include "printing/quoting.hpp"
-#include "system/host.hpp"
+#include "system/terminal.hpp"
 
 #include "qel/config/error_code.hpp"
 #include "qel/config/report.hpp"
@@ -21,7 +21,7 @@ constexpr std::size_t most_steps = 2000;
 
 /// The occurrence and its neighbours; on a terminal a second line marks the occurrence.
 void show_place(const Fault& fault, std::ostream& err) {
-    const bool terminal = errors_go_to_a_terminal();
+    const bool terminal = is_terminal(Stream::err);
     const char* const no_color = std::getenv("NO_COLOR");
     const bool colour = terminal && (no_color == nullptr || *no_color == '\0');
 

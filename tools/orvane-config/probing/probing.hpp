@@ -2,7 +2,7 @@
 // and records are compared. Nothing here knows how a flag is parsed or what a rule says.
 #pragma once
 
-#include "verbs/tool.hpp"
+#include "system/tokens.hpp"
 
 #include "qel/config/validate_settings.hpp"
 

@@ -1,7 +1,7 @@
 // What the tool needs of the operating system: processes, signals, a lock.
 #pragma once
 
-#include "verbs/tool.hpp"
+#include "system/tokens.hpp"
 
 #include "qel/util/path.hpp"
 
@@ -13,9 +13,6 @@
 namespace orvane {
 
 using qel::util::filesystem::Path;
-
-/// Whether standard error is a terminal, one that understands colours.
-bool errors_go_to_a_terminal();
 
 /// How long ago the process started; none when there is no such process, or it has ended and only waits to be
 /// collected. Of a process that tells others nothing, a time longer ago than any file.

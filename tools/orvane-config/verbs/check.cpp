@@ -15,7 +15,7 @@ ExitCode exit_code(const Verdict& verdict, bool strict) {
     return strict && !verdict.warnings.empty() ? ExitCode::warned : ExitCode::done;
 }
 
-/// The words behind a setting: where it comes from.
+/// Where a setting comes from.
 std::string origin_of(const Setting& setting, const Effects& effects) {
     std::string text;
     const auto occurrences = effects.origins.find(setting.name);
@@ -40,54 +40,36 @@ void show_setting(const Setting& setting, const Effects& effects, std::ostream& 
 
 } // namespace
 
-ExitCode check(const Tokens& args, std::ostream& out, std::ostream& err) {
-    CLI::App app(
-        "Parses and validates the server's flags, and prints what they set, or what is wrong with them.\n"
-        "orvane-config check [OPTIONS] FLAGS...",
-        "orvane-config check");
-    bool strict = false, json = false;
-    app.add_flag("--strict", strict, "let warnings count: the exit code is 3 when there are any");
-    app.add_flag("--json", json, "answer in JSON");
-    ExitCode code{};
-    const auto flags = take_flags(app, args, out, err, code);
-    if (!flags) return code;
-
-    const Verdict verdict = judge(*flags, false);
-    if (json) {
-        out << check_json(verdict) << '\n';
+ExitCode check(const Call& call) {
+    const Verdict verdict = judge(input_of(call).flags, false);
+    const bool strict = call.has(own("strict"));
+    if (call.has(own("json"))) {
+        call.out << check_json(verdict) << '\n';
         return exit_code(verdict, strict);
     }
-    explain(verdict, err);
+    explain(verdict, call.err);
     if (verdict.accepted()) {
-        out << "configuration accepted\n";
+        call.out << "configuration accepted\n";
         for (const Setting& setting : settings_of(verdict.answer.settings))
             for (const auto& line : setting.lines) {
-                print(line, out);
-                out << '\n';
+                print(line, call.out);
+                call.out << '\n';
             }
     }
     return exit_code(verdict, strict);
 }
 
-ExitCode show(const Tokens& args, std::ostream& out, std::ostream& err) {
-    CLI::App app("Prints every setting that the server would run with, and where it comes from.\n"
-                 "orvane-config show [OPTIONS] FLAGS...",
-                 "orvane-config show");
-    bool json = false;
-    app.add_flag("--json", json, "answer in JSON");
-    ExitCode code{};
-    const auto flags = take_flags(app, args, out, err, code);
-    if (!flags) return code;
-
-    const Verdict verdict = judge(*flags, true);
-    if (!verdict.accepted() || !json) explain(verdict, err);
+ExitCode show(const Call& call) {
+    const Verdict verdict = judge(input_of(call).flags, true);
+    const bool json = call.has(own("json"));
+    if (!verdict.accepted() || !json) explain(verdict, call.err);
     if (!verdict.accepted()) return ExitCode::refused;
     if (json) {
-        out << show_json(verdict) << '\n';
+        call.out << show_json(verdict) << '\n';
         return ExitCode::done;
     }
     for (const Setting& setting : settings_of(verdict.answer.settings))
-        show_setting(setting, verdict.effects, out);
+        show_setting(setting, verdict.effects, call.out);
     return ExitCode::done;
 }
 

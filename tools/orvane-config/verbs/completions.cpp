@@ -1,8 +1,6 @@
 // The verb `completions`: scripts that teach a shell the flags.
 #include "reference/reference.hpp"
-#include "verbs/options.hpp"
-
-#include "qel/i18n/convert.hpp"
+#include "verbs/call.hpp"
 
 #include <algorithm>
 #include <cctype>
@@ -12,10 +10,11 @@
 namespace orvane {
 namespace {
 
-std::string joined(const std::vector<std::string>& words, const char* between) {
+template <class Text>
+std::string joined(const std::vector<Text>& words, const char* between) {
     std::string text;
-    for (const std::string& word : words)
-        text += (text.empty() ? "" : between) + word;
+    for (const Text& word : words)
+        text.append(text.empty() ? "" : between).append(word);
     return text;
 }
 
@@ -59,7 +58,10 @@ void write_bash_flags(const std::string& function, std::ostream& out) {
     const auto value_case = [&](const std::vector<std::string>& flags, const std::string& what) {
         out << "    " << joined(flags, "|") << ") ";
         if (what == "-d" || what == "-f") out << "compopt -o filenames 2>/dev/null; ";
-        if (!what.empty()) bash_reply(what, out), out << "; ";
+        if (!what.empty()) {
+            bash_reply(what, out);
+            out << "; ";
+        }
         out << "return ;;\n";
     };
     value_case(flags_with(names_directory), "-d");
@@ -73,27 +75,67 @@ void write_bash_flags(const std::string& function, std::ostream& out) {
     out << "\n}\n";
 }
 
+/// The verbs, or those that take the server's flags.
+std::vector<std::string> verb_names(bool with_flags = false) {
+    std::vector<std::string> names;
+    for (const Verb& verb : verbs)
+        if (!with_flags || takes_flags(verb)) names.emplace_back(verb.name);
+    return names;
+}
+
+std::vector<std::string> options_with_value() {
+    std::vector<std::string> options;
+    for (const OwnOption& option : own_options)
+        if (!option.value.empty()) options.push_back(spelled(option));
+    return options;
+}
+
+/// What can stand behind the verb: its options, and its words where they are known.
+std::vector<std::string> words_after(const Verb& verb) {
+    std::vector<std::string> words;
+    if (verb.arguments.find('|') != verb.arguments.npos)
+        for (const std::string_view word : split(verb.arguments, '|'))
+            words.emplace_back(word);
+    for (const OwnOption& option : own_options)
+        if (takes(verb, option)) words.push_back(spelled(option));
+    return words;
+}
+
+/// The branch that completes the value of an own option.
+void write_bash_value(const OwnOption& option, std::ostream& out) {
+    out << "    " << spelled(option) << ") ";
+    if (option.value == "FILE") out << "compopt -o filenames 2>/dev/null; ";
+    if (option.value == "FILE")
+        bash_reply("-f", out);
+    else if (option.value.find('|') != option.value.npos)
+        bash_reply("-W '" + joined(split(option.value, '|'), " ") + "'", out);
+    else
+        out << ":";
+    out << "; return ;;\n";
+}
+
 /// A function that completes a verb and its options, and leaves the server's flags to another.
 void write_bash_tool(const std::string& function, const std::string& flags, std::ostream& out) {
     out << function
-        << "() {\n    local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]} own=\n"
-           "    if ((COMP_CWORD == 1)); then\n        ";
+        << "() {\n    local cur=${COMP_WORDS[COMP_CWORD]} own= at=2\n    if ((COMP_CWORD == 1)); then\n      "
+           "  ";
     bash_reply("-W '" + joined(verb_names(), " ") + "'", out);
-    out << "\n        return\n    fi\n    case $prev in\n    --format) ";
-    bash_reply("-W 'text markdown man'", out);
-    out << "; return ;;\n    --from) compopt -o filenames 2>/dev/null; ";
-    bash_reply("-f", out);
-    out << "; return ;;\n    esac\n    case ${COMP_WORDS[1]} in\n    check|show|locate|publish) " << flags
-        << " ;;\n    esac\n    case ${COMP_WORDS[1]} in\n";
-    for (const std::string& verb : verb_names())
-        if (const auto options = own_options(verb); !options.empty())
-            out << "    " << verb << ") own='" << options << "' ;;\n";
-    out << "    esac\n    # The tool's own options come first, some with a value behind them.\n"
-           "    local at=2\n"
+    out << "\n        return\n    fi\n    case ${COMP_WORDS[1]} in\n";
+    for (const Verb& verb : verbs)
+        out << "    " << verb.name << ") own='" << joined(words_after(verb), " ") << "' ;;\n";
+    out << "    esac\n    # The tool's own options come first, some followed by a value.\n"
            "    while ((at < COMP_CWORD)) && [[ \" $own \" == *\" ${COMP_WORDS[at]} \"* ]]; do\n"
-           "        case ${COMP_WORDS[at]} in --from|--format|--for|--wait) ((++at)) ;; esac\n" // the tool's own option
+           "        case ${COMP_WORDS[at]} in "
+        << joined(options_with_value(), "|")
+        << ") ((++at)) ;; esac\n"
            "        ((++at))\n"
            "    done\n"
+           "    # Beyond the place of the cursor: that is where the value goes.\n"
+           "    ((at > COMP_CWORD)) && case ${COMP_WORDS[COMP_CWORD-1]} in\n";
+    for (const OwnOption& option : own_options)
+        if (!option.value.empty()) write_bash_value(option, out);
+    out << "    esac\n    case ${COMP_WORDS[1]} in\n    " << joined(verb_names(true), "|") << ") " << flags
+        << " ;;\n    esac\n"
            "    if ((at == COMP_CWORD)); then\n"
            "        mapfile -t -O ${#COMPREPLY[@]} COMPREPLY < <(compgen -W \"$own\" -- \"$cur\")\n"
            "    fi\n}\n";
@@ -138,27 +180,16 @@ void write_powershell(const std::string& name, bool tool, std::ostream& out) {
 
 } // namespace
 
-ExitCode completions(const Tokens& args, std::ostream& out, std::ostream& err) {
-    CLI::App app("Prints a script that teaches a shell to complete flags and their values.\n"
-                 "orvane-config completions [--for NAME] bash|powershell",
-                 "orvane-config completions");
+ExitCode completions(const Call& call) {
     const std::string own_name = "orvane-config";
-    std::string name = own_name;
-    app.add_option("--for", name, "complete for the server's executable of this name, not for orvane-config");
-    ExitCode code{};
-    const auto rest = take_options(app, args, out, err, code);
-    if (!rest) return code;
+    const std::string name = call.value(own("for"), own_name);
     const bool plain = std::all_of(name.begin(), name.end(), [](char c) {
         return std::isalnum(static_cast<unsigned char>(c)) || c == '-' || c == '_' || c == '.';
     });
     if (!plain || name.empty())
-        return misused(app, "the name is that of a program, of letters, digits, '-', '_' and '.'", err);
-    if (*rest == Tokens{u"bash"})
-        write_bash(name, name == own_name, out);
-    else if (*rest == Tokens{u"powershell"})
-        write_powershell(name, name == own_name, out);
-    else
-        return misused(app, "takes the shell's name: bash or powershell", err);
+        throw Misused(spelled(own("for")) + " takes a program's name, of letters, digits, '-', '_' and '.'");
+    const auto write = call.words.front() == u"bash" ? write_bash : write_powershell;
+    write(name, name == own_name, call.out);
     return ExitCode::done;
 }
 

@@ -1,9 +1,8 @@
 // The verb `flags`: the reference of all flags, as text, Markdown, or a manual page.
 #include "printing/wrapping.hpp"
 #include "reference/reference.hpp"
-#include "verbs/options.hpp"
-
-#include "qel/config/build_info.hpp"
+#include "verbs/call.hpp"
+#include "verbs/help.hpp"
 
 #include <algorithm>
 #include <iterator>
@@ -77,14 +76,6 @@ void write_forms_as_markdown(std::ostream& out) {
         out << "- `" << form << "`: " << text << '\n';
 }
 
-/// A hyphen that is to be copied, and a line that is not to be read as a request.
-std::string roff(const std::string& text) {
-    std::string escaped;
-    for (const char c : text)
-        escaped += c == '-' ? "\\-" : c == '\\' ? "\\e" : c == '\'' ? "\\(aq" : std::string(1, c);
-    return escaped;
-}
-
 void write_man(const Reference& one, bool new_subject, std::ostream& out) {
     if (new_subject) out << ".SS " << one.subject << '\n';
     out << ".TP\n.BI " << roff(std::string(one.flag))
@@ -100,14 +91,6 @@ void write_forms_as_man(std::ostream& out) {
         out << ".TP\n.B " << roff(form) << '\n' << roff(text) << '\n';
 }
 
-std::string manual_head() {
-    return ".TH ORVANE\\-CONFIG 1 \"\" \"orvane\\-config " + std::string(zep_config_version) +
-           "\"\n.SH NAME\norvane\\-config \\- check a command line of the Orvane server, and find servers "
-           "that run\n"
-           ".SH DESCRIPTION\n.nf\n" +
-           roff(help_text()) + ".fi\n.SH FLAGS OF THE SERVER\n";
-}
-
 struct Format {
     const char* name;
     std::string before;
@@ -117,30 +100,21 @@ struct Format {
 
 } // namespace
 
-ExitCode flags(const Tokens& args, std::ostream& out, std::ostream& err) {
-    CLI::App app("Prints the reference of all flags of the server.\norvane-config flags [--format FORMAT]",
-                 "orvane-config flags");
-    std::string wanted = "text";
-    app.add_option("--format", wanted, "text, markdown or man") // the tool's own option
-        ->check(CLI::IsMember({"text", "markdown", "man"}));
-    ExitCode code{};
-    const auto rest = take_options(app, args, out, err, code);
-    if (!rest) return code;
-    if (!rest->empty()) return misused(app, "takes no flags", err);
-
+ExitCode flags(const Call& call) {
+    const std::string wanted = call.value(own("format"), "text");
     const Format formats[] = {
         {"text", "", write_text, write_forms_as_text},
         {"markdown", "# The flags of the server\n\n", write_markdown, write_forms_as_markdown},
         {"man", manual_head(), write_man, write_forms_as_man}};
     const auto format = std::find_if(std::begin(formats), std::end(formats),
                                      [&](const Format& one) { return one.name == wanted; });
-    out << format->before;
+    call.out << format->before;
     std::string_view subject;
     for (const Reference& one : references()) {
-        format->write(one, one.subject != subject, out);
+        format->write(one, one.subject != subject, call.out);
         subject = one.subject;
     }
-    format->write_forms(out);
+    format->write_forms(call.out);
     return ExitCode::done;
 }
 

@@ -1,33 +1,66 @@
 // Where the server's flags come from.
 #include "verbs/input.hpp"
 
+#include "probing/probing.hpp"
+
+#include "qel/config/error_code.hpp"
 #include "qel/i18n/convert.hpp"
 #include "qel/util/native_path.hpp"
 
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
 #include <fstream>
-#include <iostream>
-#include <iterator>
+#include <ostream>
 #include <stdexcept>
+#include <system_error>
 
 namespace orvane {
 namespace {
 
-std::string all_of(std::istream& in, const std::string& name) {
-    constexpr std::size_t most = 4 << 20; // some devices have no end
-    std::string text(most, '\0');
-    in.read(text.data(), static_cast<std::streamsize>(most));
-    if (in.bad()) throw std::runtime_error("cannot read " + name);
-    if (in) throw std::runtime_error(name + " is too large: flags take no more than 4 MiB");
-    text.resize(static_cast<std::size_t>(in.gcount()));
+constexpr std::size_t most = 4 << 20; // some devices have no end
+
+[[noreturn]] void fail(const std::string& what) {
+    const int error = errno;
+    throw std::runtime_error(what + (error == 0 ? "" : ": " + std::generic_category().message(error)));
+}
+
+/// `read` fills a piece of memory as far as it can, and says how far.
+template <class Read>
+std::string all_of(const Read& read, const std::string& name) {
+    std::string text, piece(1 << 16, '\0');
+    while (const std::size_t count = read(piece)) {
+        text.append(piece, 0, count);
+        if (text.size() > most)
+            throw std::runtime_error(name + " is too large: flags take no more than 4 MiB");
+    }
     return text;
 }
 
+/// Through the C library: a C++ stream takes a failure to read standard input for its end.
+std::string content_of_standard_input() {
+    const std::string name = "standard input";
+    const auto read = [&](std::string& piece) {
+        errno = 0;
+        const std::size_t count = std::fread(piece.data(), 1, piece.size(), stdin);
+        if (std::ferror(stdin) != 0) fail("cannot read " + name);
+        return count;
+    };
+    return all_of(read, name);
+}
+
 std::string content_of(const std::string& name) {
-    if (name == "-") return all_of(std::cin, "standard input");
+    if (name == "-") return content_of_standard_input();
     const qel::util::filesystem::Path path(qel::i18n::utf8_to_ustring(name));
+    errno = 0;
     std::ifstream in(qel::util::filesystem::native(path), std::ios_base::binary);
-    if (!in) throw std::runtime_error("cannot open " + name);
-    return all_of(in, name);
+    if (!in) fail("cannot open " + name);
+    const auto read = [&](std::string& piece) {
+        in.read(piece.data(), static_cast<std::streamsize>(piece.size()));
+        if (in.bad()) fail("cannot read " + name);
+        return static_cast<std::size_t>(in.gcount());
+    };
+    return all_of(read, name);
 }
 
 /// Text in two bytes a unit, as some editors and redirections write it, marked by its first two bytes.
@@ -57,19 +90,40 @@ Tokens tokens_in(const std::string& bytes) {
     return tokens;
 }
 
+/// The position of the "--" that ends the flags, or the end. One that is the value of a flag does not: that
+/// is the case when the flags before it do not parse.
+Tokens::const_iterator end_of_flags(const Tokens& words) {
+    for (auto at = words.begin(); (at = std::find(at, words.end(), u"--")) != words.end(); ++at)
+        if (ask(Tokens(words.begin(), at)).code != qel::config::error_code::parse_error()) return at;
+    return words.end();
+}
+
+/// FLAGS from a file; on the command line there is the command at most.
+Input from_file(const Call& call, const std::string& name) {
+    const bool command = takes_command(call.verb) && call.ended;
+    if (!call.words.empty() && !command)
+        throw Misused("there are flags both in " + name + " and on the command line");
+    Input input{tokens_in(content_of(name)), {}};
+    if (command) input.command = call.words;
+    if (input.flags.empty())
+        call.err << "orvane-config: " << (name == "-" ? "standard input" : name) << " holds no flags\n";
+    return input;
+}
+
+Input from_command_line(const Call& call) {
+    if (!takes_command(call.verb)) return {call.words, {}};
+    const auto end = end_of_flags(call.words);
+    Input input{{call.words.begin(), end}, {}};
+    if (end != call.words.end()) input.command.emplace(end + 1, call.words.end());
+    return input;
+}
+
 } // namespace
 
-std::optional<Tokens> take_flags(CLI::App& app, const Tokens& args, std::ostream& out, std::ostream& err,
-                                 ExitCode& code) {
-    std::string from;
-    app.add_option("--from", from, // the tool's own option
-                   "read the flags from this file, or from standard input (-): a token a line, or each ended "
-                   "by a zero byte");
-    auto flags = take_options(app, args, out, err, code);
-    if (!flags || app.count("--from") == 0) return flags; // the tool's own option
-    if (flags->empty()) return tokens_in(content_of(from));
-    code = misused(app, "there are flags both in " + from + " and on the command line", err);
-    return std::nullopt;
+Input input_of(const Call& call) {
+    Input input = call.has(own("from")) ? from_file(call, call.value(own("from"))) : from_command_line(call);
+    if (input.command && input.command->empty()) throw Misused("no command after '--'");
+    return input;
 }
 
 } // namespace orvane

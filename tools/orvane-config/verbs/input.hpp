@@ -1,14 +1,20 @@
 // Where the server's flags come from.
 #pragma once
 
-#include "verbs/options.hpp"
+#include "verbs/call.hpp"
+
+#include <optional>
 
 namespace orvane {
 
-/// take_options() with one option more, which names a file for the flags to be read from ("-" is standard input): a
-/// token a line, or each ended by a zero byte when there is one. Returns those, or without the option the rest of `args`.
-/// Throws std::runtime_error when the file cannot be read.
-std::optional<Tokens> take_flags(CLI::App& app, const Tokens& args, std::ostream& out, std::ostream& err,
-                                 ExitCode& code);
+/// What a verb that takes FLAGS works on.
+struct Input {
+    Tokens flags;
+    std::optional<Tokens> command; ///< after the --, for a verb that takes a COMMAND
+};
+
+/// From the command line, or from the file that --from names: a token a line, or each ended by a zero byte when there is
+/// one; "-" is standard input. Throws Misused, and std::runtime_error when the file cannot be read.
+Input input_of(const Call& call);
 
 } // namespace orvane

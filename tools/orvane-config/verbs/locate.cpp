@@ -1,16 +1,17 @@
 // The verb `locate`: is the server there, and where?
 #include "printing/escape.hpp"
 #include "runtime/runtime_state.hpp"
-#include "verbs/options.hpp"
+#include "verbs/input.hpp"
 #include "verbs/parse_flags.hpp"
 
 #include "qel/i18n/convert.hpp"
 
 #include <boost/json.hpp>
 
-#include <cmath>
 #include <iomanip>
+#include <locale>
 #include <ostream>
+#include <sstream>
 #include <thread>
 
 namespace orvane {
@@ -60,44 +61,46 @@ ExitCode code_for(FileState state) {
     return ExitCode::stale_or_malformed;
 }
 
+/// As long as anyone waits; any clock can count so far.
+constexpr double longest_wait = 1e9;
+
+double seconds_in(const std::string& text) {
+    std::istringstream in(text);
+    in.imbue(std::locale::classic());
+    double seconds = 0;
+    // Not a number is within no range.
+    if (!(in >> seconds) || !in.eof() || !(seconds >= 0 && seconds <= longest_wait))
+        throw Misused(spelled(own("wait")) + " takes a number of seconds, not '" + text + "'");
+    return seconds;
+}
+
 } // namespace
 
-ExitCode locate(const Tokens& args, std::ostream& out, std::ostream& err) {
-    double seconds = 0;
-    bool json = false;
-    CLI::App app("Reads the runtime files of the server with the given flags.", "orvane-config locate");
-    app.add_option("--wait", // the tool's own option
-                   seconds, "wait until the server is there, SECONDS at most")
-        ->type_name("SECONDS")
-        ->check(CLI::Range(0.0, 1e9));
-    app.add_flag("--json", json, "answer in JSON");
-    ExitCode code{};
-    const auto flags = take_options(app, args, out, err, code);
-    if (!flags) return code;
-    if (std::isnan(seconds)) seconds = 0; // it is within every range
-
+ExitCode locate(const Call& call) {
+    const double seconds = seconds_in(call.value(own("wait"), "0"));
     qel::config::ServerSettings settings;
-    if (parse_flags(*flags, settings, err)) return ExitCode::refused;
+    if (parse_flags(input_of(call).flags, settings, call.err)) return ExitCode::refused;
 
     using Clock = std::chrono::steady_clock;
     const auto deadline =
         Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
     auto files = inspect_runtime_files(settings);
     if (files.empty()) {
-        err << "orvane-config: nothing to look for: no pid root, and no endpoint root with something in it\n";
+        call.err
+            << "orvane-config: nothing to look for: no pid root, and no endpoint root with something in it\n";
         return ExitCode::refused;
     }
-    code = code_for(worst_of(files));
+    ExitCode code = code_for(worst_of(files));
     while (code != ExitCode::done && Clock::now() < deadline) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         files = inspect_runtime_files(settings);
         code = code_for(worst_of(files));
     }
     if (seconds > 0 && code != ExitCode::done) {
-        err << "orvane-config: the server did not come within " << seconds << " s\n";
+        call.err << "orvane-config: timed out after " << seconds << " s waiting for the server\n";
         code = ExitCode::timed_out;
     }
-    json ? print_json(files, out) : print(files, out);
+    call.has(own("json")) ? print_json(files, call.out) : print(files, call.out);
     return code;
 }
 

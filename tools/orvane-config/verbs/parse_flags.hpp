@@ -1,7 +1,7 @@
 // The first occurrence of every verb that takes the server's flags.
 #pragma once
 
-#include "verbs/tool.hpp"
+#include "system/tokens.hpp"
 
 #include "qel/config/server_settings.hpp"
 

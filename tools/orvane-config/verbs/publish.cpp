@@ -1,40 +1,25 @@
 // The verb `publish`: the runtime files of a server, for as long as it or a stand-in runs.
 #include "runtime/runtime_state.hpp"
 #include "system/host.hpp"
-#include "verbs/options.hpp"
+#include "verbs/input.hpp"
 #include "verbs/parse_flags.hpp"
 
 #include "qel/config/endpoint_files.hpp"
-#include "qel/config/parse_settings.hpp"
 #include "qel/config/pid_files.hpp"
 #include "qel/i18n/convert.hpp"
 
 #include <boost/asio/ip/tcp.hpp>
 
-#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <optional>
 #include <ostream>
-#include <sstream>
 #include <thread>
 
 namespace orvane {
 namespace {
 
 using namespace qel::config;
-
-/// The position of the "--" that ends the flags, or the end. One that is the value of a flag does not: that
-/// is the case when the flags before it do not parse.
-Tokens::const_iterator end_of_flags(const Tokens& args) {
-    for (auto at = args.begin(); (at = std::find(at, args.end(), u"--")) != args.end(); ++at) {
-        ServerSettings settings;
-        std::ostringstream text;
-        const auto verdict = qel::config::parse_settings(settings, Tokens(args.begin(), at), text);
-        if (verdict != error_code::parse_error()) return at;
-    }
-    return args.end();
-}
 
 /// The files of one server, published in order and withdrawn in the reverse order.
 class Published {
@@ -131,38 +116,25 @@ void withdraw(std::unique_ptr<Published> published, const ServerSettings& settin
 
 } // namespace
 
-ExitCode publish(const Tokens& args, std::ostream& out, std::ostream& err) {
-    CLI::App app(
-        "Writes the runtime files of a server with the given flags, and removes them when COMMAND ends, or "
-        "without one when a signal comes:\norvane-config publish FLAGS... [-- COMMAND ARGS...]",
-        "orvane-config publish");
-    ExitCode code{};
-    const auto rest = take_options(app, args, out, err, code);
-    if (!rest) return code;
-
-    const auto flags_end = end_of_flags(*rest);
-    const Tokens command(flags_end == rest->end() ? flags_end : flags_end + 1, rest->end());
-    if (flags_end != rest->end() && command.empty()) {
-        err << "orvane-config: no command behind '--'\n";
-        return ExitCode::misused;
-    }
+ExitCode publish(const Call& call) {
+    const Input input = input_of(call);
     ServerSettings settings;
-    if (parse_and_validate(Tokens(rest->begin(), flags_end), settings, err)) return ExitCode::refused;
+    if (parse_and_validate(input.flags, settings, call.err)) return ExitCode::refused;
     std::string why = obstacle(settings);
     if (why.empty()) {
         // Until the files are there, signals end this process as they end any other.
         std::optional<DirectoryLock> lock(std::in_place, *settings.pid_root(), std::chrono::seconds(10));
         why = occupant(settings);
         if (why.empty()) {
-            ChildProcess holder(command);
+            ChildProcess holder(input.command.value_or(Tokens()));
             auto published = std::make_unique<Published>(settings, holder.pid());
             lock.reset();
             const int result = holder.run();
-            withdraw(std::move(published), settings, holder.pid(), err);
+            withdraw(std::move(published), settings, holder.pid(), call.err);
             return static_cast<ExitCode>(result);
         }
     }
-    err << "orvane-config: " << why << '\n';
+    call.err << "orvane-config: " << why << '\n';
     return ExitCode::refused;
 }
 

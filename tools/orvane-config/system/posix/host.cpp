@@ -58,10 +58,6 @@ sigset_t kept_back() {
 
 } // namespace
 
-bool errors_go_to_a_terminal() {
-    return ::isatty(STDERR_FILENO) != 0;
-}
-
 std::optional<milliseconds> process_age(unsigned pid) {
     if (pid == 0 || pid > static_cast<unsigned>(INT_MAX)) return std::nullopt;
     if (kill(static_cast<pid_t>(pid), 0) != 0 && errno == ESRCH) return std::nullopt;

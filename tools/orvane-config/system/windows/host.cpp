@@ -52,13 +52,6 @@ milliseconds since(const FILETIME& then) {
 
 } // namespace
 
-bool errors_go_to_a_terminal() {
-    const HANDLE console = GetStdHandle(STD_ERROR_HANDLE);
-    DWORD mode = 0;
-    return GetConsoleMode(console, &mode) != 0 &&
-           SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
-}
-
 std::optional<milliseconds> process_age(unsigned pid) {
     if (pid == 0) return std::nullopt;
     const Handle process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION | SYNCHRONIZE, FALSE, pid));

@@ -1,0 +1,116 @@
+// How the tool's own options are read.
+#include "verbs/call.hpp"
+
+#include "explaining/spelling.hpp"
+#include "probing/probing.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+namespace orvane {
+namespace {
+
+/// "a, b or c"
+std::string one_of(const std::vector<std::string_view>& words) {
+    std::string text;
+    for (const std::string_view& word : words)
+        text += (&word == &words.front() ? "" : &word == &words.back() ? " or " : ", ") + std::string(word);
+    return text;
+}
+
+/// What stands before the value in --name=value, without its hyphens; empty when the token is not spelt as an option.
+std::string name_in(const std::string& token) {
+    if (token == "-h") return "help";
+    return token.starts_with("--") ? token.substr(2, token.find('=') - 2) : "";
+}
+
+bool contains(const std::vector<std::string>& texts, const std::string& text) {
+    return std::find(texts.begin(), texts.end(), text) != texts.end();
+}
+
+/// The options of the verb that may have been meant; none when a flag of the server is as likely.
+std::vector<std::string> similar_options(const Verb& verb, const std::u16string& token) {
+    std::vector<std::string> options;
+    for (const OwnOption& option : own_options)
+        if (takes(verb, option)) options.push_back(spelled(option));
+    std::vector<std::string> known = options;
+    if (takes_flags(verb))
+        for (const Reference& one : references())
+            if (!contains(options, std::string(one.flag))) known.emplace_back(one.flag);
+    const auto similar = most_like(normalized(token.substr(0, token.find(u'='))), known);
+    const bool all_own = std::all_of(similar.begin(), similar.end(),
+                                     [&](const std::string& text) { return contains(options, text); });
+    return all_own ? similar : std::vector<std::string>();
+}
+
+/// Refuses a token that is no option of the verb, where it cannot be anything else.
+void refuse_if_option(const Verb& verb, const std::u16string& token) {
+    if (takes_flags(verb) && kind_of(token.substr(0, token.find(u'='))) != FlagKind::no_flag) return;
+    const std::string text = qel::i18n::ustring_to_term(token);
+    if (const OwnOption* others = option_of(name_in(text))) {
+        std::vector<std::string_view> names = split(others->verbs, ' ');
+        throw Misused(spelled(*others) + " is an option of " + one_of(names) + " only");
+    }
+    if (const auto similar = similar_options(verb, token); !similar.empty())
+        throw Misused("there is no option '" + text + "'; did you mean " +
+                      one_of({similar.begin(), similar.end()}) + "?");
+    if (!takes_flags(verb) && begins_as_flag(token)) throw Misused("there is no option '" + text + "'");
+}
+
+/// The option at `at`, which is moved on to its last token.
+void read_option(Call& call, const OwnOption& option, Tokens::const_iterator& at,
+                 Tokens::const_iterator end) {
+    const std::string token = qel::i18n::ustring_to_utf8(*at);
+    const auto equals = token.find('=');
+    std::string& value = call.options[&option];
+    if (option.value.empty()) {
+        if (equals != token.npos) throw Misused(spelled(option) + " takes no value");
+        return;
+    }
+    if (equals == token.npos && at + 1 == end)
+        throw Misused(spelled(option) + " needs a value: " + std::string(option.value));
+    value = equals != token.npos ? token.substr(equals + 1) : qel::i18n::ustring_to_utf8(*++at);
+    const auto words = split(option.value, '|');
+    if (words.size() > 1 && std::find(words.begin(), words.end(), value) == words.end())
+        throw Misused(spelled(option) + " is " + one_of(words) + ", not '" + value + "'");
+}
+
+/// Holds the words against the form of the verb's arguments.
+void check_words(const Call& call) {
+    const std::string_view form = call.verb.arguments;
+    const auto words = split(form, '|');
+    if (form.empty() && !call.words.empty()) throw Misused("it takes no arguments");
+    if (form.starts_with('[') && call.words.size() > 1)
+        throw Misused("it takes one " + std::string(form.substr(1, form.size() - 2)) + " at most");
+    const auto given = [&](std::string_view word) {
+        return call.words == Tokens{{word.begin(), word.end()}};
+    };
+    if (words.size() > 1 && std::none_of(words.begin(), words.end(), given))
+        throw Misused("it takes one word: " + one_of(words));
+}
+
+} // namespace
+
+Call read_call(const Verb& verb, const Tokens& args, std::ostream& out, std::ostream& err) {
+    Call call{verb, out, err};
+    auto at = args.begin();
+    for (; at != args.end(); ++at) {
+        call.ended = *at == u"--";
+        if (call.ended) {
+            ++at;
+            break;
+        }
+        const OwnOption* const option = option_of(name_in(qel::i18n::ustring_to_utf8(*at)));
+        if (option != nullptr && takes(verb, *option)) {
+            read_option(call, *option, at, args.end());
+            continue;
+        }
+        refuse_if_option(verb, *at);
+        if (takes_flags(verb)) break;
+        call.words.push_back(*at);
+    }
+    call.words.insert(call.words.end(), at, args.end());
+    if (!takes_flags(verb) && !call.has(own("help"))) check_words(call);
+    return call;
+}
+
+} // namespace orvane

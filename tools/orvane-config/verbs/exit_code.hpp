@@ -1,0 +1,38 @@
+// How the tool ends.
+#pragma once
+
+#include <string_view>
+
+namespace orvane {
+
+/// What scripts can rely on. `publish` also ends with the exit code of its command.
+enum class ExitCode {
+    done = 0,
+    refused = 1,
+    misused = 2,
+    warned = 3,
+    not_published = 4,
+    stale_or_malformed = 5,
+    timed_out = 6,
+    failed_io = 7,
+};
+
+struct ExitMeaning {
+    ExitCode code;
+    std::string_view meaning;
+};
+
+// clang-format off
+inline constexpr ExitMeaning exit_codes[] = {
+    {ExitCode::done,               "accepted, located or done"},
+    {ExitCode::refused,            "refused by the library, or by the state of the server's files"},
+    {ExitCode::misused,            "orvane-config was called in a way that it does not understand"},
+    {ExitCode::warned,             "accepted, but --strict found a warning"},
+    {ExitCode::not_published,      "not published, or not yet"},
+    {ExitCode::stale_or_malformed, "published, but stale or malformed"},
+    {ExitCode::timed_out,          "waiting timed out"},
+    {ExitCode::failed_io,          "input or output failed"},
+};
+// clang-format on
+
+} // namespace orvane

@@ -1,0 +1,63 @@
+// The verbs, a row each. Dispatch, help, completions, the manual page and advice read this table.
+#pragma once
+
+#include "verbs/exit_code.hpp"
+
+#include <string_view>
+
+namespace orvane {
+
+struct Call;
+using Run = ExitCode(const Call& call);
+
+Run check, show, locate, publish, flags, completions, usage, help, version;
+
+struct Verb {
+    std::string_view group;
+    std::string_view name;
+    std::string_view
+        arguments; ///< [X]: optional; a|b: one of these words; else the server's FLAGS, or nothing
+    Run* run;
+    std::string_view meaning;
+};
+
+// clang-format off
+inline constexpr Verb verbs[] = {
+    {"Command lines",   "check",       "FLAGS...",                     check,
+     "parse and validate the server's FLAGS; print what they set, or what is wrong with them"},
+    {"Command lines",   "show",        "FLAGS...",                     show,
+     "print every setting, and which of the FLAGS it comes from"},
+    {"Running servers", "locate",      "FLAGS...",                     locate,
+     "read the runtime files of the server with these FLAGS, and say whether they can be trusted"},
+    {"Running servers", "publish",     "FLAGS... [-- COMMAND ARGS...]", publish,
+     "publish the runtime files of a server with these FLAGS while COMMAND runs, or without one until a signal comes"},
+    {"Reference",       "flags",       "",                             flags,
+     "print the reference of all flags of the server"},
+    {"Reference",       "usage",       "[NAME]",                       usage,
+     "print the server's synopsis, for a program called NAME"},
+    {"This tool",       "completions", "bash|powershell",              completions,
+     "print a script that completes flags and their values in a shell"},
+    {"This tool",       "help",        "[VERB]",                       help,
+     "print this text, or the help of a verb"},
+    {"This tool",       "version",     "",                             version,
+     "print the library's version"},
+};
+// clang-format on
+
+/// Whether its arguments are the server's, and everything from the first one on is for the library.
+constexpr bool takes_flags(const Verb& verb) {
+    return verb.arguments.starts_with("FLAGS");
+}
+
+constexpr bool takes_command(const Verb& verb) {
+    return verb.arguments.find("COMMAND") != verb.arguments.npos;
+}
+
+/// Null when there is none of that name.
+constexpr const Verb* verb_of(std::string_view name) {
+    for (const Verb& verb : verbs)
+        if (verb.name == name) return &verb;
+    return nullptr;
+}
+
+} // namespace orvane
