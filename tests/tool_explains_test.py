@@ -99,6 +99,9 @@ class Explains(unittest.TestCase):
         flags = re.findall(r"--[\w-]+", (DATA / "flags.txt").read_text())
         self.assertEqual(sorted(self.examples), sorted(flags))
         self.assertEqual((DATA.parents[1] / "docs/flags.md").read_text(), run("flags", "--format", "markdown")[1])
+        secured = re.findall(r"^### `(--[\w-]+)", run("flags", "--format", "markdown")[1].split("\n## ")[3], re.M)
+        alone = ask("check", sum((self.examples[flag][0] for flag in secured[1:]), REQUIRED))
+        self.assertEqual([one["text"].split()[-2:] for one in alone["warnings"] if one["id"] == "no-effect"], [["without", "--https"]] * 13)
         elsewhere = sum((names.split(", ") for names in re.findall("^- Elsewhere: (.*)$", run("flags", "--format", "markdown")[1], re.M)), [])
         self.assertEqual(sorted({*elsewhere} - {flag[2:] for flag in flags}), sorted(elsewhere), "a name means one flag")
         for kind, pattern in [("markdown", r"^### `(--\S+?)[ `]"), ("man", r"^\.BI (\S+)")]:

@@ -114,6 +114,8 @@ std::string separator_at_the_end(const GivenValue& value) {
 }
 
 std::string look_alike(const GivenValue& value) {
+    const auto is_ascii = [](char16_t c) { return c < 0x80; };
+    if (std::all_of(value.text.begin(), value.text.end(), is_ascii)) return {};
     bool latin = false, other = false;
     for (const char16_t c : value.text) {
         if (c >= 0xFF01 && c <= 0xFF5E) return "the value contains a full-width character";
