@@ -26,7 +26,16 @@ TEST(ErrorCode, values_and_messages_are_fixed) {
     for (const auto& [code, message] : rows) {
         EXPECT_EQ(code().message(), message);
         EXPECT_EQ(code(), boost::system::error_code(value, error_code::get_category()));
-        EXPECT_EQ(code().failed(), value++ != 0);
+        EXPECT_EQ(code().failed(), value != 0);
+        const std::error_code standard = code();
+        EXPECT_EQ(standard.message() + standard.category().name(), message + code().category().name());
+        EXPECT_TRUE(standard.value() == value && standard == std::error_code(code()));
+        // A code is the condition of its own number, and no number of the system's.
+        EXPECT_TRUE(code() == code().default_error_condition() &&
+                    standard == standard.default_error_condition());
+        EXPECT_FALSE(code() == boost::system::errc::make_error_condition(boost::system::errc::errc_t(value)));
+        EXPECT_FALSE(standard == std::make_error_condition(std::errc(value)));
+        ++value;
         EXPECT_EQ(&code(), &code()) << "each call refers to the same object";
     }
     for (const int other : {-1, 6, 1 << 30, -2147483647 - 1})

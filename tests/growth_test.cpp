@@ -17,7 +17,7 @@ void expect_linear(int size, Work work) {
 TEST(Growth, of_parsing_is_linear_in_the_tokens) {
     const char16_t* flags[] = {u"--lumo-root", u"--ssl-allowed-client", u"--profile",
                                u"--cors-allowed-origins"};
-    expect_linear(50'000, [&](int pairs) {
+    expect_linear(5'000, [&](int pairs) {
         Tokens tokens = {u"--auto-deploy-root", u"D", u"--https", u"1"};
         for (int i = 0; i != pairs; ++i) {
             const std::u16string n = i18n::ascii_to_ustring(std::to_string(i));
@@ -33,7 +33,7 @@ TEST(Growth, of_parsing_is_linear_in_the_tokens) {
 
 TEST(Growth, of_validating_runtime_roots_is_linear_in_the_roots) {
     for (const bool equal : {false, true}) {
-        expect_linear(50'000, [equal](int count) {
+        expect_linear(5'000, [equal](int count) {
             S settings = parse_with_root({u"--extract-root", u"E"}).settings;
             for (int i = 0; i != count; ++i)
                 settings.lumo_root().emplace_back(i18n::ascii_to_ustring(std::to_string(equal ? 0 : i)));

@@ -63,7 +63,8 @@ TEST(Flags, take_ill_formed_values_without_throwing) {
             EXPECT_EQ(parse_with_root({value, flag.tokens[1]}).code, error_code::unrecognized_flag());
         }
     }
-    EXPECT_EQ(parse({u"a\xD800z"}).text, "unrecognized option: " + i18n::ustring_to_term(u"a\uFFFDz") + "\n");
+    EXPECT_EQ(parse({u"a\xD800z"}).text,
+              "unrecognized option: " + i18n::ustring_to_term(u"a\uFFFDz") + "\n\f");
     const S stored = parse_with_root({u"--driver", u"\xD800x", u"--user-data", u"\xDC00 \xD800"}).settings;
     EXPECT_EQ(stored.driver().value(), u"\xD800x");
     EXPECT_EQ(stored.user_data().at(0), std::pair(u"\xDC00"s, u"\xD800"s));
@@ -74,7 +75,7 @@ TEST(Flags, behind_a_request_timeout_are_known_only_if_they_stand_below_it) {
     for (const Case& flag : read_cases("flags.txt")) {
         const Parsed got = parse({u"--request-timeout", u"1", flag.tokens[1], u"any value"});
         EXPECT_EQ(got.code == error_code::unrecognized_flag(), !below) << flag.where;
-        EXPECT_EQ(got.text == "unrecognized option: " + ustring_to_utf8(flag.tokens[1]) + "\n", !below)
+        EXPECT_EQ(got.text == "unrecognized option: " + ustring_to_utf8(flag.tokens[1]) + "\n\f", !below)
             << got.text;
         below = below || flag.tokens[1] == u"--request-timeout";
     }
@@ -101,6 +102,46 @@ TEST(EndOfTheWalk, joins_the_component_of_deployed_archives_to_the_root) {
     const S settings = parse_with_root({}).settings;
     EXPECT_EQ(settings.auto_deploy_root().text(), u"D");
     EXPECT_EQ(settings.extract_root().text(), (Path(u"D") / u".zep_deployed"s).text());
+}
+
+/// A buffer that takes nothing.
+struct Full : std::streambuf {};
+
+TEST(Streams, that_take_nothing_change_neither_code_nor_record) {
+    for (const char* file : {"flags_accepted.txt", "flags_refused.txt", "values_refused.txt"}) {
+        for (const Case& one : read_cases(file)) {
+            const Parsed expected = parse_with_root(one.tokens);
+            std::ostringstream failed;
+            failed.setstate(std::ios_base::failbit);
+            std::ostream without_buffer(nullptr);
+            for (std::ostream* out : {static_cast<std::ostream*>(&failed), &without_buffer}) {
+                S settings;
+                const auto code =
+                    parse_settings(settings, Tokens{u"--auto-deploy-root", u"D"} + one.tokens, *out);
+                EXPECT_TRUE(code == expected.code && settings == expected.settings) << one.where;
+                report_problems({u"problem"}, {u"--flag"}, usage(u"name", *out));
+            }
+            EXPECT_EQ(failed.str(), "");
+            EXPECT_EQ(failed.rdstate(), std::ios_base::failbit);
+        }
+    }
+}
+
+TEST(Streams, with_exceptions_enabled_let_them_out_and_the_record_keeps_what_was_stored) {
+    const Tokens lines[] = {{u"x"},
+                            {u"--num-threads", u"0"},
+                            {u"--http", u"x"},
+                            {u"--user-data", u"a 1", u"--user-data", u"a 2"}};
+    for (const Tokens& line : lines) {
+        Full full;
+        std::ostream out(&full);
+        out.exceptions(std::ios_base::badbit);
+        S settings;
+        EXPECT_THROW(parse_settings(settings, Tokens{u"--wait"} + line, out), std::ios_base::failure);
+        EXPECT_TRUE(settings.wait_mode());
+        EXPECT_THROW(report_problems({}, {}, out), std::ios_base::failure);
+        EXPECT_THROW(usage(u"", out), std::ios_base::failure);
+    }
 }
 
 } // namespace

@@ -91,15 +91,29 @@ TEST(RecordFields, have_these_types_and_names_in_this_order) {
     static_assert(static_cast<int>(HTTPProtocol::http) == 0 && static_cast<int>(HTTPProtocol::https) == 1);
 }
 
+template <class R>
+void expect_unordered(const R& a, const R& b) {
+    for (const auto& [left, right] : {std::pair(a, b), std::pair(b, a)}) {
+        EXPECT_TRUE(left != right && left > right && left >= right);
+        EXPECT_FALSE(left == right || left < right || left <= right);
+    }
+}
+
+TEST(RecordOrder, no_duration_is_neither_less_than_one_nor_equal_but_equals_itself) {
+    const time_duration none(boost::posix_time::not_a_date_time);
+    expect_equal(RequestQueueTime(none, none), RequestQueueTime(none, none));
+    for (const time_duration& some : {time_duration(), time_duration(boost::posix_time::neg_infin)})
+        // The later field would make the first one the lesser.
+        expect_unordered(RequestQueueTime(none, boost::none), RequestQueueTime(some, some));
+    expect_less(RequestQueueTime(boost::none, none), RequestQueueTime(none, none));
+}
+
 TEST(RecordOrder, two_spellings_of_a_path_are_neither_less_nor_equal_and_end_the_comparison) {
     S a, b;
     a.extract_root(Path(u"a//b"));
     b.extract_root(Path(u"a/b"));
     b.num_workers(1u); // a later field, which would make a the lesser one
-    for (const auto& [left, right] : {std::pair(a, b), std::pair(b, a)}) {
-        EXPECT_TRUE(left != right && left > right && left >= right);
-        EXPECT_FALSE(left == right || left < right || left <= right);
-    }
+    expect_unordered(a, b);
     a.wait_mode(true); // an earlier field still decides
     expect_less(b, a);
     b.extract_root(Path(u"A/B"));

@@ -21,6 +21,12 @@ using Tokens = std::deque<std::u16string>;
 using Lines = std::vector<std::string>;
 using S = ServerSettings;
 
+/// A stream that keeps its text, in which each flush is a form feed.
+struct Recorder : std::stringbuf, std::ostream {
+    Recorder() : std::ostream(this) {}
+    int sync() override { return sputc('\f'), 0; }
+};
+
 /// What one call of parse_settings gave.
 struct Parsed {
     ServerSettings settings;
@@ -29,7 +35,7 @@ struct Parsed {
 };
 
 inline Parsed parse(const Tokens& tokens, ServerSettings before = {}) {
-    std::ostringstream out;
+    Recorder out;
     Parsed result{std::move(before), {}, {}};
     result.code = parse_settings(result.settings, tokens, out);
     result.text = out.str();

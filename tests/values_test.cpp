@@ -25,22 +25,36 @@ TEST(Values, of_cache_flags_are_refused_with_message_ids_that_the_platform_is_sh
         ASSERT_EQ(failure.arguments().size(), 1u);
         const auto& argument = failure.arguments()[0];
         const bool wide = argument.index() == 1;
-        shown = failure.message_id() + (wide ? " wide " + ustring_to_utf8(std::get<1>(argument))
-                                             : " narrow " + std::get<0>(argument));
+        shown += failure.message_id() + (wide ? " wide " + ustring_to_utf8(std::get<1>(argument))
+                                              : " narrow " + std::get<0>(argument));
         shown_text = dynamic_cast<const std::exception&>(failure).what();
     });
     for (const Case& one : read_cases("caches_refused.txt")) {
         Lines outcomes;
         for (const std::u16string flag : {u"--attach-cache", u"--start-cache"}) {
-            shown = "accepted";
+            shown.clear();
             const Parsed got = parse({flag, one.tokens[0]});
-            outcomes.push_back(shown);
+            outcomes.push_back(shown.empty() ? "accepted" : shown);
             const bool accepted = got.settings.cache_list().has_value();
             EXPECT_EQ(got.text, accepted ? "" : shown_text + " (at option '" + ustring_to_utf8(flag) + "')");
             EXPECT_EQ(got.code, accepted ? error_code::missing_required_flag() : error_code::parse_error());
         }
         EXPECT_EQ(outcomes, one.expected) << one.where;
     }
+    msgid::set_legacy_error_hook(previous);
+}
+
+TEST(Values, of_cache_flags_end_with_what_the_platforms_hook_throws) {
+    const Tokens refused = {u"--wait", u"--start-cache", u"p@h:x"},
+                 far = {u"--wait", u"--start-cache", u"p@far:1"};
+    const auto previous = msgid::set_legacy_error_hook([](const auto&) { throw std::range_error("hooked"); });
+    for (const Tokens& line : {refused, far})
+        EXPECT_EQ(outcome(parse(line), parse({u"--wait"}).settings),
+                  Lines{"parse error: hooked (at option '--start-cache')"});
+    // What is no std::exception is the caller's.
+    msgid::set_legacy_error_hook([](const auto&) { throw 7; });
+    for (const Tokens& line : {refused, far})
+        EXPECT_THROW(parse(line), int);
     msgid::set_legacy_error_hook(previous);
 }
 

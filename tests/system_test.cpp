@@ -1,0 +1,84 @@
+// What the system answers, made up: this program puts functions of its own before the system's. And what it makes of
+// a file's mode.
+#include <boost/asio/ip/tcp.hpp>
+
+#include "support.hpp"
+
+#include <boost/system/system_error.hpp>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+
+#include <netdb.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+static const char* machine_name; // none: the look-up fails with `failure`
+static int failure;
+
+extern "C" [[gnu::visibility("default")]] int gethostname(char* name, std::size_t size) noexcept {
+    if (machine_name != nullptr) return std::strncpy(name, machine_name, size), 0;
+    errno = failure;
+    return -1;
+}
+
+// No failure, and no address.
+extern "C" [[gnu::visibility("default")]] int getaddrinfo(const char*, const char*, const addrinfo*,
+                                                          addrinfo** result) {
+    return *result = nullptr, 0;
+}
+
+namespace qel::config::test {
+
+TEST(HostName, is_the_machines_as_utf_8_or_empty_unless_one_is_given) {
+    failure = 0; // a failure without a code
+    for (const char* name : {"m\xc3\xa4gde.example", static_cast<const char*>(nullptr)}) {
+        machine_name = name;
+        EXPECT_EQ(http_endpoint(boost::none, 1).host_name(),
+                  i18n::utf8_to_ustring(name == nullptr ? "" : name));
+        EXPECT_EQ(http_endpoint(u"given"s, 1).host_name(), u"given");
+    }
+}
+
+TEST(HostName, that_cannot_be_looked_up_throws_its_code_even_when_a_host_is_given) {
+    machine_name = nullptr;
+    failure = ENAMETOOLONG;
+    for (const auto& host : {optional<std::u16string>(), optional<std::u16string>(u"given"s)}) {
+        try {
+            FAIL() << ustring_to_utf8(http_endpoint(host, 1).host_name());
+        } catch (const boost::system::system_error& thrown) {
+            EXPECT_EQ(thrown.code(),
+                      boost::system::error_code(ENAMETOOLONG, boost::system::system_category()));
+        }
+    }
+}
+
+TEST(RuntimeFiles, have_the_mode_of_any_new_file_and_no_endpoint_where_the_resolver_knows_none) {
+    const auto root = std::filesystem::temp_directory_path() / ("zep_" + std::to_string(::getpid()));
+    std::filesystem::create_directory(root);
+    S settings;
+    settings.pid_root() = settings.endpoint_root() = Path(root.u16string());
+    for (const unsigned mask : {0000u, 0022u, 0137u}) {
+        const mode_t before = ::umask(mask);
+        const scoped_master_pid_file pid(settings, 1);
+        const scoped_control_endpoint_file control(settings, {});
+        ::umask(before);
+        for (const char* name : {"main.pid", "control"}) {
+            struct stat file {};
+            EXPECT_EQ(::stat((root / name).c_str(), &file), 0);
+            EXPECT_EQ(file.st_mode & 07777, 0666 & ~mask) << name;
+        }
+        try {
+            FAIL() << read_control_endpoint(settings);
+        } catch (const boost::system::system_error& thrown) {
+            FAIL() << thrown.what();
+        } catch (const std::runtime_error& thrown) {
+            EXPECT_NE(std::string(thrown.what()).find("endpoint not found"), std::string::npos)
+                << thrown.what();
+        }
+    }
+    std::filesystem::remove_all(root);
+}
+
+} // namespace qel::config::test
