@@ -1,14 +1,16 @@
-# What the tool says about itself, as files: manual page, completion, reference of the flags.
+# What the tool says about itself, as files: manual page, completion, references of the flags and of the warnings.
 set(tool_documents ${PROJECT_BINARY_DIR}/tool_documents)
 file(MAKE_DIRECTORY ${tool_documents})
 set(manual ${tool_documents}/orvane-config.1)
-add_custom_command(OUTPUT ${manual} ${tool_documents}/orvane-config ${tool_documents}/flags.md
+add_custom_command(OUTPUT ${manual} ${tool_documents}/orvane-config ${tool_documents}/flags.md ${tool_documents}/warnings.md
     COMMAND orvane-config flags --format man > ${manual}
+    COMMAND orvane-config warnings --format man >> ${manual}
     COMMAND orvane-config flags --format markdown > ${tool_documents}/flags.md
+    COMMAND orvane-config warnings --format markdown > ${tool_documents}/warnings.md
     COMMAND orvane-config completions bash > ${tool_documents}/orvane-config
     DEPENDS orvane-config VERBATIM)
 if(ZEP_CONFIG_DEBIAN)
     add_custom_command(OUTPUT ${manual}.gz COMMAND gzip -9n < ${manual} > ${manual}.gz DEPENDS ${manual} VERBATIM)
     string(APPEND manual .gz)
 endif()
-add_custom_target(tool_documents ALL DEPENDS ${manual} ${tool_documents}/flags.md)
+add_custom_target(tool_documents ALL DEPENDS ${manual} ${tool_documents}/flags.md ${tool_documents}/warnings.md)

@@ -83,7 +83,7 @@ boost::system::error_code Verdict::code() const {
     return qel::config::error_code::incompatible_flags();
 }
 
-Verdict judge(const Tokens& tokens, bool with_origins) {
+Verdict judge(const Tokens& tokens, bool with_origins, const WarningIds& ignored) {
     Verdict verdict{occurrences_of(tokens), ask(tokens), {}, {}, {}, {}, false};
     verdict.diagnosis =
         diagnose(tokens, [&](const Fault& fault, const CommandLine& line, std::size_t position) {
@@ -92,7 +92,7 @@ Verdict judge(const Tokens& tokens, bool with_origins) {
     if (!verdict.accepted()) return verdict;
     verdict.effects_known = verdict.line.size() <= most_steps;
     if (verdict.effects_known) verdict.effects = effects_of(verdict.line, verdict.answer, with_origins);
-    verdict.warnings = warnings_of(verdict.line, verdict.answer, verdict.effects);
+    verdict.warnings = warnings_of(verdict.line, verdict.answer, verdict.effects, ignored);
     return verdict;
 }
 

@@ -25,7 +25,7 @@ struct Verdict {
     boost::system::error_code code() const;
 };
 
-Verdict judge(const Tokens& tokens, bool with_origins);
+Verdict judge(const Tokens& tokens, bool with_origins, const WarningIds& ignored = {});
 
 /// The library's text as it came, its last line ended, then the problem report; then what this tool has to add: the
 /// verdict, where each fault is and how to mend it, or the warnings. On a terminal the place is marked.

@@ -2,6 +2,7 @@
 #include "explaining/verdict.hpp"
 #include "printing/json.hpp"
 #include "printing/quoting.hpp"
+#include "verbs/ignored_warnings.hpp"
 #include "verbs/input.hpp"
 
 #include <algorithm>
@@ -41,7 +42,7 @@ void show_setting(const Setting& setting, const Effects& effects, std::ostream& 
 } // namespace
 
 ExitCode check(const Call& call) {
-    const Verdict verdict = judge(input_of(call).flags, false);
+    const Verdict verdict = judge(input_of(call).flags, false, ignored_warnings(call));
     const bool strict = call.has(own("strict"));
     if (call.has(own("json"))) {
         call.out << check_json(verdict) << '\n';
@@ -60,7 +61,7 @@ ExitCode check(const Call& call) {
 }
 
 ExitCode show(const Call& call) {
-    const Verdict verdict = judge(input_of(call).flags, true);
+    const Verdict verdict = judge(input_of(call).flags, true, ignored_warnings(call));
     const bool json = call.has(own("json"));
     if (!verdict.accepted() || !json) explain(verdict, call.err);
     if (!verdict.accepted()) return ExitCode::refused;

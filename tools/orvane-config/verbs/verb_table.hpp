@@ -10,7 +10,7 @@ namespace orvane {
 struct Call;
 using Run = ExitCode(const Call& call);
 
-Run check, show, locate, publish, flags, completions, usage, help, version;
+Run check, show, locate, publish, flags, warnings, completions, usage, help, version;
 
 struct Verb {
     std::string_view group;
@@ -33,6 +33,8 @@ inline constexpr Verb verbs[] = {
      "publish the runtime files of a server with these FLAGS while COMMAND runs, or without one until a signal comes"},
     {"Reference",       "flags",       "",                             flags,
      "print the reference of all flags of the server"},
+    {"Reference",       "warnings",    "[ID]",                         warnings,
+     "print what the warnings mean, or the one with this ID"},
     {"Reference",       "usage",       "[NAME]",                       usage,
      "print the server's synopsis, for a program called NAME"},
     {"This tool",       "completions", "bash|powershell",              completions,
