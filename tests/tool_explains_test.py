@@ -27,6 +27,15 @@ def words_of(text):
     return shlex.split(text)
 
 
+def repaired(words, fault):
+    """The line with the proposal of the fault applied literally."""
+    fix = fault.get("fix", {"tokens": [], "replacement": []})
+    numbers = fix["tokens"]
+    assert numbers == list(range(numbers[0], numbers[-1] + 1) if numbers else []), fix
+    at = numbers[0] - 1 if numbers else len(words)
+    return words[:at] + fix["replacement"] + words[at + len(numbers):]
+
+
 def rows(name):
     lines = (DATA / name).read_text(encoding="utf-8").splitlines()
     pairs = list(zip(*[iter(line for line in lines if line and line[0] != "#")] * 2))
@@ -66,7 +75,8 @@ class Explains(unittest.TestCase):
 
     def test_a_mistake_leads_to_the_right_sentence_and_its_place(self):
         for typed, sentence in rows("tool_mistakes.txt"):
-            words = [*REQUIRED, *words_of(typed)]
+            words = words_of(typed)
+            words = words if REQUIRED[0] in words else REQUIRED + words
             with self.subTest(typed):
                 answer = ask("check", words)
                 fault = answer["faults"][0]
@@ -77,8 +87,14 @@ class Explains(unittest.TestCase):
                 # What stands before the fault is taken, and with it the line is refused.
                 first, last = fault["tokens"][0] - 1, fault["tokens"][-1]
                 self.assertEqual(ask("check", words[:last])["text"], answer["text"])
-                if words[max(first - 2, 0)] != "--request-timeout":
+                if first != 0 and words[max(first - 2, 0)] != "--request-timeout":
                     self.assertEqual(ask("check", words[:first])["code"]["value"], 0)
+                # What is proposed leads on, and is what the sentence says.
+                fixed = repaired(words, fault)
+                if fixed != words:
+                    self.assertNotEqual(ask("check", fixed)["text"], answer["text"])
+                    said, rest = (re.sub(r"['\"\\]", "", text) for text in ("".join(fault["advice"]), "\n".join(fault["fix"]["replacement"])))
+                    self.assertTrue("placeholder" in fault["fix"] or any(word in said for word in rest.split("\n")), fault)
 
     def test_planted_errors_are_all_found_in_one_run(self):
         planted = ["--num-worker 4", "--log-severity loud", "--wait=1", "--pid-root --no-banner", "stray", "--http x",
@@ -93,7 +109,19 @@ class Explains(unittest.TestCase):
         code, out, err = run("check", *words)
         self.assertEqual((code, out), (1, ""))
         self.assertTrue(err.startswith("unrecognized option: --num-worker\norvane-config: configuration refused: "))
-        self.assertEqual(len(re.findall("^once this is mended: ", err, re.M)), len(expected) + 2, err)
+        self.assertEqual(len(re.findall("^after fixing that: ", err, re.M)), len(expected) + 2, err)
+
+    def test_fix_prints_the_line_that_was_meant(self):
+        for typed, expected in rows("tool_fixes.txt"):
+            code, line = expected.split(" ", 1)
+            with self.subTest(typed):
+                done = run("fix", *words_of(typed))
+                self.assertEqual(done[:2], (int(code), line + "\n"))
+                self.assertEqual("<value>" in line, "replace each <value>" in done[2])
+                if code == "0":
+                    self.assertEqual((run("check", *shlex.split(line))[0], run("fix", *shlex.split(line))[:2]), (0, done[:2]))
+        code, out, err = run("fix", *REQUIRED, *["--wait=1"] * 30)
+        self.assertEqual((code, out, err.count("after fixing that"), err.count("\nand 10 more\n")), (0, shlex.join(REQUIRED + ["--wait"] * 30) + "\n", 19, 1))
 
     def test_every_flag_has_a_reference_and_its_example_is_accepted(self):
         flags = re.findall(r"--[\w-]+", (DATA / "flags.txt").read_text())

@@ -1,7 +1,5 @@
-// How flags are mistyped, and which one was meant.
+// Characters that are mistyped or not seen, and what is left of a text without them.
 #pragma once
-
-#include "reference/reference.hpp"
 
 #include <string>
 #include <string_view>
@@ -9,41 +7,51 @@
 
 namespace orvane {
 
-inline constexpr std::u16string_view dashes = u"\u2010\u2011\u2012\u2013\u2014\u2015\u2212";
-inline constexpr std::u16string_view quotes = u"\"'\u2018\u2019\u201C\u201D";
+inline constexpr std::u16string_view dashes = u"\u2010\u2011\u2012\u2013\u2014\u2015\u2212\uFE58\uFE63\uFF0D";
+inline constexpr std::u16string_view quotes =
+    u"\"'`\u00B4\u2018\u2019\u201A\u201B\u201C\u201D\u201E\u00AB\u00BB";
 /// Blanks, some of which have no width.
-inline constexpr std::u16string_view blanks = u" \t\r\n\u00A0\u200B\u2060\uFEFF";
+inline constexpr std::u16string_view blanks = u" \t\r\n\u00A0\u200B\u200C\u200D\u200E\u200F\u2060\uFEFF";
 
 bool is_one_of(char16_t c, std::u16string_view set);
 
-/// Whether a shell would have to be told: nobody sees it in a line.
+/// Whether nobody sees it in a line.
 bool is_invisible(char16_t c);
 
 /// Without characters of the set at both ends.
 std::u16string trimmed(std::u16string_view text, std::u16string_view set);
 
-/// The words of a flag, without what is often mistyped around and between them: "--Log_Root " gives "log-root".
+/// As it looks: no colour escapes and nothing invisible, every blank a space, look-alikes of ASCII as ASCII.
+std::u16string folded(std::u16string_view text);
+
+/// As folded(), but look-alikes stay: what a value may have been before it was copied.
+std::u16string visible(std::u16string_view text);
+
+/// A value without quotes, brackets, blanks and commas around it, and without what cannot be seen in it.
+std::u16string bare(std::u16string_view text);
+
+/// The words of a flag, without what is often mistyped around and between them: "--Log_Root " and "logRoot" give
+/// "log-root".
 std::u16string normalized(std::u16string_view text);
+
+/// The same without hyphens.
+std::u16string letters(std::u16string_view text);
+
+std::vector<std::u16string> split_words(std::u16string_view text, char16_t separator = u'-');
+
+/// Insertions, deletions, replacements and exchanges of neighbours that make one text of the other; more than `most` is
+/// most + 1.
+std::size_t distance(std::u16string_view a, std::u16string_view b, std::size_t most);
 
 /// Those of the texts that are most like the words, at most three.
 std::vector<std::string> most_like(const std::u16string& words, const std::vector<std::string>& texts);
 
-/// The flags that were probably meant, the likeliest first, at most three.
-std::vector<std::string> similar_flags(const std::u16string& words);
+/// With ASCII letters in lower case.
+std::u16string lower(std::u16string text);
 
-/// The flags that have all the words one behind the other, at most three.
-std::vector<std::string> flags_with(const std::u16string& words);
+/// What other programs let follow a switch: "false", "no".
+bool means_off(std::u16string_view text);
 
-/// The flag that has just these words, or null.
-const Reference* flag_of(const std::u16string& words);
-
-/// What is wrong with the spelling of a token whose words are a flag's.
-std::string misspelling(std::u16string_view token, const std::string& flag);
-
-/// Whether the text begins with a hyphen, or a dash, perhaps in quotes.
-bool begins_as_flag(std::u16string_view text);
-
-/// Whether it was meant as a flag even where a command's own options may stand.
-bool resembles_a_flag(std::u16string_view text);
+bool all_digits(std::u16string_view text);
 
 } // namespace orvane

@@ -4,7 +4,6 @@
 #include "explaining/advice.hpp"
 #include "explaining/warnings.hpp"
 
-#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -15,9 +14,8 @@ struct Verdict {
     Answer answer;                 ///< the library's, for the line as it stands
     Diagnosis diagnosis;           ///< of an accepted line, without faults
     std::vector<Advice> advice;    ///< for each fault of the diagnosis
-    Effects effects;               ///< of an accepted line, if they are known
+    Effects effects;               ///< of an accepted line
     std::vector<Warning> warnings; ///< about an accepted line
-    bool effects_known;            ///< not of a refused line, and not of a very long one
 
     /// Whether the server would start with it.
     bool accepted() const;
@@ -26,9 +24,5 @@ struct Verdict {
 };
 
 Verdict judge(const Tokens& tokens, bool with_origins, const WarningIds& ignored = {});
-
-/// The library's text as it came, its last line ended, then the problem report; then what this tool has to add: the
-/// verdict, where each fault is and how to mend it, or the warnings. On a terminal the place is marked.
-void explain(const Verdict& verdict, std::ostream& err);
 
 } // namespace orvane

@@ -97,7 +97,7 @@ json::value to_json(const T& record) {
 
 // --- what is said of the line
 
-json::array tokens_of(const Occurrence& occurrence) {
+json::array numbers_of_tokens(const Occurrence& occurrence) {
     std::set<std::size_t> numbers; // flag and value may have been one token
     for (const Token& word : occurrence)
         numbers.insert(word.number);
@@ -115,15 +115,30 @@ json::object to_json(const boost::system::error_code& code) {
     return {{"value", code.value()}, {"message", code.message()}};
 }
 
+/// A value that nobody gave is the reference's example.
+json::value to_json(const Fix& fix) {
+    json::array replacement;
+    bool has_placeholder = false;
+    for (const Token& token : fix.replacement) {
+        has_placeholder = has_placeholder || !token.sample.empty();
+        replacement.push_back(to_json(token.sample.empty() ? token.text : token.sample));
+    }
+    json::object object{{"tokens", json::array(fix.tokens.begin(), fix.tokens.end())},
+                        {"replacement", std::move(replacement)}};
+    if (has_placeholder) object["placeholder"] = true;
+    return object;
+}
+
 json::value to_json(const Fault& fault, const Advice& advice) {
     json::object object{{"code", to_json(fault.code)}, {"text", to_json(fault.text)}};
     if (const Occurrence& occurrence = fault.occurrence; !occurrence.empty()) {
-        object["tokens"] = tokens_of(occurrence);
+        object["tokens"] = numbers_of_tokens(occurrence);
         object["flag"] = to_json(occurrence[0].text);
         if (occurrence.size() == 2) object["value"] = to_json(occurrence[1].text);
     }
     object["advice"] = strings(advice.sentences);
-    object["suggestions"] = strings(advice.suggestions);
+    object["suggestions"] = array_of(advice.suggestions);
+    if (fault.fix) object["fix"] = to_json(*fault.fix);
     return object;
 }
 
@@ -138,7 +153,7 @@ json::object head_of(const Verdict& verdict) {
             {"accepted", verdict.accepted()},
             {"code", to_json(verdict.code())},
             {"text", to_json(verdict.answer.text)},
-            {"effects_known", verdict.effects_known},
+            {"effects_known", verdict.accepted()},
             {"warnings", std::move(warnings)}};
 }
 

@@ -37,7 +37,7 @@ std::string shown(const std::u16string& token) {
 std::string shown(const Occurrence& occurrence) {
     std::string text;
     for (const Token& word : occurrence)
-        text += (text.empty() ? "" : " ") + (word.invented ? "<value>" : shown(word.text));
+        text += (text.empty() ? "" : " ") + (!word.sample.empty() ? "<value>" : shown(word.text));
     return text;
 }
 

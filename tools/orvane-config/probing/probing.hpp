@@ -1,15 +1,14 @@
 // What can be learnt of a command line by asking the library: it is parsed again in part, with changes, and the verdicts
-// and records are compared. Nothing here knows how a flag is parsed or what a rule says.
+// and records are compared. Nothing here knows how a value is parsed or what a rule says.
 #pragma once
 
 #include "system/tokens.hpp"
 
-#include "qel/config/validate_settings.hpp"
+#include "qel/config/server_settings.hpp"
 
 #include <boost/system/error_code.hpp>
 
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,7 +18,7 @@ namespace orvane {
 struct Token {
     std::u16string text;
     std::size_t number = 0;
-    bool invented = false; ///< it stands for one that the server did not take
+    std::u16string sample{}; ///< of a value that nobody gave, which has to be replaced; else empty
 };
 
 /// A flag with its value, a switch, or a token that is no flag.
@@ -52,35 +51,5 @@ CommandLine occurrences_of(const Tokens& tokens);
 Occurrence occurrence_of(std::u16string flag, std::u16string value);
 
 Tokens tokens_of(const CommandLine& line);
-
-/// One refusal, when all before it are repaired.
-struct Fault {
-    boost::system::error_code code;
-    std::string text;         ///< the library's
-    Occurrence occurrence;    ///< that is refused; empty when the line as a whole is
-    Occurrence before, after; ///< its neighbours, where there are any
-    bool more_before = false, more_after = false;
-};
-
-/// All that is wrong with a line: the first fault as the library reports it, then those that it would report once the
-/// ones before are repaired, and the problems of the record that comes out at the end.
-struct Diagnosis {
-    std::vector<Fault> faults;
-    qel::config::ProblemList problems;
-    qel::config::FlagSet involved;
-    CommandLine repaired;
-    Answer answer; ///< for the repaired line
-};
-
-/// Steps that take the place of the occurrences [begin, end) of a line.
-struct Edit {
-    std::size_t begin = 0, end = 0;
-    CommandLine occurrences{};
-};
-
-/// What makes a line, whose occurrence at `position` is refused, one in which that fault is gone.
-using Repair = std::function<Edit(const Fault& fault, const CommandLine& line, std::size_t position)>;
-
-Diagnosis diagnose(const Tokens& tokens, const Repair& repair);
 
 } // namespace orvane

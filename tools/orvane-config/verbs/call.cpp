@@ -1,6 +1,7 @@
 // How the tool's own options are read.
 #include "verbs/call.hpp"
 
+#include "explaining/meant_flags.hpp"
 #include "explaining/spelling.hpp"
 #include "probing/probing.hpp"
 

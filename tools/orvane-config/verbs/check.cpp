@@ -1,7 +1,7 @@
 // The verbs `check` and `show`: what the library makes of a command line.
-#include "explaining/verdict.hpp"
 #include "printing/json.hpp"
 #include "printing/quoting.hpp"
+#include "printing/verdict_text.hpp"
 #include "verbs/ignored_warnings.hpp"
 #include "verbs/input.hpp"
 

@@ -1,6 +1,7 @@
 // Choice of the verb, and what every verb has in common.
 #include "verbs/tool.hpp"
 
+#include "explaining/meant_flags.hpp"
 #include "explaining/spelling.hpp"
 #include "verbs/call.hpp"
 #include "verbs/help.hpp"

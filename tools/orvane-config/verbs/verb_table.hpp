@@ -10,7 +10,7 @@ namespace orvane {
 struct Call;
 using Run = ExitCode(const Call& call);
 
-Run check, show, locate, publish, flags, warnings, completions, usage, help, version;
+Run check, show, fix, locate, publish, flags, warnings, completions, usage, help, version;
 
 struct Verb {
     std::string_view group;
@@ -27,6 +27,8 @@ inline constexpr Verb verbs[] = {
      "parse and validate the server's FLAGS; print what they set, or what is wrong with them"},
     {"Command lines",   "show",        "FLAGS...",                     show,
      "print every setting, and which of the FLAGS it comes from"},
+    {"Command lines",   "fix",         "FLAGS...",                     fix,
+     "print the command line that was probably meant, and say what was wrong with the FLAGS"},
     {"Running servers", "locate",      "FLAGS...",                     locate,
      "read the runtime files of the server with these FLAGS, and say whether they can be trusted"},
     {"Running servers", "publish",     "FLAGS... [-- COMMAND ARGS...]", publish,

@@ -1,0 +1,176 @@
+// Rules about tokens that were meant as flags.
+#include "explaining/meant_flags.hpp"
+#include "explaining/rules.hpp"
+#include "explaining/spelling.hpp"
+#include "printing/quoting.hpp"
+
+#include <algorithm>
+
+namespace orvane {
+namespace {
+
+bool holds_a_flag(std::u16string_view text) {
+    const auto words = split_words(text, u' ');
+    return std::any_of(words.begin(), words.end(), is_meant_as_flag);
+}
+
+/// "--num-workers 4 --wait" in one token.
+Advice several_words(const Case& fault, const Reference& meant, std::u16string_view text) {
+    std::vector<Token> tokens = {{std::u16string(meant.wide), fault.number()}};
+    for (const std::u16string& word : split_words(text, u' '))
+        tokens.push_back({word, fault.number()});
+    return replace(fault, fault.at, fault.at + 1, tokens,
+                   "it holds several words; pass each as a separate argument: ");
+}
+
+Advice switch_with_value(const Case& fault, const Reference& meant, std::u16string_view value) {
+    const std::string flag(meant.flag);
+    if (means_off(value))
+        return remove(fault, fault.at, fault.at + 1,
+                      flag + " takes no value; to switch it off, leave it out");
+    Advice advice{{flag + " takes no value"}, {}, {}};
+    advice.edit = edit_of(fault, fault.at, fault.at + 1, {{std::u16string(meant.wide), fault.number()}});
+    return advice;
+}
+
+/// The flag, with what follows it cleaned the same way: of "name": "value", both have quotes.
+Advice with_clean_follower(const Case& fault, const Reference& meant, std::string sentence) {
+    Token flag{std::u16string(meant.wide), fault.number()};
+    const Occurrence* const next = fault.after();
+    const bool notation = fault.token().find_first_of(u"\"'`,:\u201C\u201D") != std::u16string::npos ||
+                          trimmed(fault.token(), u"[]<>").size() != fault.token().size();
+    if (notation && !meant.is_switch() && next != nullptr && kind_of((*next)[0].text) == FlagKind::no_flag &&
+        !begins_as_flag((*next)[0].text)) {
+        const std::u16string value = clean_value(meant, (*next)[0].text);
+        if (value != (*next)[0].text)
+            return replace(fault, fault.at, fault.at + 2, {flag, {value, (*next)[0].number}},
+                           "quotes, commas and colons around flag and value are not part of them: ");
+    }
+    return {{std::move(sentence)}, {}, edit_of(fault, fault.at, fault.at + 1, {flag})};
+}
+
+bool is_given(const Case& fault, const Reference& flag) {
+    constexpr std::size_t near = 50;
+    const std::size_t end = std::min(fault.line.size(), fault.at + near);
+    for (std::size_t i = fault.at - std::min(fault.at, near); i != end; ++i)
+        if (fault.line[i][0].text == flag.wide) return true;
+    return false;
+}
+
+/// Of the flags, the one that takes the value that follows: rather one that not any text would do for, and one that is
+/// not there yet.
+const Reference& likeliest(const Case& fault, const std::vector<const Reference*>& flags) {
+    const Occurrence* const next = fault.after();
+    const bool value = next != nullptr && end_of_strays(fault.line, fault.at + 1) != fault.at + 1;
+    const auto rank = [&](const Reference* flag) {
+        const Token token{std::u16string(flag->wide)};
+        const bool fits = value != flag->is_switch() && (!value || takes(token, (*next)[0].text));
+        const bool picky = value && fits && !takes(token, u"?");
+        return (fits ? 4 : 0) + (picky ? 2 : 0) + (is_given(fault, *flag) ? 0 : 1);
+    };
+    return flags.size() == 1
+               ? *flags[0]
+               : **std::max_element(flags.begin(), flags.end(),
+                                    [&](const auto* a, const auto* b) { return rank(a) < rank(b); });
+}
+
+} // namespace
+
+Advice with_value_behind(const Case& fault, const Reference& meant, char16_t separator,
+                         std::u16string_view rest, std::vector<std::string> sentences) {
+    const Token flag{std::u16string(meant.wide), fault.number()};
+    const bool blank = is_one_of(separator, blanks);
+    const std::u16string value =
+        clean_value(meant, blank ? trimmed(rest, u" =\t\u00A0") : std::u16string(rest));
+    Advice advice;
+    if (blank && holds_a_flag(value)) {
+        advice = several_words(fault, meant, value);
+    } else if (meant.is_switch()) {
+        advice = switch_with_value(fault, meant, value);
+    } else if (value.empty() && end_of_strays(fault.line, fault.at + 1) != fault.at + 1) {
+        Token next = fault.line[fault.at + 1][0];
+        next.text = clean_value(meant, next.text);
+        advice = replace(fault, fault.at, fault.at + 2, {flag, next},
+                         "separate the flag and its value with a space: ");
+    } else if (value.empty()) {
+        advice = {
+            {"its value is missing: " + std::string(meant.flag) + " " + std::string(meant.value)}, {}, {}};
+        advice.edit = edit_of(fault, fault.at, fault.at + 1, with_placeholder({flag}));
+    } else {
+        const bool follows = !takes(flag, value);
+        std::u16string better = value;
+        if (follows)
+            for (const Reading& reading : readings(meant, value))
+                if (better == value && reading.sample.empty() && takes(flag, reading.value))
+                    better = reading.value;
+        advice = replace(fault, fault.at, fault.at + 1, {flag, {better, fault.number()}},
+                         blank ? "pass the value as a separate argument, not quoted as one with its flag: "
+                               : "pass the value as a separate argument: ");
+    }
+    advice.sentences.insert(advice.sentences.begin(), sentences.begin(), sentences.end());
+    return advice;
+}
+
+std::optional<Advice> misspelt(const Case& fault) {
+    const std::u16string& token = fault.token();
+    const bool open = token.back() == u'='; // its value follows
+    if (const Reference* const meant = open ? nullptr : flag_spelled(token)) {
+        Advice advice = with_clean_follower(fault, *meant, misspelling(token, *meant));
+        advice.suggestions = {std::u16string(meant->wide)};
+        return advice;
+    }
+    const auto [name, separator, rest] = split_token(token);
+    const Reference* const meant = separator == 0 ? nullptr : flag_spelled(name);
+    if (meant == nullptr) return std::nullopt;
+    std::vector<std::string> sentences;
+    if (meant->wide != name) sentences.push_back(misspelling(name, *meant));
+    Advice advice = with_value_behind(fault, *meant, separator, rest, std::move(sentences));
+    advice.suggestions = {std::u16string(meant->wide)};
+    return advice;
+}
+
+std::optional<Advice> attached_value(const Case& fault) {
+    const std::u16string_view token = fault.token();
+    const Reference* longest = nullptr;
+    for (const Reference& one : references()) {
+        const std::size_t size = one.wide.size();
+        if (one.is_switch() || token.size() <= size || !token.starts_with(one.wide)) continue;
+        if (!is_one_of(token[size], u"0123456789/.,;\"'<[*")) continue;
+        if (longest == nullptr || longest->wide.size() < size) longest = &one;
+    }
+    if (longest == nullptr) return std::nullopt;
+    const Token flag{std::u16string(longest->wide), fault.number()};
+    const std::u16string value = trimmed(token.substr(longest->wide.size()), u",;\"'<>[]");
+    if (!takes(flag, value)) return std::nullopt;
+    Advice advice = replace(fault, fault.at, fault.at + 1, {flag, {value, fault.number()}},
+                            "separate the flag and its value with a space: ");
+    advice.suggestions = {flag.text};
+    return advice;
+}
+
+std::optional<Advice> similar_name(const Case& fault) {
+    if (!is_flag_like(fault.token())) return std::nullopt;
+    const auto [name, separator, rest] = split_token(fault.token());
+    const auto flags = flags_like(name);
+    if (flags.empty()) return std::nullopt;
+    std::string sentence = "did you mean ";
+    for (const Reference* flag : flags)
+        sentence.append(flag == flags[0] ? "" : " or ").append(flag->flag);
+    const Reference& meant = likeliest(fault, flags);
+    Advice advice;
+    if (separator != 0)
+        advice = with_value_behind(fault, meant, separator, rest, {sentence + "?"});
+    else
+        advice = with_clean_follower(fault, meant, sentence + "?");
+    for (const Reference* flag : flags)
+        advice.suggestions.emplace_back(flag->wide);
+    return advice;
+}
+
+std::optional<Advice> unknown_name(const Case& fault) {
+    if (!begins_as_flag(fault.token())) return std::nullopt;
+    return skip(fault, fault.at, end_of_strays(fault.line, fault.at + 1),
+                "there is no such flag, and none with a similar name; 'orvane-config flags' lists them all");
+}
+
+} // namespace orvane

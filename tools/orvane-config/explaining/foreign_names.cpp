@@ -1,0 +1,84 @@
+// Rules about names that other servers have for a setting, or for its reverse.
+#include "explaining/meant_flags.hpp"
+#include "explaining/rules.hpp"
+#include "explaining/spelling.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+namespace orvane {
+namespace {
+
+using qel::i18n::ustring_to_utf8;
+using qel::i18n::utf8_to_ustring;
+
+/// What another server's flag of that kind has, in the words of this one; empty when that cannot be said.
+std::u16string converted(const Synonym& synonym, std::u16string value) {
+    const std::size_t slash = value.find_last_of(u"/\\");
+    if (synonym.kind == "<file>")
+        return slash == value.npos || slash == 0 ? std::u16string() : value.substr(0, slash); // its directory
+    if (synonym.kind == "<seconds>") return all_digits(value) ? value + u"s" : value;
+    const bool other_text =
+        synonym.kind == "<text>" || synonym.kind == "<command>" || synonym.kind == "<directory>";
+    return other_text ? std::u16string() : value;
+}
+
+/// The value that another server's flag has, as this server's flag wants it.
+std::vector<Token> translated(const Case& fault, const Synonym& synonym, const std::u16string& given) {
+    const Token flag{std::u16string(synonym.reference->wide), fault.number()};
+    if (!synonym.value.empty()) return {flag, {utf8_to_ustring(synonym.value), fault.number()}};
+    if (synonym.reference->is_switch()) return {flag};
+    const std::u16string value = converted(synonym, given);
+    if (value.empty()) return with_placeholder({flag});
+    if (value == given && takes(flag, value)) return {flag, {value, fault.number()}};
+    for (const Reading& reading : readings(*synonym.reference, value))
+        if (takes(flag, reading.value))
+            return {flag, {reading.value, fault.number(), reading.sample.empty() ? u"" : reading.value}};
+    return {flag, {value, fault.number()}};
+}
+
+} // namespace
+
+std::optional<Advice> other_polarity(const Case& fault) {
+    const auto [name, separator, rest] = split_token(fault.token());
+    if (!is_flag_like(fault.token())) return std::nullopt;
+    auto polarity = polarity_of(name);
+    if (!polarity) return std::nullopt;
+    const Reference& flag = *polarity->flag;
+    const std::string meant(flag.flag), thing(flag.thing);
+    if (!flag.is_switch())
+        return remove(fault, fault.at, fault.at + 1,
+                      "there is no such flag: what " + meant +
+                          " sets is not set without it, so leave both out");
+    if (separator != 0 && means_off(rest)) polarity->is_default = !polarity->is_default;
+    const bool on = flag.way == Way::on;
+    if (polarity->is_default)
+        return remove(fault, fault.at, fault.at + 1,
+                      thing + " is " + (on ? "off" : "on") + " by default: leave the flag out; " + meant +
+                          " switches it " + (on ? "on" : "off"));
+    Advice advice{{"the flag that switches " + thing + (on ? " on is " : " off is ") + meant},
+                  {std::u16string(flag.wide)},
+                  {}};
+    advice.edit = edit_of(fault, fault.at, fault.at + 1, {{std::u16string(flag.wide), fault.number()}});
+    return advice;
+}
+
+std::optional<Advice> foreign_name(const Case& fault) {
+    if (!is_flag_like(fault.token())) return std::nullopt;
+    const auto [name, separator, rest] = split_token(fault.token());
+    const auto synonym = synonym_of(ustring_to_utf8(normalized(name)));
+    if (!synonym) return std::nullopt;
+    const std::size_t strays = end_of_strays(fault.line, fault.at + 1);
+    const bool takes_next = separator == 0 && strays != fault.at + 1;
+    const std::u16string value = separator != 0 ? bare(rest)
+                                 : takes_next   ? fault.line[fault.at + 1][0].text
+                                                : u"";
+    if (synonym->reference == nullptr) return skip(fault, fault.at, strays, synonym->advice);
+    const bool has_own = synonym->reference->is_switch() || !synonym->value.empty();
+    const std::size_t end = fault.at + (takes_next && !has_own ? 2 : 1);
+    Advice advice =
+        replace(fault, fault.at, end, translated(fault, *synonym, value), "this server's flag for that is ");
+    advice.suggestions = {std::u16string(synonym->reference->wide)};
+    return advice;
+}
+
+} // namespace orvane

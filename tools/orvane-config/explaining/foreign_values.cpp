@@ -1,0 +1,157 @@
+// Values in the forms that other programs take, read for what they mean.
+#include "explaining/rules.hpp"
+#include "explaining/spelling.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+
+namespace orvane {
+namespace {
+
+using qel::i18n::utf8_to_ustring;
+using Readings = std::vector<Reading>;
+
+/// http://host:port/, host port, only a host.
+Readings addresses(const std::u16string& value, const Reference& reference) {
+    const std::u16string sample = utf8_to_ustring(reference.sample());
+    const std::u16string port = sample.substr(sample.find_last_of(u':') + 1);
+    std::u16string text = folded(value);
+    Readings found;
+    const std::size_t scheme = text.find(u"://");
+    if (scheme != text.npos) text.erase(0, scheme + 3);
+    text = text.substr(0, text.find(u'/'));
+    constexpr auto bare_address = "an address is a host and a port, without a scheme or a path";
+    if (scheme != value.npos || text != folded(value)) found.push_back({text, bare_address});
+    const std::size_t gap = text.find_first_of(u" ,;");
+    if (gap != text.npos) {
+        const std::u16string rest = trimmed(text.substr(gap + 1), u" :");
+        found.push_back(
+            {trimmed(text.substr(0, gap), u" :") + u":" + rest, "a colon separates host and port"});
+    }
+    const std::size_t colon = text.find(u':');
+    if (colon != text.npos && all_digits(text.substr(0, colon)) && colon == text.rfind(u':'))
+        found.push_back(
+            {text.substr(colon + 1) + u":" + text.substr(0, colon), "the host goes before the port"});
+    const bool host = !text.empty() &&
+                      text.find_first_not_of(
+                          u"0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ.-_") == text.npos;
+    if (host && !all_digits(text))
+        found.push_back({text + u":" + port, "the port is missing, for example", port});
+    if (text.ends_with(u":")) found.push_back({text + port, "the port is missing, for example", port});
+    return found;
+}
+
+/// redis://host:port, host:port, redis host port
+Readings caches(const std::u16string& value) {
+    std::u16string text = folded(value);
+    constexpr auto why = "a cache is its provider, an @ and its address";
+    Readings found;
+    if (const std::size_t scheme = text.find(u"://"); scheme != text.npos) {
+        text.replace(scheme, 3, u"@");
+        found.push_back({text.substr(0, text.find(u'/')), why});
+    }
+    const auto words = split_words(text, u' ');
+    if (words.size() == 2) found.push_back({words[0] + u"@" + words[1], why});
+    if (words.size() == 3) found.push_back({words[0] + u"@" + words[1] + u":" + words[2], why});
+    if (text.find(u'@') == text.npos) {
+        const auto parts = split_words(text, u':');
+        if (parts.size() == 3) found.push_back({parts[0] + u"@" + parts[1] + u":" + parts[2], why});
+        found.push_back({u"redis@" + text, why});
+    } else if (text.find(u':') == text.npos && !all_digits(text.substr(text.find(u'@') + 1))) {
+        found.push_back({text + u":6379", "the port is missing, for example", u"6379"});
+    }
+    return found;
+}
+
+Readings log_handlers(const std::u16string& value) {
+    const std::size_t end = std::min(value.find(u' '), value.size());
+    const std::u16string first = lower(value.substr(0, end)), rest = value.substr(end);
+    Readings found;
+    constexpr auto why = "the formats are text/plain, text/xml and text/json";
+    const std::u16string format = first.substr(0, first.find(u';'));
+    const std::u16string clause = first.substr(format.size());
+    for (const std::u16string_view known : {u"text/plain", u"text/xml", u"text/json"}) {
+        const std::u16string_view word = known.substr(5);
+        const bool plain = word == u"plain" && (format == u"text" || format == u"txt" || format == u"log");
+        if (!format.ends_with(word) && !format.ends_with(u"+" + std::u16string(word)) && !plain) continue;
+        const std::u16string name(known);
+        found.push_back({name + clause + rest, why});
+        for (const char16_t* content : {u"default", u"statistics", u"dashboard"})
+            if (clause.find(content) != clause.npos || (clause == u";" && rest.find(content) != rest.npos)) {
+                const std::size_t command = clause == u";" ? rest.find(u' ', 1) : 0;
+                found.push_back(
+                    {name + u";type=" + content + (command == rest.npos ? u"" : rest.substr(command)),
+                     "the content is ;type=default, ;type=statistics or ;type=dashboard"});
+            }
+    }
+    return found;
+}
+
+/// k=v, k: v, k and several words.
+Readings pairs(const std::u16string& value) {
+    Readings found;
+    const std::size_t at = value.find_first_of(u"=: \t");
+    if (at == value.npos || at == 0) return found;
+    const std::u16string key = value.substr(0, at), rest = trimmed(value.substr(at + 1), u" \t=");
+    constexpr auto why = "an entry is a key, a space and a value";
+    found.push_back({key + u" " + rest, why});
+    std::u16string escaped;
+    for (const char16_t c : trimmed(rest, u"\""))
+        escaped += is_one_of(c, u"\"\\") ? u"\\" + std::u16string(1, c) : std::u16string(1, c);
+    found.push_back({key + u" \"" + escaped + u"\"", "a value with blanks has quotes of its own"});
+    return found;
+}
+
+Readings clients(const std::u16string& value) {
+    std::u16string list;
+    for (const std::u16string& word : split_words(folded(value), u','))
+        if (const std::u16string name = trimmed(word, u" ;"); !name.empty())
+            list += (list.empty() ? u"" : u",") + name;
+    const std::size_t colon = list.find(u':');
+    for (std::size_t next = colon; colon != list.npos && (next = list.find(u':', next + 1)) != list.npos;)
+        list[next] = u',';
+    return {{list, "names are separated by commas, and the clients from the archives by one colon"}};
+}
+
+/// Other servers' words for those of this one.
+constexpr std::u16string_view other_words[][2] = {
+    {u"error", u" fatal critical crit alert emerg emergency severe panic quiet silent "},
+    {u"warning", u" warnings wrn "},
+    {u"information", u" notice informational normal default "},
+    {u"debug", u" verbose fine dbg "},
+    {u"trace", u" all finest finer silly everything "},
+    {u"verify-peer-require-peer-cert", u" required require on yes true 1 mutual mtls verify peer force "
+                                       u"always enabled verify-peer require-and-verify "},
+    {u"no-verify-peer", u" none off no false 0 never disabled no-verify "},
+    {u"purge_responses", u" purge drop discard delete remove evict "},
+    {u"archive_responses", u" archive save store move disk "},
+};
+
+Readings words(const std::u16string& value) {
+    Readings found;
+    const std::u16string word = normalized(value);
+    for (const auto& [own, others] : other_words)
+        if (others.find(u" " + word + u" ") != others.npos)
+            found.push_back({std::u16string(own), "this server has another word for that"});
+    return found;
+}
+
+} // namespace
+
+std::vector<Reading> readings(const Reference& reference, const std::u16string& value) {
+    const std::u16string clean = bare(value.substr(0, 10000));
+    if (clean.empty()) return {};
+    const std::string_view form = reference.value;
+    if (form == "<duration>") return durations(clean);
+    if (form == "<size>") return sizes(clean);
+    if (form == "<number>" || form == "<port>") return numbers(clean);
+    if (form.starts_with("[<host-name>")) return addresses(clean, reference);
+    if (form.starts_with("<provider>")) return caches(clean);
+    if (form.starts_with("text/")) return log_handlers(clean);
+    if (form.starts_with("<key>")) return pairs(clean);
+    if (form.starts_with("<client>")) return clients(clean);
+    return keywords(reference).empty() ? Readings() : words(clean);
+}
+
+} // namespace orvane

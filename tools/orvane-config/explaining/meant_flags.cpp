@@ -1,0 +1,220 @@
+// Which flag was meant by a name.
+#include "explaining/meant_flags.hpp"
+
+#include "explaining/spelling.hpp"
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+#include <array>
+#include <set>
+
+namespace orvane {
+namespace {
+
+/// "workers" and "worker" are one word.
+std::u16string singular(std::u16string word) {
+    if (word.size() > 3 && word.back() == u's' && word[word.size() - 2] != u's') word.pop_back();
+    return word;
+}
+
+std::multiset<std::u16string> word_set(std::u16string_view words) {
+    std::multiset<std::u16string> set;
+    for (std::u16string& word : split_words(words))
+        set.insert(singular(std::move(word)));
+    return set;
+}
+
+struct Name {
+    const Reference* flag;
+    std::u16string words, letters;
+    std::multiset<std::u16string> set;
+};
+
+const std::vector<Name>& names() {
+    static const std::vector<Name> all = [] {
+        std::vector<Name> names;
+        for (const Reference& one : references())
+            names.push_back({&one, normalized(one.wide), letters(one.wide), word_set(normalized(one.wide))});
+        return names;
+    }();
+    return all;
+}
+
+/// The best of what was seen so far.
+struct Nearest {
+    std::size_t far;
+    std::vector<const Reference*> flags{};
+
+    void see(std::size_t candidate, const Reference* flag) {
+        if (candidate > far) return;
+        if (candidate < far) flags.clear();
+        far = candidate;
+        flags.push_back(flag);
+    }
+
+    /// Nobody would want to read more.
+    std::vector<const Reference*> few() const {
+        return flags.size() > 3 ? std::vector<const Reference*>() : flags;
+    }
+};
+
+std::size_t words_apart(const std::multiset<std::u16string>& a, const std::multiset<std::u16string>& b) {
+    std::vector<std::u16string> apart;
+    std::set_symmetric_difference(a.begin(), a.end(), b.begin(), b.end(), std::back_inserter(apart));
+    return apart.size() == a.size() + b.size() ? std::size_t{99} : apart.size();
+}
+
+/// Flags with all the words, and as few others as possible.
+std::vector<const Reference*> with_the_words(const std::multiset<std::u16string>& set) {
+    Nearest nearest{9};
+    for (const Name& name : names())
+        if (std::includes(name.set.begin(), name.set.end(), set.begin(), set.end()))
+            nearest.see(name.set.size() - set.size(), name.flag);
+    return nearest.few();
+}
+
+/// With a difference in one letter of `each`.
+std::vector<const Reference*> with_the_letters(const std::u16string& words, std::size_t each) {
+    const std::u16string typed = letters(words);
+    Nearest nearest{typed.size()};
+    for (const Name& name : names()) {
+        const std::size_t most = std::max<std::size_t>(1, std::min(typed.size(), name.letters.size()) / each);
+        const bool shortened = typed.size() > 2 && name.words.starts_with(words);
+        const std::size_t far =
+            std::min(distance(typed, name.letters, most), shortened ? std::size_t{1} : most + 1);
+        if (far <= most) nearest.see(far, name.flag);
+    }
+    if (nearest.flags.size() > 3) nearest.flags.resize(3);
+    return nearest.flags;
+}
+
+constexpr std::array switching_off = {u"no",   u"not",  u"non",      u"disable", u"disallow", u"deny",
+                                      u"dont", u"hide", u"suppress", u"without", u"ignore"};
+constexpr std::array switching_on = {u"enable", u"allow", u"use", u"show", u"with"};
+
+template <class Words>
+bool is_among(const std::u16string& word, const Words& words) {
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+} // namespace
+
+const Reference* flag_spelled(std::u16string_view text) {
+    const std::u16string typed = letters(text);
+    if (typed.empty()) return nullptr;
+    const auto found =
+        std::find_if(names().begin(), names().end(), [&](const Name& one) { return one.letters == typed; });
+    return found == names().end() ? nullptr : found->flag;
+}
+
+std::vector<const Reference*> flags_like(std::u16string_view text) {
+    const std::u16string words = normalized(text);
+    if (words.size() < 2 || words.size() > 80) return {};
+    const auto set = word_set(words);
+    if (auto same = with_the_words(set); same.size() == 1 && set.size() > 1) return same;
+    if (auto like = with_the_letters(words, 4); !like.empty()) return like;
+    if (auto more = with_the_words(set); !more.empty()) return more;
+    Nearest nearest{2}; // a word too many, or another word
+    for (const Name& name : names())
+        if (const std::size_t apart = words_apart(set, name.set); apart <= 2 && set.size() > 1)
+            nearest.see(apart, name.flag);
+    if (!nearest.flags.empty()) return nearest.few();
+    const auto like = with_the_letters(words, 3);
+    return like.size() == 1 && words.size() > 6 ? like : std::vector<const Reference*>();
+}
+
+std::optional<Polarity> polarity_of(std::u16string_view text) {
+    std::vector<std::u16string> words = split_words(normalized(text));
+    const auto positive = [&words](bool wanted) -> std::optional<Polarity> {
+        std::u16string rest;
+        for (const std::u16string& word : words)
+            rest += word;
+        for (const Name& name : names()) {
+            const Reference& flag = *name.flag;
+            const std::u16string core = letters(qel::i18n::utf8_to_ustring(std::string(flag.core)));
+            if (flag.is_switch() && !core.empty() && (core == rest || name.letters == rest)) {
+                const bool about_core = core == rest;
+                const bool asks = about_core ? wanted == (flag.way == Way::on) : wanted;
+                return Polarity{&flag, !asks};
+            }
+            if (!flag.is_switch() && !wanted && name.letters == rest) return Polarity{&flag, true};
+        }
+        return std::nullopt;
+    };
+    // Also within: --x509-no-crl.
+    for (std::size_t i = 0; i != words.size(); ++i) {
+        const bool off = is_among(words[i], switching_off);
+        if (!off && !is_among(words[i], switching_on)) continue;
+        const std::u16string word = words[i];
+        words.erase(words.begin() + static_cast<std::ptrdiff_t>(i));
+        if (auto found = positive(!off)) return found;
+        words.insert(words.begin() + static_cast<std::ptrdiff_t>(i), word);
+    }
+    return positive(true);
+}
+
+NameAndValue split_token(std::u16string_view token) {
+    // A plain word with a colon is rather an address or a path.
+    const bool flag_like = is_flag_like(token);
+    const std::u16string_view separators = flag_like ? u"= \t\u00A0:" : u"= \t\u00A0";
+    const std::size_t begin = std::min(token.find_first_not_of(u" \t\u00A0-/\"'"), token.size());
+    const std::size_t at = token.find_first_of(separators, begin);
+    if (at != token.npos) {
+        const bool colon = at != 0 && token[at - 1] == u':';
+        return {token.substr(0, colon ? at - 1 : at), token[at], token.substr(at + 1)};
+    }
+    if (const auto colon = token.find(u"\":", begin); colon != token.npos)
+        return {token.substr(0, colon), u':', token.substr(colon + 2)};
+    return {token};
+}
+
+std::string misspelling(std::u16string_view token, const Reference& flag) {
+    const std::string meant(flag.flag);
+    const auto holds = [&](std::u16string_view set) { return token.find_first_of(set) != token.npos; };
+    const std::u16string seen = visible(token);
+    const std::u16string outer = trimmed(seen, u" ");
+    if (token.find(u'\x1B') != token.npos) return "it has a terminal's colour codes in it: " + meant;
+    if (holds(dashes))
+        return "it has a dash where hyphens belong, as texts copied from a document do: " + meant;
+    if (holds(quotes)) return "the quotes around it have reached the server: " + meant;
+    if (seen.size() != token.size() || outer != seen)
+        return "it has a blank or an invisible character in it, or around it: " + meant;
+    if (folded(token) != seen) return "it has letters that only look like those of the flag: " + meant;
+    if (holds(u"[]<>(){}")) return "the brackets around it are not part of the flag: " + meant;
+    if (outer.front() == u'#') return "the # before it has reached the server: " + meant;
+    if (!outer.starts_with(u"--") || outer.starts_with(u"---"))
+        return "a flag begins with two hyphens: " + meant;
+    if (std::u16string_view(u",;:.\\=").find(outer.back()) != std::u16string_view::npos)
+        return "what follows the flag's name is not part of it: " + meant;
+    if (std::any_of(token.begin(), token.end(), [](char16_t c) { return c >= u'A' && c <= u'Z'; }))
+        return "flags are written in lower case: " + meant;
+    if (meant.find('_') != meant.npos) return "this flag is written with an underscore: " + meant;
+    if (holds(u"_.")) return "flags are written with hyphens, not underscores or dots: " + meant;
+    return "flags are written with a hyphen between words: " + meant;
+}
+
+bool begins_as_flag(std::u16string_view text) {
+    const std::u16string outer = trimmed(trimmed(folded(text.substr(0, 200)), u" "), quotes);
+    return !outer.empty() && outer[0] == u'-';
+}
+
+bool is_flag_like(std::u16string_view text) {
+    return begins_as_flag(text) || (text.size() > 1 && text[0] == u'/' &&
+                                    text.substr(1, text.find_first_of(u"=:") - 1).find(u'/') == text.npos);
+}
+
+bool resembles_a_flag(std::u16string_view text) {
+    const std::size_t equals = text.find(u'=');
+    const std::u16string_view name = text.substr(0, equals);
+    if (!begins_as_flag(text))
+        return equals != text.npos && split_words(normalized(name)).size() > 1 && flag_spelled(name);
+    // A command's own options may be short, and of one hyphen.
+    return normalized(name).size() > 2 &&
+           (flag_spelled(name) != nullptr || (folded(text).starts_with(u"--") && !flags_like(name).empty()));
+}
+
+bool is_meant_as_flag(const std::u16string& text) {
+    return reference_of(text) != nullptr || resembles_a_flag(text);
+}
+
+} // namespace orvane

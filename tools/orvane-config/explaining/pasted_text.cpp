@@ -1,0 +1,101 @@
+// Rules about tokens that come from a shell, a document or a file, and were never meant for the server.
+#include "explaining/meant_flags.hpp"
+#include "explaining/rules.hpp"
+#include "explaining/spelling.hpp"
+#include "printing/quoting.hpp"
+#include "verbs/option_table.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+
+namespace orvane {
+namespace {
+
+/// The first token from `from` on that is a flag, or was meant as one.
+std::size_t next_flag(const WorkingLine& line, std::size_t from) {
+    while (from != line.size() && !is_meant_as_flag(line[from][0].text))
+        ++from;
+    return from;
+}
+
+bool is_program(std::u16string_view token) {
+    constexpr std::u16string_view runners[] = {u"sudo", u"doas", u"env", u"exec", u"nohup",
+                                               u"nice", u"time", u"$",   u"%",    u"#",
+                                               u">",    u"PS>",  u"&",   u"run",  u"start"};
+    if (std::find(std::begin(runners), std::end(runners), token) != std::end(runners)) return true;
+    if (begins_as_flag(token)) return false;
+    const auto equals = token.find(u'=');
+    if (equals != token.npos && equals != 0)
+        return std::all_of(
+            token.begin(), token.begin() + static_cast<std::ptrdiff_t>(equals),
+            [](char16_t c) { return (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') || c == u'_'; });
+    return token.find_first_of(u"/\\") != token.npos || token.ends_with(u".exe") ||
+           token.starts_with(u"orvane") ||
+           verb_of(qel::i18n::ustring_to_utf8(std::u16string(token))) != nullptr;
+}
+
+} // namespace
+
+std::optional<Advice> empty_token(const Case& fault) {
+    if (fault.token().empty())
+        return remove(fault, fault.at, fault.at + 1, "the token is empty: was a variable not set?");
+    if (trimmed(visible(fault.token().substr(0, 1000)), u" ").empty())
+        return remove(fault, fault.at, fault.at + 1,
+                      "the token is blank: is there a blank after the backslash at a line's end?");
+    return std::nullopt;
+}
+
+std::optional<Advice> own_option(const Case& fault) {
+    const std::string text = qel::i18n::ustring_to_utf8(fault.token());
+    const OwnOption* const option = text.starts_with("--") ? option_of(text.substr(2)) : nullptr;
+    if (option == nullptr || !takes(*verb_of("check"), *option)) return std::nullopt;
+    return remove(fault, fault.at, end_of_strays(fault.line, fault.at + 1),
+                  text +
+                      (takes(*verb_of("show"), *option) ? " is an option of orvane-config"
+                                                        : " is an option of 'orvane-config check'") +
+                      ": it goes before the server's flags");
+}
+
+std::optional<Advice> program_before_flags(const Case& fault) {
+    if (fault.at != 0 || flag_spelled(fault.token()) != nullptr || !is_program(fault.token()))
+        return std::nullopt;
+    const std::size_t end = next_flag(fault.line, 0);
+    // A directory may stand before its flag.
+    if (end == fault.line.size() || (end == 1 && before_its_flag(fault))) return std::nullopt;
+    return remove(fault, 0, end,
+                  shown(fault.token()) + " is not for the server: give only its flags, without the program");
+}
+
+std::optional<Advice> lone_mark(const Case& fault) {
+    constexpr std::u16string_view marks[] = {u"-", u"--", u"=", u":",      u",",      u";",
+                                             u"[", u"]",  u"{", u"}",      u"\\",     u"^",
+                                             u"`", u"*",  u"+", u"\u2013", u"\u2014", u"\u2022"};
+    if (std::find(std::begin(marks), std::end(marks), fault.token()) == std::end(marks)) return std::nullopt;
+    const bool continues = is_one_of(fault.token()[0], u"\\^`");
+    return remove(fault, fault.at, fault.at + 1,
+                  shown(fault.token()) + (continues ? " at a line's end has reached the server: leave it out"
+                                                    : " means nothing to the server: leave it out"));
+}
+
+bool is_for_a_shell(std::u16string_view token) {
+    constexpr std::u16string_view operators[] = {u"&", u"&&", u"|", u"||", u";",
+                                                 u">", u">>", u"<", u"2>", u"&>"};
+    return std::find(std::begin(operators), std::end(operators), token) != std::end(operators) ||
+           token.starts_with(u"2>") || token.starts_with(u"&>");
+}
+
+std::optional<Advice> shell_syntax(const Case& fault) {
+    if (!is_for_a_shell(fault.token())) return std::nullopt;
+    return remove(fault, fault.at, end_of_strays(fault.line, fault.at + 1, true),
+                  shown(fault.token()) +
+                      " is for a shell, not for the server: leave it and what belongs to it out");
+}
+
+std::optional<Advice> comment(const Case& fault) {
+    if (fault.token()[0] != u'#' || flag_spelled(fault.token()) != nullptr) return std::nullopt;
+    return remove(fault, fault.at, end_of_strays(fault.line, fault.at + 1, true),
+                  "the server knows no comments: leave it out");
+}
+
+} // namespace orvane

@@ -1,0 +1,225 @@
+// Rules about values that their flag does not take.
+#include "explaining/meant_flags.hpp"
+#include "explaining/rules.hpp"
+#include "explaining/spelling.hpp"
+#include "printing/quoting.hpp"
+
+#include "qel/config/error_code.hpp"
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+
+namespace orvane {
+namespace {
+
+const Token& value_of(const Case& fault) {
+    return fault.occurrence()[1];
+}
+
+const Reference& flag_of(const Case& fault) {
+    return reference_of(fault.occurrence());
+}
+
+/// Another value, if the library takes that.
+std::optional<Advice> better(const Case& fault, const std::u16string& text, const std::string& sentence,
+                             const char* behind = "") {
+    if (text == value_of(fault).text || !takes(fault.occurrence()[0], text)) return std::nullopt;
+    return replace(fault, fault.at, fault.at + 1, {fault.occurrence()[0], {text, value_of(fault).number}},
+                   sentence, behind);
+}
+
+/// The token that follows, if it may be the value.
+const Token* next_stray(const Case& fault) {
+    const bool stray = fault.after() != nullptr && end_of_strays(fault.line, fault.at + 1) != fault.at + 1;
+    return stray ? &(*fault.after())[0] : nullptr;
+}
+
+/// With an example in the place of the value, which cannot be guessed.
+Advice by_example(const Case& fault, std::string sentence) {
+    // What follows is part of the value, if anything.
+    const bool command = flag_of(fault).value.find("<command>") != std::string_view::npos;
+    Advice advice{{std::move(sentence)}, {}, {}};
+    advice.edit = edit_of(fault, fault.at, end_of_strays(fault.line, fault.at + 1, command),
+                          with_placeholder(fault.occurrence()));
+    if (advice.edit.occurrences.empty()) advice.edit.proposed = false;
+    return advice;
+}
+
+bool is_quantity(const Reference& reference) {
+    return reference.value == "<size>" || reference.value == "<duration>" || reference.value == "<number>";
+}
+
+/// The largest number that the form has, if the value is larger.
+std::string largest(const Reference& reference, std::u16string_view value) {
+    const bool port = reference.value.ends_with("<port>");
+    if (!port && reference.value != "<number>") return {};
+    std::u16string_view digits = value.substr(value.find_last_of(u":@") + 1);
+    digits.remove_prefix(std::min(digits.find_first_not_of(u'0'), digits.size()));
+    const std::u16string_view most = port ? u"65535" : u"4294967295";
+    if (!all_digits(digits) || digits.size() < most.size() ||
+        (digits.size() == most.size() && digits <= most))
+        return {};
+    return port ? "the largest port is 65535" : "at most 4294967295";
+}
+
+} // namespace
+
+std::optional<Advice> missing_value(const Case& fault) {
+    if (fault.occurrence().size() != 1) return std::nullopt;
+    Advice advice{{"the line ends here, but " + shown(fault.token()) +
+                   " needs a value: " + std::string(flag_of(fault).value)},
+                  {},
+                  {}};
+    advice.edit = edit_of(fault, fault.at, fault.at + 1, with_placeholder(fault.occurrence()));
+    return advice;
+}
+
+std::optional<Advice> swallowing_flag(const Case& fault) {
+    if (!is_meant_as_flag(value_of(fault).text)) return std::nullopt;
+    const Token& flag = fault.occurrence()[0];
+    const Token* const next = next_stray(fault);
+    if (flag_spelled(value_of(fault).text) == &flag_of(fault) && next != nullptr && takes(flag, next->text))
+        return replace(fault, fault.at, fault.at + 2, {flag, *next}, "the flag is there twice: ");
+    std::vector<Token> tokens = with_placeholder({flag});
+    tokens.push_back(value_of(fault));
+    Advice advice{{shown(flag.text) + " has taken " + shown(value_of(fault).text) +
+                   " for its value: is its own value missing?"},
+                  {},
+                  {}};
+    advice.edit = edit_of(fault, fault.at, fault.at + 1, tokens);
+    return advice;
+}
+
+std::optional<Advice> marked_value(const Case& fault) {
+    const Token* const next = next_stray(fault);
+    if (!is_mark(value_of(fault).text) || next == nullptr) return std::nullopt;
+    for (const std::u16string& text : {next->text, bare(next->text)})
+        if (takes(fault.occurrence()[0], text))
+            return replace(fault, fault.at, fault.at + 2, {fault.occurrence()[0], {text, next->number}},
+                           shown(value_of(fault).text) + " has been taken for the value; leave it out: ");
+    return std::nullopt;
+}
+
+std::optional<Advice> dirty_value(const Case& fault) {
+    const std::u16string& value = value_of(fault).text;
+    const std::u16string clean = bare(value.substr(0, 10000));
+    const bool quoted = value.find_first_of(quotes) != value.npos;
+    const bool blank = clean != value && trimmed(value, blanks) == clean;
+    const std::string what = quoted ? "quotes" : blank ? "blanks" : "characters that do not belong there";
+    for (const std::u16string& text :
+         {clean, folded(clean), trimmed(clean, u":"), trimmed(clean, u"[]<>(){}:,;")})
+        if (auto advice = better(fault, text, "there are " + what + " in the value itself; without them: "))
+            return advice;
+    // "http=9910" after its own flag.
+    const auto separator = clean.find_first_of(u"=: ");
+    if (separator == clean.npos || flag_spelled(clean.substr(0, separator)) != &flag_of(fault))
+        return std::nullopt;
+    return better(fault, bare(clean.substr(separator + 1)), "the value goes without the flag's name: ");
+}
+
+std::optional<Advice> similar_word(const Case& fault) {
+    const auto words = keywords(flag_of(fault));
+    if (words.empty()) return std::nullopt;
+    const auto like = most_like(normalized(value_of(fault).text), words);
+    return like.empty() ? std::nullopt
+                        : better(fault, qel::i18n::utf8_to_ustring(like[0]), "did you mean ", "?");
+}
+
+std::optional<Advice> split_value(const Case& fault) {
+    return joined_value(fault, fault.at);
+}
+
+std::optional<Advice> read_otherwise(const Case& fault) {
+    const Token& flag = fault.occurrence()[0];
+    const Token* const next = next_stray(fault);
+    for (const bool with_next : {false, true}) {
+        if (with_next && next == nullptr) break;
+        const std::u16string value = value_of(fault).text + (with_next ? u" " + next->text : u"");
+        if (value.size() > 1000) break;
+        for (const Reading& reading : readings(flag_of(fault), value))
+            if (takes(flag, reading.value)) {
+                const std::size_t end = fault.at + (with_next ? 2 : 1), number = value_of(fault).number;
+                Advice advice =
+                    replace(fault, fault.at, end, {flag, {reading.value, number}}, reading.why + ": ");
+                if (!reading.sample.empty())
+                    advice.edit =
+                        edit_of(fault, fault.at, end, {flag, {reading.value, number, reading.value}});
+                return advice;
+            }
+    }
+    return std::nullopt;
+}
+
+std::optional<Advice> swapped(const Case& fault) {
+    constexpr std::size_t near = 10;
+    if (fault.fault.code == qel::config::error_code::out_of_range() || takes({fault.occurrence()}))
+        return std::nullopt;
+    // Of two numbers neither is the other's: both are just wrong.
+    const auto is_number = [](const Occurrence& one) {
+        return one[1].text.find_first_of(u"0123456789") != one[1].text.npos;
+    };
+    const std::size_t last = std::min(fault.at + near, fault.line.size() - 1);
+    for (std::size_t other = fault.at + 1; other <= last; ++other) {
+        Occurrence one = fault.occurrence(), two = fault.line[other];
+        if (two.size() != 2 || (is_number(one) && is_number(two)) || takes({two})) continue;
+        std::swap(one[1], two[1]);
+        if (!takes({one}) || !takes({two})) continue;
+        Advice advice{{"are these two values swapped? " + shown(one) + " " + shown(two)}, {}, {}};
+        Edit& edit = advice.edit;
+        edit.begin = fault.at;
+        edit.end = other + 1;
+        edit.occurrences = fault.line.part(fault.at, other + 1);
+        edit.occurrences.front() = one;
+        edit.occurrences.back() = two;
+        return advice;
+    }
+    return std::nullopt;
+}
+
+std::optional<Advice> similar_flag(const Case& fault) {
+    if (!is_quantity(flag_of(fault))) return std::nullopt;
+    const std::vector<std::u16string> words = split_words(normalized(fault.token()));
+    const Reference* found = nullptr;
+    for (const Reference& one : references()) {
+        const auto others = split_words(normalized(one.wide));
+        const bool more =
+            others.size() > words.size() && std::all_of(words.begin(), words.end(), [&](const auto& word) {
+                return std::find(others.begin(), others.end(), word) != others.end();
+            });
+        if (!more || !is_quantity(one) || one.value == flag_of(fault).value ||
+            !takes({std::u16string(one.wide)}, value_of(fault).text))
+            continue;
+        if (found != nullptr) return std::nullopt;
+        found = &one;
+    }
+    if (found == nullptr) return std::nullopt;
+    Advice advice =
+        replace(fault, fault.at, fault.at + 1,
+                {{std::u16string(found->wide), fault.number()}, value_of(fault)}, "did you mean ", "?");
+    advice.suggestions = {std::u16string(found->wide)};
+    return advice;
+}
+
+std::optional<Advice> in_the_way(const Case& fault) {
+    if (!takes({fault.occurrence()})) return std::nullopt;
+    Advice advice = by_example(fault, std::string(flag_of(fault).flag) + ": " + flag_of(fault).relations());
+    advice.edit.proposed = false;
+    return advice;
+}
+
+std::optional<Advice> out_of_range(const Case& fault) {
+    if (fault.fault.code != qel::config::error_code::out_of_range()) return std::nullopt;
+    return by_example(fault, std::string(flag_of(fault).flag) + ": " + flag_of(fault).meaning());
+}
+
+std::optional<Advice> wrong_form(const Case& fault) {
+    const Reference& reference = flag_of(fault);
+    const std::string flag(reference.flag), form = flag + " " + std::string(reference.value);
+    const std::u16string& value = value_of(fault).text;
+    if (const std::string most = largest(reference, value); !most.empty())
+        return by_example(fault, flag + ": the number is too large: " + most);
+    const std::string why = value.empty() ? "the value is empty: was a variable not set? T" : "t";
+    return by_example(fault, why + "he form is " + form + ", for example: " + reference.example());
+}
+
+} // namespace orvane

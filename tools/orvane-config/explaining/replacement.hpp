@@ -1,0 +1,52 @@
+// What to put in the place of a fault, and how to say it.
+#pragma once
+
+#include "probing/diagnosis.hpp"
+#include "reference/reference.hpp"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+struct Advice {
+    std::vector<std::string> sentences{};
+    std::vector<std::u16string> suggestions{}; ///< the flags that were probably meant, the likeliest first
+    Edit edit{};
+};
+
+/// The tokens in the place of the occurrences [begin, end), as the library would take them.
+Edit edit_of(const Case& fault, std::size_t begin, std::size_t end, const std::vector<Token>& tokens);
+
+/// The same, with a sentence that ends in the tokens.
+Advice replace(const Case& fault, std::size_t begin, std::size_t end, const std::vector<Token>& tokens,
+               const std::string& sentence, const std::string& behind = "");
+
+/// Proposes to leave the occurrences [begin, end) out.
+Advice remove(const Case& fault, std::size_t begin, std::size_t end, std::string sentence);
+
+/// Has no proposal; the rest is looked at without the occurrences [begin, end).
+Advice skip(const Case& fault, std::size_t begin, std::size_t end, std::string sentence);
+
+/// The flag with a value that the server takes and no rule refuses; without it, the rules would miss the flag. What was
+/// refused with such a value is left out.
+std::vector<Token> with_placeholder(const Occurrence& occurrence);
+
+/// Whether the library takes them by themselves.
+bool takes(const CommandLine& line);
+bool takes(const Token& flag, const std::u16string& value);
+
+/// The value that the flag takes: as it is, or without what is around it.
+std::u16string clean_value(const Reference& flag, std::u16string_view value);
+
+/// The end of the tokens from `from` on that are no flags, and are not meant as flags.
+std::size_t end_of_strays(const WorkingLine& line, std::size_t from, bool of_a_command = false);
+
+/// What the reference says of an occurrence's flag.
+const Reference& reference_of(const Occurrence& occurrence);
+
+/// A flag with its value at that place, the only thing that goes on after it.
+bool has_value(const Occurrence* occurrence);
+
+} // namespace orvane

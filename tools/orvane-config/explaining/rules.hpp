@@ -1,0 +1,55 @@
+// The rules of advice. Each looks at a fault and says what was meant, or nothing when the fault is of another kind; their
+// order is in advice.cpp.
+#pragma once
+
+#include "explaining/replacement.hpp"
+
+namespace orvane {
+
+using Rule = std::optional<Advice>(const Case& fault);
+
+// Of tokens that are no flags where one is expected (pasted_text.cpp).
+Rule empty_token, own_option, program_before_flags, lone_mark, shell_syntax, comment;
+
+// Of names (flag_names.cpp).
+Rule misspelt, attached_value, similar_name, unknown_name;
+
+// Of names that other servers have for a setting, or for its reverse (foreign_names.cpp).
+Rule other_polarity, foreign_name;
+
+// Of values that are not where they belong (misplaced_values.cpp).
+Rule limited, swallowed_flag, mark_for_a_value, given_twice, goes_on, before_its_flag, split_by_the_shell,
+    repeated, switch_value, surplus;
+
+// Of values that are refused (refused_values.cpp).
+Rule missing_value, swallowing_flag, marked_value, dirty_value, similar_word, split_value, read_otherwise,
+    swapped, similar_flag, in_the_way, out_of_range, wrong_form;
+
+/// What the value may have been meant for, in the form that the server takes (foreign_values.cpp); nothing when it cannot
+/// be read.
+struct Reading {
+    std::u16string value;
+    std::string why;
+    std::u16string sample{}; ///< when part of it had to be made up
+};
+std::vector<Reading> readings(const Reference& reference, const std::u16string& value);
+
+/// The same for amounts of time and of memory, and for numbers (foreign_quantities.cpp).
+std::vector<Reading> durations(const std::u16string& value);
+std::vector<Reading> sizes(const std::u16string& value);
+std::vector<Reading> numbers(const std::u16string& value);
+
+/// Whether the value of the occurrence at `position` goes on in the tokens that follow it.
+std::optional<Advice> joined_value(const Case& fault, std::size_t position);
+
+/// "&&", ">", "2>&1".
+bool is_for_a_shell(std::u16string_view token);
+
+/// Whether it is between a flag and its value in other notations: "=", "--", "\".
+bool is_mark(std::u16string_view value);
+
+/// "--http=9910", in which the name is a known one, or what was meant by it.
+Advice with_value_behind(const Case& fault, const Reference& meant, char16_t separator,
+                         std::u16string_view rest, std::vector<std::string> sentences);
+
+} // namespace orvane

@@ -1,0 +1,104 @@
+// A verdict for people.
+#include "printing/verdict_text.hpp"
+
+#include "printing/escape.hpp"
+#include "printing/quoting.hpp"
+#include "system/terminal.hpp"
+
+#include "qel/config/report.hpp"
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+#include <ostream>
+
+namespace orvane {
+namespace {
+
+/// Nobody reads more at once.
+constexpr std::size_t most_faults = 20;
+
+/// The occurrence and its neighbours; on a terminal a second line marks the occurrence.
+void show_place(const Fault& fault, std::ostream& err) {
+    const bool terminal = is_terminal(Stream::err);
+    const char* const no_color = std::getenv("NO_COLOR");
+    const bool colour = terminal && (no_color == nullptr || *no_color == '\0');
+
+    std::string before = "  " + numbers_of(fault.occurrence) + ": " + (fault.more_before ? "... " : "");
+    if (!fault.before.empty()) before += shown(fault.before) + " ";
+    const std::string refused = shown(fault.occurrence);
+    err << before << (colour ? "\033[1;31m" : "") << refused << (colour ? "\033[0m" : "");
+    if (!fault.after.empty()) err << " " << shown(fault.after);
+    err << (fault.more_after ? " ...\n" : "\n");
+
+    if (!terminal) return;
+    const auto columns = [](const std::string& text) { return qel::i18n::utf8_to_ustring(text).size(); };
+    err << std::string(columns(before), ' ') << '^' << std::string(columns(refused) - 1, '~') << '\n';
+}
+
+void show_fault(const Fault& fault, const Advice& advice, std::ostream& err) {
+    if (!fault.occurrence.empty()) show_place(fault, err);
+    for (const std::string& sentence : advice.sentences)
+        err << "    " << sentence << '\n';
+}
+
+/// The library's text with its last line ended; most of its texts do not end theirs.
+std::string ended(const std::string& text) {
+    return text.empty() || text.back() == '\n' ? text : text + '\n';
+}
+
+/// Where the flags are that the problems are about.
+void show_involved(const Verdict& verdict, std::ostream& err) {
+    const auto is_named = [&](const Occurrence& occurrence) {
+        const auto& problems = verdict.diagnosis.problems;
+        return std::any_of(problems.begin(), problems.end(), [&](const std::u16string& problem) {
+            return (problem + u" ").find(occurrence[0].text + u" ") != problem.npos;
+        });
+    };
+    for (const Occurrence& occurrence : verdict.line)
+        if (verdict.diagnosis.involved.contains(occurrence[0].text) || is_named(occurrence))
+            err << "  " << numbers_of(occurrence) << ": " << shown(occurrence) << '\n';
+}
+
+/// The faults from the first to show on, each with the library's text, except that of the first, which is there already.
+void show_faults(const Verdict& verdict, std::ostream& err) {
+    const Diagnosis& diagnosis = verdict.diagnosis;
+    const std::size_t shown = std::min(diagnosis.faults.size(), most_faults);
+    for (std::size_t i = 0; i != shown; ++i) {
+        const Fault& fault = diagnosis.faults[i];
+        if (i != 0)
+            err << "after fixing that: " << ended(fault.text.empty() ? fault.code.message() : fault.text);
+        show_fault(fault, verdict.advice[i], err);
+    }
+    if (const std::size_t more = diagnosis.faults.size() - shown; more != 0)
+        err << "and " << more << " more\n";
+    for (const std::u16string& problem : diagnosis.problems)
+        err << "after fixing that: " << escape(qel::i18n::ustring_to_utf8(problem)) << '\n';
+}
+
+} // namespace
+
+void explain(const Verdict& verdict, std::ostream& err) {
+    err << ended(verdict.answer.text);
+    const Diagnosis& diagnosis = verdict.diagnosis;
+    if (!verdict.answer.code && !diagnosis.problems.empty())
+        qel::config::report_problems(diagnosis.problems, diagnosis.involved, err);
+    if (!verdict.accepted())
+        err << "orvane-config: configuration refused: " << verdict.code().message() << '\n';
+    if (verdict.answer.code)
+        show_faults(verdict, err);
+    else if (!verdict.accepted())
+        show_involved(verdict, err);
+    for (const Warning& warning : verdict.warnings)
+        err << "orvane-config: warning: "
+            << (warning.token == 0 ? "" : "token " + std::to_string(warning.token) + ": ") << warning.text
+            << " [" << warning.id << "]\n";
+}
+
+void explain_fixes(const Verdict& verdict, std::ostream& err) {
+    const std::vector<Fault>& faults = verdict.diagnosis.faults;
+    err << ended(faults[0].text.empty() ? faults[0].code.message() : faults[0].text);
+    show_faults(verdict, err);
+}
+
+} // namespace orvane

@@ -1,0 +1,17 @@
+// A verdict for people.
+#pragma once
+
+#include "explaining/verdict.hpp"
+
+#include <iosfwd>
+
+namespace orvane {
+
+/// The library's text as it came, its last line ended, then the problem report; then what this tool has to add: the
+/// verdict, where each fault is and how to fix it, or the warnings. On a terminal the place is marked.
+void explain(const Verdict& verdict, std::ostream& err);
+
+/// Only the faults, and how each was fixed.
+void explain_fixes(const Verdict& verdict, std::ostream& err);
+
+} // namespace orvane

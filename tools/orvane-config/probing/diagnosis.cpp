@@ -1,0 +1,169 @@
+// All that is wrong with a command line, found by fixing each fault and asking again.
+#include "probing/diagnosis.hpp"
+
+#include <unordered_set>
+
+namespace orvane {
+namespace {
+
+/// Walks along a line that changes ahead of it. What is refused depends on the flag right before, and on which flags were
+/// given at all, not on how often: so each question is about a few occurrences and a record with one of each flag.
+class Walker {
+public:
+    /// The first occurrence that is refused, and the library's answer; line.size() when all are taken.
+    std::size_t next_refused(const WorkingLine& line, Answer& refusal) {
+        for (std::size_t stride = 1;;) {
+            const std::size_t left = line.size() - base_ - taken_;
+            if (left == 0) return line.size();
+            stride = std::min(stride, left);
+            Answer answer = ask(tokens_of(line.part(base_, base_ + taken_ + stride)), record_);
+            if (answer.consumed()) {
+                taken_ += stride;
+                stride *= 2;
+                move_up(line);
+            } else if (stride == 1) {
+                refusal = std::move(answer);
+                return base_ + taken_;
+            } else {
+                stride /= 2;
+            }
+        }
+    }
+
+    /// To be told when the line has changed, from this occurrence on.
+    void changed(std::size_t from) {
+        base_ = std::min(base_, from);
+        taken_ = 0;
+    }
+
+private:
+    /// The last one is asked about again with what follows it.
+    void move_up(const WorkingLine& line) {
+        for (; taken_ > 1; --taken_) {
+            const Occurrence& occurrence = line[base_++];
+            if (seen_.insert(occurrence[0].text).second)
+                record_ = ask(tokens_of({occurrence}), std::move(record_)).settings;
+        }
+    }
+
+    std::size_t base_ = 0;  // so many occurrences are left behind
+    std::size_t taken_ = 0; // and so many after them are known to be taken
+    std::unordered_set<std::u16string> seen_{};
+    qel::config::ServerSettings record_{};
+};
+
+std::vector<Token> tokens_in(const CommandLine& line) {
+    std::vector<Token> tokens;
+    for (const Occurrence& occurrence : line)
+        tokens.insert(tokens.end(), occurrence.begin(), occurrence.end());
+    return tokens;
+}
+
+/// The edit in terms of the line as it was given, without what stays the same at both ends.
+Fix fix_of(const Tokens& given, const WorkingLine& line, const Edit& edit) {
+    const std::vector<Token> old = tokens_in(line.part(edit.begin, edit.end));
+    const std::vector<Token> replacement = tokens_in(edit.occurrences);
+    const auto same = [&given](const Token& a, const Token& b) {
+        return a.text == b.text && a.number == b.number && a.number != 0 && given[a.number - 1] == a.text;
+    };
+    std::size_t front = 0, back = 0;
+    while (front < std::min(old.size(), replacement.size()) && same(old[front], replacement[front]))
+        ++front;
+    // Only at the line's end is there a place without a token.
+    if (front == old.size() && edit.end != line.size() && front != 0) --front;
+    const std::size_t most = std::min(old.size() - front, replacement.size() - front);
+    while (back + 1 < old.size() - front && back < most &&
+           same(old[old.size() - 1 - back], replacement[replacement.size() - 1 - back]))
+        ++back;
+    Fix fix;
+    for (std::size_t i = front; i < old.size() - back; ++i)
+        if (old[i].number != 0) fix.tokens.push_back(old[i].number);
+    std::sort(fix.tokens.begin(), fix.tokens.end());
+    fix.tokens.erase(std::unique(fix.tokens.begin(), fix.tokens.end()), fix.tokens.end());
+    const auto at = [&replacement](std::size_t i) {
+        return replacement.begin() + static_cast<std::ptrdiff_t>(i);
+    };
+    fix.replacement.assign(at(front), at(replacement.size() - back));
+    return fix;
+}
+
+/// In a line that is refused: its first refused occurrence, looked for without a record.
+std::size_t first_refused(const WorkingLine& line, Answer& refusal) {
+    std::size_t taken = 0;
+    for (std::size_t refused = line.size(); refused - taken > 1;) {
+        const std::size_t middle = taken + (refused - taken) / 2;
+        (ask(line.part(0, middle)).consumed() ? taken : refused) = middle;
+    }
+    refusal = ask(line.part(0, taken + 1));
+    return taken;
+}
+
+Fault fault_at(const WorkingLine& line, std::size_t position, const Answer& answer) {
+    Fault fault{answer.code, answer.text, {}, {}, {}};
+    if (position == line.size()) return fault;
+    fault.occurrence = line[position];
+    if (position > 0) fault.before = line[position - 1];
+    if (position + 1 < line.size()) fault.after = line[position + 1];
+    fault.more_before = position > 1;
+    fault.more_after = position + 2 < line.size();
+    return fault;
+}
+
+/// The tokens of the line and, where they were, those that it had to lose.
+std::vector<Token> with_lost(const CommandLine& line, const std::vector<Token>& lost) {
+    std::vector<Token> all;
+    auto next = lost.begin();
+    for (const Occurrence& occurrence : line) {
+        for (; next != lost.end() && occurrence[0].number > next->number; ++next)
+            all.push_back(*next);
+        all.insert(all.end(), occurrence.begin(), occurrence.end());
+    }
+    all.insert(all.end(), next, lost.end());
+    return all;
+}
+
+} // namespace
+
+Diagnosis diagnose(const Tokens& tokens, const Answer& answer, const FindEdit& find_edit) {
+    Diagnosis diagnosis;
+    if (!answer.code) {
+        qel::config::validate_settings(answer.settings, diagnosis.problems, diagnosis.involved);
+        return diagnosis;
+    }
+    WorkingLine line(occurrences_of(tokens));
+    std::vector<Token> lost;
+    Walker walker;
+    Answer last;
+    std::size_t most_left = line.size() + 1; // so much is left after the last fault
+    for (int standstill = 0;;) {
+        std::size_t position = walker.next_refused(line, last);
+        if (position == line.size()) {
+            last = ask(line.part(0, line.size()));
+            if (!last.code) break;
+            if (!last.consumed()) position = first_refused(line, last);
+        }
+        Fault& fault = diagnosis.faults.emplace_back(fault_at(line, position, last));
+        // Nothing may keep the tool at one place: what is refused again and again is left out.
+        standstill = line.size() - position < most_left ? 0 : standstill + 1;
+        most_left = std::min(most_left, line.size() - position);
+        constexpr int most_tries = 8;
+        if (position == line.size() && standstill > 1) break;
+        Edit edit = standstill > most_tries ? Edit{position, position + 1, {}, false}
+                                            : find_edit(Case{fault, line, position});
+        if (edit.proposed) {
+            fault.fix = fix_of(tokens, line, edit);
+        } else {
+            diagnosis.complete = false;
+            for (const Token& token : tokens_in(line.part(edit.begin, edit.end)))
+                lost.push_back(token);
+        }
+        walker.changed(edit.begin);
+        line.replace(edit.begin, edit.end, std::move(edit.occurrences));
+    }
+    diagnosis.faults[0].text = answer.text;
+    qel::config::validate_settings(last.settings, diagnosis.problems, diagnosis.involved);
+    diagnosis.fixed = with_lost(line.part(0, line.size()), lost);
+    return diagnosis;
+}
+
+} // namespace orvane

@@ -1,0 +1,48 @@
+// The verb `fix`: the line that was meant.
+#include "printing/quoting.hpp"
+#include "printing/verdict_text.hpp"
+#include "verbs/ignored_warnings.hpp"
+#include "verbs/input.hpp"
+
+#include <algorithm>
+#include <ostream>
+
+namespace orvane {
+namespace {
+
+Tokens texts_of(const std::vector<Token>& tokens) {
+    Tokens texts;
+    for (const Token& token : tokens)
+        texts.push_back(token.text);
+    return texts;
+}
+
+/// The line that was refused, as far as it can be fixed.
+ExitCode fix_refused(const Verdict& verdict, const Call& call) {
+    std::ostream& err = call.err;
+    explain_fixes(verdict, err);
+    const Diagnosis& diagnosis = verdict.diagnosis;
+    call.out << shown(diagnosis.fixed) << '\n';
+    const bool has_placeholder = std::any_of(diagnosis.fixed.begin(), diagnosis.fixed.end(),
+                                             [](const Token& token) { return !token.sample.empty(); });
+    if (has_placeholder) err << "orvane-config: replace each <value> in the line\n";
+    if (!diagnosis.complete || !diagnosis.problems.empty()) return ExitCode::refused;
+    if (has_placeholder) return ExitCode::warned;
+    explain(judge(texts_of(diagnosis.fixed), false, ignored_warnings(call)), err);
+    return ExitCode::done;
+}
+
+} // namespace
+
+ExitCode fix(const Call& call) {
+    const Verdict verdict = judge(input_of(call).flags, false, ignored_warnings(call));
+    if (verdict.answer.code) return fix_refused(verdict, call);
+    explain(verdict, call.err);
+    std::vector<Token> tokens;
+    for (const Occurrence& occurrence : verdict.line)
+        tokens.insert(tokens.end(), occurrence.begin(), occurrence.end());
+    call.out << shown(tokens) << '\n';
+    return verdict.accepted() ? ExitCode::done : ExitCode::refused;
+}
+
+} // namespace orvane
