@@ -196,6 +196,28 @@ TEST_F(Files, what_does_not_exist_is_folded_as_text) {
     }
 }
 
+TEST_F(Files, a_path_may_be_longer_than_everyday_ones) {
+    const Name part(150, u'x');
+    const disk::path directory = root / part / part;
+    disk::create_directories(native(path_of(directory)));
+    {
+        const scoped_file file(path_of(directory / ".." / part / "file"));
+        std::ofstream(native(file.path())) << "text";
+        EXPECT_TRUE(disk::exists(native(path_of(directory / "file"))));
+    }
+    // The directory goes, so the file has gone.
+    EXPECT_TRUE(disk::remove(native(path_of(directory))));
+    if (!windows) return;
+    const std::pair<Name, Name> rows[] = {
+        {u"C:/a/./b/../" + part + u"/" + part, u"\\\\?\\C:\\a\\" + part + u"\\" + part},
+        {u"\\\\server\\share\\" + part + part, u"\\\\?\\UNC\\server\\share\\" + part + part},
+        {u"\\\\?\\C:\\" + part + part, u"\\\\?\\C:\\" + part + part},
+        {part + part, u"\\\\?\\" + disk::current_path().u16string() + u"\\" + part + part},
+        {u"C:/a/../b", u"C:/a/../b"}};
+    for (const auto& [path, expected] : rows)
+        EXPECT_EQ(native(Path(path)).u16string(), expected);
+}
+
 TEST_F(Files, a_canonicalizer_asks_once_and_takes_linear_time) {
     Canonicalizer canonicalizer;
     const Path late(u"../late/x"), before_change = canonicalizer.canonicalize(late);

@@ -1,6 +1,7 @@
 // The questions put to a Windows file system.
 #include "file_system.hpp"
 
+#include "long_path.hpp"
 #include "path_syntax.hpp"
 #include "wide.hpp"
 
@@ -15,9 +16,6 @@
 
 namespace qel::util::filesystem {
 namespace {
-
-constexpr std::u16string_view long_prefix = u"\\\\?\\";
-constexpr std::u16string_view long_share_prefix = u"\\\\?\\UNC\\";
 
 /// A call that fills a buffer returns the length it filled, or the size it needs, or 0 for a failure.
 template <class Call>
@@ -39,13 +37,6 @@ std::u16string tidy(std::u16string text) {
         text.erase(0, long_prefix.size());
     if (text.size() > root_length(text) && ends_in_separator(text)) text.pop_back();
     return text;
-}
-
-/// The form that is read beyond the length of everyday paths.
-std::wstring long_form(const std::u16string& path) {
-    if (path.size() < MAX_PATH || path.starts_with(long_prefix)) return to_wide(path);
-    if (path.starts_with(u"\\\\")) return to_wide(long_share_prefix) + to_wide(path.substr(2));
-    return to_wide(long_prefix) + to_wide(path);
 }
 
 struct CloseHandle {
