@@ -43,9 +43,28 @@ static DWORD exit_code(HANDLE process) {
     return code;
 }
 
+// The system's names for them are for narrow text in a program that is not built for wide text only.
+static const LPCWSTR version_kind = MAKEINTRESOURCEW(16), manifest_kind = MAKEINTRESOURCEW(24);
+
+/// What a binary says about itself: the resource of this kind, whole, as bytes.
+static std::string resource(const std::wstring& binary, LPCWSTR kind) {
+    const HMODULE module = LoadLibraryExW(binary.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    const HRSRC found = FindResourceW(module, MAKEINTRESOURCEW(1), kind);
+    if (found == nullptr) return {};
+    const auto* const bytes = static_cast<const char*>(LockResource(LoadResource(module, found)));
+    return std::string(bytes, SizeofResource(module, found));
+}
+
 int main() {
     int count = 0;
-    const std::wstring tool = L"\"" + std::wstring(CommandLineToArgvW(GetCommandLineW(), &count)[1]) + L"\"";
+    wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    const std::wstring tool = L"\"" + std::wstring(arguments[1]) + L"\"";
+    for (int i = 1; i != count; ++i)
+        expect(resource(arguments[i], version_kind).find(std::string("O\0r\0v\0a\0n\0e", 11)) !=
+                   std::string::npos,
+               "has a version");
+    expect(resource(arguments[1], manifest_kind).find("<longPathAware") != std::string::npos,
+           "takes long paths");
     const fs::path root = fs::temp_directory_path() / ("zep_tool_" + std::to_string(GetCurrentProcessId()));
     const fs::path output = root / "output", pid_file = root / "main.pid";
     fs::create_directories(root);

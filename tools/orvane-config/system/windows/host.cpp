@@ -4,7 +4,7 @@
 #include "qel/util/canonicalize.hpp"
 #include "qel/util/native_path.hpp"
 
-#include <functional>
+#include <cstdint>
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
@@ -78,11 +78,22 @@ struct DirectoryLock::State {
     Handle mutex;
 };
 
+namespace {
+
+/// The same in every build of the tool, which std::hash is not: by it publishers keep out of each other's way. (FNV-1a)
+std::uint64_t number_of(const Path& directory) {
+    std::uint64_t number = 0xcbf29ce484222325;
+    for (const char16_t unit : qel::util::filesystem::canonicalize(directory).text())
+        number = (number ^ unit) * 0x100000001b3;
+    return number;
+}
+
+} // namespace
+
 // A directory cannot be locked itself; a mutex named for it serves all publishers of this machine.
 DirectoryLock::DirectoryLock(const Path& directory, milliseconds patience)
     : state_(std::make_unique<State>()) {
-    const auto place = std::hash<std::u16string>()(qel::util::filesystem::canonicalize(directory).text());
-    const std::wstring name = L"Global\\orvane-config-" + std::to_wstring(place);
+    const std::wstring name = L"Global\\orvane-config-" + std::to_wstring(number_of(directory));
     state_->mutex.reset(CreateMutexW(nullptr, FALSE, name.c_str()));
     if (state_->mutex.get() == nullptr) fail("no lock", GetLastError());
     // One that was abandoned, by a publisher that was killed, is ours as well.

@@ -1,0 +1,37 @@
+# What a Windows binary says about itself: its version, and a program's manifest.
+
+string(LENGTH "${ZEP_CONFIG_BUILD_NUMBER}" digits)
+if(NOT ZEP_CONFIG_BUILD_NUMBER MATCHES "^[0-9]+$" OR digits GREATER 6)
+    message(FATAL_ERROR "ZEP_CONFIG_BUILD_NUMBER is a number of at most six digits, not '${ZEP_CONFIG_BUILD_NUMBER}'")
+endif()
+math(EXPR missing_zeros "6 - ${digits}")
+string(REPEAT "0" ${missing_zeros} zeros)
+set(version_text "${PROJECT_VERSION}.${zeros}${ZEP_CONFIG_BUILD_NUMBER}")
+if(WIN32)
+    enable_language(RC)
+endif()
+
+# zep_config_version_resource(TARGET DESCRIPTION [MANIFEST]): on other systems nothing.
+function(zep_config_version_resource target description)
+    if(NOT WIN32)
+        return()
+    endif()
+    # Each part of the number in the resource has 16 bits; the text has the whole build number.
+    math(EXPR file_build_number "1${zeros}${ZEP_CONFIG_BUILD_NUMBER} % 1000000 % 65536")
+    get_target_property(type ${target} TYPE)
+    if(type STREQUAL "EXECUTABLE")
+        set(file_type VFT_APP)
+        set(file_name ${target}.exe)
+    else()
+        set(file_type VFT_DLL)
+        set(file_name ${target}.dll)
+    endif()
+    if(ARGN AND MSVC)
+        # The linker merges it with its own.
+        target_sources(${target} PRIVATE ${ARGN})
+    elseif(ARGN)
+        set(manifest "1 24 \"${ARGN}\"")
+    endif()
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/version.rc.in ${target}.rc @ONLY)
+    target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
+endfunction()
