@@ -2,7 +2,7 @@
 # this machine's own headers.
 set(dependencies ${PROJECT_BINARY_DIR}/dependencies)
 file(MAKE_DIRECTORY ${dependencies})
-foreach(name boost utf8 utf8.h CLI)
+foreach(name boost utf8 utf8.h)
     if(NOT EXISTS /usr/include/${name})
         message(FATAL_ERROR "/usr/include/${name} is missing")
     endif()
@@ -13,11 +13,11 @@ set(ZEP_CONFIG_UTFCPP_INCLUDE_DIR ${dependencies} CACHE PATH "where utf8.h is")
 if(NOT TARGET Boost::headers)
     add_library(Boost::headers INTERFACE IMPORTED GLOBAL)
     target_include_directories(Boost::headers SYSTEM INTERFACE ${dependencies})
-    # Windows 10; Asio wants to know.
-    target_compile_definitions(Boost::headers INTERFACE _WIN32_WINNT=0x0A00)
-    target_link_libraries(Boost::headers INTERFACE ws2_32 mswsock)
 endif()
 
+if(NOT MINGW)
+    return()
+endif()
 # The shared C++ runtime beside the binaries: streams, strings and exceptions cross the DLL boundary, so every module has
 # to use one and the same.
 if(NOT CMAKE_RUNTIME_OUTPUT_DIRECTORY)

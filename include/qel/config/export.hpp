@@ -11,3 +11,9 @@
 #else
 #define ZEP_CONFIG_API __attribute__((visibility("default")))
 #endif
+
+#if defined(_MSC_VER)
+// Exported classes have members and bases of types that are not exported: those of the C++ library and of Boost, which are
+// templates. All modules of a process share one C++ library and one Boost, so there is nothing to warn every user of.
+#pragma warning(disable : 4251 4275)
+#endif

@@ -3,7 +3,7 @@
 
 #include "wide.hpp"
 
-#include <limits>
+#include <climits>
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
@@ -12,7 +12,7 @@ namespace qel::i18n {
 
 std::string ustring_to_term(std::u16string_view text) {
     const UINT code_page = ::GetConsoleOutputCP();
-    const bool fits = text.size() <= std::size_t{std::numeric_limits<int>::max()};
+    const bool fits = text.size() <= std::size_t{INT_MAX};
     if (code_page == 0 || code_page == CP_UTF8 || !fits) return ustring_to_utf8(text);
 
     const std::wstring wide = to_wide(text);
