@@ -1,5 +1,6 @@
 # Builds examples/server_startup against the library in one WAY, and lets it live a server's life. The ways: find_package
-# and pkg_config on what `cmake --install` gives, add_subdirectory, zip (that of Windows), and debian (the packages).
+# and pkg_config on what `cmake --install` gives, add_subdirectory, zip (that of Windows), debian (the packages). The way
+# minimal replaces the platform library, and builds and runs a program of its own.
 cmake_policy(SET CMP0054 NEW)
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
@@ -50,6 +51,11 @@ if(WAY STREQUAL "add_subdirectory")
             message(FATAL_ERROR "beside the project's own platform library there is ${built}")
         endif()
     endif()
+elseif(WAY STREQUAL "minimal")
+    set(FLAGS "")
+    build(${SOURCE}/tests/use/minimal -DZEP_CONFIG_SOURCE=${SOURCE} -DZEP_CONFIG_WERROR=ON)
+    run(${CMAKE_COMMAND} -E chdir ${WORK} ${EMULATOR} ${programs}/minimal${SUFFIX})
+    return()
 elseif(WAY STREQUAL "zip")
     run(${CMAKE_COMMAND} -E chdir ${WORK} ${CPACK} -G ZIP --config ${BUILD}/CPackConfig.cmake -B ${WORK}/zip)
     file(GLOB zip ${WORK}/zip/*.zip)
