@@ -61,7 +61,8 @@ void register_stages() {
     };
     for (const Corpus& corpus : corpora()) {
         ServerSettings settings;
-        parse_settings(settings, corpus.wide, std::cerr);
+        if (parse_settings(settings, corpus.wide, std::cerr))
+            throw std::logic_error("refused: " + corpus.name);
         stage("walk " + corpus.name, parse, for_walk_alone(corpus.wide), error_code::missing_required_flag());
         stage("parse " + corpus.name, parse, corpus.wide, error_code::success());
         stage("validate " + corpus.name, validate, settings);

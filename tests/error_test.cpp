@@ -91,10 +91,18 @@ TEST(BuildInfo, strings_have_their_forms) {
     EXPECT_STREQ(product_name(), "Orvane");
     EXPECT_STREQ(zep_config_relative_path, "bin\\win64\\zep_config.dll");
 
-    unsigned part;
+    unsigned part[3];
     int start = 0, end = 0;
-    ASSERT_EQ(std::sscanf(zep_config_version, "%u.%u.%u.%n%*6[0-9]%n", &part, &part, &part, &start, &end), 3);
+    ASSERT_EQ(
+        std::sscanf(zep_config_version, "%u.%u.%u.%n%*6[0-9]%n", part, part + 1, part + 2, &start, &end), 3);
     EXPECT_EQ(std::pair(start + 6, '\0'), std::pair(end, zep_config_version[end])) << zep_config_version;
+    constexpr int x = ZEP_CONFIG_VERSION_MAJOR, y = ZEP_CONFIG_VERSION_MINOR, z = ZEP_CONFIG_VERSION_PATCH;
+    EXPECT_TRUE(part[0] == x && part[1] == y && part[2] == z) << "the headers' version is the library's";
+    static_assert(ZEP_CONFIG_VERSION_AT_LEAST(x, y, z) && ZEP_CONFIG_VERSION_AT_LEAST(x, y, z - 1) &&
+                  ZEP_CONFIG_VERSION_AT_LEAST(x, y - 1, z + 1) &&
+                  ZEP_CONFIG_VERSION_AT_LEAST(x - 1, y + 1, z + 1));
+    static_assert(!ZEP_CONFIG_VERSION_AT_LEAST(x, y, z + 1) && !ZEP_CONFIG_VERSION_AT_LEAST(x, y + 1, 0) &&
+                  !ZEP_CONFIG_VERSION_AT_LEAST(x + 1, 0, 0));
 
     const std::string date = zep_config_build_date;
     EXPECT_EQ("Jan Feb Mar Apr May Jun Jul Aug Sep Oct Nov Dec "s.find(date.substr(0, 4)) % 4, 0u) << date;

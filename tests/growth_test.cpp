@@ -40,7 +40,8 @@ TEST(Growth, of_validating_runtime_roots_is_linear_in_the_roots) {
             ProblemList problems;
             FlagSet flags;
             allocated = 0;
-            validate_settings(settings, problems, flags);
+            const auto code = validate_settings(settings, problems, flags);
+            EXPECT_EQ(code.failed(), !problems.empty());
             EXPECT_EQ(problems.size(), equal ? static_cast<std::size_t>(count) - 1 : 0u);
             return allocated;
         });

@@ -17,9 +17,10 @@ Lines start_up(const std::vector<Case>& lines, const S& shared, const std::files
         ProblemList problems;
         FlagSet flags;
         std::ostringstream out;
-        validate_settings(got.settings, problems, flags);
+        const auto verdict = validate_settings(got.settings, problems, flags);
         report_problems(problems, flags, usage(option::wait(), out));
-        results.push_back(got.code.message() + got.text + as_text(got.settings) + out.str());
+        results.push_back(got.code.message() + got.text + verdict.message() + as_text(got.settings) +
+                          out.str());
     }
     S own(shared);
     own.pid_root() = own.endpoint_root() = Path(root.u16string());

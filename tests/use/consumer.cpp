@@ -11,6 +11,10 @@
 
 namespace config = qel::config;
 
+#if !ZEP_CONFIG_VERSION_AT_LEAST(1, 0, 0) || ZEP_CONFIG_VERSION_AT_LEAST(2, 0, 0)
+#error "these are the headers of another version"
+#endif
+
 namespace {
 
 int failures = 0;
@@ -81,8 +85,9 @@ int main() {
     // There and back: the hook is called by the library, which catches what it throws.
     std::ostringstream refused;
     qel::msgid::set_legacy_error_hook([](const auto&) { throw OwnError("own"); });
-    config::parse_settings(settings, {config::option::attach_cache(), u"bad"}, refused);
-    expect(refused.str().find("own (at option '") == 0, "the library catches the program's own exception");
+    const auto bad = config::parse_settings(settings, {config::option::attach_cache(), u"bad"}, refused);
+    expect(bad == config::error_code::parse_error() && refused.str().find("own (at option '") == 0,
+           "the library catches the program's own exception");
 
     std::ostringstream out;
     const auto code = config::parse_settings(settings, {u"--nonsense"}, out);

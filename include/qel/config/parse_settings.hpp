@@ -43,7 +43,7 @@ namespace qel::config {
 /// Takes time linear in the tokens, with two exceptions. User data is put in order, n log n for n pairs; and
 /// each of the allowed clients in one value gets an ordered set of all the archives in it, so that their numbers
 /// multiply. Ill-formed UTF-16 is shown as U+FFFD and harms nothing.
-ZEP_CONFIG_API boost::system::error_code
+[[nodiscard]] ZEP_CONFIG_API boost::system::error_code
 parse_settings(ServerSettings& settings, const std::deque<std::u16string>& args, std::ostream& out);
 
 } // namespace qel::config

@@ -23,7 +23,7 @@ using FlagSet = std::set<std::u16string>;
 /// Empties `problems` and `flags` first. Returns success, or incompatible_flags when there is any problem.
 /// Reads the file system to compare directories. Throws std::bad_alloc only; the containers then hold what
 /// was found so far.
-ZEP_CONFIG_API boost::system::error_code validate_settings(const ServerSettings& settings,
-                                                           ProblemList& problems, FlagSet& flags);
+[[nodiscard]] ZEP_CONFIG_API boost::system::error_code
+validate_settings(const ServerSettings& settings, ProblemList& problems, FlagSet& flags);
 
 } // namespace qel::config

@@ -1,6 +1,7 @@
 // All that is wrong with a command line, found by fixing each fault and asking again.
 #include "probing/diagnosis.hpp"
 
+#include <tuple>
 #include <unordered_set>
 
 namespace orvane {
@@ -127,7 +128,7 @@ std::vector<Token> with_lost(const CommandLine& line, const std::vector<Token>& 
 Diagnosis diagnose(const Tokens& tokens, const Answer& answer, const FindEdit& find_edit) {
     Diagnosis diagnosis;
     if (!answer.code) {
-        qel::config::validate_settings(answer.settings, diagnosis.problems, diagnosis.involved);
+        std::ignore = qel::config::validate_settings(answer.settings, diagnosis.problems, diagnosis.involved);
         return diagnosis;
     }
     WorkingLine line(occurrences_of(tokens));
@@ -161,7 +162,7 @@ Diagnosis diagnose(const Tokens& tokens, const Answer& answer, const FindEdit& f
         line.replace(edit.begin, edit.end, std::move(edit.occurrences));
     }
     diagnosis.faults[0].text = answer.text;
-    qel::config::validate_settings(last.settings, diagnosis.problems, diagnosis.involved);
+    std::ignore = qel::config::validate_settings(last.settings, diagnosis.problems, diagnosis.involved);
     diagnosis.fixed = with_lost(line.part(0, line.size()), lost);
     return diagnosis;
 }

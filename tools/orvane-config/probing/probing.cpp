@@ -7,6 +7,7 @@
 #include "qel/config/parse_settings.hpp"
 
 #include <sstream>
+#include <tuple>
 
 namespace orvane {
 
