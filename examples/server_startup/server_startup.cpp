@@ -18,13 +18,16 @@
 #include <qel/config/config.hpp>
 #include <qel/i18n/convert.hpp>
 #include <qel/util/canonicalize.hpp>
+#include <qel/util/command_line.hpp>
 
 #include <chrono>
 #include <csignal>
+#include <deque>
 #include <iostream>
 #include <limits>
 #include <optional>
 #include <stdexcept>
+#include <string>
 
 namespace server_startup {
 namespace {
@@ -203,8 +206,8 @@ void serve(const config::ServerSettings& settings) {
     context.run();
 }
 
-} // namespace
-
+/// Runs the server to its end; `tokens` are its flags without the program's name. Returns the exit code: 0, or
+/// 1 when it could not start, with the reason on the standard error stream.
 int run(const std::deque<std::u16string>& tokens) {
     config::ServerSettings settings;
     if (!configure(settings, tokens)) return 1;
@@ -218,4 +221,10 @@ int run(const std::deque<std::u16string>& tokens) {
     return 0;
 }
 
+} // namespace
 } // namespace server_startup
+
+// On Windows too: what main is given there is not used, but the system's UTF-16.
+int main(int argc, char** argv) {
+    return server_startup::run(qel::util::command_line_tokens(argc, argv));
+}

@@ -1,14 +1,7 @@
-// What the two entries, main and wmain, share with the server, and what only they can know.
+// What the server asks of the system it runs on.
 #pragma once
 
-#include <deque>
-#include <string>
-
 namespace server_startup {
-
-/// Runs the server to its end; `tokens` are its flags without the program's name. Returns the exit code: 0, or
-/// 1 when it could not start, with the reason on the standard error stream.
-int run(const std::deque<std::u16string>& tokens);
 
 unsigned own_process_id();
 

@@ -121,7 +121,7 @@ elseif(WAY STREQUAL "pkg_config" OR WAY STREQUAL "debian")
     run(${PKG_CONFIG} --cflags --libs zep_config)
     separate_arguments(arguments UNIX_COMMAND "${FLAGS} ${output}")
     file(MAKE_DIRECTORY ${programs})
-    run(${CXX} -std=c++20 ${example}/server_startup.cpp ${example}/main_posix.cpp ${arguments} -o
+    run(${CXX} -std=c++20 ${example}/server_startup.cpp ${example}/process_posix.cpp ${arguments} -o
         ${programs}/server_startup)
 endif()
 if(WAY STREQUAL "debian")

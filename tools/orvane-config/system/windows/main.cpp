@@ -1,11 +1,11 @@
-// Entry on Windows: arguments are UTF-16 and reach the library unchanged, ill-formed ones too.
+// Entry on Windows.
 #include "verbs/tool.hpp"
+
+#include "qel/util/command_line.hpp"
 
 #include <iostream>
 
 #include <windows.h>
-
-#include <shellapi.h>
 
 namespace {
 
@@ -23,15 +23,8 @@ private:
 
 } // namespace
 
-int main() {
+int main(int argc, char** argv) {
     const Utf8Console console;
-    int count = 0;
-    wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
-    orvane::Tokens args;
-    for (int i = 1; i < count; ++i) {
-        const std::wstring_view word(words[i]);
-        args.emplace_back(word.begin(), word.end());
-    }
-    LocalFree(words);
+    const orvane::Tokens args = qel::util::command_line_tokens(argc, argv);
     return static_cast<int>(orvane::run(args, std::cout, std::cerr));
 }

@@ -1,7 +1,5 @@
-// Entry on POSIX: the arguments are bytes, taken as UTF-8.
+// Processes on POSIX.
 #include "server_startup.hpp"
-
-#include <qel/i18n/convert.hpp>
 
 #include <cerrno>
 #include <climits>
@@ -22,10 +20,3 @@ bool is_running(unsigned process_id) {
 }
 
 } // namespace server_startup
-
-int main(int argc, char** argv) {
-    std::deque<std::u16string> tokens;
-    for (int i = 1; i < argc; ++i)
-        tokens.push_back(qel::i18n::utf8_to_ustring(argv[i]));
-    return server_startup::run(tokens);
-}

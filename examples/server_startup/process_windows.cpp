@@ -1,7 +1,5 @@
-// Entry on Windows: the arguments are UTF-16 already, and go on unchanged.
+// Processes on Windows.
 #include "server_startup.hpp"
-
-#include <string_view>
 
 #include <windows.h>
 
@@ -22,12 +20,3 @@ bool is_running(unsigned process_id) {
 }
 
 } // namespace server_startup
-
-int wmain(int argc, wchar_t** argv) {
-    std::deque<std::u16string> tokens;
-    for (int i = 1; i < argc; ++i) {
-        const std::wstring_view word(argv[i]);
-        tokens.emplace_back(word.begin(), word.end());
-    }
-    return server_startup::run(tokens);
-}

@@ -1,0 +1,66 @@
+// From a program's arguments to the tokens that the server's libraries take: UTF-16, without the program's name.
+//
+//     int main(int argc, char** argv) {
+//         const auto tokens = qel::util::command_line_tokens(argc, argv);
+#pragma once
+
+#include "qel/i18n/convert.hpp"
+
+#include <deque>
+#include <memory>
+#include <new>
+#include <string>
+#include <string_view>
+
+#if defined(_WIN32)
+// Declared, not included: <windows.h> has to come after Asio's headers, and brings macros with everyday names.
+extern "C" {
+__declspec(dllimport) wchar_t* __stdcall GetCommandLineW();
+__declspec(dllimport) wchar_t** __stdcall CommandLineToArgvW(const wchar_t*, int*);
+__declspec(dllimport) void* __stdcall LocalFree(void*);
+}
+#endif
+
+namespace qel::util {
+
+#if defined(_WIN32)
+
+/// Words that are UTF-16 already, such as those of a service's entry, as they stand: ill-formed ones too. The first,
+/// the program's name, is left out. Throws std::bad_alloc.
+inline std::deque<std::u16string> tokens_of(int argc, const wchar_t* const* argv) {
+    std::deque<std::u16string> tokens;
+    for (int i = 1; i < argc; ++i) {
+        const std::wstring_view word(argv[i]);
+        tokens.emplace_back(word.begin(), word.end());
+    }
+    return tokens;
+}
+
+/// The tokens of this process. The arguments of `main` or `wmain` serve for the signature only: those of `main` have
+/// lost what the code page cannot hold, and in both a C runtime may have put file names in the place of a `*`. The
+/// system's own splitting of the command line is taken, with ill-formed UTF-16 as it stands. Throws std::bad_alloc.
+template <class Char>
+std::deque<std::u16string> command_line_tokens(int, Char**) {
+    int count = 0;
+    const std::unique_ptr<wchar_t*, decltype(&LocalFree)> words(CommandLineToArgvW(GetCommandLineW(), &count),
+                                                                &LocalFree);
+    if (words == nullptr) throw std::bad_alloc();
+    return tokens_of(count, words.get());
+}
+
+#else
+
+/// The tokens of this process, from the arguments of `main`: all but the first, the program's name. Bytes are taken as
+/// UTF-8, whatever the locale; of what is none, each ill-formed part becomes U+FFFD, so that a file whose name is no
+/// UTF-8 cannot be given. Throws std::bad_alloc.
+inline std::deque<std::u16string> command_line_tokens(int argc, const char* const* argv) {
+    std::deque<std::u16string> tokens;
+    // A program can be started without any argument, not even its name.
+    for (int i = 1; i < argc; ++i)
+        tokens.push_back(i18n::utf8_to_ustring(argv[i]));
+    return tokens;
+}
+
+#endif
+
+} // namespace qel::util
