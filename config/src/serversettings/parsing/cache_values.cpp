@@ -1,7 +1,8 @@
 // Cache definitions, and the two failures they can have.
+#include "parsing/cache_values.hpp"
+
 #include "errors/message_ids.hpp"
 #include "parsing/fast_paths.hpp"
-#include "parsing/structured_values.hpp"
 
 #include "qel/i18n/convert.hpp"
 
@@ -9,8 +10,6 @@
 
 namespace qel::config {
 namespace {
-
-constexpr char config_catalog[] = "ZEP:server:Config";
 
 /// Shows the failure to the platform's hook, then throws it.
 template <class Failure>
@@ -35,12 +34,6 @@ bool read_port(std::u16string_view text, unsigned short& port) {
 }
 
 } // namespace
-
-CacheProviderBadFormat::CacheProviderBadFormat(std::u16string definition)
-    : MsgIDException(msgid::MessageID{config_catalog, "CacheProviderBadFormat", {std::move(definition)}}) {}
-
-StartCacheLocalhost::StartCacheLocalhost(std::string host)
-    : MsgIDException(msgid::MessageID{config_catalog, "StartCacheLocalhost", {std::move(host)}}) {}
 
 CacheSettings parse_cache_settings(std::u16string_view value) {
     const auto refuse = [value] { raise(CacheProviderBadFormat(std::u16string(value))); };

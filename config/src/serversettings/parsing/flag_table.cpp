@@ -1,6 +1,7 @@
 // The flag table: which flag stores what, and the flags that do more than store.
 #include "parsing/flag_table.hpp"
 
+#include "parsing/cache_values.hpp"
 #include "parsing/flag_texts.hpp"
 #include "parsing/regular_flags.hpp"
 #include "parsing/structured_values.hpp"

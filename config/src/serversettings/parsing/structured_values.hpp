@@ -32,13 +32,6 @@ bool parse_cors_origins(std::u16string_view value, std::vector<std::string>& ori
 /// tells of the last value only: "*" after others fails, others after "*" pass.
 void check_cors_origins(bool star_seen, const std::vector<std::string>& origins);
 
-/// <provider>@[<host>:]<port>
-/// A cache to attach to; the host is "localhost" when not given. Throws CacheProviderBadFormat.
-CacheSettings parse_cache_settings(std::u16string_view value);
-
-/// The same for a cache to start. Throws StartCacheLocalhost when its host is not this machine.
-CacheSettings parse_start_cache(std::u16string_view value);
-
 /// [<host-name>:]<port>
 /// The host is what stands before the last ':', unchecked; not set without one.
 HttpSettings parse_http_settings(std::u16string_view value);
