@@ -31,15 +31,13 @@ public:
 /// The one category object. Throws nothing.
 ZEP_CONFIG_API boost::system::error_category& get_category();
 
-// The six codes, each a reference to one immutable object that exists before any dynamic initialisation. Note
-// that success() belongs to this category too: it is unequal to a default-constructed
+// The six codes, with values and texts in error_codes.def: each a reference to one immutable object that exists before
+// any dynamic initialisation. Note that success() belongs to this category too: it is unequal to a default-constructed
 // boost::system::error_code.
 
-ZEP_CONFIG_API const boost::system::error_code& success() noexcept;               ///< 0
-ZEP_CONFIG_API const boost::system::error_code& incompatible_flags() noexcept;    ///< 1
-ZEP_CONFIG_API const boost::system::error_code& unrecognized_flag() noexcept;     ///< 2
-ZEP_CONFIG_API const boost::system::error_code& missing_required_flag() noexcept; ///< 3
-ZEP_CONFIG_API const boost::system::error_code& parse_error() noexcept;           ///< 4
-ZEP_CONFIG_API const boost::system::error_code& out_of_range() noexcept;          ///< 5
+#define ZEP_ERROR_CODE(name, ...)                                                                            \
+    /** One object, there before any dynamic initialisation. */                                              \
+    ZEP_CONFIG_API const boost::system::error_code& name() noexcept;
+#include "qel/config/error_codes.def"
 
 } // namespace qel::config::error_code
