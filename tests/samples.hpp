@@ -24,36 +24,8 @@ struct Field {
     void (R::*set)(const T&);
 };
 
-#define ZEP_RECORD CacheSettings
-#define ZEP_FIELDS "qel/config/fields/cache_settings.def"
-#include "fields_of.inl"
-#define ZEP_RECORD CacheSettingsList
-#define ZEP_FIELDS "qel/config/fields/cache_settings_list.def"
-#include "fields_of.inl"
-#define ZEP_RECORD HttpSettings
-#define ZEP_FIELDS "qel/config/fields/http_settings.def"
-#include "fields_of.inl"
-#define ZEP_RECORD HttpsSettings
-#define ZEP_FIELDS "qel/config/fields/https_settings.def"
-#include "fields_of.inl"
-#define ZEP_RECORD LogHandlerInfo
-#define ZEP_FIELDS "qel/config/fields/log_handler_info.def"
-#include "fields_of.inl"
-#define ZEP_RECORD ProfileDirective
-#define ZEP_FIELDS "qel/config/fields/profile_directive.def"
-#include "fields_of.inl"
-#define ZEP_RECORD RequestQueueTime
-#define ZEP_FIELDS "qel/config/fields/request_queue_time.def"
-#include "fields_of.inl"
-#define ZEP_RECORD WorkerMemoryLimit
-#define ZEP_FIELDS "qel/config/fields/worker_memory_limit.def"
-#include "fields_of.inl"
-#define ZEP_RECORD WorkerPoolSettings
-#define ZEP_FIELDS "qel/config/fields/worker_pool_settings.def"
-#include "fields_of.inl"
-#define ZEP_RECORD ServerSettings
-#define ZEP_FIELDS "qel/config/fields/server_settings.def"
-#include "fields_of.inl"
+#define ZEP_EACH_RECORD "../tests/fields_of.inl" // as seen from include/
+#include "qel/config/detail/each_record.inl"
 
 template <class R>
 constexpr const R* no_record = nullptr;

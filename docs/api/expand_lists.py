@@ -3,7 +3,8 @@
 
 A list (fields/*.def, flags.def, ...) is rows of a macro, each below its meaning as a /// comment. Where a header defines
 that macro and includes the list, this prints one copy of the macro's body per row; a /** comment in the body gets the
-row's meaning in front. The comment that opens a header becomes the file's description.
+row's meaning in front. A comment on what is noexcept gets "Throws nothing." at its end. The comment that opens a header
+becomes the file's description.
 """
 import pathlib
 import re
@@ -15,6 +16,8 @@ macro = r"#define (\w+)\((\w+)[^)]*\)((?:.*\\\n)*.*)\n"
 macro_form = re.compile("^" + macro, re.M)
 use_form = re.compile(rf'^((?:{macro})+)#include "(.*\.def)"', re.M)
 record_form = re.compile(r'#define ZEP_RECORD (\w+)\n#define ZEP_FIELDS "(.*)"\n#include "(.*)"')
+# A comment and the declaration below it, which may begin a group.
+noexcept_form = re.compile(r"^((?:[ \t]*///(?!@).*\n)*[ \t]*(?:///(?!@).*|/\*\*.*))\n((?:[^/#;{}\n]*\n)?[^/#;{}\n]*\bnoexcept\b)", re.M)
 
 
 def find(name):
@@ -37,14 +40,14 @@ def expand_use(use):
     result = []
     for comment, name, value, rest in row_form.findall(find(use.groups()[-1])):
         parameter, body = bodies.get(name) or bodies[last]
-        meaning = " ".join(line.strip("/ ") for line in comment.splitlines()) or "`" + rest.strip('u"') + "`"
+        meaning = " ".join(line.strip("/ ") for line in comment.splitlines()) or "`" + (rest if "," in rest else rest.strip('u"')) + "`"
         result.append(fill(body, parameter, value, rest, sentence(meaning)))
     return "\n".join(result)
 
 
 def expand_record(record):
     name, fields, shape = record.groups()
-    text = re.sub(r"\A(//.*\n)+", "", find(shape))
+    text = re.sub(r"\A(//.*\n)+(#if (.*\n)*?#endif\n)?", "", find(shape))
     return text.replace("ZEP_RECORD", name).replace("#include ZEP_FIELDS", f'#include "{fields}"')
 
 
@@ -54,12 +57,23 @@ def expand_own(text):
         if f"#undef {name}\n" not in text:
             continue
         text = re.sub(rf"^#define {name}\((.*\\\n)*.*\n|#undef {name}\n", "", text, flags=re.M)
-        text = re.sub(rf"^{name}\((\w+)\)", lambda use: fill(body, parameter, use[1], "", ""), text, flags=re.M)
+        text = re.sub(rf"^[ \t]*{name}\((\w+)\)", lambda use: fill(body, parameter, use[1], "", ""), text, flags=re.M)
     return text
+
+
+def add_guarantee(found):
+    """What noexcept says to a compiler, the page says to its reader."""
+    comment, declaration = found.groups()
+    if not re.search(r"\b(throws?|is thrown)\b", comment, re.I):
+        end = comment.rfind("*/") if "/**" in comment else len(comment)
+        comment = comment[:end].rstrip() + " Throws nothing. " + comment[end:]
+    return comment + "\n" + declaration
 
 
 text = pathlib.Path(sys.argv[1]).read_text()
 text = record_form.sub(expand_record, text)
 text = use_form.sub(expand_use, text)
 text = expand_own(text)
+text = re.sub(r"#define ZEP_EACH_RECORD .*\n#include .*\n", "", text)
+text = noexcept_form.sub(add_guarantee, text)
 print(re.sub(r"\A((?://.*\n)+)", lambda opening: "/// @file\n" + opening[1].replace("//", "///"), text))

@@ -5,6 +5,7 @@
 #include "qel/config/endpoint_files.hpp"
 #include "qel/config/error_code.hpp"
 #include "qel/config/exceptions.hpp"
+#include "qel/config/for_each_field.hpp"
 #include "qel/config/http_endpoint.hpp"
 #include "qel/config/http_protocol.hpp"
 #include "qel/config/option.hpp"
@@ -13,3 +14,4 @@
 #include "qel/config/report.hpp"
 #include "qel/config/server_settings.hpp"
 #include "qel/config/validate_settings.hpp"
+#include "qel/config/version.hpp"

@@ -10,6 +10,9 @@
 //
 // Order: the pid file first (pid_files.hpp), these once the listeners accept; at the end the reverse. A file
 // has one writer. Readers may run at any time, and may meet an empty file while it is being written.
+//
+// Permissions are the umask's affair, links are followed, and a forked child that leaves main removes its parent's files:
+// docs/runtime-files.md says what a server does about these, and what may be called from several threads.
 #pragma once
 
 #include "qel/config/export.hpp"

@@ -17,7 +17,7 @@ struct FileFormat;
 /// construction.
 class ZEP_CONFIG_API http_endpoint {
 public:
-    /// An empty host name and port 0. Throws nothing.
+    /// An empty host name and port 0.
     http_endpoint() noexcept;
 
     /// `host` as it stands, or this machine's name when it is not set.
@@ -36,9 +36,9 @@ public:
     ///@}
     ~http_endpoint();
 
-    /// As it was given, or read. Throws nothing.
+    /// As it was given, or read.
     const std::u16string& host_name() const noexcept;
-    /// Throws nothing.
+    /// As it was given, or read.
     unsigned short port() const noexcept;
 
 private:

@@ -1,4 +1,4 @@
-// A plain HTTP listener.
+// class HttpSettings. Its fields, with types and meanings: fields/http_settings.def.
 #pragma once
 
 #include "qel/config/export.hpp"
@@ -6,9 +6,11 @@
 
 namespace qel::config {
 
-/// A plain HTTP listener. Fields, types and meanings: fields/http_settings.def.
+/// A plain HTTP listener.
+class ZEP_CONFIG_API HttpSettings {
 #define ZEP_RECORD HttpSettings
 #define ZEP_FIELDS "qel/config/fields/http_settings.def"
 #include "qel/config/detail/declare_record.inl"
+};
 
 } // namespace qel::config

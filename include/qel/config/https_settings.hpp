@@ -1,4 +1,4 @@
-// An HTTPS listener.
+// class HttpsSettings. Its fields, with types and meanings: fields/https_settings.def.
 #pragma once
 
 #include "qel/config/export.hpp"
@@ -7,9 +7,11 @@
 
 namespace qel::config {
 
-/// An HTTPS listener. Fields, types and meanings: fields/https_settings.def.
+/// An HTTPS listener.
+class ZEP_CONFIG_API HttpsSettings {
 #define ZEP_RECORD HttpsSettings
 #define ZEP_FIELDS "qel/config/fields/https_settings.def"
 #include "qel/config/detail/declare_record.inl"
+};
 
 } // namespace qel::config

@@ -1,4 +1,4 @@
-// One additional log handler.
+// class LogHandlerInfo. Its fields, with types and meanings: fields/log_handler_info.def.
 #pragma once
 
 #include "qel/config/export.hpp"
@@ -8,9 +8,11 @@
 
 namespace qel::config {
 
-/// One additional log handler. Fields, types and meanings: fields/log_handler_info.def.
+/// One additional log handler.
+class ZEP_CONFIG_API LogHandlerInfo {
 #define ZEP_RECORD LogHandlerInfo
 #define ZEP_FIELDS "qel/config/fields/log_handler_info.def"
 #include "qel/config/detail/declare_record.inl"
+};
 
 } // namespace qel::config

@@ -2,6 +2,9 @@
 //
 // "main.pid" in `pid_root` holds the process identifier in decimal digits, without a line end. It is
 // published before the endpoint files and withdrawn after them.
+//
+// Permissions are the umask's affair, links are followed, and a forked child that leaves main removes its parent's files:
+// docs/runtime-files.md says what a server does about these, and what may be called from several threads.
 #pragma once
 
 #include "qel/config/export.hpp"
@@ -12,7 +15,7 @@ namespace qel::config {
 
 /// Writes a pid file on construction, replacing one that is there, and removes it on destruction. A
 /// moved-from object removes nothing. A second owner of one file would truncate the first one's, and remove
-/// it: one file, one owner.
+/// it: one file, one owner. `pointer = std::make_unique<...>(...)` makes a second one.
 ///
 /// The path is used as given, both times. After the process has changed its current directory a relative one
 /// names another file: that one is removed, if it is there, and the one written stays. The same holds for a

@@ -1,4 +1,4 @@
-// The configuration of a server, whole.
+// class ServerSettings. Its fields, with types and meanings: fields/server_settings.def.
 #pragma once
 
 #include "qel/config/cache_settings_list.hpp"
@@ -13,14 +13,15 @@
 
 namespace qel::config {
 
-/// The one value that describes a server's whole configuration. Its fields are listed with their types
-/// and meanings in fields/server_settings.def.
+/// The one value that describes a server's whole configuration.
 ///
 /// A plain value: no operation checks content. Default-constructed it holds no configuration at all: every
 /// optional is empty, every switch is off, every path and container is empty; defaults are applied by whoever
 /// uses a setting.
+class ZEP_CONFIG_API ServerSettings {
 #define ZEP_RECORD ServerSettings
 #define ZEP_FIELDS "qel/config/fields/server_settings.def"
 #include "qel/config/detail/declare_record.inl"
+};
 
 } // namespace qel::config

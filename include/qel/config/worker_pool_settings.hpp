@@ -1,4 +1,4 @@
-// The worker pool's limits.
+// class WorkerPoolSettings. Its fields, with types and meanings: fields/worker_pool_settings.def.
 #pragma once
 
 #include "qel/config/export.hpp"
@@ -8,9 +8,11 @@
 
 namespace qel::config {
 
-/// The worker pool's limits. Fields, types and meanings: fields/worker_pool_settings.def.
+/// The worker pool's limits.
+class ZEP_CONFIG_API WorkerPoolSettings {
 #define ZEP_RECORD WorkerPoolSettings
 #define ZEP_FIELDS "qel/config/fields/worker_pool_settings.def"
 #include "qel/config/detail/declare_record.inl"
+};
 
 } // namespace qel::config

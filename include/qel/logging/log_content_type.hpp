@@ -19,7 +19,7 @@ inline constexpr std::array log_content_types = {log_content_type::content_dashb
                                                  log_content_type::content_statistics,
                                                  log_content_type::content_default};
 
-/// The content's clause in a handler's definition; empty for a value that is none of the three. Throws nothing.
+/// The content's clause in a handler's definition; empty for a value that is none of the three.
 constexpr std::string_view to_text(log_content_type content) noexcept {
     switch (content) {
     case log_content_type::content_default:

@@ -25,7 +25,7 @@ enum class severity_level : std::int32_t {
 inline constexpr std::array<std::string_view, 9> severity_names = {
     "statistics", "trace", "debug", "information", "warning", "error", "out", "err", "profile"};
 
-/// The level's name; empty for a value that is none of the nine. Throws nothing.
+/// The level's name; empty for a value that is none of the nine.
 constexpr std::string_view to_text(severity_level level) noexcept {
     const auto position = static_cast<std::size_t>(level);
     return position < severity_names.size() ? severity_names[position] : std::string_view();

@@ -1,4 +1,7 @@
 // Defines the members of the class ZEP_RECORD, whose fields are the list ZEP_FIELDS. Both macros are undefined at the end.
+#if !defined(ZEP_RECORD) || !defined(ZEP_FIELDS)
+#error "define ZEP_RECORD, the class, and ZEP_FIELDS, the file with its fields, before including define_record.inl"
+#endif
 
 ZEP_RECORD::ZEP_RECORD() = default;
 // clang-format off

@@ -1,6 +1,9 @@
-// Declares the class ZEP_RECORD with the fields of the list ZEP_FIELDS. Both macros are undefined at the end.
+// The members of the class ZEP_RECORD, whose fields are the list ZEP_FIELDS, to be included between its braces. Both
+// macros are undefined at the end.
+#if !defined(ZEP_RECORD) || !defined(ZEP_FIELDS)
+#error "define ZEP_RECORD, the class, and ZEP_FIELDS, the file with its fields, before including declare_record.inl"
+#endif
 
-class ZEP_CONFIG_API ZEP_RECORD {
 public:
     /// Every field as `T{}`: optionals and containers empty, switches off, numbers zero.
     /// Throws std::bad_alloc at most.
@@ -24,9 +27,9 @@ public:
     ~ZEP_RECORD();
 
 #define ZEP_FIELD(name, ...)                                                                                 \
-    /** Throws nothing. */                                                                                   \
+    /** To read and to change. */                                                                            \
     __VA_ARGS__& name() noexcept;                                                                            \
-    /** Throws nothing. */                                                                                   \
+    /** To read. */                                                                                          \
     const __VA_ARGS__& name() const noexcept;                                                                \
     /** Sets it to a copy. Throws std::bad_alloc; the field is then valid. */                                \
     void name(const __VA_ARGS__&);
@@ -49,7 +52,6 @@ public:
 private:
 #define ZEP_FIELD(name, ...) __VA_ARGS__ name##_{};
 #include ZEP_FIELDS
-};
 
 #undef ZEP_FIELDS
 #undef ZEP_RECORD

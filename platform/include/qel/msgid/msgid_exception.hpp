@@ -33,11 +33,11 @@ class ZEP_CONFIG_PLATFORM_API IMsgIDException {
 public:
     virtual ~IMsgIDException();
     ///@{
-    /// What was thrown, valid as long as the exception. Throws nothing.
+    /// What was thrown, valid as long as the exception.
     virtual const std::string& catalog() const noexcept = 0;
     virtual const std::string& message_id() const noexcept = 0;
     virtual const std::vector<Argument>& arguments() const noexcept = 0;
-    /// Catalog and ID, as error_identifier joins them. Throws nothing.
+    /// Catalog and ID, as error_identifier joins them.
     virtual const std::string& identifier() const noexcept = 0;
     ///@}
 
@@ -57,7 +57,7 @@ public:
     /// Throws std::bad_alloc.
     explicit MsgIDException(MessageID message);
     ///@{
-    /// Throws nothing.
+    /// Copies share their content.
     MsgIDException(const MsgIDException&) noexcept;
     MsgIDException& operator=(const MsgIDException&) noexcept;
     ///@}
@@ -77,8 +77,7 @@ private:
 /// start.
 using LegacyErrorHook = void (*)(const IMsgIDException&);
 
-/// Installs `hook` (null for none) and returns the one that was installed before. Safe from any thread. Throws
-/// nothing.
+/// Installs `hook` (null for none) and returns the one that was installed before. Safe from any thread.
 ZEP_CONFIG_PLATFORM_API LegacyErrorHook set_legacy_error_hook(LegacyErrorHook hook) noexcept;
 
 /// Calls the installed hook, if any; to be called right before throwing. What the hook throws passes out.

@@ -15,9 +15,9 @@ namespace qel::util::filesystem {
 /// So `a//b` and `a/b` are unequal, and neither is less than the other.
 class ZEP_CONFIG_PLATFORM_API Path {
 public:
-    /// The empty path. Throws nothing.
+    /// The empty path.
     Path() noexcept;
-    /// The text as it is. Throws nothing.
+    /// The text as it is.
     explicit Path(std::u16string text) noexcept;
     ///@{
     /// Copies throw std::bad_alloc, and an assignment that failed changes nothing. Moves throw nothing.
@@ -28,9 +28,9 @@ public:
     ///@}
     ~Path();
 
-    /// The text as it was given. Throws nothing.
+    /// The text as it was given.
     const std::u16string& text() const noexcept;
-    /// Throws nothing.
+    /// Whether the text is empty.
     bool empty() const noexcept;
 
     /// The path without its last element. The parent of `/a` is `/`; of `/`, of a drive or share root, and of
@@ -38,10 +38,10 @@ public:
     /// std::bad_alloc; strong guarantee.
     Path parent_path() const;
 
-    /// Same text, code unit by code unit. Throws nothing.
+    /// Same text, code unit by code unit.
     bool operator==(const Path&) const noexcept;
     /// Lexicographic over the elements; each element compares by code units. Runs of separators count as one,
-    /// and a trailing separator adds no element; a leading root is an element of its own. Throws nothing.
+    /// and a trailing separator adds no element; a leading root is an element of its own.
     bool operator<(const Path&) const noexcept;
 
 private:

@@ -10,23 +10,23 @@ namespace qel::util::filesystem {
 /// removed.
 class ZEP_CONFIG_PLATFORM_API scoped_file {
 public:
-    /// Owns nothing. Throws nothing.
+    /// Owns nothing.
     scoped_file() noexcept;
     /// Takes ownership of the file at `path`, which need not exist yet. Throws nothing but what making
     /// the argument throws.
     explicit scoped_file(Path path) noexcept;
     scoped_file(const scoped_file&) = delete;
-    /// The moved-from object owns nothing and removes nothing. Throws nothing.
+    /// The moved-from object owns nothing and removes nothing.
     scoped_file(scoped_file&& other) noexcept;
     scoped_file& operator=(const scoped_file&) = delete;
     /// Removes the file owned so far, unless the other object owns the same path, to the letter; then takes over the
-    /// other's. Throws nothing.
+    /// other's.
     scoped_file& operator=(scoped_file&& other) noexcept;
     /// Removes the file. A failure to remove it is ignored: nothing is thrown. On Windows a file that another process
     /// has open cannot be removed; it is tried for a tenth of a second.
     ~scoped_file();
 
-    /// The owned file's path; empty when nothing is owned. Throws nothing.
+    /// The owned file's path; empty when nothing is owned.
     const Path& path() const noexcept;
 
 private:

@@ -47,7 +47,7 @@ public:
     ~SslContext();
 
 #define QEL_SSL_FIELD(name, ...)                                                                             \
-    /** Throws nothing. */                                                                                   \
+    /** To read. */                                                                                          \
     const __VA_ARGS__& name() const noexcept;                                                                \
     /** Sets it. Throws nothing but what making the argument throws. */                                      \
     void name(__VA_ARGS__ value) noexcept;

@@ -14,7 +14,7 @@ namespace qel::util {
 /// There is no sign and no fraction.
 class ZEP_CONFIG_PLATFORM_API storage_size {
 public:
-    /// Zero bytes. Throws nothing.
+    /// Zero bytes.
     storage_size() noexcept;
 
     /// Reads one size from `in`, up to the end of the text or white space. A text that is none, spaces
@@ -23,7 +23,7 @@ public:
     /// Throws nothing, unless the stream has exceptions enabled: those pass out, and the object is unchanged.
     std::istream& parse(std::istream& in);
 
-    /// Throws nothing.
+    /// The size that was read, in bytes.
     std::uint64_t bytes() const noexcept;
 
 private:
