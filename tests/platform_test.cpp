@@ -4,6 +4,7 @@
 
 #include "qel/msgid/msgid_exception.hpp"
 #include "qel/util/canonicalize.hpp"
+#include "qel/util/command_line.hpp"
 #include "qel/util/native_path.hpp"
 #include "qel/util/scoped_file.hpp"
 #include "qel/util/storage_size.hpp"
@@ -260,6 +261,14 @@ TEST_F(Files, an_owned_file_goes_with_its_last_owner_and_directories_stay) {
         EXPECT_TRUE(second.path() == path_of(one) && disk::exists(one));
     }
     EXPECT_TRUE(!disk::exists(one) && !disk::exists(named) && disk::exists(root / "a/b/c"));
+}
+
+TEST(CommandLine, is_taken_as_utf_8_without_the_programs_name) {
+    // On Windows it is the process's own; tool_on_windows tests it.
+    if (windows) GTEST_SKIP();
+    const char* words[] = {"program", "", "\xC3\xA4\xFF\xED\xA0\x80z", "--wait"};
+    EXPECT_EQ(command_line_tokens(4, words), Tokens({u"", u"\u00E4\uFFFD\uFFFD\uFFFD\uFFFDz", u"--wait"}));
+    EXPECT_EQ(command_line_tokens(0, words), Tokens());
 }
 
 TEST(Values, are_read_from_their_texts_and_from_no_others) {

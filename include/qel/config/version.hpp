@@ -12,7 +12,7 @@
 #define ZEP_CONFIG_VERSION_PATCH 0
 ///@}
 
-/// Whether the version is this one or a later one. To be used in #if.
+/// Whether the version is this one or a later one, for the preprocessor.
 #define ZEP_CONFIG_VERSION_AT_LEAST(major, minor, patch)                                                     \
     (ZEP_CONFIG_VERSION_MAJOR > (major) ||                                                                   \
      (ZEP_CONFIG_VERSION_MAJOR == (major) &&                                                                 \

@@ -37,7 +37,7 @@ inline std::deque<std::u16string> tokens_of(int argc, const wchar_t* const* argv
 }
 
 /// The tokens of this process. The arguments of `main` or `wmain` serve for the signature only: those of `main` have
-/// lost what the code page cannot hold, and in both a C runtime may have put file names in the place of a `*`. The
+/// lost what the code page cannot hold, and both may hold file names where a `*` was, if the C runtime expands it. The
 /// system's own splitting of the command line is taken, with ill-formed UTF-16 as it stands. Throws std::bad_alloc.
 template <class Char>
 std::deque<std::u16string> command_line_tokens(int, Char**) {
