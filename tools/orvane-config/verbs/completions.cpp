@@ -18,15 +18,15 @@ std::string joined(const std::vector<Text>& words, const char* between) {
     return text;
 }
 
-std::vector<std::string> flags_with(const std::function<bool(const Reference&)>& wanted) {
+std::vector<std::string> flags_that(const std::function<bool(const Reference&)>& wanted) {
     std::vector<std::string> flags;
     for (const Reference& one : references())
         if (wanted(one)) flags.emplace_back(one.flag);
     return flags;
 }
 
-std::vector<std::string> all_flags() {
-    return flags_with([](const Reference&) { return true; });
+std::vector<std::string> every_flag() {
+    return flags_that([](const Reference&) { return true; });
 }
 
 bool names_directory(const Reference& one) {
@@ -64,14 +64,14 @@ void write_bash_flags(const std::string& function, std::ostream& out) {
         }
         out << "return ;;\n";
     };
-    value_case(flags_with(names_directory), "-d");
-    value_case(flags_with(names_file), "-f");
+    value_case(flags_that(names_directory), "-d");
+    value_case(flags_that(names_file), "-f");
     for (const Reference& one : references())
         if (!keywords(one).empty())
             value_case({std::string(one.flag)}, "-W '" + joined(keywords(one), " ") + "'");
-    value_case(flags_with(has_another_value), "");
+    value_case(flags_that(has_another_value), "");
     out << "    esac\n    ";
-    bash_reply("-W '" + joined(all_flags(), " ") + "'", out);
+    bash_reply("-W '" + joined(every_flag(), " ") + "'", out);
     out << "\n}\n";
 }
 
@@ -159,13 +159,13 @@ void write_powershell(const std::string& name, bool tool, std::ostream& out) {
         << "    param($word, $line, $position)\n"
         << "    $before = @($line.CommandElements | Where-Object { $_.Extent.EndOffset -lt $position } | "
            "ForEach-Object { \"$_\" })\n"
-        << "    $directories = @(" << listed(flags_with(names_directory)) << ")\n"
-        << "    $files = @(" << listed(flags_with(names_file)) << ")\n"
-        << "    $others = @(" << listed(flags_with(has_another_value)) << ")\n    $keywords = @{\n";
+        << "    $directories = @(" << listed(flags_that(names_directory)) << ")\n"
+        << "    $files = @(" << listed(flags_that(names_file)) << ")\n"
+        << "    $others = @(" << listed(flags_that(has_another_value)) << ")\n    $keywords = @{\n";
     for (const Reference& one : references())
         if (!keywords(one).empty())
             out << "        '" << one.flag << "' = @(" << listed(keywords(one)) << ")\n";
-    out << "    }\n    $flags = @(" << listed(all_flags())
+    out << "    }\n    $flags = @(" << listed(every_flag())
         << ")\n    $last = if ($before.Count) { $before[-1] } else { '' }\n    $words = $flags\n";
     if (tool) out << "    if ($before.Count -eq 1) { $words = @(" << listed(verb_names()) << ") }\n";
     out << "    if ($keywords.ContainsKey($last)) { $words = $keywords[$last] }\n"
