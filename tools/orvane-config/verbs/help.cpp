@@ -7,8 +7,8 @@
 #include "qel/config/build_info.hpp"
 #include "qel/i18n/convert.hpp"
 
-#include <iterator>
 #include <ostream>
+#include <ranges>
 
 namespace orvane {
 namespace {
