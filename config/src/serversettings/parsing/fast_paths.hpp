@@ -1,11 +1,9 @@
-// Numbers, durations and severities in the forms that command lines nearly always use.
+// Numbers and durations in the forms that command lines nearly always use.
 //
 // What a text means is defined by boost::lexical_cast, which needs a stream and its locale for some types: hundreds of
 // thousands of instructions for one duration. The functions here know the common forms only. Each gives what the cast
 // would give, or nothing; then the cast is asked.
 #pragma once
-
-#include "parsing/severity_level_input.hpp"
 
 #include "qel/config/types.hpp"
 #include "qel/i18n/convert.hpp"
@@ -23,9 +21,6 @@ optional<std::uint64_t> plain_number(std::u16string_view text) noexcept;
 
 /// H...H:MM:SS[.f...f] with up to nine digits of hours and six of the fraction.
 optional<time_duration> plain_duration(std::u16string_view text) noexcept;
-
-/// Exactly one of the names.
-optional<logging::severity_level> plain_severity(std::u16string_view text) noexcept;
 
 /// What lexical_cast makes of the text. Throws boost::bad_lexical_cast.
 template <class T>

@@ -1,5 +1,5 @@
-// Values of each kind, taken from the token behind the flag.
-#include "parsing/walk.hpp"
+// Values of each kind, taken from the token after the flag.
+#include "parsing/parse_flag.hpp"
 
 #include "parsing/fast_paths.hpp"
 
@@ -9,6 +9,7 @@
 #include <boost/io/ios_state.hpp>
 #include <boost/throw_exception.hpp>
 
+#include <algorithm>
 #include <istream>
 #include <locale>
 #include <stdexcept>
@@ -54,8 +55,12 @@ time_duration convert<time_duration>(const std::u16string& token) {
 
 template <>
 severity_level convert<severity_level>(const std::u16string& token) {
-    if (const auto level = plain_severity(token)) return *level;
-    return boost::lexical_cast<severity_level>(i18n::ustring_to_utf8(token));
+    const auto& names = logging::severity_names;
+    const auto found = std::find_if(names.begin(), names.end(), [&](std::string_view name) {
+        return std::equal(name.begin(), name.end(), token.begin(), token.end());
+    });
+    if (found == names.end()) throw boost::bad_lexical_cast();
+    return static_cast<severity_level>(found - names.begin());
 }
 
 template <>
@@ -78,7 +83,7 @@ std::string convert<std::string>(const std::u16string& token) {
     return i18n::ustring_to_utf8(token);
 }
 
-/// `value` is null when there is no token behind the flag.
+/// `value` is null when there is no token after the flag.
 [[noreturn]] void invalid_option(const std::u16string& flag, const std::u16string* value,
                                  const char* reason) {
     std::string text = "invalid option '" + i18n::ustring_to_term(flag);
@@ -94,11 +99,9 @@ template <class T>
 Stored<T> parse_flag(Walk& walk) {
     const std::u16string& flag = *walk.cursor++;
     if (walk.cursor == walk.end) invalid_option(flag, nullptr, "missing argument(s)");
-    const std::u16string& token = *walk.cursor;
+    const std::u16string& token = *walk.cursor++;
     try {
-        Stored<T> value = convert<T>(token);
-        ++walk.cursor;
-        return value;
+        return convert<T>(token);
     } catch (const std::exception& failure) {
         invalid_option(flag, &token, failure.what());
     }

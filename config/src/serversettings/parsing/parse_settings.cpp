@@ -15,36 +15,43 @@ namespace {
 
 using code = boost::system::error_code;
 
-/// Takes flag after flag until the tokens end or one fails.
-code walk_tokens(Walk& walk) {
+/// Takes flag after flag until the tokens end or one is unknown or out of range. `flag_position` is what a failure of a
+/// value names.
+code take_flags(Walk& walk, Tokens::const_iterator& flag_position) try {
     const auto rows = flag_rows();
     auto row = rows.begin();
+    while (walk.cursor != walk.end) {
+        const std::u16string_view token = *walk.cursor;
+        row = std::find_if(row, rows.end(), [&](const Row& candidate) { return candidate.flag == token; });
+        if (row == rows.end()) {
+            walk.out << "unrecognized option: " << i18n::ustring_to_term(token) << std::endl;
+            return error_code::unrecognized_flag();
+        }
+        row->take(walk);
+        if (row->next == Next::falls_through) {
+            // The flag position stays: a failure of the flag that follows names this one.
+            ++row;
+        } else {
+            row = rows.begin();
+            flag_position = walk.cursor;
+        }
+    }
+    return error_code::success();
+} catch (const OutOfRange& failure) {
+    walk.out << failure.flag << failure.fault;
+    if (failure.limit) walk.out << *failure.limit;
+    return error_code::out_of_range();
+}
+
+/// The same for failures of any kind. What a stream throws while it is told of one is a failure, too.
+code walk_tokens(Walk& walk) {
     auto flag_position = walk.cursor;
     try {
-        while (walk.cursor != walk.end) {
-            const std::u16string_view token = *walk.cursor;
-            row =
-                std::find_if(row, rows.end(), [&](const Row& candidate) { return candidate.flag == token; });
-            if (row == rows.end()) {
-                walk.out << "unrecognized option: " << i18n::ustring_to_term(token) << std::endl;
-                return error_code::unrecognized_flag();
-            }
-            row->take(walk);
-            if (row->next == Next::falls_through) {
-                // The flag position stays: a failure of the flag that follows names this one.
-                ++row;
-            } else {
-                row = rows.begin();
-                flag_position = walk.cursor;
-            }
-        }
-    } catch (const OutOfRange&) {
-        return error_code::out_of_range();
+        return take_flags(walk, flag_position);
     } catch (const std::exception& failure) {
         walk.out << failure.what() << " (at option '" << i18n::ustring_to_term(*flag_position) << "')";
         return error_code::parse_error();
     }
-    return error_code::success();
 }
 
 /// Completes the record with what the walk gathered.

@@ -1,7 +1,7 @@
 // What regular flags do: take a value of a kind, and store it in a field.
 #pragma once
 
-#include "parsing/walk.hpp"
+#include "parsing/parse_flag.hpp"
 
 namespace qel::config {
 

@@ -1,6 +1,7 @@
 // The rules, in their order, and the texts of their problems.
 #include "qel/config/validate_settings.hpp"
 
+#include "overflow_actions.hpp"
 #include "parsing/flag_texts.hpp"
 
 #include "qel/util/canonicalize.hpp"
@@ -156,8 +157,9 @@ void threshold_needs_action(Validation& v) {
 
 void archiving_needs_archive_root(Validation& v) {
     const auto& action = v.settings.server_memory_threshold_overflow_action();
-    require_pair(v, flag::server_memory_threshold_overflow_action, action && *action == u"archive_responses",
-                 flag::response_archive_root, v.settings.response_archive_root().has_value());
+    require_pair(v, flag::server_memory_threshold_overflow_action,
+                 action && *action == overflow_action::archive_responses, flag::response_archive_root,
+                 v.settings.response_archive_root().has_value());
 }
 
 /// In the order in which their problems are listed.
