@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <streambuf>
 #include <string>
+#include <utility>
 
 namespace qel::config::bench {
 namespace {
@@ -69,6 +70,13 @@ void count_everything() {
         const Corpus corpus = repeated(flags);
         count_parsing("parse " + corpus.name, corpus.wide);
     }
+
+    // Values in forms that command lines seldom have.
+    for (const auto& [flag, value] : {std::pair(option::request_timeout(), u"5"),
+                                      {option::request_timeout(), u"1:30"},
+                                      {option::log_rotation_size(), u"10MB"}})
+        count_parsing("parse " + i18n::ustring_to_utf8(flag + u" " + value),
+                      {option::auto_deploy_root(), u"D", flag, value});
 
     count_validating("10,000 roots in a deep tree", deep_settings(20));
 

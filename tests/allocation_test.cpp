@@ -4,6 +4,8 @@
 #include "replaced_new.hpp"
 #include "support.hpp"
 
+#include "qel/util/canonicalize.hpp"
+
 #include <filesystem>
 #include <functional>
 #include <random>
@@ -95,6 +97,19 @@ TEST(Allocation, may_fail_anywhere) {
         }
     });
     EXPECT_TRUE(found == problems && involved == flags);
+    starve("Canonicalizer", [&] {
+        const auto canonical = [](auto& by) {
+            return ustring_to_utf8(by.canonicalize(Path(u"/dev/fd")).text());
+        };
+        util::filesystem::Canonicalizer asked, fresh;
+        try {
+            return canonical(asked);
+        } catch (const std::bad_alloc&) {
+            const Calm calm;
+            EXPECT_EQ(canonical(asked), canonical(fresh)) << "remembers what it was not told";
+            throw;
+        }
+    });
     starve("report_problems, usage", [&] {
         Fixed out;
         report_problems(problems, flags, out);

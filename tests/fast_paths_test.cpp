@@ -3,6 +3,7 @@
 
 #include "qel/util/storage_size.hpp"
 
+#include <boost/algorithm/string/trim.hpp>
 #include <boost/date_time/posix_time/posix_time_io.hpp>
 #include <boost/lexical_cast.hpp>
 #include <boost/tokenizer.hpp>
@@ -22,7 +23,9 @@ public:
         case 0:
             return pick(words_);
         case 1:
-            text = digits(random_() % 11) + u":" + digits(2) + u":" + digits(2);
+            text = digits(random_() % 11);
+            for (auto parts = random_() % 3; parts-- != 0;)
+                text += u":" + digits(2);
             if (random_() % 2 != 0) text += u"." + digits(random_() % 8);
             break;
         default:
@@ -111,6 +114,35 @@ TEST(CommonForms, are_the_same_in_a_locale_that_groups_digits) {
     EXPECT_EQ(parse({u"--request-size-limit", u"2147483648"}).text,
               "--request-size-limit exceeds maximum value of 2'147'483'647");
     std::locale::global(before);
+}
+
+struct Dashes : std::ctype<char> {
+    static const mask* table() {
+        static std::vector<mask> all(classic_table(), classic_table() + table_size);
+        all['-'] = space;
+        return all.data();
+    }
+    Dashes() : std::ctype<char>(table()) {}
+};
+
+TEST(CommonForms, of_clients_are_trimmed_as_the_global_locale_says) {
+    for (const bool dashes : {false, true}) {
+        std::locale locale = std::locale::classic();
+        if (dashes) locale = std::locale(locale, new Dashes);
+        const std::locale before = std::locale::global(locale);
+        std::mt19937 random(1);
+        for (int i = 0; i != 300; ++i) {
+            std::string text = "a";
+            while (random() % 5 != 0)
+                text.insert(random() % (text.size() + 1), 1, "ab- \t\v"[random() % 6]);
+            const Parsed got =
+                parse_with_root({u"--https", u"1", u"--ssl-allowed-client", i18n::utf8_to_ustring(text)});
+            ASSERT_EQ(got.settings.https()->ssl_context().allowed_clients().begin()->first,
+                      boost::trim_copy(text))
+                << text;
+        }
+        std::locale::global(before);
+    }
 }
 
 TEST(CommonForms, of_user_data_are_split_as_the_tokenizer_does) {

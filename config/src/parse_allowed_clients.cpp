@@ -4,10 +4,10 @@
 #include "qel/config/option.hpp"
 #include "qel/i18n/convert.hpp"
 
-#include <boost/algorithm/string/trim.hpp>
-#include <boost/range/iterator_range_core.hpp>
 #include <boost/throw_exception.hpp>
 
+#include <algorithm>
+#include <locale>
 #include <set>
 #include <stdexcept>
 
@@ -22,22 +22,26 @@ std::string in_configuration(std::string_view config) {
     return " (in configuration \"" + std::string(config) + "\")";
 }
 
-std::string_view trimmed(std::string_view text) {
-    const auto range = boost::trim_copy(boost::make_iterator_range(text));
-    return {range.begin(), range.end()};
+using Letters = std::ctype<char>;
+
+std::string_view trimmed(std::string_view text, const Letters& letters) {
+    const auto is_space = [&letters](char c) { return letters.is(Letters::space, c); };
+    const auto end = std::find_if_not(text.rbegin(), text.rend(), is_space).base();
+    return {std::find_if_not(text.begin(), end, is_space), end};
 }
 
 /// The next field of the list, trimmed. A list ends with its last field: then `list` has no data any more.
-std::string_view take_field(std::string_view& list) {
+std::string_view take_field(std::string_view& list, const Letters& letters) {
     const std::size_t comma = list.find(',');
-    const std::string_view field = trimmed(list.substr(0, comma));
+    const std::string_view field = trimmed(list.substr(0, comma), letters);
     list = comma == list.npos ? std::string_view() : list.substr(comma + 1);
     return field;
 }
 
-void add_archives(std::string_view list, std::string_view config, std::set<std::u16string>& archives) {
+void add_archives(std::string_view list, std::string_view config, const Letters& letters,
+                  std::set<std::u16string>& archives) {
     do {
-        const std::string_view archive = take_field(list);
+        const std::string_view archive = take_field(list, letters);
         if (archive.empty()) {
             BOOST_THROW_EXCEPTION(
                 std::runtime_error(invalid_syntax("empty zarc name" + in_configuration(config))));
@@ -49,7 +53,10 @@ void add_archives(std::string_view list, std::string_view config, std::set<std::
 } // namespace
 
 void parse_allowed_clients(std::string_view config, AccessMap& clients) {
-    config = trimmed(config);
+    // White space is what the global locale says.
+    const std::locale locale;
+    const auto& letters = std::use_facet<Letters>(locale);
+    config = trimmed(config, letters);
     if (config.empty()) BOOST_THROW_EXCEPTION(std::runtime_error(invalid_syntax("no clients specified")));
 
     const auto colon = config.find(':');
@@ -67,7 +74,7 @@ void parse_allowed_clients(std::string_view config, AccessMap& clients) {
 
     std::set<const void*> served; // A client may be named more than once.
     do {
-        const std::string_view client = take_field(client_part);
+        const std::string_view client = take_field(client_part, letters);
         if (client.empty()) {
             BOOST_THROW_EXCEPTION(
                 std::runtime_error(invalid_syntax("empty client name" + in_configuration(config))));
@@ -75,7 +82,7 @@ void parse_allowed_clients(std::string_view config, AccessMap& clients) {
         // A client without archives is not restricted; once it has some, no mark of that is kept.
         auto& allowed = clients.try_emplace(std::string(client)).first->second;
         if (!archive_part.empty() && served.insert(&allowed).second)
-            add_archives(archive_part, config, allowed);
+            add_archives(archive_part, config, letters, allowed);
     } while (client_part.data() != nullptr);
 }
 

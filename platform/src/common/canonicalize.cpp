@@ -17,10 +17,15 @@ struct Canonicalizer::Memo {
     std::unordered_map<std::u16string, Entry> entries;
     std::unordered_map<std::u16string, std::u16string> starting_points;
 
+    /// Becomes the answer inside the map, where the path is new. If that fails, nothing is entered.
+    struct Question {
+        const std::u16string& path;
+        operator Entry() const { return look_up(path); }
+    };
+
     // References into both maps stay valid while the maps grow.
     const Entry& entry(const std::u16string& path) {
-        const auto known = entries.find(path);
-        return known != entries.end() ? known->second : entries.emplace(path, look_up(path)).first->second;
+        return entries.try_emplace(path, Question{path}).first->second;
     }
 
     const std::u16string& start(std::u16string_view root) {

@@ -1,5 +1,7 @@
 #include "parsing/fast_paths.hpp"
 
+#include <algorithm>
+
 namespace qel::config {
 namespace {
 
@@ -52,6 +54,11 @@ optional<time_duration> plain_duration(std::u16string_view text) noexcept {
     for (; fraction.count != 6; ++fraction.count)
         fraction.value *= 10;
     return time_duration(0, 0, 0, static_cast<std::int64_t>(count * 1'000'000 + fraction.value));
+}
+
+optional<time_duration> short_duration(std::u16string_view text) {
+    const auto colons = std::count(text.begin(), text.end(), u':');
+    return plain_duration(std::u16string(text) + (colons == 0 ? u":00:00" : u":00"));
 }
 
 } // namespace qel::config

@@ -22,6 +22,9 @@ optional<std::uint64_t> plain_number(std::u16string_view text) noexcept;
 /// H...H:MM:SS[.f...f] with up to nine digits of hours and six of the fraction.
 optional<time_duration> plain_duration(std::u16string_view text) noexcept;
 
+/// H...H or H...H:MM with up to nine digits of hours; what is missing at the end counts as zeros.
+optional<time_duration> short_duration(std::u16string_view text);
+
 /// What lexical_cast makes of the text. Throws boost::bad_lexical_cast.
 template <class T>
 T number_from(std::u16string_view text) {

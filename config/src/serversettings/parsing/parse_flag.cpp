@@ -50,6 +50,7 @@ std::uint64_t convert<storage_size>(const std::u16string& token) {
 template <>
 time_duration convert<time_duration>(const std::u16string& token) {
     if (const auto duration = plain_duration(token)) return *duration;
+    if (const auto duration = short_duration(token)) return *duration;
     return boost::lexical_cast<Duration>(i18n::ustring_to_utf8(token)).value;
 }
 

@@ -51,7 +51,7 @@ void parse_profile_directives(const char* begin, const char* end, std::vector<Pr
     const bool on = std::string_view(begin, space) == "on";
     if (out.empty()) out.reserve(static_cast<std::size_t>(std::count(begin, end, ' ')));
     if (space == end) out.emplace_back(on, std::string());
-    // A trailing space has an empty category behind it, as each of two neighbouring spaces has.
+    // A trailing space has an empty category after it, as each of two neighbouring spaces has.
     while (space != end) {
         const char* const word = space + 1;
         space = std::find(word, end, ' ');
@@ -61,11 +61,10 @@ void parse_profile_directives(const char* begin, const char* end, std::vector<Pr
 
 std::pair<std::u16string, std::u16string> parse_user_data_pair(std::u16string_view value) {
     // Without quotes and escapes, nearly always, the one blank separates the two.
-    constexpr auto special = u" \t\"\\";
-    const auto blank = value.find_first_of(special);
-    if (blank < value.size() - 1 && value[blank] == u' ' &&
-        value.find_first_of(special, blank + 1) == value.npos)
-        return {std::u16string(value.substr(0, blank)), std::u16string(value.substr(blank + 1))};
+    const auto is_special = [](char16_t c) { return c == u' ' || c == u'\t' || c == u'"' || c == u'\\'; };
+    const auto blank = std::find_if(value.begin(), value.end(), is_special);
+    if (value.end() - blank > 1 && *blank == u' ' && std::none_of(blank + 1, value.end(), is_special))
+        return {std::u16string(value.begin(), blank), std::u16string(blank + 1, value.end())};
 
     using Separator = boost::escaped_list_separator<char16_t>;
     using Tokenizer = boost::tokenizer<Separator, std::u16string_view::const_iterator, std::u16string>;
@@ -89,18 +88,18 @@ std::pair<std::u16string, std::u16string> parse_user_data_pair(std::u16string_vi
 }
 
 bool parse_cors_origins(std::u16string_view value, std::vector<std::string>& origins) {
-    constexpr auto separators = u", ";
+    const auto is_separator = [](char16_t c) { return c == u',' || c == u' '; };
     bool star_seen = false;
     // Mostly the first value is the only one. With more of them, room for just the next would be slow.
     if (origins.empty())
         origins.reserve(1 + static_cast<std::size_t>(std::count(value.begin(), value.end(), u',')));
-    std::size_t end = 0;
-    for (std::size_t begin; (begin = value.find_first_not_of(separators, end)) != value.npos;) {
-        end = std::min(value.find_first_of(separators, begin), value.size());
-        origins.push_back(i18n::ustring_to_utf8(value.substr(begin, end - begin)));
+    for (auto end = value.begin();;) {
+        const auto begin = std::find_if_not(end, value.end(), is_separator);
+        if (begin == value.end()) return star_seen;
+        end = std::find_if(begin, value.end(), is_separator);
+        origins.push_back(i18n::ustring_to_utf8({begin, end}));
         star_seen = star_seen || origins.back() == "*";
     }
-    return star_seen;
 }
 
 void check_cors_origins(bool star_seen, const std::vector<std::string>& origins) {
