@@ -1,7 +1,6 @@
 // The flag table: which flag stores what.
 #include "parsing/flag_table.hpp"
 
-#include "parsing/cache_values.hpp"
 #include "parsing/flag_texts.hpp"
 #include "parsing/irregular_flags.hpp"
 #include "parsing/regular_flags.hpp"

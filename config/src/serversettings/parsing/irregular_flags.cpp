@@ -1,6 +1,7 @@
 #include "parsing/irregular_flags.hpp"
 
 #include "overflow_actions.hpp"
+#include "parsing/cache_values.hpp"
 #include "parsing/flag_texts.hpp"
 #include "parsing/regular_flags.hpp"
 #include "parsing/structured_values.hpp"

@@ -27,26 +27,23 @@ std::size_t find_flag(std::u16string_view token, std::size_t from) noexcept {
     return position;
 }
 
-/// Takes flag after flag until the tokens end or one is unknown or out of range. `flag_position` is what a failure of a
-/// value names.
-code take_flags(Walk& walk, Tokens::const_iterator& flag_position) try {
+/// Takes flag after flag until the tokens end or one is unknown or out of range. `failing` is the flag that a failure
+/// names.
+code take_flags(Walk& walk, std::u16string_view& failing) try {
     const auto rows = flag_rows();
     std::size_t first = 0; // of the flags that the next token is tested against
     while (walk.cursor != walk.end) {
         const std::u16string_view token = *walk.cursor;
+        // After a flag that falls through, a failure still names that one.
+        if (first == 0) failing = token;
         const std::size_t position = find_flag(token, first);
         if (position == rows.size()) {
             walk.out << "unrecognized option: " << i18n::ustring_to_term(token) << std::endl;
             return error_code::unrecognized_flag();
         }
-        rows[position].take(walk);
-        if (rows[position].next == Next::falls_through) {
-            // The flag position stays: a failure of the flag that follows names this one.
-            first = position + 1;
-        } else {
-            first = 0;
-            flag_position = walk.cursor;
-        }
+        const Row& row = rows[position];
+        row.take(walk);
+        first = row.next == Next::falls_through ? position + 1 : 0;
     }
     return error_code::success();
 } catch (const OutOfRange& failure) {
@@ -55,13 +52,13 @@ code take_flags(Walk& walk, Tokens::const_iterator& flag_position) try {
     return error_code::out_of_range();
 }
 
-/// The same for failures of any kind. What a stream throws while it is told of one is a failure, too.
+/// The same for failures of any kind, those of the stream included.
 code walk_tokens(Walk& walk) {
-    auto flag_position = walk.cursor;
+    std::u16string_view failing;
     try {
-        return take_flags(walk, flag_position);
+        return take_flags(walk, failing);
     } catch (const std::exception& failure) {
-        walk.out << failure.what() << " (at option '" << i18n::ustring_to_term(*flag_position) << "')";
+        walk.out << failure.what() << " (at option '" << i18n::ustring_to_term(failing) << "')";
         return error_code::parse_error();
     }
 }
