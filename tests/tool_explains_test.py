@@ -167,6 +167,17 @@ class Explains(unittest.TestCase):
                 self.assertTrue(origin["tokens"] or origin["completed"], name)
         self.assertGreater(accepted, 5 if HERE else -1)
 
+    def test_a_long_line_is_explained_like_a_short_one(self):
+        steps = [["--log-root", f"/l{i}"] for i in range(2000)] + [["--user-data", f"k{i % 1000} {i}"] for i in range(2000)]
+        steps += [["--attach-cache", f"r@h:{i + 1}"] for i in range(2000)] + [["--x509-use-crl"]] * 500 + [REQUIRED]
+        shown = ask("show", sum(steps, []))
+        idle = {w["token"] for w in shown["warnings"] if w["id"] == "no-effect"}
+        self.assertEqual(idle, {*range(1, 3999, 2), *range(4001, 6001, 2), *range(12001, 12501)})
+        origins = {name: shown["origins"][name]["tokens"] for name in ("log_root", "user_data", "cache_list.list")}
+        self.assertEqual(origins, {"log_root": [3999, 4000], "user_data": [*range(6001, 8001)], "cache_list.list": [*range(8001, 12001)]})
+        faults = ask("check", sum([["--colour"], ["--attach-cache", "r@a_b:1"], ["--num-worker", "4"]] * 1500, []))["faults"]
+        self.assertEqual((len(faults), faults[-2]["fix"]["tokens"]), (4501, [7499]))
+
     def test_any_line_is_explained_to_its_end(self):
         chance = random.Random(1)
         words = sum(self.steps, []) + ["", "--", "-", "x", "--x", "=", "--wait=", "--request-timeout", "1", "*", "'", "\ud800"]

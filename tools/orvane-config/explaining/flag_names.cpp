@@ -9,6 +9,32 @@
 namespace orvane {
 namespace {
 
+/// What is wrong with the spelling of a token whose letters are the flag's.
+std::string misspelling(std::u16string_view token, const Reference& flag) {
+    const std::string meant(flag.flag);
+    const auto holds = [&](std::u16string_view set) { return token.find_first_of(set) != token.npos; };
+    const std::u16string seen = visible(token);
+    const std::u16string outer = trimmed(seen, u" ");
+    if (token.find(u'\x1B') != token.npos) return "it has a terminal's colour codes in it: " + meant;
+    if (holds(dashes))
+        return "it has a dash where hyphens belong, as texts copied from a document do: " + meant;
+    if (holds(quotes)) return "the quotes around it have reached the server: " + meant;
+    if (seen.size() != token.size() || outer != seen)
+        return "it has a blank or an invisible character in it, or around it: " + meant;
+    if (folded(token) != seen) return "it has letters that only look like those of the flag: " + meant;
+    if (holds(u"[]<>(){}")) return "the brackets around it are not part of the flag: " + meant;
+    if (outer.front() == u'#') return "the # before it has reached the server: " + meant;
+    if (!outer.starts_with(u"--") || outer.starts_with(u"---"))
+        return "a flag begins with two hyphens: " + meant;
+    if (std::u16string_view(u",;:.\\=").find(outer.back()) != std::u16string_view::npos)
+        return "what follows the flag's name is not part of it: " + meant;
+    if (std::any_of(token.begin(), token.end(), [](char16_t c) { return c >= u'A' && c <= u'Z'; }))
+        return "flags are written in lower case: " + meant;
+    if (meant.find('_') != meant.npos) return "this flag is written with an underscore: " + meant;
+    if (holds(u"_.")) return "flags are written with hyphens, not underscores or dots: " + meant;
+    return "flags are written with a hyphen between words: " + meant;
+}
+
 bool holds_a_flag(std::u16string_view text) {
     const auto words = split_words(text, u' ');
     return std::any_of(words.begin(), words.end(), is_meant_as_flag);

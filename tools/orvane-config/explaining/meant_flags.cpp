@@ -6,7 +6,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstdlib>
 #include <set>
+#include <unordered_map>
 
 namespace orvane {
 namespace {
@@ -24,17 +27,37 @@ std::multiset<std::u16string> word_set(std::u16string_view words) {
     return set;
 }
 
+/// How often there is each letter.
+using Counts = std::array<std::int8_t, 32>;
+
+Counts counts_of(std::u16string_view text) {
+    Counts counts{};
+    for (const char16_t c : text)
+        ++counts[c % counts.size()];
+    return counts;
+}
+
+/// At least so many changes make one text of the other.
+std::size_t least_distance(const Counts& a, const Counts& b) {
+    int more = 0, fewer = 0;
+    for (std::size_t i = 0; i != a.size(); ++i)
+        (a[i] > b[i] ? more : fewer) += std::abs(a[i] - b[i]);
+    return static_cast<std::size_t>(std::max(more, fewer));
+}
+
 struct Name {
     const Reference* flag;
     std::u16string words, letters;
     std::multiset<std::u16string> set;
+    Counts counts;
 };
 
 const std::vector<Name>& names() {
     static const std::vector<Name> all = [] {
         std::vector<Name> names;
         for (const Reference& one : references())
-            names.push_back({&one, normalized(one.wide), letters(one.wide), word_set(normalized(one.wide))});
+            names.push_back({&one, normalized(one.wide), letters(one.wide), word_set(normalized(one.wide)),
+                             counts_of(letters(one.wide))});
         return names;
     }();
     return all;
@@ -76,12 +99,14 @@ std::vector<const Reference*> with_the_words(const std::multiset<std::u16string>
 /// With a difference in one letter of `each`.
 std::vector<const Reference*> with_the_letters(const std::u16string& words, std::size_t each) {
     const std::u16string typed = letters(words);
+    const Counts counts = counts_of(typed);
     Nearest nearest{typed.size()};
     for (const Name& name : names()) {
         const std::size_t most = std::max<std::size_t>(1, std::min(typed.size(), name.letters.size()) / each);
         const bool shortened = typed.size() > 2 && name.words.starts_with(words);
-        const std::size_t far =
-            std::min(distance(typed, name.letters, most), shortened ? std::size_t{1} : most + 1);
+        const std::size_t far = std::min(
+            least_distance(counts, name.counts) > most ? most + 1 : distance(typed, name.letters, most),
+            shortened ? std::size_t{1} : most + 1);
         if (far <= most) nearest.see(far, name.flag);
     }
     if (nearest.flags.size() > 3) nearest.flags.resize(3);
@@ -97,19 +122,7 @@ bool is_among(const std::u16string& word, const Words& words) {
     return std::find(words.begin(), words.end(), word) != words.end();
 }
 
-} // namespace
-
-const Reference* flag_spelled(std::u16string_view text) {
-    const std::u16string typed = letters(text);
-    if (typed.empty()) return nullptr;
-    const auto found =
-        std::find_if(names().begin(), names().end(), [&](const Name& one) { return one.letters == typed; });
-    return found == names().end() ? nullptr : found->flag;
-}
-
-std::vector<const Reference*> flags_like(std::u16string_view text) {
-    const std::u16string words = normalized(text);
-    if (words.size() < 2 || words.size() > 80) return {};
+std::vector<const Reference*> flags_with_words(const std::u16string& words) {
     const auto set = word_set(words);
     if (auto same = with_the_words(set); same.size() == 1 && set.size() > 1) return same;
     if (auto like = with_the_letters(words, 4); !like.empty()) return like;
@@ -121,6 +134,25 @@ std::vector<const Reference*> flags_like(std::u16string_view text) {
     if (!nearest.flags.empty()) return nearest.few();
     const auto like = with_the_letters(words, 3);
     return like.size() == 1 && words.size() > 6 ? like : std::vector<const Reference*>();
+}
+
+} // namespace
+
+const Reference* flag_spelled(std::u16string_view text) {
+    const std::u16string typed = letters(text);
+    if (typed.empty()) return nullptr;
+    const auto found =
+        std::find_if(names().begin(), names().end(), [&](const Name& one) { return one.letters == typed; });
+    return found == names().end() ? nullptr : found->flag;
+}
+
+std::vector<const Reference*> flags_like(std::u16string_view text) {
+    // Asked again about the same token by the rules for its neighbours.
+    static std::unordered_map<std::u16string, std::vector<const Reference*>> known;
+    const std::u16string words = normalized(text);
+    if (words.size() < 2 || words.size() > 80) return {};
+    const auto found = known.find(words);
+    return found != known.end() ? found->second : known.emplace(words, flags_with_words(words)).first->second;
 }
 
 std::optional<Polarity> polarity_of(std::u16string_view text) {
@@ -166,31 +198,6 @@ NameAndValue split_token(std::u16string_view token) {
     if (const auto colon = token.find(u"\":", begin); colon != token.npos)
         return {token.substr(0, colon), u':', token.substr(colon + 2)};
     return {token};
-}
-
-std::string misspelling(std::u16string_view token, const Reference& flag) {
-    const std::string meant(flag.flag);
-    const auto holds = [&](std::u16string_view set) { return token.find_first_of(set) != token.npos; };
-    const std::u16string seen = visible(token);
-    const std::u16string outer = trimmed(seen, u" ");
-    if (token.find(u'\x1B') != token.npos) return "it has a terminal's colour codes in it: " + meant;
-    if (holds(dashes))
-        return "it has a dash where hyphens belong, as texts copied from a document do: " + meant;
-    if (holds(quotes)) return "the quotes around it have reached the server: " + meant;
-    if (seen.size() != token.size() || outer != seen)
-        return "it has a blank or an invisible character in it, or around it: " + meant;
-    if (folded(token) != seen) return "it has letters that only look like those of the flag: " + meant;
-    if (holds(u"[]<>(){}")) return "the brackets around it are not part of the flag: " + meant;
-    if (outer.front() == u'#') return "the # before it has reached the server: " + meant;
-    if (!outer.starts_with(u"--") || outer.starts_with(u"---"))
-        return "a flag begins with two hyphens: " + meant;
-    if (std::u16string_view(u",;:.\\=").find(outer.back()) != std::u16string_view::npos)
-        return "what follows the flag's name is not part of it: " + meant;
-    if (std::any_of(token.begin(), token.end(), [](char16_t c) { return c >= u'A' && c <= u'Z'; }))
-        return "flags are written in lower case: " + meant;
-    if (meant.find('_') != meant.npos) return "this flag is written with an underscore: " + meant;
-    if (holds(u"_.")) return "flags are written with hyphens, not underscores or dots: " + meant;
-    return "flags are written with a hyphen between words: " + meant;
 }
 
 bool begins_as_flag(std::u16string_view text) {

@@ -32,9 +32,6 @@ struct NameAndValue {
 };
 NameAndValue split_token(std::u16string_view token);
 
-/// What is wrong with the spelling of a token whose letters are the flag's.
-std::string misspelling(std::u16string_view token, const Reference& flag);
-
 /// Whether the text begins with a hyphen, or a dash, perhaps in quotes.
 bool begins_as_flag(std::u16string_view text);
 

@@ -4,6 +4,8 @@
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 
 namespace orvane {
 namespace {
@@ -155,20 +157,24 @@ std::vector<std::u16string> split_words(std::u16string_view text, char16_t separ
 
 std::size_t distance(std::u16string_view a, std::u16string_view b, std::size_t most) {
     if (std::max(a.size(), b.size()) - std::min(a.size(), b.size()) > most) return most + 1;
-    std::vector<std::size_t> two_back, last(b.size() + 1), row(b.size() + 1);
+    constexpr std::size_t longest = 100;
+    if (b.size() >= longest) return most + 1;
+    std::array<std::uint8_t, longest> rows[3] = {}; // two before, the one before, and this
     for (std::size_t j = 0; j <= b.size(); ++j)
-        last[j] = j;
+        rows[1][j] = static_cast<std::uint8_t>(j);
     for (std::size_t i = 1; i <= a.size(); ++i) {
-        row[0] = i;
+        auto& [two_back, last, row] = rows;
+        row[0] = static_cast<std::uint8_t>(i);
         for (std::size_t j = 1; j <= b.size(); ++j) {
-            row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (a[i - 1] != b[j - 1])});
-            if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1])
-                row[j] = std::min(row[j], two_back[j - 2] + 1);
+            const int near = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (a[i - 1] != b[j - 1])});
+            const bool exchanged = i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1];
+            row[j] = static_cast<std::uint8_t>(exchanged ? std::min(near, two_back[j - 2] + 1) : near);
         }
-        two_back = last;
-        last = row;
+        std::swap(two_back, last);
+        std::swap(last, row);
     }
-    return std::min(last[b.size()], most + 1);
+    const std::size_t far = rows[1][b.size()];
+    return std::min(far, most + 1);
 }
 
 std::vector<std::string> most_like(const std::u16string& words, const std::vector<std::string>& texts) {

@@ -28,7 +28,8 @@ struct Effects {
     std::set<std::string> completed; ///< the settings to which the library adds at the end of the line
 };
 
-/// `origins` and `completed` are filled when asked for. Costs a parse of the line for each occurrence, twice with origins.
+/// `origins` and `completed` are filled when asked for. Costs a parse of the line for each occurrence, some more with
+/// origins; of a long line, `effective` has only the first and last occurrences of each flag, which stand for the others.
 Effects effects_of(const CommandLine& line, const Answer& accepted, bool with_origins);
 
 } // namespace orvane

@@ -1,0 +1,127 @@
+// Which occurrences of an accepted line have no effect, and why.
+#include "probing/redundancy.hpp"
+
+#include "probing/leave_one_out.hpp"
+
+#include "reference/reference.hpp"
+
+#include <algorithm>
+
+namespace orvane {
+namespace {
+
+bool has(const Occurrence& occurrence, Trait trait) {
+    const Reference* const reference = reference_of(occurrence[0].text);
+    return reference != nullptr && reference->trait == trait;
+}
+
+CommandLine first(const CommandLine& line, std::size_t count) {
+    return CommandLine(line.begin(), line.begin() + static_cast<std::ptrdiff_t>(count));
+}
+
+CommandLine with(CommandLine line, std::size_t position, Occurrence occurrence) {
+    line.insert(line.begin() + static_cast<std::ptrdiff_t>(position), std::move(occurrence));
+    return line;
+}
+
+bool limits_what_follows(const Occurrence& occurrence) {
+    return has(occurrence, Trait::limits_next);
+}
+
+CommandLine without(const CommandLine& line, std::size_t position) {
+    CommandLine rest = line;
+    rest.erase(rest.begin() + static_cast<std::ptrdiff_t>(position));
+    return rest;
+}
+
+/// Why `occurrence`, which belongs at `position` of the line, has no effect there. Nothing when it has, but says what holds
+/// without it, too.
+std::optional<Redundant> explained(const CommandLine& line, std::size_t position,
+                                   const Occurrence& occurrence, bool has_https) {
+    const auto counts = [&occurrence](const CommandLine& without_it, std::size_t at) {
+        const Answer before = ask(without_it), after = ask(with(without_it, at, occurrence));
+        return before.consumed() && !after.code && before.settings != after.settings;
+    };
+    if (!has_https && has(occurrence, Trait::needs_https) &&
+        counts(with(line, 0, occurrence_of(std::u16string(flag_with(Trait::starts_https).wide), u"1")),
+               position + 1))
+        return Redundant{.occurrence = occurrence, .needs_https = true};
+    // Most are replaced by the same flag; else by one that follows soon.
+    constexpr std::size_t most_asked = 6;
+    std::vector<std::size_t> others;
+    for (std::size_t later = position; later != line.size(); ++later) {
+        if (line[later][0].text == occurrence[0].text)
+            others.insert(others.begin(), later);
+        else
+            others.push_back(later);
+    }
+    if (others.size() > most_asked) others.resize(most_asked);
+    for (const std::size_t other : others) {
+        if (!counts(without(line, other), position)) continue;
+        // Another flag takes effect away by beginning anew. Else this one only says what holds behind that anyway.
+        const bool begins_anew = has(line[other], Trait::replaces_listener);
+        if (line[other][0].text != occurrence[0].text && !begins_anew) return std::nullopt;
+        return Redundant{.occurrence = occurrence, .replaced_by = line[other]};
+    }
+    // Without anything behind it but the required flag.
+    CommandLine alone = first(line, position);
+    for (const Occurrence& required : line)
+        if (has(required, Trait::required)) alone.push_back(required);
+    if (!counts(alone, position)) return std::nullopt;
+    return Redundant{.occurrence = occurrence};
+}
+
+} // namespace
+
+CommandLine loosened(const CommandLine& line, std::vector<Redundant>& redundant) {
+    const auto last = std::find_if(line.rbegin(), line.rend(), limits_what_follows);
+    if (last == line.rend()) return line;
+    CommandLine loose;
+    for (const Occurrence& occurrence : line) {
+        if (!limits_what_follows(occurrence))
+            loose.push_back(occurrence);
+        else if (&occurrence != &*last)
+            redundant.push_back({.occurrence = occurrence, .replaced_by = *last});
+    }
+    loose.push_back(*last);
+    return loose;
+}
+
+Effects find_redundant(const CommandLine& line, const Answer& accepted) {
+    Effects effects;
+    const CommandLine loose = loosened(line, effects.redundant);
+    LeaveOneOut omitting(loose);
+    std::vector<std::size_t> omitted; // positions in the effective line, before which they stood
+    std::vector<const Occurrence*> occurrences;
+    for (const Occurrence& occurrence : loose) {
+        const Answer answer = omitting.ask_without();
+        if (answer.code || answer.settings != accepted.settings) {
+            effects.effective.push_back(occurrence);
+            omitting.keep();
+        } else {
+            omitted.push_back(effects.effective.size());
+            occurrences.push_back(&occurrence);
+            omitting.omit();
+        }
+    }
+    // From the end, because what says the default goes back into the line: it decides its setting, and replaces others.
+    std::size_t explaining = 50; // each costs some parses of the line
+    for (std::size_t i = occurrences.size(); i-- != 0;) {
+        std::optional<Redundant> redundant = Redundant{.occurrence = *occurrences[i]};
+        if (explaining != 0) {
+            --explaining;
+            redundant = explained(effects.effective, omitted[i], *occurrences[i],
+                                  accepted.settings.https().has_value());
+        }
+        if (redundant)
+            effects.redundant.push_back(std::move(*redundant));
+        else
+            effects.effective = with(std::move(effects.effective), omitted[i], *occurrences[i]);
+    }
+    std::sort(effects.redundant.begin(), effects.redundant.end(), [](const Redundant& a, const Redundant& b) {
+        return a.occurrence[0].number < b.occurrence[0].number;
+    });
+    return effects;
+}
+
+} // namespace orvane
