@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Prints what parsing costs with this library and with other parsers, and what each stage of a start-up costs.
 
-table.py FOLDER    takes the programs from the build's folder bench/
+table.py FOLDER    takes the programs from the build's folder bench/; the plots in docs/plots/ are drawn again
 """
 import collections
 import json
@@ -10,8 +10,10 @@ import subprocess
 import sys
 
 from measure import measure
+import plots
 
 folder = pathlib.Path(sys.argv[1])
+folder_of_plots = pathlib.Path(__file__).parent.parent / "docs/plots"
 
 
 def nanoseconds(program):
@@ -35,13 +37,29 @@ def table(head, rows):
         print("|", " | ".join(cells), "|")
 
 
+def draw(counts):
+    by_line, by_flags = collections.defaultdict(dict), collections.defaultdict(dict)
+    for name, (instructions, *_) in counts.items():
+        line, parser, flags = name.split("/")
+        if line == "repeated":
+            by_flags[parser][int(flags)] = instructions
+        else:
+            by_line[parser][line] = instructions
+    plots.bars(folder_of_plots / "lines.svg", "Instructions of one parse (logarithmic)", by_line)
+    plots.curves(folder_of_plots / "repeated.svg", "Instructions by number of repeated flags", by_flags)
+
+
 def contest():
-    # A row per parser: instructions, times, allocations of each line.
+    # A row per parser: instructions, times, allocations of each line. Of repeated flags the largest number counts.
     figures = collections.defaultdict(lambda: ([], [], []))
     time = nanoseconds("contest_times")
     ours = {}
-    for name, (instructions, allocations, _) in measure([folder / "contest_instructions"]).items():
-        line, parser, flags = name.split("/")
+    counts = measure([folder / "contest_instructions"])
+    draw(counts)
+    largest = {(line, parser): name for name in counts for line, parser, _ in [name.split("/")]}
+    for (line, parser), name in largest.items():
+        instructions, allocations, _ = counts[name]
+        flags = name.split("/")[2]
         each = time[name] / int(flags)
         in_ours = each / ours.setdefault(line, each)
         row = figures[parser]

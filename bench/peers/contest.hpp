@@ -74,9 +74,11 @@ void for_each_contestant(Run run) {
             theirs(corpus.name, 1, corpus, peer);
         }
     }
-    ours("repeated", 10'000, repeated(10'000));
-    for (const Peer& peer : peers)
-        theirs("repeated", peer.repeated, repeated(peer.repeated), peer);
+    for (const int flags : {100, 1'000, 10'000}) {
+        ours("repeated", flags, repeated(flags));
+        for (const Peer& peer : peers)
+            if (flags <= peer.repeated) theirs("repeated", flags, repeated(flags), peer);
+    }
 }
 
 } // namespace qel::config::bench
