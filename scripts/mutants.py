@@ -180,7 +180,7 @@ def condition_changes(code, start, end):
         which = 1 if found[1] == "for" else len(parts) - 1
         begin = found.end() + sum(len(part) + 1 for part in parts[:which])
         if parts[which].strip():
-            yield "condition turned round", begin, begin + len(parts[which]), f" !({{}})"
+            yield "condition turned round", begin, begin + len(parts[which]), " !({})"
 
 
 def statement_changes(source, code, start, end):
