@@ -23,9 +23,12 @@ extern "C" [[gnu::visibility("default")]] int gethostname(char* name, std::size_
     return -1;
 }
 
+static std::string asked;
+
 // No failure, and no address.
-extern "C" [[gnu::visibility("default")]] int getaddrinfo(const char*, const char*, const addrinfo*,
+extern "C" [[gnu::visibility("default")]] int getaddrinfo(const char* host, const char*, const addrinfo*,
                                                           addrinfo** result) {
+    asked = host == nullptr ? "" : host;
     return *result = nullptr, 0;
 }
 
@@ -69,13 +72,17 @@ TEST(RuntimeFiles, have_the_mode_of_any_new_file_and_no_endpoint_where_the_resol
             EXPECT_EQ(::stat((root / name).c_str(), &file), 0);
             EXPECT_EQ(file.st_mode & 07777, 0666 & ~mask) << name;
         }
+    }
+    // Only a pair of brackets around the whole host is none of it.
+    for (const auto& [text, host] :
+         {std::pair("[::1]:1", "::1"), {"[]:1", ""}, {"[a:1", "[a"}, {"a]:1", "a]"}}) {
+        std::ofstream(root / "control") << text;
         try {
             FAIL() << read_control_endpoint(settings);
-        } catch (const boost::system::system_error& thrown) {
-            FAIL() << thrown.what();
         } catch (const std::runtime_error& thrown) {
-            EXPECT_NE(std::string(thrown.what()).find("endpoint not found"), std::string::npos)
-                << thrown.what();
+            EXPECT_EQ(dynamic_cast<const boost::system::system_error*>(&thrown), nullptr) << thrown.what();
+            EXPECT_NE(std::string(thrown.what()).find("endpoint not found"), std::string::npos);
+            EXPECT_EQ(asked, host);
         }
     }
     std::filesystem::remove_all(root);
