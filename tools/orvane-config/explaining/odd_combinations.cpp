@@ -44,13 +44,14 @@ std::string host_key(const std::u16string& host) {
 }
 
 /// A path without what does not change where it leads.
-std::u16string path_key(std::u16string path) {
-    for (const std::u16string_view idle : {u"/./", u"//"})
-        for (std::size_t at = 0; (at = path.find(idle, at)) != path.npos;)
-            path.replace(at, idle.size(), u"/");
-    if (path.ends_with(u"/.")) path.pop_back();
-    if (path.size() > 1 && path.ends_with(u'/')) path.pop_back();
-    return path;
+std::u16string path_key(std::u16string_view path) {
+    std::u16string key = path.starts_with(u'/') ? u"/" : u"";
+    while (!path.empty()) {
+        const std::u16string_view element = path.substr(0, path.find(u'/'));
+        if (!element.empty() && element != u".") key.append(element).append(u"/");
+        path.remove_prefix(std::min(element.size() + 1, path.size()));
+    }
+    return key;
 }
 
 struct Address {
