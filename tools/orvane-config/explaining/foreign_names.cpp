@@ -29,7 +29,9 @@ std::vector<Token> translated(const Case& fault, const Synonym& synonym, const s
     if (synonym.reference->is_switch()) return {flag};
     const std::u16string value = converted(synonym, given);
     if (value.empty()) return with_placeholder({flag});
-    if (value == given && takes(flag, value)) return {flag, {value, fault.number()}};
+    // A number with a unit may be taken, for hours.
+    if (value == given && synonym.kind != "<seconds>" && takes(flag, value))
+        return {flag, {value, fault.number()}};
     for (const Reading& reading : readings(*synonym.reference, value))
         if (takes(flag, reading.value))
             return {flag, {reading.value, fault.number(), reading.sample.empty() ? u"" : reading.value}};
@@ -65,11 +67,17 @@ std::optional<Advice> other_polarity(const Case& fault) {
 std::optional<Advice> foreign_name(const Case& fault) {
     if (!is_flag_like(fault.token())) return std::nullopt;
     const auto [name, separator, rest] = split_token(fault.token());
-    const auto synonym = synonym_of(ustring_to_utf8(normalized(name)));
+    std::u16string words = normalized(name);
+    // "-p8080"
+    const bool attached = words.size() > 1 && all_digits(words.substr(1));
+    const std::u16string number = attached ? words.substr(1) : u"";
+    if (attached) words.resize(1);
+    const auto synonym = synonym_of(ustring_to_utf8(words));
     if (!synonym) return std::nullopt;
     const std::size_t strays = end_of_strays(fault.line, fault.at + 1);
-    const bool takes_next = separator == 0 && strays != fault.at + 1;
+    const bool takes_next = separator == 0 && !attached && strays != fault.at + 1;
     const std::u16string value = separator != 0 ? bare(rest)
+                                 : attached     ? number
                                  : takes_next   ? fault.line[fault.at + 1][0].text
                                                 : u"";
     if (synonym->reference == nullptr) return skip(fault, fault.at, strays, synonym->advice);

@@ -123,10 +123,10 @@ std::vector<Reading> durations(const std::u16string& value) {
 /// 1.5GB, 64_000_000, 1e6, 4Gi.
 std::vector<Reading> sizes(const std::u16string& value) {
     static const Unit bytes{u"  b byte bytes octets o ", 1},
-        kilo{u" k kb kib ki kilobytes kbyte ko ", 1024.0},
-        mega{u" m mb mib mi megabytes mbyte meg mo ", 1048576.0},
-        giga{u" g gb gib gi gigabytes gbyte gig go ", 1073741824.0},
-        tera{u" t tb tib ti terabytes tbyte to ", 1099511627776.0};
+        kilo{u" k kb kib ki kilobytes kbyte kbytes ko ", 1024.0},
+        mega{u" m mb mib mi megabytes mbyte mbytes meg mo ", 1048576.0},
+        giga{u" g gb gib gi gigabytes gbyte gbytes gig go ", 1073741824.0},
+        tera{u" t tb tib ti terabytes tbyte tbytes to ", 1099511627776.0};
     const std::u16string lowered = lower(value);
     std::u16string_view text = lowered;
     const auto quantity = take_quantity(text);

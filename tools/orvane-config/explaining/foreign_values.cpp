@@ -57,6 +57,7 @@ Readings caches(const std::u16string& value) {
     if (text.find(u'@') == text.npos) {
         const auto parts = split_words(text, u':');
         if (parts.size() == 3) found.push_back({parts[0] + u"@" + parts[1] + u":" + parts[2], why});
+        if (parts.size() == 2 && parts[0] == u"redis") found.push_back({parts[0] + u"@" + parts[1], why});
         found.push_back({u"redis@" + text, why});
     } else if (text.find(u':') == text.npos && !all_digits(text.substr(text.find(u'@') + 1))) {
         found.push_back({text + u":6379", "the port is missing, for example", u"6379"});

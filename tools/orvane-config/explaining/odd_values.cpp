@@ -136,7 +136,7 @@ std::string host(const GivenValue& value) {
     const bool odd = std::any_of(host->begin(), host->end(), [](char16_t c) {
         return c < 0x80 && is_one_of(c, u" \t!\"#$&'()*+,;<=>?@[\\]^`{|}~");
     });
-    return odd ? "no host can have this name" : "";
+    return odd || host->front() == u'-' ? "no host can have this name" : "";
 }
 
 std::string two_ports(const GivenValue& value) {

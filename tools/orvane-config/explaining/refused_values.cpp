@@ -107,7 +107,8 @@ std::optional<Advice> dirty_value(const Case& fault) {
     const bool blank = clean != value && trimmed(value, blanks) == clean;
     const std::string what = quoted ? "quotes" : blank ? "blanks" : "characters that do not belong there";
     for (const std::u16string& text :
-         {clean, folded(clean), trimmed(clean, u":"), trimmed(clean, u"[]<>(){}:,;")})
+         {clean, folded(clean), trimmed(clean, u":"), bare(trimmed(clean, u"[]<>(){}:,;")),
+          clean.substr(clean.starts_with(u"- ") ? 2 : 0)})
         if (auto advice = better(fault, text, "there are " + what + " in the value itself; without them: "))
             return advice;
     // "http=9910" after its own flag.
@@ -209,7 +210,14 @@ std::optional<Advice> in_the_way(const Case& fault) {
 
 std::optional<Advice> out_of_range(const Case& fault) {
     if (fault.fault.code != qel::config::error_code::out_of_range()) return std::nullopt;
-    return by_example(fault, std::string(flag_of(fault).flag) + ": " + flag_of(fault).meaning());
+    const std::string meaning = flag_of(fault).meaning(),
+                      what = std::string(flag_of(fault).flag) + ": " + meaning;
+    constexpr std::string_view at_most = "at most ";
+    if (const std::size_t most = meaning.find(at_most); most != meaning.npos)
+        if (auto advice =
+                better(fault, qel::i18n::utf8_to_ustring(meaning.substr(most + at_most.size())), what + ": "))
+            return advice;
+    return by_example(fault, what);
 }
 
 std::optional<Advice> wrong_form(const Case& fault) {
