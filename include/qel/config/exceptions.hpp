@@ -1,7 +1,8 @@
-// class bad_config, class config_io_error, class config_state_error: what the library throws when a runtime file fails.
+// class bad_config, class config_io_error, class config_state_error: what the library throws if an operation on a
+// runtime file fails.
 //
-// Thrown with BOOST_THROW_EXCEPTION, so each carries the function, file and line of the throw, and can be cloned by
-// boost::current_exception().
+// They are thrown with BOOST_THROW_EXCEPTION: each carries the function, file and line of the throw, and
+// boost::current_exception() can clone it.
 #pragma once
 
 #include "qel/config/export.hpp"
@@ -19,7 +20,7 @@ public:                                                                         
     /** Throws std::bad_alloc. */                                                                            \
     explicit name(const std::string& what);                                                                  \
     /**@{*/                                                                                                  \
-    /** Copies share their text and the boost::exception part. Throws nothing. */                            \
+    /** Copies share their text and the boost::exception part. Does not throw. */                            \
     name(const name&);                                                                                       \
     name(name&&) noexcept;                                                                                   \
     name& operator=(const name&);                                                                            \
@@ -27,17 +28,17 @@ public:                                                                         
     /**@}*/                                                                                                  \
     ~name() noexcept override;
 
-/// A directory that an operation needs is not configured.
+/// Thrown if a directory that an operation needs is not configured.
 class ZEP_CONFIG_API bad_config : public std::runtime_error, public virtual boost::exception {
     ZEP_EXCEPTION(bad_config)
 };
 
-/// A runtime file could not be opened, read or written. what() names the file.
+/// Thrown if a runtime file cannot be opened, read or written. what() names the file.
 class ZEP_CONFIG_API config_io_error : public std::runtime_error, public virtual boost::exception {
     ZEP_EXCEPTION(config_io_error)
 };
 
-/// For the server's own use; the library never throws it.
+/// For use by the server; the library never throws it.
 class ZEP_CONFIG_API config_state_error : public std::runtime_error, public virtual boost::exception {
     ZEP_EXCEPTION(config_state_error)
 };

@@ -10,8 +10,8 @@ namespace detail {
 #include "qel/config/detail/each_record.inl"
 } // namespace detail
 
-/// Calls visit(name, value) for every field of one of the ten records, in declaration order: the name as const char*,
-/// the value as a constant reference. Throws what `visit` throws.
+/// Calls visit(name, value) for every field of `record`, one of the ten records, in declaration order. The name is a
+/// const char*, the value a const reference. Throws what `visit` throws.
 template <class Record, class Visit>
 auto for_each_field(const Record& record, Visit visit) -> decltype(detail::visit_fields(&record, visit)) {
     detail::visit_fields(&record, visit);

@@ -13,22 +13,20 @@ template <class T>
 struct FileFormat;
 }
 
-/// Where a listener is to be found, as written to and read from the endpoint files. Read-only after
-/// construction.
+/// The address of a listener, as written to and read from the endpoint files. Only assignment changes it.
 class ZEP_CONFIG_API http_endpoint {
 public:
     /// An empty host name and port 0.
     http_endpoint() noexcept;
 
-    /// `host` as it stands, or this machine's name when it is not set.
+    /// `host` unchanged, or this machine's name if `host` is not set.
     ///
     /// The machine's name is looked up in both cases. Throws boost::system::system_error with the operating
-    /// system's code when the look-up fails; a look-up that fails without a code gives an empty name. Throws
-    /// std::bad_alloc.
+    /// system's code if the look-up fails, and std::bad_alloc. A look-up that fails without a code gives an empty name.
     http_endpoint(const optional<std::u16string>& host, unsigned short port);
 
     ///@{
-    /// Copies throw std::bad_alloc. Moves throw nothing.
+    /// Copies throw std::bad_alloc.
     http_endpoint(const http_endpoint&);
     http_endpoint(http_endpoint&&) noexcept;
     http_endpoint& operator=(const http_endpoint&);
@@ -36,13 +34,13 @@ public:
     ///@}
     ~http_endpoint();
 
-    /// As it was given, or read.
+    /// The host name as given or read.
     const std::u16string& host_name() const noexcept;
-    /// As it was given, or read.
+    /// The port as given or read.
     unsigned short port() const noexcept;
 
 private:
-    /// Fills it from a file without looking up the machine's name.
+    /// Fills an endpoint from a file without looking up the machine's name.
     friend struct detail::FileFormat<http_endpoint>;
 
     std::u16string host_name_;

@@ -5,9 +5,9 @@
 
 #include <string>
 
-/// One function per flag, returning its text as a new string: option::log_root() is the text of the flag that
-/// sets log_root. Most names are the flag's own words; those of the TLS flags are `https_` and the SslContext
-/// field they set. All names with their texts: flags.def. Each throws std::bad_alloc only.
+/// One function per flag, which returns its text as a new string: option::log_root() is the text of the flag that
+/// sets log_root. Most names are the words of the flag; those of the TLS flags are `https_` and the SslContext
+/// field that they set. flags.def has all names with their texts. Each throws only std::bad_alloc.
 namespace qel::config::option {
 
 #define ZEP_FLAG(name, text)                                                                                 \

@@ -11,38 +11,38 @@
 
 namespace qel::config {
 
-/// Reads the flags `args` (one token each, the program's name not included) into `settings` and stops at the
-/// first failure, whose text goes to `out`.
+/// Parses the command line `args` (one token per argument, without the program's name) into `settings`. Stops at the
+/// first failure and writes its text to `out`.
 ///
 /// | result                | when                              | written to `out`                           |
 /// |-----------------------|-----------------------------------|--------------------------------------------|
-/// | success               | all well                          | a line for each user-data key given again  |
+/// | success               | the line is valid                 | a line for each user-data key given again  |
 /// | missing_required_flag | no tokens, or no auto-deploy root | nothing                                    |
-/// | unrecognized_flag     | a token is no flag                | `unrecognized option: TOKEN` and a line end |
+/// | unrecognized_flag     | a token is not a flag             | `unrecognized option: TOKEN` and a newline |
 /// | parse_error           | a value is missing or bad         | the reason, " (at option 'FLAG')"          |
 /// | out_of_range          | a number is outside its range     | the reason                                 |
 ///
-/// The last two do not end their line. Warnings of the first row come before any failure's text.
+/// The last two do not end with a newline. The warnings of the first row come before the text of any failure.
 ///
-/// What the flags before the failure stored remains in the record; so does what the failing flag stored before
-/// it was checked: a number that is out of range, a rejected overflow action, rejected CORS origins. Fields that
-/// no flag names keep what they held, except that at the end, in this order,
-/// - `lumo_root` is replaced by the roots given, even when there are none;
-/// - `user_data` receives the pairs given, behind what it held, in ascending order of key;
-/// - `extract_root` is the extract root given, or else the auto-deploy root, joined with ".zep_deployed";
-/// - `https` is replaced by what the flags of the HTTPS listener and of TLS say, if the former is given.
+/// If a flag fails, the record keeps what the flags before it stored, and what the failing flag stored before the value
+/// was checked: a number that is out of range, a rejected overflow action, rejected CORS origins. Fields that no flag
+/// names keep their values, except for these final steps, in this order:
+/// - `lumo_root` is replaced by the roots given, even if there are none;
+/// - `user_data` receives the pairs given, after those it held, in ascending order of key;
+/// - `extract_root` is set to the extract root given, or else to the auto-deploy root, joined with ".zep_deployed";
+/// - `https` is replaced by the values of the HTTPS and TLS flags, if the HTTPS flag is given.
 ///
-/// So lumo roots, user data, the HTTPS listener and TLS settings leave nothing in the record when a flag
-/// fails. Without an auto-deploy root the first two of these steps are done all the same.
+/// So if a flag fails, lumo roots, user data, the HTTPS listener and TLS settings leave nothing in the record. If only
+/// the auto-deploy root is missing, the first two of these steps are still done (not if there are no tokens at all).
 ///
-/// Inside the walk over the tokens every std::exception, std::bad_alloc included, becomes parse_error; at the
-/// end std::bad_alloc passes out, and so it does when memory runs out while a failure is being written. The
-/// steps before the one that failed are done then and those behind it are not; `user_data` keeps the pairs that
-/// it has received. A stream that has exceptions enabled lets its own pass out.
+/// While the tokens are read, every std::exception, including std::bad_alloc, becomes parse_error. std::bad_alloc is
+/// thrown in the final steps, and if memory runs out while a failure is being written. In the final steps, those before
+/// the failure are then done and those after it are not; `user_data` keeps the pairs that it has received. A stream
+/// with exceptions enabled throws them to the caller.
 ///
-/// Takes time linear in the tokens, with two exceptions. User data is put in order, n log n for n pairs; and
-/// each of the allowed clients in one value gets an ordered set of all the archives in it, so that their numbers
-/// multiply. Ill-formed UTF-16 is shown as U+FFFD and harms nothing.
+/// Takes time linear in the number of tokens, with two exceptions: user data is sorted, n log n for n pairs; and in one
+/// value of allowed clients, each client gets a sorted set of all archives, so their numbers multiply. Ill-formed
+/// UTF-16 is shown as U+FFFD and is otherwise harmless.
 [[nodiscard]] ZEP_CONFIG_API boost::system::error_code
 parse_settings(ServerSettings& settings, const std::deque<std::u16string>& args, std::ostream& out);
 

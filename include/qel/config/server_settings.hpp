@@ -13,11 +13,10 @@
 
 namespace qel::config {
 
-/// The one value that describes a server's whole configuration.
+/// The whole configuration of a server.
 ///
-/// A plain value: no operation checks content. Default-constructed it holds no configuration at all: every
-/// optional is empty, every switch is off, every path and container is empty; defaults are applied by whoever
-/// uses a setting.
+/// A plain value: no operation checks its content. A default-constructed one holds no configuration: every optional,
+/// path and container is empty, and every switch is off. Whoever uses a setting applies the default.
 class ZEP_CONFIG_API ServerSettings {
 #define ZEP_RECORD ServerSettings
 #define ZEP_FIELDS "qel/config/fields/server_settings.def"

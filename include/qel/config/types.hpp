@@ -15,7 +15,7 @@
 
 namespace qel::config {
 
-/// A setting that may be absent; absent is distinct from every value, and less than every value.
+/// A setting that may be absent. Absent differs from every value, and is less than every value.
 using boost::optional;
 
 /// A length of time in microseconds.

@@ -1,4 +1,4 @@
-// Checks of the relations between settings.
+// Checks settings against each other.
 #pragma once
 
 #include "qel/config/error_code.hpp"
@@ -11,18 +11,17 @@
 
 namespace qel::config {
 
-/// One complete message per problem, in the order the rules find them.
+/// One complete message per problem, in the order of the rules.
 using ProblemList = std::vector<std::u16string>;
 
 /// The texts of the flags that the problems involve, in ascending order.
 using FlagSet = std::set<std::u16string>;
 
-/// Checks what no single flag can: settings that exclude or require each other, directories inside each
-/// other, two listeners on one address, incomplete TLS settings. Collects every problem.
+/// Checks what cannot be checked flag by flag: settings that conflict with or require each other, directories inside
+/// each other, two listeners on one address, incomplete TLS settings. Collects every problem.
 ///
-/// Empties `problems` and `flags` first. Returns success, or incompatible_flags when there is any problem.
-/// Reads the file system to compare directories. Throws std::bad_alloc only; the containers then hold what
-/// was found so far.
+/// Empties `problems` and `flags` first. Returns success, or incompatible_flags if there is any problem. Reads the
+/// file system to compare directories. Throws only std::bad_alloc; the containers then hold what was found so far.
 [[nodiscard]] ZEP_CONFIG_API boost::system::error_code
 validate_settings(const ServerSettings& settings, ProblemList& problems, FlagSet& flags);
 

@@ -2,7 +2,7 @@
 //
 //     #if ZEP_CONFIG_VERSION_AT_LEAST(1, 2, 0)
 //
-// The build reads the numbers here too. Which version a program runs with, build_info.hpp says.
+// The build reads the numbers from here too. build_info.hpp says which version a program is running with.
 #pragma once
 
 ///@{
@@ -12,7 +12,7 @@
 #define ZEP_CONFIG_VERSION_PATCH 0
 ///@}
 
-/// Whether the version is this one or a later one, for the preprocessor.
+/// True in the preprocessor if the version is this one or a later one.
 #define ZEP_CONFIG_VERSION_AT_LEAST(major, minor, patch)                                                     \
     (ZEP_CONFIG_VERSION_MAJOR > (major) ||                                                                   \
      (ZEP_CONFIG_VERSION_MAJOR == (major) &&                                                                 \

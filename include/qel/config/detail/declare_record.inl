@@ -1,14 +1,14 @@
-// The members of the class ZEP_RECORD, whose fields are the list ZEP_FIELDS, to be included between its braces. Both
-// macros are undefined at the end.
+// The members of the class ZEP_RECORD, whose fields are the list ZEP_FIELDS. Included between the braces of the class.
+// Both macros are undefined at the end.
 #if !defined(ZEP_RECORD) || !defined(ZEP_FIELDS)
 #error "define ZEP_RECORD, the class, and ZEP_FIELDS, the file with its fields, before including declare_record.inl"
 #endif
 
 public:
-    /// Every field as `T{}`: optionals and containers empty, switches off, numbers zero.
-    /// Throws std::bad_alloc at most.
+    /// Initialises every field as `T{}`: optionals and containers empty, switches off, numbers zero. Throws at most
+    /// std::bad_alloc.
     ZEP_RECORD();
-    /// All fields, in declaration order, each copied. Throws std::bad_alloc.
+    /// Copies a value into each field; the parameters are the fields in declaration order. Throws std::bad_alloc.
     // clang-format off
     ZEP_RECORD(
 #define ZEP_FIRST_FIELD(name, ...) const __VA_ARGS__& name
@@ -17,8 +17,8 @@ public:
     );
     // clang-format on
     ///@{
-    /// Copies are deep and throw std::bad_alloc; an assignment goes field by field, and one that fails leaves
-    /// every field valid. Moves throw nothing.
+    /// Copies are deep and throw std::bad_alloc. Assignment goes field by field; if it fails, every field is valid, but
+    /// some may be changed.
     ZEP_RECORD(const ZEP_RECORD&);
     ZEP_RECORD(ZEP_RECORD&&) noexcept;
     ZEP_RECORD& operator=(const ZEP_RECORD&);
@@ -27,22 +27,23 @@ public:
     ~ZEP_RECORD();
 
 #define ZEP_FIELD(name, ...)                                                                                 \
-    /** To read and to change. */                                                                            \
+    /** The field, to read or change. */                                                                     \
     __VA_ARGS__& name() noexcept;                                                                            \
-    /** To read. */                                                                                          \
+    /** The field, to read. */                                                                               \
     const __VA_ARGS__& name() const noexcept;                                                                \
-    /** Sets it to a copy. Throws std::bad_alloc; the field is then valid. */                                \
+    /** Sets the field to a copy. Throws std::bad_alloc; the field is then still valid. */                   \
     void name(const __VA_ARGS__&);
 #include ZEP_FIELDS
 
     ///@{
-    /// All fields equal, tested in declaration order. Throws nothing.
+    /// `==`: whether all fields are equal. Does not throw.
     bool operator==(const ZEP_RECORD&) const;
     bool operator!=(const ZEP_RECORD&) const;
     ///@}
     ///@{
-    /// The first field decides that is less (true), or that is not equal (false). All equal gives false. The
-    /// others follow from this and `==` of the same operands. Throws nothing.
+    /// `<` compares the fields in declaration order: the first that is less gives true, the first that is unequal
+    /// otherwise gives false; all equal gives false. The others follow from this and `==` of the same operands. Does
+    /// not throw.
     bool operator<(const ZEP_RECORD&) const;
     bool operator<=(const ZEP_RECORD&) const;
     bool operator>(const ZEP_RECORD&) const;

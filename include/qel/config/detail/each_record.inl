@@ -1,5 +1,5 @@
-// The ten records. Includes the file ZEP_EACH_RECORD for each, with ZEP_RECORD, the class, and ZEP_FIELDS, the file with
-// its fields, which that file undefines. A record comes after those that are its fields.
+// The ten records. For each it includes the file ZEP_EACH_RECORD, with ZEP_RECORD (the class) and ZEP_FIELDS (the file
+// with its fields) defined; that file undefines both. A record comes after the records that it contains.
 #ifndef ZEP_EACH_RECORD
 #error "define ZEP_EACH_RECORD, the file to be included for each record, before including each_record.inl"
 #endif

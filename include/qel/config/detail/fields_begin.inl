@@ -1,5 +1,5 @@
-// Opens every list in fields/. Its rows are ZEP_FIELD(name, type): define that macro, then include the list.
-// ZEP_FIRST_FIELD, if it is defined, takes the first row. Both are undefined at the end of the list.
+// Included at the start of every list in fields/. To use a list, define ZEP_FIELD(name, type) for its rows, then
+// include it. If ZEP_FIRST_FIELD is defined, it is used for the first row. The list undefines both at its end.
 #ifndef ZEP_FIELD
 #error "define ZEP_FIELD(name, ...), and ZEP_FIRST_FIELD where the first row differs, before including a field list"
 #endif

@@ -1,4 +1,5 @@
-// For each record a function that visits its fields. A pointer, so that nothing is converted to a record.
+// Defines a function that visits the fields of a record. It takes a pointer, so that no argument is converted to a
+// record.
 template <class Visit>
 void visit_fields(const ZEP_RECORD* record, Visit& visit) {
 #define ZEP_FIELD(name, ...) visit(#name, record->name());

@@ -13,7 +13,7 @@
 #endif
 
 #if defined(_MSC_VER)
-// Exported classes have members and bases of types that are not exported: those of the C++ library and of Boost, which are
-// templates. All modules of a process share one C++ library and one Boost, so there is nothing to warn every user of.
+// Exported classes have members and bases of types that are not exported: templates of the C++ library and of Boost.
+// All modules of a process share one C++ library and one Boost, so the warning does not apply.
 #pragma warning(disable : 4251 4275)
 #endif
