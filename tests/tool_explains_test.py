@@ -238,7 +238,7 @@ class Explains(unittest.TestCase):
     @unittest.skipUnless(HERE, "there is no such terminal")
     def test_a_terminal_is_shown_the_place(self):
         import pty
-        for environment, mark in [({}, "\033[1;31m--waist\033[0m"), ({"NO_COLOR": "1"}, "--waist")]:
+        for environment, mark in [({}, "\033[1;31m--waist\033[0m"), ({"NO_COLOR": "1"}, "--waist"), ({"TERM": "dumb"}, "--waist")]:
             try:
                 ours, theirs = pty.openpty()
             except OSError as failure:  # as in some containers
@@ -246,6 +246,9 @@ class Explains(unittest.TestCase):
             subprocess.run([*TOOL, "check", *REQUIRED, "--waist"], stderr=theirs, check=False, env=environment)
             said = os.read(ours, 10000).decode().replace("\r\n", "\n")
             self.assertIn(f"  token 3: --auto-deploy-root D {mark}\n" + " " * 32 + "^~~~~~~\n", said)
+            subprocess.run([*TOOL, "check", "\033[2J\u009b2J\u202e\n!"], stderr=theirs, check=False, env=environment)
+            said = os.read(ours, 10000).decode()
+            self.assertTrue(said.startswith("unrecognized option: \\u001b[2J\\u009b2J\\u202e\\u000a!\r\n"), said)
             os.close(ours), os.close(theirs)
 
     @unittest.skipUnless(HERE, "there is no such shell")
@@ -272,10 +275,11 @@ class Explains(unittest.TestCase):
         line = words_of("--extract-root E --log-root L/l --http h:1 --https 2 --pid-root . --endpoint-root . --control-port 1")
         for words in [("check", *REQUIRED, *line), ("show", "--json", *REQUIRED, *line), ("flags",), ("check", "--x")]:
             trace = tempfile.NamedTemporaryFile("r")
-            subprocess.run(["strace", "-f", "-o", trace.name, "-e", "trace=%file,%network,ftruncate,%process", *TOOL, *words],
-                           capture_output=True, check=False, timeout=60)
+            subprocess.run(["strace", "-f", "-o", trace.name, "-e", "trace=%file,%network,ftruncate,%process,write", *TOOL, *words],
+                           capture_output=True, check=False, timeout=60, env={**os.environ, "ASAN_OPTIONS": "detect_leaks=0"})
             calls = trace.read()
             self.assertIn("exited with", calls)
+            self.assertLessEqual(len(re.findall(r"write\(2,", calls)), 1, "what is said of a line stays in one piece")
             changing = re.findall(r"^.*(?:O_WRONLY|O_RDWR|O_CREAT|O_TRUNC|mkdir|unlink|rename|link\w*\(\"|truncate|socket|"
                                   r"connect|chmod|chown|utime|mknod|fork).*$", calls, re.M)
             self.assertEqual([one for one in changing if "readlink" not in one], [], words)

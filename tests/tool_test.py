@@ -65,6 +65,21 @@ class Tool(unittest.TestCase):
                 self.assertTrue(re.fullmatch("\0".join(patterns), f"{code}\0{out}\0{err}", re.S), (code, out, err))
                 self.assertEqual(run(*TOOL, *words, stdout=full)[0], 7 if out else code)
 
+    def test_every_verb_refuses_a_line_in_the_same_words(self):
+        for words in ["--num-worker 4", "--http x:y --log-root", "--wait --num-workers 1"]:
+            said = {run(*TOOL, verb, *PID_FLAGS, *words.split()) for verb in ["check", "show", "locate", "publish"]}
+            self.assertEqual([code for code, _, _ in said], [1], said)
+
+    @unittest.skipUnless(HERE, "there is no such shell")
+    def test_a_source_of_flags_that_cannot_be_read_says_why(self):
+        Path("empty").touch()
+        for source, words, expected in [("<&-", "-", "7 standard input: Bad file descriptor"), ("<.", "-", "7 standard input: Is a directory"),
+                                        ("", ".", "7 .: Is a directory"), ("", "none", "7 none: No such file or directory")]:
+            code, _, err = run("sh", "-c", f'exec "$@" {source}', "sh", *TOOL, "check", "--from", words)
+            self.assertRegex(f"{code} {err}", f"^{expected[0]} orvane-config: cannot (open|read) {expected[2:]}\n$")
+        for verb in ["check", "show", "locate", "publish"]:
+            self.assertRegex(run(*TOOL, verb, "--from", "empty")[2], "^orvane-config: empty holds no flags\nmissing|--auto-deploy-root")
+
     def test_a_publisher_has_the_files_to_itself_until_its_command_ends(self):
         os.mkdir("gate")
         killed = self.publisher()

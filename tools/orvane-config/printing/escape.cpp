@@ -1,18 +1,79 @@
-// Texts from outside, shown on one line.
+// Texts from outside, shown where they can do no harm.
 #include "printing/escape.hpp"
 
-std::string orvane::escape(std::string_view text) {
-    constexpr std::string_view digits = "0123456789abcdef";
+#include "explaining/spelling.hpp"
+#include "system/terminal.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace orvane {
+namespace {
+
+void append_escaped(char16_t unit, std::string& text) {
+    text += "\\u";
+    for (int shift = 12; shift >= 0; shift -= 4)
+        text += "0123456789abcdef"[unit >> shift & 15];
+}
+
+std::string escape_all(std::string_view text) {
+    std::string shown;
+    std::u16string plain;
+    const auto append_plain = [&] {
+        shown += qel::i18n::ustring_to_utf8(plain);
+        plain.clear();
+    };
+    for (const char16_t unit : qel::i18n::utf8_to_ustring(std::string(text))) {
+        if (unit == u'\n' || !is_invisible(unit)) {
+            plain += unit;
+            continue;
+        }
+        append_plain();
+        append_escaped(unit, shown);
+    }
+    append_plain();
+    return shown;
+}
+
+bool is_set_to(const char* variable, bool (*wanted)(std::string_view)) {
+    const char* const value = std::getenv(variable);
+    return value != nullptr && wanted(value);
+}
+
+} // namespace
+
+std::string escape(std::string_view text) {
     std::string shown;
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x20 || byte == 0x7f) {
-            shown += "\\u00";
-            shown += digits[byte >> 4];
-            shown += digits[byte & 15];
-        } else {
+        if (byte < 0x20 || byte == 0x7f)
+            append_escaped(byte, shown);
+        else
             shown += c;
-        }
     }
     return shown;
 }
+
+bool errors_in_colour() {
+    return is_terminal(Stream::err) &&
+           !is_set_to("NO_COLOR", [](std::string_view value) { return !value.empty(); }) &&
+           !is_set_to("TERM", [](std::string_view value) { return value == "dumb"; });
+}
+
+std::string escape_for_terminal(std::string_view text) {
+    std::string shown;
+    while (!text.empty()) {
+        const std::size_t begin = std::min({text.size(), text.find(mark_begin), text.find(mark_end)});
+        const std::string_view mark = text.substr(begin).starts_with(mark_end) ? mark_end : mark_begin;
+        shown += escape_all(text.substr(0, begin));
+        text.remove_prefix(begin);
+        if (text.empty()) break;
+        shown += mark;
+        text.remove_prefix(mark.size());
+    }
+    return shown;
+}
+
+} // namespace orvane

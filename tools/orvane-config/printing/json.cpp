@@ -17,8 +17,6 @@ namespace json = boost::json;
 using namespace qel::config;
 using qel::i18n::ustring_to_utf8;
 
-constexpr int format = 1;
-
 // --- records
 
 json::value to_json(bool value) {
@@ -149,7 +147,7 @@ json::object head_of(const Verdict& verdict) {
         if (warning.token != 0) object["token"] = warning.token;
         warnings.push_back(std::move(object));
     }
-    return {{"format", format},
+    return {{"format", json_format},
             {"accepted", verdict.accepted()},
             {"code", to_json(verdict.code())},
             {"text", to_json(verdict.answer.text)},

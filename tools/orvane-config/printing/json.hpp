@@ -7,6 +7,8 @@
 
 namespace orvane {
 
+inline constexpr int json_format = 1;
+
 std::string check_json(const Verdict& verdict);
 std::string show_json(const Verdict& verdict);
 

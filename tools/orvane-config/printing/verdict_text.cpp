@@ -8,8 +8,9 @@
 #include "qel/config/report.hpp"
 #include "qel/i18n/convert.hpp"
 
+#include <boost/algorithm/string/replace.hpp>
+
 #include <algorithm>
-#include <cstdlib>
 #include <ostream>
 
 namespace orvane {
@@ -21,13 +22,12 @@ constexpr std::size_t most_faults = 20;
 /// The occurrence and its neighbours; on a terminal a second line marks the occurrence.
 void show_place(const Fault& fault, std::ostream& err) {
     const bool terminal = is_terminal(Stream::err);
-    const char* const no_color = std::getenv("NO_COLOR");
-    const bool colour = terminal && (no_color == nullptr || *no_color == '\0');
+    const bool colour = errors_in_colour();
 
     std::string before = "  " + numbers_of(fault.occurrence) + ": " + (fault.more_before ? "... " : "");
     if (!fault.before.empty()) before += shown(fault.before) + " ";
     const std::string refused = shown(fault.occurrence);
-    err << before << (colour ? "\033[1;31m" : "") << refused << (colour ? "\033[0m" : "");
+    err << before << (colour ? mark_begin : "") << refused << (colour ? mark_end : "");
     if (!fault.after.empty()) err << " " << shown(fault.after);
     err << (fault.more_after ? " ...\n" : "\n");
 
@@ -45,6 +45,18 @@ void show_fault(const Fault& fault, const Advice& advice, std::ostream& err) {
 /// The library's text with its last line ended; most of its texts do not end theirs.
 std::string ended(const std::string& text) {
     return text.empty() || text.back() == '\n' ? text : text + '\n';
+}
+
+/// The library's text, byte for byte unless somebody looks at it: then a line end inside a token does not end a line.
+std::string library_text(const Verdict& verdict) {
+    std::string text = ended(verdict.answer.text);
+    if (!is_terminal(Stream::err)) return text;
+    for (const Occurrence& occurrence : verdict.line)
+        for (const Token& token : occurrence)
+            if (token.text.find(u'\n') != token.text.npos)
+                boost::replace_all(text, qel::i18n::ustring_to_utf8(token.text),
+                                   escape(qel::i18n::ustring_to_utf8(token.text)));
+    return text;
 }
 
 /// Where the flags are that the problems are about.
@@ -79,7 +91,7 @@ void show_faults(const Verdict& verdict, std::ostream& err) {
 } // namespace
 
 void explain(const Verdict& verdict, std::ostream& err) {
-    err << ended(verdict.answer.text);
+    err << library_text(verdict);
     const Diagnosis& diagnosis = verdict.diagnosis;
     if (!verdict.answer.code && !diagnosis.problems.empty())
         qel::config::report_problems(diagnosis.problems, diagnosis.involved, err);

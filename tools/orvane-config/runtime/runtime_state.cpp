@@ -1,15 +1,19 @@
-// What the runtime files say of a server, and how far they are to be believed.
+// What the runtime files say of a server, and whether it can be trusted.
 #include "runtime/runtime_state.hpp"
+
+#include "system/ages.hpp"
 
 #include "qel/i18n/convert.hpp"
 #include "qel/util/native_path.hpp"
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <filesystem>
 #include <fstream>
 #include <limits>
 #include <string_view>
+#include <system_error>
 
 namespace orvane {
 namespace {
@@ -35,6 +39,11 @@ std::string_view without_line_end(std::string_view text) {
     return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
 }
 
+/// Of the failure just now, as far as the system tells.
+std::string reason() {
+    return errno == 0 ? "" : ": " + std::generic_category().message(errno);
+}
+
 FileReport malformed(FileReport file, std::string why) {
     file.state = FileState::malformed;
     file.text = std::move(why);
@@ -57,17 +66,18 @@ FileReport inspect(const Path& root, const char* name, bool (*is_well_formed)(st
     std::string buffer(longest_file + 2, '\0'); // a stream keeps a character's room free
     std::ifstream in;
     in.rdbuf()->pubsetbuf(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+    errno = 0;
     in.open(native, std::ios_base::binary);
     if (!in) {
         // It may have been withdrawn since.
-        if (!std::filesystem::exists(native, error)) return file;
-        return malformed(file, "cannot be opened");
+        if (errno == ENOENT) return file;
+        return malformed(file, "cannot be opened" + reason());
     }
     // One read: a second one could meet the tail of a value written meanwhile.
     in.peek();
     std::string content(static_cast<std::size_t>(std::max<std::streamsize>(in.rdbuf()->in_avail(), 0)), '\0');
     in.rdbuf()->sgetn(content.data(), static_cast<std::streamsize>(content.size()));
-    if (in.bad()) return malformed(file, "cannot be read");
+    if (in.bad()) return malformed(file, "cannot be read" + reason());
     if (content.empty()) {
         file.state = FileState::starting;
         return file;

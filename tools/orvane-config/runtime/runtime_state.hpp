@@ -1,14 +1,15 @@
-// What the runtime files say of a server, and how far they are to be believed.
+// What the runtime files say of a server, and whether it can be trusted.
 #pragma once
 
-#include "system/host.hpp"
-
 #include "qel/config/server_settings.hpp"
+#include "qel/util/path.hpp"
 
 #include <string>
 #include <vector>
 
 namespace orvane {
+
+using qel::util::filesystem::Path;
 
 /// In the order from good to bad: a whole server is in the worst state of its files.
 enum class FileState {

@@ -1,8 +1,9 @@
 // The verb `locate`: is the server there, and where?
 #include "printing/escape.hpp"
+#include "printing/json.hpp"
 #include "runtime/runtime_state.hpp"
+#include "verbs/accepted.hpp"
 #include "verbs/input.hpp"
-#include "verbs/parse_flags.hpp"
 
 #include "qel/i18n/convert.hpp"
 
@@ -28,7 +29,7 @@ void print(const std::vector<FileReport>& files, std::ostream& out) {
     }
 }
 
-/// {"format": 1, "state": worst of all, "files": [{"name", "path", "state", "text", "pid" of main.pid}]}
+/// {"format", "state": worst of all, "files": [{"name", "path", "state", "text", "pid" of main.pid}]}
 void print_json(const std::vector<FileReport>& files, std::ostream& out) {
     boost::json::array entries;
     for (const FileReport& file : files) {
@@ -40,7 +41,7 @@ void print_json(const std::vector<FileReport>& files, std::ostream& out) {
         if (file.pid != 0) entry["pid"] = file.pid;
         entries.push_back(std::move(entry));
     }
-    out << boost::json::object{{"format", 1},
+    out << boost::json::object{{"format", json_format},
                                {"state", to_text(worst_of(files))},
                                {"files", std::move(entries)}}
         << '\n';
@@ -78,13 +79,13 @@ double seconds_in(const std::string& text) {
 
 ExitCode locate(const Call& call) {
     const double seconds = seconds_in(call.value(own("wait"), "0"));
-    qel::config::ServerSettings settings;
-    if (parse_flags(input_of(call).flags, settings, call.err)) return ExitCode::refused;
+    const auto settings = accepted(input_of(call).flags, call.err);
+    if (!settings) return ExitCode::refused;
 
     using Clock = std::chrono::steady_clock;
     const auto deadline =
         Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
-    auto files = inspect_runtime_files(settings);
+    auto files = inspect_runtime_files(*settings);
     if (files.empty()) {
         call.err
             << "orvane-config: nothing to look for: no pid root, and no endpoint root with something in it\n";
@@ -93,7 +94,7 @@ ExitCode locate(const Call& call) {
     ExitCode code = code_for(worst_of(files));
     while (code != ExitCode::done && Clock::now() < deadline) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        files = inspect_runtime_files(settings);
+        files = inspect_runtime_files(*settings);
         code = code_for(worst_of(files));
     }
     if (seconds > 0 && code != ExitCode::done) {

@@ -19,16 +19,15 @@ struct OwnOption {
 
 // clang-format off
 inline constexpr OwnOption own_options[] = {
-    {"strict", "",                  "check",                     "let warnings count: the exit code is 3 when there are any"},
-    {"ignore", "ID[,ID]...",       "check show fix",                "leave out warnings of these kinds; 'orvane-config warnings' lists them"},
-    {"json",   "",                  "check show locate",         "answer in JSON"},
-    {"from",   "FILE",              "check show fix locate publish",
-                                                                 "read the FLAGS from a file, or with - from standard input: "
-                                                                 "a token a line, or each ended by a zero byte"},
-    {"wait",   "SECONDS",           "locate",                    "wait until the server is there, at most this long"},
-    {"format", "text|markdown|man", "flags warnings",            "format of the reference; text without it"},
-    {"for",    "NAME",              "completions",               "complete for the server's executable of this name, not for orvane-config"},
-    {"help",   "",                  "",                          "print the help of the verb"},
+    {"strict", "",                  "check",                         "let warnings count: the exit code is 3 when there are any"},
+    {"ignore", "ID[,ID]...",        "check show fix",                "leave out warnings of these kinds; 'orvane-config warnings' lists them"},
+    {"json",   "",                  "check show locate",             "answer in JSON"},
+    {"from",   "FILE",              "check show fix locate publish", "read the FLAGS from a file, or with - from standard input: "
+                                                                     "a token a line, or each ended by a zero byte"},
+    {"wait",   "SECONDS",           "locate",                        "wait until the server is there, at most this long"},
+    {"format", "text|markdown|man", "flags warnings",                "format of the reference; text without it"},
+    {"for",    "NAME",              "completions",                   "complete for the server's executable of this name, not for orvane-config"},
+    {"help",   "",                  "",                              "print the help of the verb"},
 };
 // clang-format on
 

@@ -1,8 +1,9 @@
 // The verb `publish`: the runtime files of a server, for as long as it or a stand-in runs.
 #include "runtime/runtime_state.hpp"
-#include "system/host.hpp"
+#include "system/child_process.hpp"
+#include "system/directory_lock.hpp"
+#include "verbs/accepted.hpp"
 #include "verbs/input.hpp"
-#include "verbs/parse_flags.hpp"
 
 #include "qel/config/endpoint_files.hpp"
 #include "qel/config/pid_files.hpp"
@@ -15,6 +16,8 @@
 #include <optional>
 #include <ostream>
 #include <thread>
+#include <utility>
+#include <vector>
 
 namespace orvane {
 namespace {
@@ -95,8 +98,11 @@ std::string occupant(const ServerSettings& settings) {
     return {};
 }
 
-/// Owners cannot let go of their files. Those that have become another's are kept here, undestroyed, to the end.
-Published* volatile abandoned = nullptr;
+/// Owners cannot let go of their files. Those that have become another's are kept here, never destroyed.
+std::vector<std::unique_ptr<Published>>& abandoned() {
+    static auto* const all = new std::vector<std::unique_ptr<Published>>;
+    return *all;
+}
 
 /// Removes the files, unless another publisher has taken the place since the command ended: then they are its own.
 void withdraw(std::unique_ptr<Published> published, const ServerSettings& settings, unsigned pid,
@@ -109,28 +115,26 @@ void withdraw(std::unique_ptr<Published> published, const ServerSettings& settin
         err << "orvane-config: " << failure.what() << '\n';
     }
     const FileReport now = inspect_runtime_files(settings).front();
-    if (now.pid != 0 && now.pid != pid) {
-        abandoned = published.release();
-    }
+    if (now.pid != 0 && now.pid != pid) abandoned().push_back(std::move(published));
 }
 
 } // namespace
 
 ExitCode publish(const Call& call) {
     const Input input = input_of(call);
-    ServerSettings settings;
-    if (parse_and_validate(input.flags, settings, call.err)) return ExitCode::refused;
-    std::string why = obstacle(settings);
+    const auto settings = accepted(input.flags, call.err);
+    if (!settings) return ExitCode::refused;
+    std::string why = obstacle(*settings);
     if (why.empty()) {
         // Until the files are there, signals end this process as they end any other.
-        std::optional<DirectoryLock> lock(std::in_place, *settings.pid_root(), std::chrono::seconds(10));
-        why = occupant(settings);
+        std::optional<DirectoryLock> lock(std::in_place, *settings->pid_root(), std::chrono::seconds(10));
+        why = occupant(*settings);
         if (why.empty()) {
             ChildProcess holder(input.command.value_or(Tokens()));
-            auto published = std::make_unique<Published>(settings, holder.pid());
+            auto published = std::make_unique<Published>(*settings, holder.pid());
             lock.reset();
             const int result = holder.run();
-            withdraw(std::move(published), settings, holder.pid(), call.err);
+            withdraw(std::move(published), *settings, holder.pid(), call.err);
             return static_cast<ExitCode>(result);
         }
     }

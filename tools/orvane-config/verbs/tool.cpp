@@ -3,6 +3,8 @@
 
 #include "explaining/meant_flags.hpp"
 #include "explaining/spelling.hpp"
+#include "printing/escape.hpp"
+#include "system/terminal.hpp"
 #include "verbs/call.hpp"
 #include "verbs/help.hpp"
 
@@ -59,6 +61,12 @@ ExitCode run_verb(const Tokens& args, std::ostream& out, std::ostream& err) {
     }
 }
 
+/// In one piece, and byte for byte unless somebody looks at it.
+bool write(const std::string& text, Stream stream, std::ostream& to) {
+    if (text.empty()) return true;
+    return bool(to << (is_terminal(stream) ? escape_for_terminal(text) : text) << std::flush);
+}
+
 } // namespace
 
 ExitCode usage(const Call& call) {
@@ -78,9 +86,9 @@ ExitCode run(const Tokens& args, std::ostream& out, std::ostream& err) {
     }
     std::ostringstream answer, complaint;
     const ExitCode code = run_verb(args, answer, complaint);
-    err << complaint.str() << std::flush;
+    write(complaint.str(), Stream::err, err);
     errno = 0;
-    if (!(out << answer.str() << std::flush)) {
+    if (!write(answer.str(), Stream::out, out)) {
         const int error = errno;
         err << "orvane-config: the answer could not be written: " << std::generic_category().message(error)
             << '\n';

@@ -1,39 +1,11 @@
-// What the tool needs of the operating system: processes, signals, a lock.
+// The command whose runtime files are published.
 #pragma once
 
 #include "system/tokens.hpp"
 
-#include "qel/util/path.hpp"
-
-#include <chrono>
 #include <memory>
-#include <optional>
-#include <string>
 
 namespace orvane {
-
-using qel::util::filesystem::Path;
-
-/// How long ago the process started; none when there is no such process, or it has ended and only waits to be
-/// collected. Of a process that tells others nothing, a time longer ago than any file.
-std::optional<std::chrono::milliseconds> process_age(unsigned pid);
-
-/// How long ago the file was last written; none when it cannot be asked.
-std::optional<std::chrono::milliseconds> file_age(const Path& file);
-
-/// Keeps other publishers out of a directory while it lives.
-class DirectoryLock {
-public:
-    /// Waits for others to leave, for so long. Throws std::runtime_error when they do not, or on a failure.
-    DirectoryLock(const Path& directory, std::chrono::milliseconds patience);
-    DirectoryLock(const DirectoryLock&) = delete;
-    DirectoryLock& operator=(const DirectoryLock&) = delete;
-    ~DirectoryLock();
-
-private:
-    struct State;
-    std::unique_ptr<State> state_;
-};
 
 /// Runs a command, or nothing, until it is time to go. From construction to the end of this process, whatever asks it to
 /// end (a signal that is not ignored, or the console) is kept back for run(): there may be files to remove.

@@ -1,0 +1,16 @@
+// What a verb begins with that works on the settings of a line, and has nothing to say of one that is accepted.
+#pragma once
+
+#include "system/tokens.hpp"
+
+#include "qel/config/server_settings.hpp"
+
+#include <iosfwd>
+#include <optional>
+
+namespace orvane {
+
+/// The settings with which the server would run. None when it would refuse the line; `err` then says what `check` says.
+std::optional<qel::config::ServerSettings> accepted(const Tokens& flags, std::ostream& err);
+
+} // namespace orvane
