@@ -7,19 +7,19 @@
 
 namespace qel::logging {
 
-/// Bit sets; bit 0 is always set, so no parsed handler has the value 0.
+/// Bit masks. Bit 0 is always set, so no parsed handler has the value 0.
 enum class log_content_type : std::int32_t {
     content_default = 3,
     content_statistics = 5,
     content_dashboard = 7
 };
 
-/// All of them, in the order in which a handler's definition is compared with them.
+/// All content types, in the order in which a handler's definition is compared with them.
 inline constexpr std::array log_content_types = {log_content_type::content_dashboard,
                                                  log_content_type::content_statistics,
                                                  log_content_type::content_default};
 
-/// The content's clause in a handler's definition; empty for a value that is none of the three.
+/// The text of the content type in a handler's definition; empty for a value that is none of the three.
 constexpr std::string_view to_text(log_content_type content) noexcept {
     switch (content) {
     case log_content_type::content_default:

@@ -7,14 +7,14 @@
 
 namespace qel::logging {
 
-/// How a handler's log records look.
+/// The output format of a handler.
 enum class log_format_type : std::int32_t { text_plain = 0, text_xml = 1, text_json = 2 };
 
-/// All of them.
+/// All formats.
 inline constexpr std::array log_format_types = {log_format_type::text_plain, log_format_type::text_xml,
                                                 log_format_type::text_json};
 
-/// The format's text form; empty for a value that is none of the three.
+/// The text of the format; empty for a value that is none of the three.
 constexpr std::string_view to_text(log_format_type format) noexcept {
     switch (format) {
     case log_format_type::text_plain:

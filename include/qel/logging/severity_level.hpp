@@ -21,7 +21,7 @@ enum class severity_level : std::int32_t {
     profile
 };
 
-/// The text forms; the position is the value.
+/// The names; the position is the level's value.
 inline constexpr std::array<std::string_view, 9> severity_names = {
     "statistics", "trace", "debug", "information", "warning", "error", "out", "err", "profile"};
 

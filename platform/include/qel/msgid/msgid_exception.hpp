@@ -1,4 +1,4 @@
-// Failures identified by a catalog and a message ID, with their text taken from a message catalog.
+// Exceptions identified by a catalog and a message ID. Their text comes from the message catalog.
 #pragma once
 
 #include "qel/util/platform_export.hpp"
@@ -14,26 +14,26 @@ namespace qel::msgid {
 /// One argument of a message: narrow text in the terminal's encoding, or wide text.
 using Argument = std::variant<std::string, std::u16string>;
 
-/// What names a message: its catalog, its ID there, and the arguments in order.
+/// Identifies a message: its catalog, its ID in the catalog, and the arguments in order.
 struct ZEP_CONFIG_PLATFORM_API MessageID {
-    std::string catalog;             ///< where its text stands
-    std::string id;                  ///< its name there
-    std::vector<Argument> arguments; ///< what its text names, in order
+    std::string catalog;             ///< the catalog that has its text
+    std::string id;                  ///< its name in the catalog
+    std::vector<Argument> arguments; ///< the values inserted into its text, in order
 };
 
-/// The identifier users may search for: catalog and ID joined by a colon. Throws std::bad_alloc.
+/// The identifier that users can search for: catalog and ID, joined by a colon. Throws std::bad_alloc.
 ZEP_CONFIG_PLATFORM_API std::string error_identifier(const MessageID& message);
 
-/// The catalog's text with the arguments in place. A message that the catalog does not know gives its
-/// identifier followed by the arguments. Throws std::bad_alloc.
+/// The catalog's text with the arguments inserted. For a message that is not in the catalog, its identifier followed by
+/// the arguments. Throws std::bad_alloc.
 ZEP_CONFIG_PLATFORM_API std::string catalog_text(const MessageID& message);
 
-/// The interface under which every message-ID exception can be caught.
+/// The interface by which every message-ID exception can be caught.
 class ZEP_CONFIG_PLATFORM_API IMsgIDException {
 public:
     virtual ~IMsgIDException();
     ///@{
-    /// What was thrown, valid as long as the exception.
+    /// The message that was thrown. The references are valid as long as the exception.
     virtual const std::string& catalog() const noexcept = 0;
     virtual const std::string& message_id() const noexcept = 0;
     virtual const std::vector<Argument>& arguments() const noexcept = 0;
@@ -44,20 +44,20 @@ public:
 protected:
     IMsgIDException() = default;
     ///@{
-    /// For derived classes. Throws nothing.
+    /// For derived classes. Does not throw.
     IMsgIDException(const IMsgIDException&) = default;
     IMsgIDException& operator=(const IMsgIDException&) = default;
     ///@}
 };
 
-/// Base of the exception types, one derived type per message ID. what() is the catalog's text. Copies share
-/// their content, so that copying one while it is thrown cannot fail.
+/// Base class of the exception types; there is one derived type per message ID. what() is the catalog's text. Copies
+/// share their content, so copying one while it is thrown cannot fail.
 class ZEP_CONFIG_PLATFORM_API MsgIDException : public std::runtime_error, public IMsgIDException {
 public:
     /// Throws std::bad_alloc.
     explicit MsgIDException(MessageID message);
     ///@{
-    /// Copies share their content.
+    /// Copies share the content of the original.
     MsgIDException(const MsgIDException&) noexcept;
     MsgIDException& operator=(const MsgIDException&) noexcept;
     ///@}
@@ -73,14 +73,14 @@ private:
     std::shared_ptr<const Content> content_;
 };
 
-/// Sees every message-ID exception just before it is thrown. The process has one such hook; none at the
-/// start.
+/// A function that is called with every message-ID exception just before it is thrown. The process has one such hook,
+/// and none at the start.
 using LegacyErrorHook = void (*)(const IMsgIDException&);
 
-/// Installs `hook` (null for none) and returns the one that was installed before. Safe from any thread.
+/// Installs `hook` (null for none) and returns the one that was installed before. May be called from any thread.
 ZEP_CONFIG_PLATFORM_API LegacyErrorHook set_legacy_error_hook(LegacyErrorHook hook) noexcept;
 
-/// Calls the installed hook, if any; to be called right before throwing. What the hook throws passes out.
+/// Calls the installed hook, if any. Call it right before throwing. Throws what the hook throws.
 ZEP_CONFIG_PLATFORM_API void notify_legacy_error_hook(const IMsgIDException& failure);
 
 } // namespace qel::msgid

@@ -7,18 +7,18 @@
 
 namespace qel::util::filesystem {
 
-/// The canonical form of `path`: absolute, symbolic links resolved as far as the path exists, "." and ".."
-/// folded, no trailing separator except at a root. The path need not exist; what follows the last existing
-/// element is folded as text. The canonical form of the empty path is empty.
+/// The canonical form of `path`: absolute, with symbolic links resolved as far as the path exists, "." and ".."
+/// resolved, and no trailing separator except at a root. The path need not exist; what follows the last existing
+/// element is resolved as text. The canonical form of the empty path is empty.
 ///
-/// ".." means what it means to the system: on POSIX the parent of what a link before it leads to; on Windows
-/// the text before that link. Windows forms also bear the spelling on disk. A chain of more than 40 links,
-/// and a path longer than the system takes, count as not existing. Reads the file system, changes nothing.
-/// Throws std::bad_alloc only.
+/// ".." has the system's meaning: after a link, it is the parent of the link's target on POSIX, and the parent of the
+/// link itself on Windows. On Windows the form also has the spelling that is on disk. A chain of more than 40 links,
+/// and a path that is too long for the system, count as not existing. Reads the file system and changes nothing. Throws
+/// only std::bad_alloc.
 ZEP_CONFIG_PLATFORM_API Path canonicalize(const Path& path);
 
-/// Canonical forms of many related paths. During its life it asks the file system about each entry once, and
-/// does not notice later changes, also not of the current directory. Not to be shared between threads.
+/// Computes canonical forms of many related paths. An object asks the file system about each entry once, and does not
+/// notice later changes, including a change of the current directory. Do not share it between threads.
 class ZEP_CONFIG_PLATFORM_API Canonicalizer {
 public:
     Canonicalizer();
@@ -26,14 +26,13 @@ public:
     Canonicalizer& operator=(const Canonicalizer&) = delete;
     ~Canonicalizer();
 
-    /// The canonical form, as the function of this name gives it.
-    /// Throws std::bad_alloc only.
+    /// The same as the function of this name. Throws only std::bad_alloc.
     Path canonicalize(const Path& path);
 
-    /// Whether the canonical form of `root` is that of `path` or of one of its parents, as far as repeated
-    /// parent_path() steps lead: a relative path is not compared with the current directory that it starts
-    /// in. An empty path equals only an empty one. Takes time linear in the path's length, symbolic links
-    /// apart. Throws std::bad_alloc only.
+    /// Whether `root` has the same canonical form as `path` or one of its parents. The parents are those that repeated
+    /// parent_path() steps reach: the current directory, in which a relative path starts, is not one of them. An empty
+    /// path equals only an empty one. Takes time linear in the path's length, not counting symbolic links. Throws only
+    /// std::bad_alloc.
     bool is_same_or_below(const Path& path, const Path& root);
 
 private:

@@ -1,4 +1,4 @@
-// From a program's arguments to the tokens that the server's libraries take: UTF-16, without the program's name.
+// Converts a program's arguments to the tokens that the server's libraries take: UTF-16, without the program's name.
 //
 //     int main(int argc, char** argv) {
 //         const auto tokens = qel::util::command_line_tokens(argc, argv);
@@ -13,7 +13,7 @@
 #include <string_view>
 
 #if defined(_WIN32)
-// Declared, not included: <windows.h> has to come after Asio's headers, and brings macros with everyday names.
+// Declared, not included: <windows.h> must come after Asio's headers, and defines macros with everyday names.
 extern "C" {
 __declspec(dllimport) wchar_t* __stdcall GetCommandLineW();
 __declspec(dllimport) wchar_t** __stdcall CommandLineToArgvW(const wchar_t*, int*);
@@ -25,8 +25,8 @@ namespace qel::util {
 
 #if defined(_WIN32)
 
-/// Words that are UTF-16 already, such as those of a service's entry, as they stand: ill-formed ones too. The first,
-/// the program's name, is left out. Throws std::bad_alloc.
+/// Tokens from arguments that are already UTF-16, such as those of a service's entry point. They are taken unchanged,
+/// even if ill-formed. The first one, the program's name, is left out. Throws std::bad_alloc.
 inline std::deque<std::u16string> tokens_of(int argc, const wchar_t* const* argv) {
     std::deque<std::u16string> tokens;
     for (int i = 1; i < argc; ++i) {
@@ -36,9 +36,9 @@ inline std::deque<std::u16string> tokens_of(int argc, const wchar_t* const* argv
     return tokens;
 }
 
-/// The tokens of this process. The arguments of `main` or `wmain` serve for the signature only: those of `main` have
-/// lost what the code page cannot hold, and both may hold file names where a `*` was, if the C runtime expands it. The
-/// system's own splitting of the command line is taken, with ill-formed UTF-16 as it stands. Throws std::bad_alloc.
+/// The tokens of this process. The arguments of `main` or `wmain` are not used: those of `main` have lost what the code
+/// page cannot represent, and in both the C runtime may have expanded a `*` to file names. Instead, the system splits
+/// the command line; ill-formed UTF-16 is taken unchanged. Throws std::bad_alloc.
 template <class Char>
 std::deque<std::u16string> command_line_tokens(int, Char**) {
     int count = 0;
@@ -50,9 +50,9 @@ std::deque<std::u16string> command_line_tokens(int, Char**) {
 
 #else
 
-/// The tokens of this process, from the arguments of `main`: all but the first, the program's name. Bytes are taken as
-/// UTF-8, whatever the locale; of what is none, each ill-formed part becomes U+FFFD, so that a file whose name is no
-/// UTF-8 cannot be given. Throws std::bad_alloc.
+/// The tokens of this process, from the arguments of `main`: all but the first, the program's name. Bytes are read as
+/// UTF-8, whatever the locale. Each ill-formed part becomes U+FFFD, so a file whose name is not UTF-8 cannot be given.
+/// Throws std::bad_alloc.
 inline std::deque<std::u16string> command_line_tokens(int argc, const char* const* argv) {
     std::deque<std::u16string> tokens;
     // A program can be started without any argument, not even its name.

@@ -8,7 +8,7 @@
 
 namespace qel::util::filesystem {
 
-/// A path held as UTF-16 text. Nothing is checked, folded or normalised on construction.
+/// A path stored as UTF-16 text. Nothing is checked or normalised on construction.
 ///
 /// Separators are `/`, and on Windows also the backslash. Two relations are deliberately different:
 /// `==` compares the stored texts, code unit by code unit; `<` compares the sequences of path elements.
@@ -17,10 +17,10 @@ class ZEP_CONFIG_PLATFORM_API Path {
 public:
     /// The empty path.
     Path() noexcept;
-    /// The text as it is.
+    /// Stores the text unchanged.
     explicit Path(std::u16string text) noexcept;
     ///@{
-    /// Copies throw std::bad_alloc, and an assignment that failed changes nothing. Moves throw nothing.
+    /// Copies throw std::bad_alloc; an assignment that fails changes nothing.
     Path(const Path&);
     Path(Path&&) noexcept;
     Path& operator=(const Path&);
@@ -33,15 +33,14 @@ public:
     /// Whether the text is empty.
     bool empty() const noexcept;
 
-    /// The path without its last element. The parent of `/a` is `/`; of `/`, of a drive or share root, and of
-    /// a single relative element it is the empty path, so repeated steps always end there. Throws
-    /// std::bad_alloc; strong guarantee.
+    /// The path without its last element. The parent of `/a` is `/`. The parent of `/`, of a drive or share root, and
+    /// of a single relative element is the empty path, so repeated steps always end there. Throws std::bad_alloc.
     Path parent_path() const;
 
-    /// Same text, code unit by code unit.
+    /// Whether the texts are the same, code unit by code unit.
     bool operator==(const Path&) const noexcept;
     /// Lexicographic over the elements; each element compares by code units. Runs of separators count as one,
-    /// and a trailing separator adds no element; a leading root is an element of its own.
+    /// and a trailing separator adds no element; a leading root is an element.
     bool operator<(const Path&) const noexcept;
 
 private:
@@ -52,9 +51,8 @@ private:
 
 namespace qel::i18n {
 
-/// `directory`, one separator where needed, then `component` as it stands: never replaces `directory`,
-/// whatever the component begins with. Nothing is put before the component when `directory` is empty. Throws
-/// std::bad_alloc; strong guarantee.
+/// `directory`, one separator if needed, then `component` unchanged. Never replaces `directory`, whatever the component
+/// begins with. If `directory` is empty, nothing is put before the component. Throws std::bad_alloc.
 ZEP_CONFIG_PLATFORM_API util::filesystem::Path operator/(const util::filesystem::Path& directory,
                                                          std::u16string_view component);
 

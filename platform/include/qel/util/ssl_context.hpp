@@ -17,16 +17,16 @@ namespace qel::util::ssl {
 /// Whether a client must present a certificate.
 enum class SslVerifyPeerMode { no_verify_peer = 0, verify_peer_require_peer_cert = 1 };
 
-/// The mode's name, "no-verify-peer" or "verify-peer-require-peer-cert". Throws nothing.
+/// The mode's name, "no-verify-peer" or "verify-peer-require-peer-cert". Does not throw.
 constexpr std::string_view to_text(SslVerifyPeerMode mode) {
     return mode == SslVerifyPeerMode::no_verify_peer ? "no-verify-peer" : "verify-peer-require-peer-cert";
 }
 
-/// Reads one word and compares it with the two names, exactly. No match sets the fail bit and leaves `mode`
-/// unchanged. Throws nothing, unless the stream has exceptions enabled: those pass out, and `mode` is unchanged.
+/// Reads one word and compares it with the two names, exactly. If it matches neither, sets the fail bit and leaves
+/// `mode` unchanged. Throws only if the stream has exceptions enabled; `mode` is unchanged then.
 ZEP_CONFIG_PLATFORM_API std::istream& operator>>(std::istream& in, SslVerifyPeerMode& mode);
 
-/// Client name to the archives it may use; an empty set means no archive restriction.
+/// Maps a client's name to the archives that it may use. An empty set allows all archives.
 using AccessMap = std::map<std::string, std::set<std::u16string>>;
 
 /// TLS settings. A default-constructed context has every path and text unset, every switch off, no clients
@@ -35,10 +35,10 @@ using AccessMap = std::map<std::string, std::set<std::u16string>>;
 /// `==` compares all fields; `<` is lexicographic over them in the order of the list.
 class ZEP_CONFIG_PLATFORM_API SslContext {
 public:
-    /// Nothing set. Throws std::bad_alloc at most.
+    /// Nothing set. Throws at most std::bad_alloc.
     SslContext();
     ///@{
-    /// Copies throw std::bad_alloc; an assignment goes field by field. Moves throw nothing.
+    /// Copies throw std::bad_alloc; assignment goes field by field.
     SslContext(const SslContext&);
     SslContext(SslContext&&) noexcept;
     SslContext& operator=(const SslContext&);
@@ -47,15 +47,15 @@ public:
     ~SslContext();
 
 #define QEL_SSL_FIELD(name, ...)                                                                             \
-    /** To read. */                                                                                          \
+    /** The field, to read. */                                                                               \
     const __VA_ARGS__& name() const noexcept;                                                                \
-    /** Sets it. Throws nothing but what making the argument throws. */                                      \
+    /** Sets the field. */                                                                                   \
     void name(__VA_ARGS__ value) noexcept;
 #include "qel/util/ssl_context_fields.def"
 
-    /// All fields equal. Throws nothing.
+    /// Whether all fields are equal. Does not throw.
     bool operator==(const SslContext&) const;
-    /// By the first field that differs. Throws nothing.
+    /// Compares by the first field that differs. Does not throw.
     bool operator<(const SslContext&) const;
 
 private:

@@ -8,19 +8,19 @@
 
 namespace qel::util {
 
-/// A byte count with its text form: `<digits>[<spaces>][<unit>]`.
+/// A byte count, read from text of the form `<digits>[<spaces>][<unit>]`.
 ///
-/// Units, in any case: `B`; `K`, `KB`, `KiB`; and so on with `M`, `G`, `T`, `P`, `E`, all powers of 1024.
-/// There is no sign and no fraction.
+/// The units, in upper or lower case, are `B`; `K`, `KB`, `KiB`; and the same with `M`, `G`, `T`, `P`, `E`. All are
+/// powers of 1024. A sign or a fraction is not allowed.
 class ZEP_CONFIG_PLATFORM_API storage_size {
 public:
     /// Zero bytes.
     storage_size() noexcept;
 
-    /// Reads one size from `in`, up to the end of the text or white space. A text that is none, spaces
-    /// without a unit behind them, anything directly behind the size ("1.5K"), or a count of more than 64
-    /// bits sets the stream's fail bit and leaves the object unchanged. Returns `in`.
-    /// Throws nothing, unless the stream has exceptions enabled: those pass out, and the object is unchanged.
+    /// Reads one size from `in`, up to the end of the text or white space. Returns `in`. Sets the stream's fail bit and
+    /// leaves the object unchanged if the text is not a size, has spaces without a unit after them, has anything
+    /// directly after the size ("1.5K"), or needs more than 64 bits. Throws only if the stream has exceptions enabled;
+    /// the object is unchanged then.
     std::istream& parse(std::istream& in);
 
     /// The size that was read, in bytes.
@@ -30,7 +30,7 @@ private:
     std::uint64_t bytes_;
 };
 
-/// Same as `size.parse(in)`, throws included.
+/// The same as `size.parse(in)`, including what it throws.
 ZEP_CONFIG_PLATFORM_API std::istream& operator>>(std::istream& in, storage_size& size);
 
 } // namespace qel::util
