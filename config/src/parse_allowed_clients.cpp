@@ -30,7 +30,7 @@ std::string_view trimmed(std::string_view text, const Letters& letters) {
     return {std::find_if_not(text.begin(), end, is_space), end};
 }
 
-/// The next field of the list, trimmed. A list ends with its last field: then `list` has no data any more.
+/// The next field of the list, trimmed. After the last field, `list` has a null data().
 std::string_view take_field(std::string_view& list, const Letters& letters) {
     const std::size_t comma = list.find(',');
     const std::string_view field = trimmed(list.substr(0, comma), letters);
@@ -53,7 +53,7 @@ void add_archives(std::string_view list, std::string_view config, const Letters&
 } // namespace
 
 void parse_allowed_clients(std::string_view config, AccessMap& clients) {
-    // White space is what the global locale says.
+    // The global locale decides what white space is.
     const std::locale locale;
     const auto& letters = std::use_facet<Letters>(locale);
     config = trimmed(config, letters);
@@ -79,7 +79,7 @@ void parse_allowed_clients(std::string_view config, AccessMap& clients) {
             BOOST_THROW_EXCEPTION(
                 std::runtime_error(invalid_syntax("empty client name" + in_configuration(config))));
         }
-        // A client without archives is not restricted; once it has some, no mark of that is kept.
+        // A client without archives is unrestricted; nothing records that once it gets some.
         auto& allowed = clients.try_emplace(std::string(client)).first->second;
         if (!archive_part.empty() && served.insert(&allowed).second)
             add_archives(archive_part, config, letters, allowed);

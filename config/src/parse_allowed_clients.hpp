@@ -8,8 +8,8 @@
 namespace qel::config {
 
 /// <client>[,<client>]*[:<archive>[,<archive>]*]
-/// Adds the clients, each with all the archives, to `clients`. Throws std::runtime_error at the first fault;
-/// what was added before it stays in the map.
+/// Adds the clients, each with all the archives, to `clients`. Throws std::runtime_error at the first fault; what
+/// was added before it stays in the map.
 void parse_allowed_clients(std::string_view config, AccessMap& clients);
 
 } // namespace qel::config

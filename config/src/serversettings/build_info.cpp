@@ -1,4 +1,4 @@
-// Names and versions of this build; the version comes from the build.
+// Names and versions of this build.
 #include "qel/config/build_info.hpp"
 
 const char* const zep_config_version = ZEP_CONFIG_VERSION_TEXT;

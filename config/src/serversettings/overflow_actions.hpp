@@ -1,4 +1,4 @@
-// What a server may do above its memory threshold, as its flag and its record say it.
+// What a server may do above its memory threshold, in the words of the flag and the record.
 #pragma once
 
 #include <string_view>

@@ -27,8 +27,7 @@ std::string category_type::message(int ev) const {
     }
 }
 
-// The interface hands out a mutable reference; error_category has no operation that could use it to change
-// anything.
+// The interface returns a mutable reference; error_category has no operation that could change anything by it.
 boost::system::error_category& get_category() {
     return const_cast<category_type&>(category);
 }

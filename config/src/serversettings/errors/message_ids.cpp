@@ -1,4 +1,4 @@
-// The failures that the platform's message catalog has texts for.
+// The exceptions whose texts are in the platform's message catalog.
 #include "errors/message_ids.hpp"
 
 #include <utility>

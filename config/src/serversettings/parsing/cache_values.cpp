@@ -1,4 +1,4 @@
-// Cache definitions, and the two failures they can have.
+// Cache definitions, and their two failures.
 #include "parsing/cache_values.hpp"
 
 #include "errors/message_ids.hpp"
@@ -11,7 +11,7 @@
 namespace qel::config {
 namespace {
 
-/// Shows the failure to the platform's hook, then throws it.
+/// Passes the failure to the platform's hook, then throws it.
 template <class Failure>
 [[noreturn]] void raise(const Failure& failure) {
     msgid::notify_legacy_error_hook(failure);
@@ -22,8 +22,8 @@ bool is_host_character(char16_t c) {
     return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') || c == u'.';
 }
 
-/// Whether `text` is a port, and which. The caller refuses it, not the handler: the platform's hook would see the cast's
-/// exception as the current one.
+/// The port that `text` is, if it is one. The caller throws, not the catch handler: there the platform's hook would see
+/// the cast's exception as the current one.
 bool read_port(std::u16string_view text, unsigned short& port) {
     try {
         port = number_from<unsigned short>(text);
@@ -37,7 +37,7 @@ bool read_port(std::u16string_view text, unsigned short& port) {
 
 CacheSettings parse_cache_settings(std::u16string_view value) {
     const auto refuse = [value] { raise(CacheProviderBadFormat(std::u16string(value))); };
-    // The ':' is counted in the whole definition, so a provider may hold one when the rest does not.
+    // A ':' anywhere in the definition counts, so the provider may contain one if the rest does not.
     if (std::count(value.begin(), value.end(), u'@') != 1) refuse();
     if (std::count(value.begin(), value.end(), u':') > 1) refuse();
 

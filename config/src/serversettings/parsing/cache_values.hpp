@@ -8,10 +8,10 @@
 namespace qel::config {
 
 /// <provider>@[<host>:]<port>
-/// A cache to attach to; the host is "localhost" when not given. Throws CacheProviderBadFormat.
+/// A cache to attach to; the host is "localhost" if not given. Throws CacheProviderBadFormat.
 CacheSettings parse_cache_settings(std::u16string_view value);
 
-/// The same for a cache to start. Throws StartCacheLocalhost when its host is not this machine.
+/// The same for a cache to start. Also throws StartCacheLocalhost if its host is not this machine.
 CacheSettings parse_start_cache(std::u16string_view value);
 
 } // namespace qel::config

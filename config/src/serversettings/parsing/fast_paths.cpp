@@ -5,7 +5,7 @@
 namespace qel::config {
 namespace {
 
-/// A run of digits. The value is right if there are no more than `always_fit`.
+/// A run of digits. The value is correct if there are at most `always_fit` digits.
 struct Digits {
     std::size_t count = 0;
     std::uint64_t value = 0;
@@ -13,7 +13,7 @@ struct Digits {
 
 constexpr std::size_t always_fit = std::numeric_limits<std::int64_t>::digits10;
 
-/// Takes the digits that `text` begins with.
+/// Removes the digits at the beginning of `text`.
 Digits take_digits(std::u16string_view& text) noexcept {
     Digits digits;
     for (; digits.count != text.size(); ++digits.count) {

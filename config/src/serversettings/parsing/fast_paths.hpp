@@ -1,8 +1,8 @@
 // Numbers and durations in the forms that command lines nearly always use.
 //
-// What a text means is defined by boost::lexical_cast, which needs a stream and its locale for some types: hundreds of
-// thousands of instructions for one duration. The functions here know the common forms only. Each gives what the cast
-// would give, or nothing; then the cast is asked.
+// boost::lexical_cast defines what a text means. For some types it needs a stream and its locale: hundreds of thousands
+// of instructions for one duration. The functions here know only the common forms. Each returns what the cast would
+// return, or nothing; then the cast decides.
 #pragma once
 
 #include "qel/config/types.hpp"
@@ -22,10 +22,10 @@ optional<std::uint64_t> plain_number(std::u16string_view text) noexcept;
 /// H...H:MM:SS[.f...f] with up to nine digits of hours and six of the fraction.
 optional<time_duration> plain_duration(std::u16string_view text) noexcept;
 
-/// H...H or H...H:MM with up to nine digits of hours; what is missing at the end counts as zeros.
+/// H...H or H...H:MM with up to nine digits of hours; the missing parts count as zero.
 optional<time_duration> short_duration(std::u16string_view text);
 
-/// What lexical_cast makes of the text. Throws boost::bad_lexical_cast.
+/// The value that lexical_cast gives. Throws boost::bad_lexical_cast.
 template <class T>
 T number_from(std::u16string_view text) {
     const auto plain = plain_number(text);

@@ -77,7 +77,7 @@ constexpr Row table[] = {
     {flag::log_handler,                             irregular::log_handler},
     {flag::profile,                                 irregular::profile},
     {flag::cors_allowed_origins,                    irregular::cors_allowed_origins},
-    // Servers in the field rely on it: after this flag only the flags below are known, for one token.
+    // Existing command lines rely on this: right after this flag, only the flags below are known, for one token.
     {flag::request_timeout,                         store<time_duration, &S::request_timeout>, Next::falls_through},
     {flag::server_memory_threshold,                 store<storage_size, &S::server_memory_threshold>},
     {flag::server_memory_threshold_overflow_action, irregular::server_memory_threshold_overflow_action},

@@ -1,4 +1,4 @@
-// The flags with what each of them does, in dispatch order.
+// The flags and what each of them does, in dispatch order.
 #pragma once
 
 #include "parsing/walk.hpp"
@@ -8,15 +8,15 @@
 
 namespace qel::config {
 
-/// Where the walk goes on once a flag has been taken.
+/// Which flags the next token is compared with after a flag has been taken.
 enum class Next {
-    all_rows,      ///< the next token is tested against all flags
-    falls_through, ///< the next token is tested against the flags below this one only
+    all_rows,      ///< all flags
+    falls_through, ///< only the flags below this one
 };
 
 struct Row {
     std::u16string_view flag;
-    /// Takes the flag at the cursor with its value, and stores and checks that.
+    /// Takes the flag at the cursor and its value, and stores and checks the value.
     void (*take)(Walk&);
     Next next = Next::all_rows;
 };

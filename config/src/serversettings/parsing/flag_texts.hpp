@@ -1,5 +1,5 @@
-// The flag texts and their order as compile-time facts: what the option:: functions return, without a string
-// built.
+// The flag texts and their order as compile-time constants: the texts of the option:: functions, without building a
+// string.
 #pragma once
 
 #include <array>

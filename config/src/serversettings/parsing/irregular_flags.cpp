@@ -65,7 +65,7 @@ void attach_cache(Walk& walk) {
     add_cache(walk, parse_cache_settings);
 }
 
-// Replaces the listener whole: a linger threshold given before it is lost.
+// Replaces the whole listener: a linger threshold given before it is lost.
 void http(Walk& walk) {
     walk.settings.http() = parse_http_settings(parse_flag<u16string_view>(walk));
 }
@@ -75,8 +75,7 @@ void http_linger_threshold(Walk& walk) {
     engaged(walk.settings.http()).linger_threshold() = threshold;
 }
 
-// 0 is refused for the threads only: a server without workers is meant to be possible. Stored before it is
-// checked.
+// 0 is refused only for the threads: a server without workers is allowed. The value is stored before it is checked.
 void num_threads(Walk& walk) {
     const unsigned int threads = parse_flag<unsigned int>(walk);
     walk.settings.num_threads() = threads;
@@ -101,7 +100,7 @@ void https(Walk& walk) {
 
 void https_verify_peer_mode(Walk& walk) {
     const auto value = parse_flag<u16string_view>(walk);
-    // The cast, which takes a stream, is left with what it refuses.
+    // The cast needs a stream, so it is left for the values that it refuses.
     for (const auto mode :
          {SslVerifyPeerMode::no_verify_peer, SslVerifyPeerMode::verify_peer_require_peer_cert})
         if (std::ranges::equal(value, to_text(mode))) return walk.ssl_context.verify_peer_mode(mode);
@@ -146,7 +145,7 @@ void user_data(Walk& walk) {
     entry->second = std::move(value);
 }
 
-// A negative interval is raised too; not-a-date-time compares less than nothing and is kept.
+// A negative interval is raised too; not-a-date-time is not less than any interval, so it is kept.
 void statistics_log_interval(Walk& walk) {
     const boost::posix_time::seconds shortest(1);
     time_duration interval = parse_flag<time_duration>(walk);

@@ -5,7 +5,7 @@ namespace qel::config {
 
 struct Walk;
 
-/// Each takes the flag at the cursor with its value, and stores and checks that.
+/// Each takes the flag at the cursor and its value, and stores and checks the value.
 namespace irregular {
 
 void enable_discovery(Walk& walk);

@@ -17,22 +17,23 @@
 namespace qel::config {
 namespace {
 
-/// A duration that keeps nothing when it cannot be read.
+/// A duration that is read from a stream.
 struct Duration {
     time_duration value;
 };
 
-// Boost's operator gives the stream a facet, and loses it if memory runs out just then: it shall find one.
+// Boost's operator gives a stream without this facet a new one, and leaks it if memory runs out just then. So the
+// stream gets one before.
 std::istream& operator>>(std::istream& in, Duration& duration) {
     using Facet = boost::posix_time::time_input_facet;
     if (std::has_facet<Facet>(in.getloc())) return in >> duration.value;
-    Facet facet(1); // ours to destroy, when the stream has its own locale again
+    Facet facet(1); // destroyed here, after the stream has its own locale again
     const boost::io::ios_locale_saver saver(in, std::locale(in.getloc(), &facet));
     return in >> duration.value;
 }
 
-/// Numbers, sizes, durations and severities are what lexical_cast makes of them, surprises included: "-1" is
-/// the largest unsigned number and "5" is five hours.
+/// lexical_cast defines the values of numbers, sizes, durations and severities, even the surprising ones: "-1" is the
+/// largest unsigned number, and "5" is five hours.
 template <class T>
 Stored<T> convert(const std::u16string& token);
 
@@ -84,7 +85,7 @@ std::string convert<std::string>(const std::u16string& token) {
     return i18n::ustring_to_utf8(token);
 }
 
-/// `value` is null when there is no token after the flag.
+/// `value` is null if there is no token after the flag.
 [[noreturn]] void invalid_option(const std::u16string& flag, const std::u16string* value,
                                  const char* reason) {
     std::string text = "invalid option '" + i18n::ustring_to_term(flag);

@@ -1,4 +1,4 @@
-// The taking of a flag and its value.
+// Takes a flag and its value from the tokens.
 #pragma once
 
 #include "parsing/walk.hpp"
@@ -15,15 +15,15 @@ namespace qel::config {
 using logging::severity_level;
 using util::storage_size;
 
-/// What the record holds for a value of kind T: for a size, its byte count.
+/// The type that the record stores for a value of kind T: for a size, its byte count.
 template <class T>
 using Stored = std::conditional_t<std::is_same_v<T, storage_size>, std::uint64_t, T>;
 
-/// Consumes the flag at the cursor and, unless T is bool, the next token as its value, whatever that looks
-/// like. Returns the converted value, or true for a bool.
+/// Consumes the flag at the cursor and, unless T is bool, the next token as its value, whatever it looks like. Returns
+/// the converted value, or true for a bool.
 ///
-/// T is one of the kinds below; a std::u16string_view is the token itself, for values that are taken apart.
-/// Throws std::runtime_error naming flag and value when the value is missing or does not convert.
+/// T is one of the kinds below; a std::u16string_view is the token itself, for values that are parsed further. Throws
+/// std::runtime_error naming the flag and the value if the value is missing or cannot be converted.
 template <class T>
 Stored<T> parse_flag(Walk& walk);
 

@@ -16,8 +16,8 @@ namespace {
 
 using code = boost::system::error_code;
 
-/// The position of the first flag, from `from` on, that the token is; their number when it is none of them.
-/// Each is compared by code of its own: with a text that the compiler knows, that takes four instructions for most.
+/// The position of the first flag, from `from` on, that equals the token; the number of flags if none does.
+/// Each comparison is compiled separately: with a text that the compiler knows, most take four instructions.
 std::size_t find_flag(std::u16string_view token, std::size_t from) noexcept {
     std::size_t position = 0;
 #define ZEP_FLAG(name, text)                                                                                 \
@@ -27,14 +27,14 @@ std::size_t find_flag(std::u16string_view token, std::size_t from) noexcept {
     return position;
 }
 
-/// Takes flag after flag until the tokens end or one is unknown or out of range. `failing` is the flag that a failure
+/// Takes flag after flag until the tokens end, or one is unknown or out of range. `failing` is the flag that a failure
 /// names.
 code take_flags(Walk& walk, std::u16string_view& failing) try {
     const auto rows = flag_rows();
-    std::size_t first = 0; // of the flags that the next token is tested against
+    std::size_t first = 0; // of the flags that the next token is compared with
     while (walk.cursor != walk.end) {
         const std::u16string_view token = *walk.cursor;
-        // After a flag that falls through, a failure still names that one.
+        // After a flag that falls through, a failure still names that flag.
         if (first == 0) failing = token;
         const std::size_t position = find_flag(token, first);
         if (position == rows.size()) {
@@ -52,7 +52,7 @@ code take_flags(Walk& walk, std::u16string_view& failing) try {
     return error_code::out_of_range();
 }
 
-/// The same for failures of any kind, those of the stream included.
+/// The same, and turns every std::exception into a code, including those of the stream.
 code walk_tokens(Walk& walk) {
     std::u16string_view failing;
     try {
@@ -63,7 +63,7 @@ code walk_tokens(Walk& walk) {
     }
 }
 
-/// Completes the record with what the walk gathered.
+/// Completes the record with what the walk collected.
 code complete(Walk& walk) {
     ServerSettings& settings = walk.settings;
     settings.lumo_root() = std::move(walk.lumo_root);

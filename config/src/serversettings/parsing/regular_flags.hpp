@@ -17,13 +17,13 @@ void set(Walk& walk) {
     (walk.settings.*field)() = parse_flag<bool>(walk);
 }
 
-/// An optional field of the record; the last value given wins.
+/// An optional field of the record; the last value wins.
 template <class T, optional<Stored<T>>& (ServerSettings::*field)() noexcept>
 void store(Walk& walk) {
     (walk.settings.*field)() = parse_flag<T>(walk);
 }
 
-/// One limit of the worker pool; what holds it is engaged first, its other limit is left alone.
+/// One limit of the worker pool. The records around it are created if necessary; the other limit is not changed.
 template <class T, class Limits, optional<Limits>& (WorkerPoolSettings::*limits)() noexcept,
           optional<Stored<T>>& (Limits::*field)() noexcept>
 void store_limit(Walk& walk) {
@@ -40,7 +40,7 @@ template <optional<time_duration>& (RequestQueueTime::*field)() noexcept>
 inline constexpr auto store_queue_time =
     store_limit<time_duration, RequestQueueTime, &WorkerPoolSettings::queue_time, field>;
 
-/// A value of the TLS context, which reaches the record at the end of the walk if --https is given.
+/// A value of the TLS context, which is stored in the record at the end of the walk if --https is given.
 template <class T, void (SslContext::*setter)(optional<T>) noexcept>
 void store_tls(Walk& walk) {
     (walk.ssl_context.*setter)(parse_flag<T>(walk));

@@ -51,7 +51,7 @@ void parse_profile_directives(const char* begin, const char* end, std::vector<Pr
     const bool on = std::string_view(begin, space) == "on";
     if (out.empty()) out.reserve(static_cast<std::size_t>(std::count(begin, end, ' ')));
     if (space == end) out.emplace_back(on, std::string());
-    // A trailing space has an empty category after it, as each of two neighbouring spaces has.
+    // A trailing space gives an empty category, and so do two adjacent spaces.
     while (space != end) {
         const char* const word = space + 1;
         space = std::find(word, end, ' ');
@@ -60,7 +60,7 @@ void parse_profile_directives(const char* begin, const char* end, std::vector<Pr
 }
 
 std::pair<std::u16string, std::u16string> parse_user_data_pair(std::u16string_view value) {
-    // Without quotes and escapes, nearly always, the one blank separates the two.
+    // Nearly always there are no quotes or escapes, and the only blank separates the two.
     const auto is_special = [](char16_t c) { return c == u' ' || c == u'\t' || c == u'"' || c == u'\\'; };
     const auto blank = std::find_if(value.begin(), value.end(), is_special);
     if (value.end() - blank > 1 && *blank == u' ' && std::none_of(blank + 1, value.end(), is_special))
@@ -70,7 +70,7 @@ std::pair<std::u16string, std::u16string> parse_user_data_pair(std::u16string_vi
     using Tokenizer = boost::tokenizer<Separator, std::u16string_view::const_iterator, std::u16string>;
 
     const Tokenizer tokens(value, Separator(u"\\", u" \t", u"\""));
-    // One token at a time: a surplus one is reported before a bad escape behind it is seen.
+    // One token at a time: a surplus token is reported before a bad escape after it is seen.
     auto token = tokens.begin();
     const auto end = tokens.end();
     if (token != end) {
@@ -90,7 +90,8 @@ std::pair<std::u16string, std::u16string> parse_user_data_pair(std::u16string_vi
 bool parse_cors_origins(std::u16string_view value, std::vector<std::string>& origins) {
     const auto is_separator = [](char16_t c) { return c == u',' || c == u' '; };
     bool star_seen = false;
-    // Mostly the first value is the only one. With more of them, room for just the next would be slow.
+    // Reserve exactly only for the first value, which mostly is the only one: repeated exact reservations would be
+    // slow.
     if (origins.empty())
         origins.reserve(1 + static_cast<std::size_t>(std::count(value.begin(), value.end(), u',')));
     for (auto end = value.begin();;) {

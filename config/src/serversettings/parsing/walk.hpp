@@ -14,7 +14,7 @@ namespace qel::config {
 
 using Tokens = std::deque<std::u16string>;
 
-/// What one call of parse_settings works on; created at its start, gone at its return.
+/// The state of one call of parse_settings.
 struct Walk {
     ServerSettings& settings;
     std::ostream& out;
@@ -34,12 +34,12 @@ struct Walk {
     std::vector<Path> lumo_root{};
 };
 
-/// Ends the walk with out_of_range; the driver writes the three parts. Deliberately no std::exception: those end it
-/// with parse_error.
+/// Ends the walk with out_of_range; the driver writes the three parts. Deliberately not a std::exception: those end the
+/// walk with parse_error.
 struct OutOfRange {
     std::string flag;
     const char* fault;
-    /// The number as the stream writes numbers: a caller's locale may group its digits.
+    /// A number, because the stream writes it: a caller's locale may group its digits.
     optional<std::uint64_t> limit{};
 };
 

@@ -1,4 +1,5 @@
-// Defines the members of the class ZEP_RECORD, whose fields are the list ZEP_FIELDS. Both macros are undefined at the end.
+// Defines the members of the class ZEP_RECORD, whose fields are the list ZEP_FIELDS. Both macros are undefined at the
+// end.
 #if !defined(ZEP_RECORD) || !defined(ZEP_FIELDS)
 #error "define ZEP_RECORD, the class, and ZEP_FIELDS, the file with its fields, before including define_record.inl"
 #endif
@@ -43,7 +44,7 @@ bool ZEP_RECORD::operator<(const ZEP_RECORD& other) const {
     return false;
 }
 
-// Derived in exactly this way, not by swapping operands: with such a field the two ways differ.
+// Derived in exactly this way, not by swapping the operands: for such a field the two differ.
 bool ZEP_RECORD::operator!=(const ZEP_RECORD& other) const { return !(*this == other); }
 bool ZEP_RECORD::operator<=(const ZEP_RECORD& other) const { return *this < other || *this == other; }
 bool ZEP_RECORD::operator>(const ZEP_RECORD& other) const { return !(*this < other || *this == other); }

@@ -21,7 +21,7 @@ std::u16string local_host_name() {
 
 http_endpoint::http_endpoint() noexcept = default;
 
-// The name is looked up even when it is not used, so that a machine without one fails in both cases alike.
+// The name is looked up even if it is not used, so that a machine without one fails in both cases.
 http_endpoint::http_endpoint(const optional<std::u16string>& host, unsigned short port)
     : host_name_(local_host_name()), port_(port) {
     if (host) host_name_ = *host;

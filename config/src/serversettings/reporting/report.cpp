@@ -12,7 +12,7 @@ namespace {
 using i18n::ustring_to_utf8;
 using Flag = std::u16string (*)();
 
-/// "[", the flag, and where there is one `between` and a second flag, then the closing fragment.
+/// "[", the flag, then `between` and a second flag if there is one, and the closing fragment.
 struct UsageRow {
     Flag flag;
     const char* close;
@@ -20,9 +20,8 @@ struct UsageRow {
     Flag second = nullptr;
 };
 
-// Two things look like slips and are meant: the memory limit leaves its bracket open, because the interval in
-// the line below belongs to it and closes both; and num_workers stands twice, as the alternative to wait and
-// alone.
+// Two things look like mistakes but are intended: the memory limit leaves its bracket open, because the interval in the
+// line below belongs to it and closes both; and num_workers appears twice, as the alternative to wait and alone.
 // clang-format off
 constexpr UsageRow usage_rows[] = {
     {option::extract_root,                         " <zarc-unpack-dir>]\n"},
@@ -59,7 +58,7 @@ void report_problems(const ProblemList& problems, const FlagSet& flags, std::ost
 
 std::ostream& usage(const std::u16string& program, std::ostream& out) {
     const std::string name = ustring_to_utf8(program);
-    // Every further line's bracket stands under the first flag. Bytes are counted, not characters.
+    // The brackets of the other lines are aligned with the first flag. The width counts bytes, not characters.
     const std::string indent(std::string("Usage: ").size() + name.size() + 1, ' ');
     const std::string first =
         "Usage: " + name + " " + ustring_to_utf8(option::auto_deploy_root()) + " <zarc-source-dir>\n";

@@ -1,4 +1,4 @@
-// Endpoint files: their places, their formats, their owners and readers.
+// Endpoint files: their formats, places, owners and readers.
 #include "qel/config/endpoint_files.hpp"
 
 #include "runtime_files/resolve_endpoint.hpp"
@@ -19,7 +19,7 @@ namespace qel::config {
 
 namespace {
 
-/// What the control file says, before it is looked up.
+/// The content of the control file, before the look-up.
 struct Announced {
     std::string text;
     std::string host;
@@ -30,8 +30,7 @@ struct Announced {
 
 template <>
 struct detail::FileFormat<tcp_endpoint> {
-    // Not `out << endpoint`: Boost forms that in a stream of its own, which cuts it short, without a word, when memory
-    // runs out.
+    // Not `out << endpoint`: Boost formats that in another stream, which silently cuts it short if memory runs out.
     static void put(std::ostream& out, const tcp_endpoint& endpoint) {
         const std::string address = endpoint.address().to_string();
         out << (endpoint.address().is_v6() ? '[' + address + ']' : address) << ':' << endpoint.port();
@@ -52,7 +51,7 @@ struct detail::FileFormat<Announced> {
         std::string& host = announced.host;
         host = text.substr(0, colon);
         if (colon != std::string::npos) announced.service = text.substr(colon + 1);
-        // An IPv6 address is written in brackets, which the resolver does not take.
+        // An IPv6 address is written in brackets, which the resolver does not accept.
         if (host.size() >= 2 && host.front() == '[' && host.back() == ']')
             host = host.substr(1, host.size() - 2);
     }
@@ -64,8 +63,7 @@ struct detail::FileFormat<http_endpoint> {
         out << i18n::ustring_to_utf8(endpoint.host_name()) << ':' << endpoint.port();
     }
 
-    // Bytes become code units one by one, and the first colon ends the name: readers out there depend on
-    // both.
+    // Each byte becomes one code unit, and the first colon ends the name: existing readers depend on both.
     static void get(std::istream& in, http_endpoint& endpoint) {
         endpoint.host_name_.clear();
         char byte = 0;
@@ -125,7 +123,7 @@ tcp_endpoint read_control_endpoint(const ServerSettings& settings) {
     try {
         return resolve_endpoint(announced.host, announced.service, 0);
     } catch (const boost::system::system_error& failure) {
-        // Without the place in Asio's sources that its code carries: that is a path of the machine that built this.
+        // Without the source location that Asio's code carries: that is a path of the machine that built the library.
         const boost::system::error_code code(failure.code().value(), failure.code().category());
         BOOST_THROW_EXCEPTION(boost::system::system_error(code, '"' + announced.text + "\", read from " +
                                                                     i18n::ustring_to_utf8(file.text())));

@@ -1,4 +1,4 @@
-// Pid files: the place of the main one, their format, their owners and reader.
+// Pid files: their format, the place of the main one, their owners and reader.
 #include "qel/config/pid_files.hpp"
 
 #include "runtime_files/runtime_file.hpp"

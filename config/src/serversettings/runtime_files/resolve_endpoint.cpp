@@ -1,4 +1,4 @@
-// From a host and a service to an address and a port.
+// Resolves a host and a service to an address and a port.
 #include "runtime_files/resolve_endpoint.hpp"
 
 #include <boost/asio/io_context.hpp>

@@ -1,4 +1,4 @@
-// From a host and a service to an address and a port.
+// Resolves a host and a service to an address and a port.
 #pragma once
 
 #include <boost/asio/ip/tcp.hpp>
@@ -8,9 +8,8 @@
 
 namespace qel::config {
 
-/// The result number `index` of looking up `host` and `service`. Throws boost::system::system_error when the
-/// look-up fails, std::runtime_error when it finds nothing, std::out_of_range when it finds fewer than index
-/// + 1.
+/// Result number `index`, from 0, of looking up `host` and `service`. Throws boost::system::system_error if the look-up
+/// fails, std::runtime_error if it finds nothing, std::out_of_range if it finds too few.
 boost::asio::ip::tcp::endpoint resolve_endpoint(const std::string& host, const std::string& service,
                                                 std::size_t index);
 

@@ -1,4 +1,4 @@
-// A runtime file holds one value as text: written whole, read back with the value's own reader.
+// A runtime file contains one value as text.
 #pragma once
 
 #include "qel/config/exceptions.hpp"
@@ -19,25 +19,25 @@ namespace qel::config {
 
 namespace detail {
 
-/// How a T stands in a file: static put(std::ostream&, const T&) and static get(std::istream&, T&).
+/// The text form of a T in a file: static put(std::ostream&, const T&) and static get(std::istream&, T&).
 template <class T>
 struct FileFormat;
 
 } // namespace detail
 
-/// Replaces the content of `file` by `value` and returns the path. Throws config_io_error; a file that could
-/// be opened but not written stays behind, empty or in part.
+/// Replaces the content of `file` with `value` and returns the path. Throws config_io_error; a file that was opened but
+/// not written remains, empty or incomplete.
 template <class T>
 Path write_file(const Path& file, const T& value) {
     std::ofstream out;
-    // Whatever the global locale is: a pid with digits grouped would name another process.
+    // Not the global locale: a pid with grouped digits would name another process.
     out.imbue(std::locale::classic());
     out.open(util::filesystem::native(file), std::ios_base::out | std::ios_base::trunc);
     if (!out.good()) {
         BOOST_THROW_EXCEPTION(config_io_error("error opening " + i18n::ustring_to_utf8(file.text())));
     }
     detail::FileFormat<T>::put(out, value);
-    // Only the flush meets a full disk.
+    // A full disk shows only when flushing.
     out.flush();
     if (!out.good()) {
         BOOST_THROW_EXCEPTION(config_io_error("error writing " + i18n::ustring_to_utf8(file.text())));
@@ -45,8 +45,8 @@ Path write_file(const Path& file, const T& value) {
     return file;
 }
 
-/// What is in a regular file that one read takes whole; not set for others. Two reads could give the front of an old
-/// value and the tail of a longer new one, if a writer comes between them.
+/// The content of a regular file that a single read gets completely; not set for other files. Two reads could give the
+/// front of an old value and the end of a longer new one, if a writer comes between them.
 inline optional<std::string> read_at_once(std::ifstream& in, const std::filesystem::path& name) {
     constexpr std::streamsize less_than_a_buffer = 4096;
     in.peek(); // fills the buffer
@@ -64,7 +64,7 @@ template <class T>
 T read_file(const Path& file) {
     const auto name = util::filesystem::native(file);
     std::ifstream stream;
-    // Before the first look at the file: a locale may convert what is read.
+    // Before the file is opened: a locale may convert what is read.
     stream.imbue(std::locale::classic());
     stream.open(name);
     if (!stream.good()) {
@@ -76,8 +76,8 @@ T read_file(const Path& file) {
     std::istream& in = text ? static_cast<std::istream&>(whole) : stream;
     T value{};
     detail::FileFormat<T>::get(in, value);
-    // The bad bit only: a number that is none sets the fail bit, and reads as 0 on purpose. A reader that wants its
-    // failure reported sets the bad bit.
+    // Only the bad bit: text that is not a number sets the fail bit, and reads as 0 on purpose. A reader whose failure
+    // must be reported sets the bad bit.
     if (in.bad()) {
         BOOST_THROW_EXCEPTION(config_io_error("error reading " + i18n::ustring_to_utf8(file.text())));
     }

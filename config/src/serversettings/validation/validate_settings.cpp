@@ -17,15 +17,15 @@ namespace {
 
 using Texts = std::initializer_list<std::u16string_view>;
 
-/// What one call works on.
+/// The state of one call.
 struct Validation {
     const ServerSettings& settings;
     ProblemList& problems;
     FlagSet& flags;
-    /// One for all rules: they walk the same directories again and again.
+    /// Shared by all rules, because they look at the same directories.
     util::filesystem::Canonicalizer canonical{};
 
-    /// `parts` make up the text of the problem.
+    /// `parts` are joined to the text of the problem.
     void add(Texts involved, Texts parts) {
         std::u16string problem;
         for (const auto part : parts)
@@ -35,9 +35,9 @@ struct Validation {
     }
 };
 
-// --- rules of one shape
+// --- rules with a common form
 
-/// `dir` must not be `root` itself, nor lie anywhere below it.
+/// `dir` must be neither `root` nor anywhere below it.
 void check_not_nested(Validation& v, const Path& dir, std::u16string_view dir_flag, const Path& root,
                       std::u16string_view root_flag) {
     if (!v.canonical.is_same_or_below(dir, root)) return;
@@ -59,7 +59,7 @@ void auto_deploy_outside_extract(Validation& v) {
                      flag::extract_root);
 }
 
-// No other directory has such a rule.
+// Deliberately, no other directory has such a rule.
 void log_outside_extract(Validation& v) {
     if (!v.settings.log_root()) return;
     check_not_nested(v, *v.settings.log_root(), flag::log_root, v.settings.extract_root(),
@@ -79,8 +79,8 @@ void control_needs_endpoint_root(Validation& v) {
            flag::endpoint_root, u" to be specified"});
 }
 
-// Roots are compared as they stand: two spellings of one directory are no duplicates. A root given three
-// times is two problems.
+// Roots are compared as typed: two spellings of one directory are not duplicates. A root given three times is
+// two problems.
 void distinct_runtime_roots(Validation& v) {
     std::unordered_set<std::u16string_view> seen;
     std::vector<std::reference_wrapper<const Path>> duplicates;
@@ -97,7 +97,7 @@ void distinct_runtime_roots(Validation& v) {
         v.add({flag::lumo_root}, {u"Duplicate options specified: ", flag::lumo_root, u" ", root.text()});
 }
 
-// Port 0 is a port of the system's choice, and a host on one side only is another address.
+// With port 0 the system chooses the port, and a host on only one side makes the addresses different.
 void distinct_listeners(Validation& v) {
     if (!v.settings.http() || !v.settings.https()) return;
     const HttpSettings& http = *v.settings.http();
