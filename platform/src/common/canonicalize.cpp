@@ -12,12 +12,12 @@
 
 namespace qel::util::filesystem {
 
-/// What the file system said so far.
+/// The answers of the file system so far.
 struct Canonicalizer::Memo {
     std::unordered_map<std::u16string, Entry> entries;
     std::unordered_map<std::u16string, std::u16string> starting_points;
 
-    /// Becomes the answer inside the map, where the path is new. If that fails, nothing is entered.
+    /// Asks when it is inserted, so only if the path is new. If that throws, nothing is inserted.
     struct Question {
         const std::u16string& path;
         operator Entry() const { return look_up(path); }
@@ -39,17 +39,17 @@ struct Canonicalizer::Memo {
 
 namespace {
 
-/// Folds one component after the other into the canonical text of all of them.
+/// Builds the canonical text of a path component by component.
 template <class Memo>
 class Fold {
 public:
     explicit Fold(Memo& memo) : memo_(memo) {}
 
-    /// Begins anew where a path with this root begins, or in the current directory when the root is empty.
+    /// Starts again where a path with this root begins, or in the current directory if the root is empty.
     void start(std::u16string_view root) {
         Elements elements(memo_.start(root));
         steps_.clear();
-        // A process may have lost its current directory; its relative paths then begin at a nameless one.
+        // The current directory of a process may have been removed; its relative paths then begin at a nameless one.
         replace(elements.root().empty() ? std::u16string_view(u".") : elements.root());
         const Entry& entry = memo_.entry(text_);
         missing_from_ = entry.kind == Entry::Kind::missing ? 0 : nowhere;
@@ -87,7 +87,7 @@ public:
             add(component);
     }
 
-    /// Compares only what has changed since the last comparison, which must have been with the same text.
+    /// Compares only what has changed since the last comparison. Always pass the same text.
     bool equals(std::u16string_view wanted) {
         const std::size_t shared = std::min(text_.size(), wanted.size());
         while (agreed_ < shared && text_[agreed_] == wanted[agreed_])
@@ -99,12 +99,12 @@ public:
 
 private:
     static constexpr std::size_t nowhere = std::numeric_limits<std::size_t>::max();
-    static constexpr int most_links = 40; // a loop ends here, as it does in the systems themselves
+    static constexpr int most_links = 40; // a loop of links ends here, as it does in the systems themselves
 
-    /// How to take one component back.
+    /// What is needed to undo one component.
     struct Step {
         std::size_t length;      // of the text before it
-        std::u16string before{}; // that text itself, where the component replaced it
+        std::u16string before{}; // that text itself, if the component replaced it
     };
 
     void undo() {
@@ -139,8 +139,8 @@ private:
     Memo& memo_;
     std::u16string text_{};
     std::vector<Step> steps_{};
-    std::size_t missing_from_ = nowhere; // the number of steps from which on the file system knows nothing
-    std::size_t agreed_ = 0;             // the length known to be the same as in the text compared with
+    std::size_t missing_from_ = nowhere; // the number of steps after which nothing exists on disk
+    std::size_t agreed_ = 0;             // the length known to agree with the text compared with
     int links_ = 0;
 };
 
@@ -164,7 +164,7 @@ bool Canonicalizer::is_same_or_below(const Path& path, const Path& root) {
     Elements elements(path.text());
     Fold fold(*memo_);
     fold.start(elements.root());
-    // Without a root, what stands before the first component is no step of the walk up from `path`.
+    // For a path without a root, what is before the first component is not a step on the way up from `path`.
     if (!elements.root().empty() && fold.equals(wanted.text())) return true;
     for (auto component = elements.next_component(); !component.empty();
          component = elements.next_component()) {

@@ -1,4 +1,4 @@
-// Conversions between UTF-16 and UTF-8 that take every input.
+// Conversions between UTF-16 and UTF-8 that accept any input.
 #include "qel/i18n/convert.hpp"
 
 #include <utf8.h>
@@ -21,8 +21,8 @@ constexpr bool is_low_surrogate(char16_t unit) {
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-/// The number of bytes to replace by one U+FFFD where `text` begins with ill-formed UTF-8: as many as could
-/// have begun a character, at least one.
+/// The number of bytes to replace by one U+FFFD if `text` begins with ill-formed UTF-8: those that could begin a
+/// character, at least one.
 std::size_t ill_formed_length(std::string_view text) {
     const auto byte = [text](std::size_t at) { return static_cast<std::uint8_t>(text[at]); };
     const std::uint8_t lead = byte(0);
@@ -31,7 +31,7 @@ std::size_t ill_formed_length(std::string_view text) {
     if (lead >= 0xE0 && lead <= 0xEF) whole = 3;
     if (lead >= 0xF0 && lead <= 0xF4) whole = 4;
 
-    // The second byte's range keeps out overlong forms, surrogates and what lies above U+10FFFF.
+    // The range of the second byte excludes overlong forms, surrogates and everything above U+10FFFF.
     std::uint8_t low = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
     std::uint8_t high = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
     std::size_t length = 1;
@@ -46,7 +46,7 @@ std::size_t ill_formed_length(std::string_view text) {
 } // namespace
 
 std::string ustring_to_utf8(std::u16string_view text) {
-    // Most texts are ASCII, and copied.
+    // Most texts are ASCII and are only copied.
     const auto plain = std::find_if(text.begin(), text.end(), [](char16_t unit) { return unit >= 0x80; });
     std::string result(text.begin(), plain);
     for (auto at = static_cast<std::size_t>(plain - text.begin()); at < text.size(); ++at) {

@@ -1,4 +1,4 @@
-// Message-ID exceptions: the catalog, and the hook that sees them before they are thrown.
+// Message-ID exceptions: the catalog, and the hook that is called before they are thrown.
 #include "qel/msgid/msgid_exception.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -15,7 +15,7 @@ namespace {
 struct Sentence {
     std::string_view catalog;
     std::string_view id;
-    std::string_view text; // "%1" stands for the first argument, and so on up to "%9"
+    std::string_view text; // "%1" is the first argument, and so on up to "%9"
 };
 
 // clang-format off
@@ -33,7 +33,7 @@ std::string narrow(const Argument& argument) {
     return std::get<std::string>(argument);
 }
 
-/// One pass: what an argument brings in is not looked at again.
+/// Replaces in one pass: the text of an argument is not searched again.
 std::string filled_in(std::string_view text, const std::vector<Argument>& arguments) {
     std::string result;
     for (std::size_t at = 0; at < text.size(); ++at) {

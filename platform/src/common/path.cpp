@@ -8,7 +8,7 @@
 namespace qel::util::filesystem {
 namespace {
 
-/// Compares two elements; a root may be spelled with any separator.
+/// Compares two elements. All separators are equal, because a root contains some.
 int compare(std::u16string_view left, std::u16string_view right) noexcept {
     const auto folded = [](char16_t unit) { return is_separator(unit) ? separators.front() : unit; };
     const std::size_t shared = std::min(left.size(), right.size());

@@ -1,4 +1,4 @@
-// How a path's text is read: what the two systems disagree about, and the walk over the elements built on it.
+// How the text of a path is read: the differences between the two systems, and the walk over the elements.
 #pragma once
 
 #include <algorithm>
@@ -7,7 +7,7 @@
 
 namespace qel::util::filesystem {
 
-// Supplied for each system.
+// Implemented for each system.
 
 /// Every character that separates elements, one or two, the preferred one first.
 extern const std::u16string_view separators;
@@ -15,7 +15,7 @@ extern const std::u16string_view separators;
 /// The length of the root that `text` begins with, 0 for a relative path.
 std::size_t root_length(std::u16string_view text) noexcept;
 
-/// Whether the text is a drive without a directory, to which a component is joined as it stands.
+/// Whether the text is a drive without a directory, to which a component is joined without a separator.
 bool is_bare_drive(std::u16string_view text) noexcept;
 
 // The same on each system.
@@ -28,8 +28,7 @@ inline bool ends_in_separator(std::u16string_view text) noexcept {
     return !text.empty() && is_separator(text.back());
 }
 
-/// The elements of a path one after the other: its root, when it has one, then its components. Allocates
-/// nothing.
+/// The elements of a path in order: its root, if it has one, then its components. Allocates nothing.
 class Elements {
 public:
     explicit Elements(std::u16string_view text) noexcept

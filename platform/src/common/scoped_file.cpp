@@ -1,4 +1,4 @@
-// scoped_file: the file goes when its owner does.
+// scoped_file: the owner removes the file when it is destroyed.
 #include "qel/util/scoped_file.hpp"
 
 #include "file_system.hpp"
@@ -13,7 +13,7 @@ scoped_file::scoped_file(Path path) noexcept : path_(std::move(path)) {}
 scoped_file::scoped_file(scoped_file&& other) noexcept : path_(std::exchange(other.path_, Path())) {}
 
 scoped_file& scoped_file::operator=(scoped_file&& other) noexcept {
-    // The same file, announced again: it has its new content already, and stays.
+    // The same file, announced again: it already has its new content, so it stays.
     if (!(path_ == other.path_)) remove();
     path_ = std::exchange(other.path_, Path());
     return *this;
@@ -32,7 +32,7 @@ void scoped_file::remove() noexcept {
     try {
         remove_file(path_);
     } catch (const std::exception&) {
-        // Out of memory: the file stays, as it does when the system refuses to remove it.
+        // Out of memory: the file stays, as it does if the system refuses to remove it.
     }
 }
 

@@ -12,12 +12,12 @@ namespace {
 constexpr int end_of_text = std::istream::traits_type::eof();
 constexpr std::uint64_t largest = std::numeric_limits<std::uint64_t>::max();
 
-/// The next character, left where it is. The end of the text is no failure here.
+/// The next character, which stays in the stream. The end of the text is not a failure here.
 int next(std::istream& in) {
     return in.good() ? in.peek() : end_of_text;
 }
 
-/// Takes the next character when it is one of these.
+/// Takes the next character if it is one of these.
 std::optional<char> take(std::istream& in, std::string_view any_of) {
     const int character = next(in);
     if (character == end_of_text) return std::nullopt;
@@ -27,7 +27,7 @@ std::optional<char> take(std::istream& in, std::string_view any_of) {
     return letter;
 }
 
-/// <digit>...; nothing without a digit or above 64 bits.
+/// <digit>...; nothing if there is no digit, or the value needs more than 64 bits.
 std::optional<std::uint64_t> parse_count(std::istream& in) {
     std::optional<std::uint64_t> count;
     while (const auto digit = take(in, "0123456789")) {
@@ -39,8 +39,7 @@ std::optional<std::uint64_t> parse_count(std::istream& in) {
     return count;
 }
 
-/// B, or one of K M G T P E alone or before B or iB. The power of two it stands for; nothing for another
-/// text.
+/// B, or one of K M G T P E alone or before B or iB. Returns its power of two; nothing for any other text.
 std::optional<unsigned> parse_unit(std::istream& in) {
     constexpr std::string_view units = "BKMGTPEbkmgtpe";
     const auto unit = take(in, units);

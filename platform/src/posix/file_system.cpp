@@ -1,4 +1,4 @@
-// The questions put to a POSIX file system.
+// The file-system calls on POSIX.
 #include "file_system.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -17,13 +17,13 @@
 namespace qel::util::filesystem {
 
 Entry look_up(const std::u16string& path) {
-    // The system would read such a path only up to the zero.
+    // The system would read such a path only up to the NUL.
     if (path.find(u'\0') != std::u16string::npos) return {};
 
     std::array<char, PATH_MAX> target;
     const ssize_t length = ::readlink(i18n::ustring_to_utf8(path).c_str(), target.data(), target.size());
     if (length < 0) return {errno == EINVAL ? Entry::Kind::plain : Entry::Kind::missing};
-    // A full buffer holds a target that was cut off.
+    // If the buffer is full, the target was cut off.
     const auto size = static_cast<std::size_t>(length);
     if (size == target.size()) return {};
     return {Entry::Kind::link, i18n::utf8_to_ustring(std::string_view(target.data(), size))};
@@ -36,7 +36,7 @@ std::u16string starting_point(std::u16string_view root) {
 }
 
 void remove_file(const Path& path) {
-    // A file that is gone already, or that may not be removed, is no concern of its owner's end.
+    // The owner does not care whether the file is already gone or may not be removed.
     [[maybe_unused]] const int outcome = ::unlink(native(path).c_str());
 }
 

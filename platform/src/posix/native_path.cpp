@@ -6,7 +6,7 @@
 namespace qel::util::filesystem {
 
 std::filesystem::path native(const Path& path) {
-    // Cut at a zero it would name another file.
+    // Cut at a NUL, it would name another file.
     if (path.text().find(u'\0') != path.text().npos) return {};
     return i18n::ustring_to_utf8(path.text());
 }

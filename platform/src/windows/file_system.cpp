@@ -1,4 +1,4 @@
-// The questions put to a Windows file system.
+// The file-system calls on Windows.
 #include "file_system.hpp"
 
 #include "long_path.hpp"
@@ -17,7 +17,7 @@
 namespace qel::util::filesystem {
 namespace {
 
-/// A call that fills a buffer returns the length it filled, or the size it needs, or 0 for a failure.
+/// For calls that fill a buffer and return the length that they filled, the size that they need, or 0 for a failure.
 template <class Call>
 std::u16string text_of(const Call& call) {
     std::wstring text(MAX_PATH, L'\0');
@@ -28,8 +28,7 @@ std::u16string text_of(const Call& call) {
     }
 }
 
-/// The everyday form of an absolute path: no prefix for long paths, no separator behind it except at a
-/// drive's root.
+/// The usual form of an absolute path: no prefix for long paths, and no separator at the end except at a drive's root.
 std::u16string tidy(std::u16string text) {
     if (text.starts_with(long_share_prefix))
         text.replace(0, long_share_prefix.size(), u"\\\\");
@@ -47,7 +46,7 @@ using Handle = std::unique_ptr<std::remove_pointer_t<HANDLE>, CloseHandle>;
 } // namespace
 
 Entry look_up(const std::u16string& path) {
-    // The system would read such a path only up to the zero.
+    // The system would read such a path only up to the NUL.
     if (path.find(u'\0') != std::u16string::npos) return {};
 
     const HANDLE opened =
@@ -58,22 +57,22 @@ Entry look_up(const std::u16string& path) {
     std::u16string target = tidy(text_of([&](wchar_t* out, DWORD size) {
         return ::GetFinalPathNameByHandleW(entry.get(), out, size, FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
     }));
-    // What is open but has no path of this kind, like a device, keeps the text it was asked by.
+    // What can be opened but has no path of this kind, such as a device, keeps the text that was asked about.
     if (target.empty() || target == path) return {Entry::Kind::plain};
     return {Entry::Kind::resolved, std::move(target)};
 }
 
 std::u16string starting_point(std::u16string_view root) {
     std::wstring relative = to_wide(root.empty() ? u"." : root);
-    // To the system both separators are one; some stand-ins for it take a leading / for a root of their own.
+    // The system treats both separators alike, but some replacements for it take a leading / for another root.
     std::replace(relative.begin(), relative.end(), L'/', L'\\');
     return tidy(text_of(
         [&](wchar_t* out, DWORD size) { return ::GetFullPathNameW(relative.c_str(), size, out, nullptr); }));
 }
 
 void remove_file(const Path& path) {
-    // A file that a reader has open cannot be removed. Readers of small files are quick, so it is tried for a moment.
-    // A file that is gone already, or that may not be removed, is no concern of its owner's end.
+    // A file that a reader has open cannot be removed. Readers of small files are quick, so this tries for a moment.
+    // The owner does not care whether the file is already gone or may not be removed.
     const auto name = native(path);
     for (int tries = 0; tries != 20; ++tries) {
         if (::DeleteFileW(name.c_str()) || ::GetLastError() != ERROR_SHARING_VIOLATION) return;

@@ -1,4 +1,4 @@
-// Paths that are longer than Windows takes them in their everyday form.
+// Paths that are too long for Windows in their usual form.
 #pragma once
 
 #include <string>
@@ -6,11 +6,11 @@
 
 namespace qel::util::filesystem {
 
-/// The text that is added in front of an absolute path of any length, and in front of one on a share instead of its \\.
+/// The prefix of an absolute path of any length, and the one that replaces the \\ of a path on a share.
 inline constexpr std::u16string_view long_prefix = u"\\\\?\\";
 inline constexpr std::u16string_view long_share_prefix = u"\\\\?\\UNC\\";
 
-/// The form of an absolute path, without `.`, `..` and `/`, in which its length does not matter. A short one stays as it is.
+/// The form of an absolute path, without `.`, `..` and `/`, that may have any length. A short one is not changed.
 std::wstring long_form(const std::u16string& path);
 
 } // namespace qel::util::filesystem

@@ -1,4 +1,4 @@
-// Windows file calls take the text as it is, ill-formed parts included.
+// Windows file calls take the text unchanged, including ill-formed parts.
 #include "qel/util/native_path.hpp"
 
 #include "long_path.hpp"
@@ -15,10 +15,10 @@ std::wstring long_form(const std::u16string& path) {
 }
 
 std::filesystem::path native(const Path& path) {
-    // Cut at a zero it would name another file.
+    // Cut at a NUL, it would name another file.
     if (path.text().find(u'\0') != path.text().npos) return {};
     std::wstring text = to_wide(path.text());
-    // A relative path is short only when it still is with the current directory in front of it.
+    // A relative path is short only if it is still short with the current directory in front of it.
     const DWORD size = ::GetFullPathNameW(text.c_str(), 0, nullptr, nullptr);
     if (size <= MAX_PATH) return text;
     std::wstring full(size, L'\0');

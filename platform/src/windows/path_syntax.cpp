@@ -11,14 +11,14 @@ bool separator_at(std::u16string_view text, std::size_t at) noexcept {
     return at < text.size() && is_separator(text[at]);
 }
 
-/// <letter>: at the beginning
+/// `<letter>:` at the beginning
 bool begins_with_drive(std::u16string_view text) noexcept {
     if (text.size() < 2 || text[1] != u':') return false;
     const char16_t letter = text[0] | 0x20;
     return letter >= u'a' && letter <= u'z';
 }
 
-/// <server>\<share>, without the separator behind it: the share is a directory by itself.
+/// <server>\<share>, without the separator after it: the share itself is a directory.
 std::size_t share_length(std::u16string_view text) noexcept {
     const std::size_t server = std::min(text.find_first_of(separators), text.size());
     const std::size_t share = std::min(text.find_first_not_of(separators, server), text.size());
@@ -27,7 +27,7 @@ std::size_t share_length(std::u16string_view text) noexcept {
     return std::min(text.find_first_of(separators, share), text.size());
 }
 
-/// UNC\<server>\<share>, or <drive>:\, or another device with the separator behind it
+/// UNC\<server>\<share>, or <drive>:\, or another device with the separator after it
 std::size_t device_length(std::u16string_view text) noexcept {
     const std::u16string_view unc = u"unc";
     const bool is_share = separator_at(text, unc.size()) &&

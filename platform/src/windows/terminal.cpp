@@ -1,4 +1,4 @@
-// A Windows console has a code page of its own.
+// A Windows console has its own code page.
 #include "qel/i18n/convert.hpp"
 
 #include "wide.hpp"
@@ -21,7 +21,7 @@ std::string ustring_to_term(std::u16string_view text) {
         return ::WideCharToMultiByte(code_page, 0, wide.data(), length, out, size, nullptr, nullptr);
     };
     const int size = convert(nullptr, 0);
-    // A code page that cannot be converted to must not cost the user the message.
+    // If the text cannot be converted to the code page, the user must still get the message.
     if (size <= 0) return ustring_to_utf8(text);
     std::string result(static_cast<std::size_t>(size), '\0');
     convert(result.data(), size);

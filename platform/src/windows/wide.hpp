@@ -1,4 +1,4 @@
-// Windows calls take wchar_t where the rest of the code has char16_t: the same units under another name.
+// Windows calls use wchar_t where the rest of the code uses char16_t; both are UTF-16 units.
 #pragma once
 
 #include <string>
