@@ -1,4 +1,4 @@
-# How every target of this project is compiled: zep_config_rules(TARGET).
+# zep_config_rules(TARGET): sets how a target of this project is compiled.
 
 add_library(zep_config_rules INTERFACE)
 target_compile_features(zep_config_rules INTERFACE cxx_std_20)
@@ -7,25 +7,25 @@ if(MSVC)
         /W4 /permissive- /utf-8 /Zc:__cplusplus /EHsc
         $<$<CXX_COMPILER_ID:MSVC>:/Zc:preprocessor>
         $<$<BOOL:${ZEP_CONFIG_WERROR}>:/WX>
-        # clang-cl knows both languages.
+        # clang-cl understands both sets of options.
         $<$<CXX_COMPILER_ID:Clang>:-Wshadow;-Wconversion;/clang:-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=>)
 else()
     target_compile_options(zep_config_rules INTERFACE
         -Wall -Wextra -Wpedantic -Wshadow -Wconversion
         $<$<BOOL:${ZEP_CONFIG_WERROR}>:-Werror>
-        # g++ 12 sees overlapping copies in std::string's own code.
+        # g++ 12 reports overlapping copies in the code of std::string.
         $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
-        # Its thread sanitizer does not follow fences; Asio has some, in code that is not used here.
+        # Its thread sanitizer does not support fences; Asio has some, in code that is not used here.
         $<$<CXX_COMPILER_ID:GNU>:-Wno-tsan>
-        # Throw locations read the same on every machine.
+        # Throw locations have the same text on every machine.
         -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=)
 endif()
 if(WIN32)
-    # Windows 10: Asio wants to know. And <windows.h> without its macros min and max.
+    # Asio needs the Windows version, 10. <windows.h> must not define min and max.
     target_compile_definitions(zep_config_rules INTERFACE _WIN32_WINNT=0x0A00 NOMINMAX)
     target_link_libraries(zep_config_rules INTERFACE ws2_32 mswsock)
 endif()
-# Overflow of signed numbers, in code that cannot do without, wraps around.
+# For code in which signed numbers may overflow: they wrap around.
 if(NOT MSVC)
     set(zep_config_wrapping -fwrapv)
 endif()
@@ -43,7 +43,7 @@ function(zep_config_rules target)
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON)
     if(MSVC)
-        # A debug build and a release do not mix in one process: their names differ.
+        # Debug and release builds do not mix in one process, so their names differ.
         set_target_properties(${target} PROPERTIES DEBUG_POSTFIX d)
     endif()
 endfunction()

@@ -1,4 +1,4 @@
-# Debian packages, one per component. What Debian wants beside the files themselves stands in packaging/debian/.
+# Debian packages, one per component. What Debian requires besides the files is in packaging/debian/.
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL library development tool)
@@ -6,13 +6,13 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SOURCE zep-config)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${ZEP_CONFIG_MAINTAINER}")
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
-# Debian's permissions, whatever the builder's umask is.
+# Sets Debian's permissions, whatever the builder's umask is.
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/debian_permissions.cmake)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-# Each package has a synopsis of its own, the first line of its description.
+# Each package has its own synopsis, the first line of its description.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 
-# The number is that of the SONAME: programs linked with another one keep their library.
+# The number is that of the SONAME: programs linked with another SONAME keep their library.
 set(library libzep-config${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME ${library})
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
@@ -39,7 +39,7 @@ set(CPACK_DEBIAN_TOOL_DESCRIPTION "check the Orvane server's flags, find running
 Checks a command line of the Orvane application server without starting it,
 explains what is wrong with it, and finds servers by their runtime files.")
 
-# The library it was built with is found among the installed ones; nobody needs a path in the binaries.
+# The system finds the libraries among the installed ones, so the binaries need no path.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/config ${PROJECT_BINARY_DIR}/platform)
 
 set(files ${PROJECT_BINARY_DIR}/debian)

@@ -1,5 +1,5 @@
 # Run by cpack before it makes the packages. The variables for this, CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS and CPack's
-# own, cannot give what the umask takes.
+# own, cannot restore permissions that the umask removes.
 file(GLOB_RECURSE entries LIST_DIRECTORIES true ${CPACK_TEMPORARY_DIRECTORY}/*)
 foreach(entry ${entries})
     if(IS_DIRECTORY ${entry})

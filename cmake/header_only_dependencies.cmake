@@ -1,5 +1,5 @@
-# For a cross build: the same header-only libraries, through a folder that holds links to them and to nothing else of
-# this machine's own headers.
+# For a cross build: the same header-only libraries, by a directory of links to them. So no other header of this machine is
+# found.
 set(dependencies ${PROJECT_BINARY_DIR}/dependencies)
 file(MAKE_DIRECTORY ${dependencies})
 foreach(name boost utf8 utf8.h)
@@ -18,8 +18,8 @@ endif()
 if(NOT MINGW)
     return()
 endif()
-# The shared C++ runtime beside the binaries: streams, strings and exceptions cross the DLL boundary, so every module has
-# to use one and the same.
+# Puts the shared C++ runtime next to the binaries: streams, strings and exceptions cross the DLL boundary, so every module
+# must use the same one.
 if(NOT CMAKE_RUNTIME_OUTPUT_DIRECTORY)
     set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 endif()

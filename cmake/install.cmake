@@ -8,7 +8,7 @@ else()
 endif()
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/zep_config)
 
-# install_library(TARGET NAMESPACE NAME): usable as NAMESPACE::NAME by whoever finds the package.
+# install_library(TARGET NAMESPACE NAME): users of the package link NAMESPACE::NAME.
 function(install_library target namespace name)
     set_target_properties(${target} PROPERTIES EXPORT_NAME ${name})
     install(TARGETS ${target} EXPORT ${target}-targets COMPONENT library
@@ -30,7 +30,7 @@ if(TARGET qel_platform)
 endif()
 if(TARGET orvane-config)
     install(TARGETS orvane-config RUNTIME DESTINATION ${binaries} COMPONENT tool)
-    # A tool built for another system does not run here, and Windows has no place for these files.
+    # A tool built for another system does not run here, and Windows has no directory for these files.
     if(NOT CMAKE_CROSSCOMPILING AND NOT WIN32)
         include(cmake/tool_documents.cmake)
         install(FILES ${manual} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
@@ -41,12 +41,12 @@ endif()
 if(PROJECT_IS_TOP_LEVEL)
     install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
     install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT development PATTERN api EXCLUDE)
-    # Who tries an example builds it where it stands.
+    # Users build an example in its own directory.
     install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development PATTERN build EXCLUDE)
 endif()
 if(runtime_dlls)
     install(FILES ${runtime_dlls} DESTINATION ${binaries} COMPONENT library)
-    # Programs are to be built with the compiler that built the libraries.
+    # Programs must be built with the compiler that built the libraries.
     install(FILES ${CMAKE_TOOLCHAIN_FILE} DESTINATION ${package_dir} COMPONENT development)
 endif()
 
@@ -55,12 +55,12 @@ write_basic_package_version_file(zep_config-config-version.cmake COMPATIBILITY S
 install(FILES ${PROJECT_BINARY_DIR}/zep_config-config.cmake ${PROJECT_BINARY_DIR}/zep_config-config-version.cmake
     DESTINATION ${package_dir} COMPONENT development)
 
-# Relative to the file itself, so that the tree can be put anywhere.
+# Relative to the file itself, so that the installed tree can be moved.
 file(RELATIVE_PATH path_to_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(cmake/zep_config.pc.in zep_config.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zep_config.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 
-# Programs find the libraries beside them wherever the tree is put; Debian's are where the system looks.
+# Programs find the libraries next to them wherever the tree is; Debian's are where the system searches.
 if(NOT WIN32 AND NOT ZEP_CONFIG_DEBIAN)
     set_target_properties(zep_config PROPERTIES INSTALL_RPATH "$ORIGIN")
     if(TARGET orvane-config)

@@ -1,4 +1,4 @@
-# What the tool says about itself, as files: manual page, completion, references of the flags and of the warnings.
+# The tool's documents, written by the tool: manual page, completion, references of the flags and of the warnings.
 set(tool_documents ${PROJECT_BINARY_DIR}/tool_documents)
 file(MAKE_DIRECTORY ${tool_documents})
 set(manual ${tool_documents}/orvane-config.1)

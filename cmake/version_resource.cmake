@@ -1,4 +1,4 @@
-# What a Windows binary says about itself: its version, and a program's manifest.
+# The resources of a Windows binary: its version, and a program's manifest.
 
 string(LENGTH "${ZEP_CONFIG_BUILD_NUMBER}" digits)
 if(NOT ZEP_CONFIG_BUILD_NUMBER MATCHES "^[0-9]+$" OR digits GREATER 6)
@@ -11,7 +11,7 @@ if(WIN32)
     enable_language(RC)
 endif()
 
-# zep_config_version_resource(TARGET DESCRIPTION [MANIFEST]): on other systems nothing.
+# zep_config_version_resource(TARGET DESCRIPTION [MANIFEST]): does nothing on other systems.
 function(zep_config_version_resource target description)
     if(NOT WIN32)
         return()
