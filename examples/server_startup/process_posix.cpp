@@ -14,7 +14,7 @@ unsigned own_process_id() {
 }
 
 bool is_running(unsigned process_id) {
-    // What a damaged file reads as would address a group of processes, not one.
+    // The value read from a damaged file could name a group of processes.
     if (process_id == 0 || process_id > static_cast<unsigned>(INT_MAX)) return false;
     return kill(static_cast<pid_t>(process_id), 0) == 0 || errno == EPERM;
 }

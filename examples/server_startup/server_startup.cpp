@@ -1,7 +1,8 @@
-// The whole life of a server around its configuration: read the flags, check them, publish, serve, withdraw.
+// What a server does with its configuration, from start to end: parse the flags, validate them, publish files, serve,
+// remove the files.
 //
-// It serves little: an HTTP or HTTPS listener answers every request with one line (without TLS, which is not
-// what this shows), and whoever connects to the control listener stops the server.
+// It serves little: an HTTP or HTTPS listener answers every request with one line (without TLS, which is not the
+// subject here), and a connection to the control listener stops the server.
 #include "server_startup.hpp"
 
 #include <boost/asio/co_spawn.hpp>
@@ -36,15 +37,15 @@ namespace asio = boost::asio;
 namespace config = qel::config;
 using asio::ip::tcp;
 
-/// From the tokens to settings that may be used; or false, with the reason on the standard error stream.
+/// Turns the tokens into valid settings. Returns false on failure, with the reason on the standard error stream.
 bool configure(config::ServerSettings& settings, const std::deque<std::u16string>& tokens) {
     if (config::parse_settings(settings, tokens, std::cerr)) {
-        // The text of a failure does not end its line, and has none when a required flag is missing.
+        // The text of a failure may lack the newline at its end, and is empty if a required flag is missing.
         std::cerr << '\n';
         config::usage(u"server_startup", std::cerr);
         return false;
     }
-    // No flag sets this one.
+    // No flag sets this field.
     settings.qel_root(qel::util::filesystem::canonicalize(config::Path(u".")));
 
     config::ProblemList problems;
@@ -56,13 +57,13 @@ bool configure(config::ServerSettings& settings, const std::deque<std::u16string
     return true;
 }
 
-/// A pid file has one owner: who publishes over a live server's file takes it away at his own end.
+/// A pid file has one owner: a second server would overwrite the file of a live one, and remove it at its own end.
 void refuse_second_server(const config::ServerSettings& settings) {
     unsigned other = 0;
     try {
         other = config::read_master_pid(settings);
     } catch (const config::config_io_error&) {
-        return; // no file: nobody runs here
+        return; // no file: no server is running here
     }
     if (is_running(other)) {
         throw std::runtime_error("process " + std::to_string(other) + " has published here and runs");
@@ -71,7 +72,8 @@ void refuse_second_server(const config::ServerSettings& settings) {
 
 // --- listeners
 
-/// A client that goes away early gets no answer; but it has been here, and stops the server if that is its effect.
+/// A client that disconnects early gets no answer, but it counts as a connection: on the control listener it stops the
+/// server.
 asio::awaitable<void> answer(tcp::socket connection, std::string body, bool then_stop) {
     std::string request;
     boost::system::error_code failure;
@@ -85,7 +87,7 @@ asio::awaitable<void> answer(tcp::socket connection, std::string body, bool then
     if (then_stop) static_cast<asio::io_context&>(connection.get_executor().context()).stop();
 }
 
-/// Accepts connections from its construction on.
+/// Accepts connections as soon as it is constructed.
 class Listener {
 public:
     Listener(asio::io_context& context, const tcp::endpoint& where, const std::string& body, bool then_stop)
@@ -93,7 +95,7 @@ public:
         asio::co_spawn(context, accept(acceptor_, body, then_stop), asio::detached);
     }
 
-    /// With the port that the system chose, when the settings say 0.
+    /// With the port that the system chose, if the settings say 0.
     tcp::endpoint endpoint() const { return acceptor_.local_endpoint(); }
 
 private:
@@ -106,7 +108,7 @@ private:
                 asio::co_spawn(acceptor.get_executor(), answer(std::move(connection), body, then_stop),
                                asio::detached);
             } else {
-                // The client is gone already, or there are too many of them: the next one finds its answer.
+                // The client is already gone, or there are too many clients: go on with the next one.
                 asio::steady_timer pause(acceptor.get_executor(), std::chrono::milliseconds(100));
                 co_await pause.async_wait(asio::use_awaitable);
             }
@@ -116,7 +118,7 @@ private:
     tcp::acceptor acceptor_;
 };
 
-/// The interface to bind to: the one of the given name, or all of them.
+/// The address to bind to: that of the given name, or all interfaces.
 tcp::endpoint address_of(asio::io_context& context, const config::HttpSettings& http) {
     if (!http.host()) return {tcp::v4(), http.port()};
     tcp::resolver resolver(context);
@@ -125,7 +127,7 @@ tcp::endpoint address_of(asio::io_context& context, const config::HttpSettings& 
     return *found.begin();
 }
 
-/// Control is for this machine only.
+/// The control interface is only for this machine.
 tcp::endpoint control_address(unsigned port) {
     if (port > std::numeric_limits<unsigned short>::max()) {
         throw std::runtime_error("there is no port " + std::to_string(port));
@@ -135,14 +137,14 @@ tcp::endpoint control_address(unsigned port) {
 
 // --- publishing
 
-/// An HTTP or HTTPS listener with the file through which it is found.
+/// An HTTP or HTTPS listener with the file by which it is found.
 class WebService {
 public:
     WebService(asio::io_context& context, const config::ServerSettings& settings,
                const config::HttpSettings& http, config::HTTPProtocol protocol)
         : listener_(context, address_of(context, http), "running\n", false) {
         if (!settings.endpoint_root()) return;
-        // The file comes after the listener: whoever reads it connects at once.
+        // Write the file after opening the listener: readers connect at once.
         const config::http_endpoint published(http.host(), listener_.endpoint().port());
         file_.emplace(settings, published, protocol);
         if (config::read_http_endpoint(settings, protocol).port() != published.port()) {
@@ -153,12 +155,12 @@ public:
     }
 
 private:
-    // Destroyed from the end: the file goes while the listener still accepts.
+    // Members are destroyed from the last to the first: the file is removed while the listener still accepts.
     Listener listener_;
     std::optional<config::scoped_http_endpoint_file> file_;
 };
 
-/// The same for the control interface, which always has a file: the validation asks for its place.
+/// The same for the control interface. It always has a file, because validation requires the endpoint root.
 class ControlService {
 public:
     ControlService(asio::io_context& context, const config::ServerSettings& settings)
@@ -175,10 +177,10 @@ private:
     config::scoped_control_endpoint_file file_;
 };
 
-/// Publishes what the settings name, serves until it is told to stop, and withdraws everything. The order of
-/// the declarations is the order of both: the pid file first and, when all else is gone, last.
+/// Publishes what the settings name, serves until it is told to stop, and removes everything. The order of the
+/// declarations gives both orders: the pid file is published first and removed last.
 void serve(const config::ServerSettings& settings) {
-    // Before any file is there: a signal that ended the process would leave it behind.
+    // Handle signals before any file exists: a signal that ends the process leaves the files.
     asio::io_context context;
     asio::signal_set signals(context, SIGINT, SIGTERM);
     signals.async_wait([&](const auto&, int) { context.stop(); });
@@ -187,7 +189,7 @@ void serve(const config::ServerSettings& settings) {
     if (settings.pid_root()) {
         refuse_second_server(settings);
         pid_file.emplace(settings, own_process_id());
-        // As others find it. Between the look and the writing a second server may have come.
+        // Read the file as others do: a second server may have written it between the check and the writing.
         if (config::read_master_pid(settings) != own_process_id()) {
             throw std::runtime_error("another server has started here at the same time");
         }
@@ -206,8 +208,8 @@ void serve(const config::ServerSettings& settings) {
     context.run();
 }
 
-/// Runs the server to its end; `tokens` are its flags without the program's name. Returns the exit code: 0, or
-/// 1 when it could not start, with the reason on the standard error stream.
+/// Runs the server to its end; `tokens` are its flags without the program's name. Returns the exit code: 0, or 1 if
+/// it could not start, with the reason on the standard error stream.
 int run(const std::deque<std::u16string>& tokens) {
     config::ServerSettings settings;
     if (!configure(settings, tokens)) return 1;
@@ -224,7 +226,7 @@ int run(const std::deque<std::u16string>& tokens) {
 } // namespace
 } // namespace server_startup
 
-// On Windows too: what main is given there is not used, but the system's UTF-16.
+// This works on Windows too: there the tokens come from the system's UTF-16 command line, not from argv.
 int main(int argc, char** argv) {
     return server_startup::run(qel::util::command_line_tokens(argc, argv));
 }
