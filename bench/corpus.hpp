@@ -7,7 +7,7 @@
 
 namespace qel::config::bench {
 
-/// One command line, as this library takes it and as others do.
+/// One command line, in the form for this library and in the form for others.
 struct Corpus {
     std::string name;
     std::deque<std::u16string> wide{};
@@ -16,15 +16,15 @@ struct Corpus {
     void add(const std::string& token);
 };
 
-/// The command lines in corpora/, one token a line: minimal, typical and full (every flag once).
+/// The command lines in corpora/, one token per line: minimal, typical and full (every flag once).
 std::vector<Corpus> corpora();
 
-/// --auto-deploy-root and `count` flags that may be repeated, each with a value of its own.
+/// --auto-deploy-root and `count` flags that may be repeated, each with a different value.
 Corpus repeated(int count);
 
-/// The tokens without --auto-deploy-root: walked to the end, then refused without a word. Only the runtime roots and the
-/// user data reach the record after the walk. So this measures the walk, and what parsing takes beyond it is completion
-/// (with the one flag that is left out).
+/// The tokens without --auto-deploy-root: they are parsed to the end, then refused without a message. Only the runtime
+/// roots and the user data reach the record after that. So this measures the walk; the rest of a parse is the
+/// completion, plus the flag that is left out.
 std::deque<std::u16string> for_walk_alone(std::deque<std::u16string> tokens);
 
 } // namespace qel::config::bench

@@ -1,5 +1,5 @@
-// Exact costs, the same in every run: instructions, as valgrind counts them, allocations, and questions to the file
-// system.
+// Exact costs, the same in every run: instructions as counted by valgrind, allocations, and file-system look-ups
+// ("questions").
 #pragma once
 
 #include "questions.hpp"
@@ -12,12 +12,12 @@
 
 namespace qel::config::bench {
 
-/// The number of calls of operator new so far. The program that counts defines it.
+/// The number of calls of operator new so far. The counting program defines it.
 extern std::size_t allocations;
 
-/// Counts one run of `work` after one that warms up. Prints a line with the name, the allocations and the questions, and
-/// leaves the instructions in a profile of that name when the program runs under callgrind.
-/// Throws std::runtime_error when `work` asks the file system the same twice.
+/// Counts one run of `work` after a warm-up run. Prints a line with the name, the allocations and the questions. If the
+/// program runs under callgrind, writes the instructions to a profile of that name. Throws std::runtime_error if `work`
+/// looks up the same path twice.
 template <class Work>
 void count(const std::string& name, Work work) {
     expect_new_questions();

@@ -1,4 +1,4 @@
-// What each stage of a start-up costs, exactly. bench/measure.py runs it and compares.
+// Counts what each stage of a start-up costs. bench/measure.py runs it and compares.
 #include "corpus.hpp"
 #include "count.hpp"
 
@@ -15,7 +15,7 @@
 namespace qel::config::bench {
 namespace {
 
-/// Takes what is written and drops it: a buffer that grows would be counted too, now and then.
+/// Drops what is written: a growing buffer would sometimes be counted too.
 class Nowhere : public std::streambuf {
     std::streamsize xsputn(const char*, std::streamsize size) override { return size; }
     int_type overflow(int_type byte) override { return traits_type::not_eof(byte); }
@@ -71,7 +71,7 @@ void count_everything() {
         count_parsing("parse " + corpus.name, corpus.wide);
     }
 
-    // Values in forms that command lines seldom have.
+    // Values in forms that are rare on command lines.
     for (const auto& [flag, value] : {std::pair(option::request_timeout(), u"5"),
                                       {option::request_timeout(), u"1:30"},
                                       {option::log_rotation_size(), u"10MB"}})

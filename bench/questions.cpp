@@ -32,11 +32,11 @@ void require_new_questions() {
 
 } // namespace qel::config::bench
 
-// Takes the place of the system's, also for the libraries.
+// Replaces the system's function, also for the libraries.
 extern "C" [[gnu::visibility("default")]] ssize_t readlink(const char* path, char*, std::size_t) noexcept {
     using namespace qel::config::bench;
     ++questions;
     if (watching && !asked.insert(path).second) repeated = path;
-    errno = EINVAL; // no link, but there
+    errno = EINVAL; // exists, but is not a link
     return -1;
 }

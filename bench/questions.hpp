@@ -1,18 +1,18 @@
-// The file system that the measured code sees: one in which every directory exists and none is a link, on every
-// machine. That is where validation has most to ask.
+// The file system that the measured code sees on every machine: every directory exists and none is a link. There,
+// validation needs the most look-ups.
 #pragma once
 
 #include <cstddef>
 
 namespace qel::config::bench {
 
-/// The number of questions so far, each a call of readlink. The program that counts answers them itself.
+/// The number of look-ups so far, each a call of readlink. The counting program answers them itself.
 extern std::size_t questions;
 
-/// From here on a question that was asked before is an error.
+/// From here on, a repeated look-up is an error.
 void expect_new_questions();
 
-/// Ends that. Throws std::runtime_error when something was asked twice.
+/// Ends that. Throws std::runtime_error if something was looked up twice.
 void require_new_questions();
 
 } // namespace qel::config::bench

@@ -1,4 +1,4 @@
-// The time of each stage of a start-up.
+// Measures the time of each stage of a start-up.
 #include "corpus.hpp"
 
 #include "qel/config/config.hpp"

@@ -8,8 +8,8 @@ import re
 
 from statements import QUOTED, blocks, bodies, masked, matching
 
-# What chooses; included before every source. The file ZEP_MUTANT_LOG gets the first changes of the bodies that were
-# executed. Nothing is allocated, so that a test may count that.
+# The code that chooses; included before every source. The file ZEP_MUTANT_LOG gets the first changes of the bodies that were
+# executed. Nothing is allocated, because tests count allocations.
 SWITCH = """#pragma once
 #include <cstdio>
 #include <cstdlib>

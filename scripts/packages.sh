@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Sourced by the other scripts. need PACKAGE...: installs the Debian packages that are missing, and says which.
+# Sourced by the other scripts. need PACKAGE...: installs the Debian packages that are missing, and lists them.
 
 need() {
     local missing=() package
@@ -14,7 +14,7 @@ need() {
     quietly "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"
 }
 
-# quietly COMMAND...: shows what it printed only when it fails; then the script ends.
+# quietly COMMAND...: shows the output only if the command fails; then the script ends.
 quietly() {
     local log status
     log=$(mktemp)
@@ -29,7 +29,7 @@ quietly() {
     fi
 }
 
-# show_steps WHAT: reads what ninja prints, and shows how far it is: on one line of a terminal, elsewhere on a few.
+# show_steps WHAT: reads ninja's output and shows the progress: on one line of a terminal, elsewhere on a few lines.
 show_steps() {
     local number of quarter=-1
     while IFS='[/]' read -r _ number of _; do
@@ -44,7 +44,7 @@ show_steps() {
     done
 }
 
-# build_with_steps WHAT FOLDER TARGET: builds by ninja, showing how far it is. Silent when nothing is to be done.
+# build_with_steps WHAT FOLDER TARGET: builds with ninja and shows the progress. Silent if there is nothing to do.
 build_with_steps() {
     local log
     log=$(mktemp)

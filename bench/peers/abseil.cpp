@@ -1,4 +1,4 @@
-// abseil's flags are variables of the program. Their names hold no '-', and of a repeated flag the last value stays.
+// abseil's flags are variables of the program. Their names contain no '-', and a repeated flag keeps its last value.
 #include "peer.hpp"
 
 #include <absl/flags/flag.h>

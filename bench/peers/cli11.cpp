@@ -1,4 +1,4 @@
-// CLI11, one value behind each flag.
+// CLI11, with one value after each flag.
 #include "peer.hpp"
 
 #include <CLI/CLI.hpp>

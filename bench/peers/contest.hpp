@@ -12,7 +12,7 @@
 
 namespace qel::config::bench {
 
-/// A command line as main() gets it.
+/// A command line in the form of main()'s arguments.
 class Arguments {
 public:
     explicit Arguments(std::vector<std::string> tokens) : tokens_(std::move(tokens)) {
@@ -38,7 +38,7 @@ inline Arguments arguments(const Corpus& corpus, const Peer& peer) {
     return Arguments(tokens);
 }
 
-/// Throws unless the parser finds what getopt_long does; of repeated flags abseil keeps only the last.
+/// Throws unless the parser finds the same values as getopt_long; of repeated flags abseil keeps only the last.
 inline void check(const Corpus& corpus, const Peer& peer) {
     const auto values = [&corpus](const Peer& one) {
         Values found;
@@ -50,7 +50,7 @@ inline void check(const Corpus& corpus, const Peer& peer) {
         throw std::logic_error(std::string(peer.name) + " takes " + corpus.name + " differently");
 }
 
-/// Calls run(line, parser, flags, parse) for each; `flags` is what to divide by, and parse(), which lives on its own,
+/// Calls run(line, parser, flags, parse) for each; `flags` is the number to divide by, and parse(), which may be kept,
 /// does the work once.
 template <class Run>
 void for_each_contestant(Run run) {

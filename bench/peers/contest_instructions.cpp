@@ -1,4 +1,4 @@
-// Instructions and allocations of every parser with every command line. bench/table.py runs it.
+// Counts instructions and allocations of every parser for every command line. bench/table.py runs it.
 #include "../count.hpp"
 #include "contest.hpp"
 

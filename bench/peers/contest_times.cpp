@@ -1,4 +1,4 @@
-// The time that every parser takes for every command line. bench/table.py runs it.
+// Measures the time of every parser for every command line. bench/table.py runs it.
 #include "contest.hpp"
 
 #include <benchmark/benchmark.h>

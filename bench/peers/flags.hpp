@@ -1,4 +1,5 @@
-// The server's flags for parsers that know four kinds of them: switches, texts, numbers, and texts that may be repeated.
+// The server's flags for parsers that know four kinds of them: switches, texts, numbers, and texts that may be
+// repeated.
 #pragma once
 
 #include <cstddef>
@@ -38,7 +39,7 @@ using Types = std::tuple<bool, std::string, std::uint64_t, std::vector<std::stri
 template <Kind kind>
 using Stored = std::tuple_element_t<static_cast<std::size_t>(kind), Types>;
 
-/// What a parser finds, a member per flag.
+/// The values that a parser finds, one member per flag.
 struct Values {
 #define ZEP_FLAG(name, text) Stored<kind_of(#name)> name{};
 #include "qel/config/flags.def"

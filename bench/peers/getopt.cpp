@@ -1,4 +1,4 @@
-// getopt_long of the C library, with the loop that every program writes around it.
+// getopt_long of the C library, with the usual loop around it.
 #include "peer.hpp"
 
 #include <cstdlib>
@@ -41,7 +41,7 @@ constexpr option options[] = {
 } // namespace
 
 void parse_with_getopt(int argc, char** argv, Values& values) {
-    optind = 0; // starts anew
+    optind = 0; // starts again
     for (int flag; (flag = getopt_long(argc, argv, "", options, nullptr)) != -1;) {
         switch (flag) {
 #define ZEP_FLAG(name, text)                                                                                 \

@@ -7,15 +7,15 @@
 
 namespace qel::config::bench {
 
-/// Makes the parser, unless that is static, and takes a command line; argv[0] is the program's name.
+/// Builds the parser, unless it is static, and parses a command line; argv[0] is the program's name.
 using Parse = void(int argc, char** argv, Values& values);
 
 Parse parse_with_getopt, parse_with_abseil, parse_with_cxxopts, parse_with_cli11, parse_with_program_options;
 
-/// abseil keeps its values in variables of its own; this fetches them.
+/// abseil keeps its values in its own variables; this fetches them.
 void abseil_values(Values& values);
 
-/// The name that abseil gives to a flag, "--https_ca_file"; any other token as it is.
+/// The name that abseil gives to a flag, "--https_ca_file"; any other token unchanged.
 std::string abseil_token(const std::string& token);
 
 struct Peer {
