@@ -14,7 +14,7 @@ enum class Flag {
 #include "qel/config/flags.def"
 };
 
-constexpr std::string_view names[] = {
+constexpr std::string_view flag_names[] = {
 #define ZEP_FLAG(name, text) #name,
 #include "qel/config/flags.def"
 };
@@ -45,7 +45,7 @@ constexpr auto make_references() {
     constexpr auto last = "the last one counts";
     constexpr auto adds = "adds to the list";
     constexpr auto same = "changes nothing";
-    std::array<Reference, std::size(names)> all{};
+    std::array<Reference, std::size(flag_names)> all{};
     std::size_t count = 0;
     std::string_view subject;
     const auto add = [&](Flag flag, Reference one) {
@@ -87,7 +87,7 @@ constexpr std::array described = {
 constexpr bool each_flag_once() {
     auto sorted = described;
     std::sort(sorted.begin(), sorted.end());
-    return sorted.size() == std::size(names) &&
+    return sorted.size() == std::size(flag_names) &&
            std::adjacent_find(sorted.begin(), sorted.end()) == sorted.end();
 }
 static_assert(each_flag_once(), "a flag of flags.def has no row in reference.def, or two: give it one");
@@ -100,8 +100,8 @@ std::string with_flags(std::string_view raw) {
     for (std::size_t open = 0; (open = text.find('{', open)) != text.npos;) {
         const std::size_t close = text.find('}', open);
         const auto name =
-            std::find(std::begin(names), std::end(names), text.substr(open + 1, close - open - 1));
-        text.replace(open, close - open + 1, narrow_texts[name - std::begin(names)]);
+            std::find(std::begin(flag_names), std::end(flag_names), text.substr(open + 1, close - open - 1));
+        text.replace(open, close - open + 1, narrow_texts[name - std::begin(flag_names)]);
     }
     return text;
 }

@@ -18,7 +18,7 @@
 namespace orvane {
 namespace {
 
-constexpr std::size_t most = 4 << 20; // some devices have no end
+constexpr std::size_t largest_input = 4 << 20; // some devices have no end
 
 [[noreturn]] void fail(const std::string& what) {
     const int error = errno;
@@ -31,7 +31,7 @@ std::string all_of(const Read& read, const std::string& name) {
     std::string text, piece(1 << 16, '\0');
     while (const std::size_t count = read(piece)) {
         text.append(piece, 0, count);
-        if (text.size() > most)
+        if (text.size() > largest_input)
             throw std::runtime_error(name + " is too large: flags take no more than 4 MiB");
     }
     return text;
