@@ -1,4 +1,4 @@
-// An access list that is accepted can be written from the record, and read back.
+// An accepted access list can be written from the record and read back.
 #include "fuzz.hpp"
 
 void examine(std::string_view bytes) {

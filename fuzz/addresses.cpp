@@ -1,4 +1,4 @@
-// A cache or listener that is accepted can be written from the record, and read back.
+// An accepted cache or listener can be written from the record and read back.
 #include "fuzz.hpp"
 
 void examine(std::string_view bytes) {
@@ -6,7 +6,7 @@ void examine(std::string_view bytes) {
     auto attached = accepted(option::attach_cache(), value);
     if (attached) {
         CacheSettings& cache = attached->cache_list()->list().at(0);
-        // The definition has one ':' at most: with one in the provider, none is left to name a host.
+        // The definition has at most one ':': if it is in the provider, there can be no host.
         const auto host = cache.provider().find(u':') == std::u16string::npos ? cache.host() + u':' : u"";
         const auto address = cache.provider() + u'@' + host + utf8_to_ustring(std::to_string(cache.port()));
         promise(accepted(option::attach_cache(), address) == attached, "a cache is read back");

@@ -1,4 +1,4 @@
-// Conversions take every text. Well-formed parts come through whole, whatever stands beside them.
+// Conversions accept any text. They keep its well-formed parts unchanged, whatever is next to them.
 #include "fuzz.hpp"
 
 void examine(std::string_view bytes) {

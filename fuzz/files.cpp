@@ -1,4 +1,4 @@
-// Readers of runtime files take any content: they return what is documented, or throw what is.
+// Readers of runtime files accept any content: what they return or throw is documented.
 #include <boost/asio/ip/tcp.hpp>
 
 #include "fuzz.hpp"
@@ -8,7 +8,7 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
-// Addresses only: a name made up here must not reach a name server.
+// Only addresses: an invented name must not reach a name server.
 extern "C" [[gnu::visibility("default")]] int getaddrinfo(const char* host, const char* service,
                                                           const addrinfo* hints, addrinfo** result) {
     addrinfo numeric = *hints;
@@ -37,7 +37,7 @@ void examine(std::string_view bytes) {
         const tcp_endpoint endpoint = read_control_endpoint(settings);
         const scoped_control_endpoint_file written(settings, endpoint);
         promise(read_control_endpoint(settings) == endpoint, "an endpoint that was read is read back");
-    } catch (const boost::system::system_error&) { // no address
+    } catch (const boost::system::system_error&) { // not an address
     }
     std::filesystem::remove_all(root);
 }

@@ -1,9 +1,9 @@
-// What the fuzz targets share: bytes as command lines, and promises that end the program when broken.
+// Shared by the fuzz targets: turning bytes into command lines, and promises that end the program if they are broken.
 #pragma once
 
 #include "../tests/support.hpp"
 
-/// The property that a target states; an input that does not have it breaks a promise.
+/// Checks the property that a target states. An input without it breaks a promise.
 void examine(std::string_view bytes);
 
 using namespace qel::config;
@@ -14,8 +14,8 @@ inline void promise(bool kept, const char* what) {
     if (!kept) throw std::logic_error("broken promise: "s + what);
 }
 
-/// A byte below 0x80 is one code unit; any other is the high half of one, the byte behind it the low half. So every
-/// surrogate can come up, alone or not.
+/// A byte below 0x80 is one code unit; any other byte is the high half of one, and the byte after it is the low half.
+/// So every surrogate can occur, alone or in a pair.
 inline std::u16string text_from(std::string_view bytes) {
     std::u16string text;
     for (std::size_t i = 0; i != bytes.size(); ++i) {
@@ -26,7 +26,7 @@ inline std::u16string text_from(std::string_view bytes) {
     return text;
 }
 
-/// One token a line.
+/// One token per line.
 inline Tokens tokens_from(std::string_view bytes) {
     Tokens tokens;
     for (Lines lines; const std::string& line : boost::split(lines, bytes, boost::is_any_of("\n")))

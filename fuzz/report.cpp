@@ -1,4 +1,4 @@
-// Report and usage take any text, and lay it out as documented.
+// Report and usage accept any text, and lay it out as documented.
 #include "fuzz.hpp"
 
 void examine(std::string_view bytes) {

@@ -1,4 +1,4 @@
-// A size is taken exactly when it has the form that is documented, and has the value that exact arithmetic gives.
+// A size is accepted if and only if it has the documented form, and its value is the one that exact arithmetic gives.
 #include "fuzz.hpp"
 
 #include <regex>

@@ -1,4 +1,4 @@
-// Any tokens give one of five codes and throw nothing; what they give is the tokens' doing alone.
+// Any tokens give one of five codes and never an exception; the result depends only on the tokens.
 #include "fuzz.hpp"
 
 void examine(std::string_view bytes) {
@@ -15,7 +15,8 @@ void examine(std::string_view bytes) {
     const bool cut = front.text.find("', missing argument(s) (") != std::string::npos;
     promise(front.code == once.code || front.code == error_code::missing_required_flag() || cut,
             "its front is accepted");
-    const auto& origins = once.settings.cors_allowed_origins(); // "*" stands alone in the whole record
+    const auto& origins =
+        once.settings.cors_allowed_origins(); // "*" must be the only one in the whole record
     promise(std::count(origins.begin(), origins.end(), "*") > 0 ||
                 parse(tokens, front.settings).code == once.code,
             "an accepted line is accepted into the record of its front too");

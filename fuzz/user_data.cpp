@@ -1,4 +1,4 @@
-// A pair of user data that is accepted can be quoted, and read back.
+// An accepted pair of user data can be quoted and read back.
 #include "fuzz.hpp"
 
 void examine(std::string_view bytes) {
