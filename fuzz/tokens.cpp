@@ -15,8 +15,7 @@ void examine(std::string_view bytes) {
     const bool cut = front.text.find("', missing argument(s) (") != std::string::npos;
     promise(front.code == once.code || front.code == error_code::missing_required_flag() || cut,
             "its front is accepted");
-    const auto& origins =
-        once.settings.cors_allowed_origins(); // "*" must be the only one in the whole record
+    const auto& origins = once.settings.cors_allowed_origins(); // "*" must be the only origin
     promise(std::count(origins.begin(), origins.end(), "*") > 0 ||
                 parse(tokens, front.settings).code == once.code,
             "an accepted line is accepted into the record of its front too");

@@ -1,4 +1,5 @@
-// Memory runs out at every place where it can. What the headers say of it holds, and nothing leaks: the sanitizer looks.
+// Makes memory run out at every place where it can. What the headers say about that must hold, and nothing may leak:
+// the sanitizer checks that.
 #include <boost/asio/ip/tcp.hpp>
 
 #include "replaced_new.hpp"
@@ -13,13 +14,13 @@
 namespace qel::config::test {
 namespace {
 
-/// While it lives, memory is there.
+/// While this object exists, allocations succeed.
 struct Calm {
     long before = std::exchange(failing, 0);
     ~Calm() { failing = before; }
 };
 
-/// A stream that takes no memory.
+/// A stream that allocates nothing.
 struct Fixed : std::streambuf, std::ostream {
     char buffer[8192];
     Fixed() : std::ostream(this) { setp(buffer, std::end(buffer)); }
@@ -29,8 +30,8 @@ struct Fixed : std::streambuf, std::ostream {
 /// How many allocations were made to fail, by operation.
 std::map<std::string, int> points;
 
-/// Fails the n-th allocation, alone and then with all behind it, for n = 1, 2, ... until `work` needs no more of them.
-/// It must give the same each time, or throw; a reader or writer of files may report the file instead.
+/// Fails the n-th allocation, alone and then together with all later ones, for n = 1, 2, ... until `work` makes fewer.
+/// `work` must give the same result each time, or throw; a reader or writer of files may report the file instead.
 void starve(const std::string& name, const std::function<std::string()>& work) {
     const std::string unhindered = work();
     const int before = points[name];
@@ -52,7 +53,7 @@ void starve(const std::string& name, const std::function<std::string()>& work) {
     EXPECT_GT(points[name], before) << name << " took no memory that could be refused";
 }
 
-/// Code, text and record, where the parse was not hindered. Inside the walk that is a parse error, and else it throws.
+/// Code, text and record if no allocation failed. Inside the walk a failure is a parse error, and elsewhere it throws.
 std::string parsed(const Tokens& tokens) {
     S record;
     Fixed out;

@@ -1,4 +1,4 @@
-# A binary may need the C++ runtime beside it, our own libraries, and what every system has:
+# Checks that a binary needs only the C++ runtime next to it, our own libraries, and what every system has:
 # cmake -DOBJDUMP=... -DBINARY=... -DALLOWED=regex -P check_imports.cmake
 execute_process(COMMAND ${OBJDUMP} -p ${BINARY} OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
 string(REGEX MATCHALL "(DLL Name: |NEEDED +)[^\n]+" needed "${headers}")

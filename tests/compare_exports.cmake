@@ -1,8 +1,8 @@
 # Compares the names that a library exports with the list under version control:
 # cmake -DNM=... -DCXXFILT=... -DLIBRARY=... -DWINDOWS=0|1 -DLIST=... -P compare_exports.cmake
 #
-# The two systems differ in two ways, both of them smoothed here and nowhere else: a 64-bit unsigned number has another
-# type; and a DLL exports a typeinfo, but not the text it points to.
+# The two systems differ in two ways, and both are handled only here: a 64-bit unsigned number has another type; and a DLL
+# exports a typeinfo, but not the text that it points to.
 cmake_minimum_required(VERSION 3.25)
 if(WINDOWS)
     set(options --defined-only)
@@ -16,7 +16,7 @@ if(NOT results STREQUAL "0;0")
 endif()
 file(STRINGS ${LIST} expected)
 if(WINDOWS)
-    # Of an import library only the names of the imports themselves.
+    # From an import library, only the names of the imports themselves.
     string(REGEX MATCHALL "[0-9a-f]+ [A-Z] __imp_[^\n]+" lines "${lines}")
     list(TRANSFORM lines REPLACE "__imp_" "")
     list(JOIN lines "\n" lines)
@@ -24,9 +24,9 @@ if(WINDOWS)
     string(REPLACE "unsigned long long" "unsigned long" lines "${lines}")
     list(FILTER expected EXCLUDE REGEX "^typeinfo name for ")
 endif()
-# A name may hold brackets, which CMake does not like in lists.
+# A name may contain brackets, which CMake lists do not handle.
 string(REGEX REPLACE "\\[abi:cxx11\\]" "" lines "${lines}")
-# Address and kind go, and so does the version; the version itself is not a name.
+# Drops the address, the kind and the version; the version itself is not a name.
 string(REGEX REPLACE "0[0-9a-f]+ [A-Z] " "" lines "${lines}")
 string(REGEX REPLACE "@+ZEP_CONFIG_[0-9]+" "" lines "${lines}")
 string(REGEX REPLACE "\n+" ";" exported "${lines}")

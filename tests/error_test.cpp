@@ -30,7 +30,7 @@ TEST(ErrorCode, values_and_messages_are_fixed) {
         const std::error_code standard = code();
         EXPECT_EQ(standard.message() + standard.category().name(), message + code().category().name());
         EXPECT_TRUE(standard.value() == value && standard == std::error_code(code()));
-        // A code is the condition of its own number, and no number of the system's.
+        // A code equals the condition with its number in its own category, and none of the system's conditions.
         EXPECT_TRUE(code() == code().default_error_condition() &&
                     standard == standard.default_error_condition());
         EXPECT_FALSE(code() == boost::system::errc::make_error_condition(boost::system::errc::errc_t(value)));
@@ -111,7 +111,7 @@ TEST(BuildInfo, strings_have_their_forms) {
     EXPECT_EQ(date.substr(4), rest);
 }
 
-// Read-only: each name is one function, and nothing compares.
+// Read-only: each name has only one accessor, and there are no comparisons.
 static_assert(
     std::is_same_v<decltype(&http_endpoint::port), unsigned short (http_endpoint::*)() const noexcept>);
 static_assert(std::is_const_v<std::remove_reference_t<decltype(std::declval<http_endpoint>().host_name())>>);

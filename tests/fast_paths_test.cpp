@@ -1,4 +1,4 @@
-// Common forms of values are read without a stream. They must come out as the casts that define them say.
+// Common forms of values are read without a stream. The results must be those of the casts that define them.
 #include "support.hpp"
 
 #include "qel/util/storage_size.hpp"
@@ -54,7 +54,7 @@ private:
                            u" B",         u",",          u"'",          u"00:00:01"};
 };
 
-/// The flag's value must be what the cast makes of the text, as `Stored`; `get` finds it in the record.
+/// The flag's value must be what the cast gives for the text, as `Stored`; `get` reads it from the record.
 template <class Cast, class Get, class Convert>
 void expect_as_cast(const std::u16string& flag, const std::u16string& text, Get get, Convert convert) {
     const Parsed got = parse({flag, text});
@@ -85,7 +85,7 @@ void expect_all_as_cast(int rounds) {
         expect_as_cast<time_duration>(
             u"--request-timeout", text, [](const S& s) { return *s.request_timeout(); }, same);
 
-        // Severities are nothing but their names.
+        // Only the names of severities are accepted.
         const Parsed severity = parse({u"--log-severity", text});
         const auto& names = logging::severity_names;
         const auto named = std::find(names.begin(), names.end(), ustring_to_utf8(text));
@@ -110,7 +110,7 @@ struct Grouping : std::numpunct<char> {
 TEST(CommonForms, are_the_same_in_a_locale_that_groups_digits) {
     const std::locale before = std::locale::global(std::locale(std::locale::classic(), new Grouping));
     expect_all_as_cast(500);
-    // What is said to people is in their locale.
+    // Texts for people use their locale.
     EXPECT_EQ(parse({u"--request-size-limit", u"2147483648"}).text,
               "--request-size-limit exceeds maximum value of 2'147'483'647");
     std::locale::global(before);

@@ -1,4 +1,4 @@
-// Cost grows with the input and not faster: counted in bytes asked of operator new, not in time.
+// Cost grows no faster than the input: counted in bytes requested from operator new, not in time.
 #include "replaced_new.hpp"
 #include "support.hpp"
 
@@ -10,7 +10,7 @@ template <class Work>
 void expect_linear(int size, Work work) {
     const std::size_t once = work(size), twice = work(2 * size);
     EXPECT_GT(once, 0u) << "what the library asks for does not come here, and nothing is compared";
-    // Containers that double may cross one more step in between.
+    // Containers that double may need one more step.
     EXPECT_LE(twice, 3 * once + 4096) << "twice the input takes far more than twice the memory";
 }
 

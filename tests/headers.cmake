@@ -1,4 +1,4 @@
-# Every public header compiles alone, on Windows also behind <windows.h>; and no macro of ours is left behind but those
+# Every public header compiles alone, and on Windows also after <windows.h>. No macro of ours remains defined except those
 # with the library's prefix.
 set(rules -std=c++20 -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 set(include ${SOURCE}/include ${SOURCE}/platform/include)
@@ -18,7 +18,7 @@ function(compile compiler source)
     set(output "${output}" PARENT_SCOPE)
 endfunction()
 
-# What our files define, each with whatever defines it.
+# The names of all macros that our files define.
 file(GLOB_RECURSE files ${SOURCE}/include/*.* ${SOURCE}/platform/include/*.*)
 set(own "")
 set(all "")
@@ -56,7 +56,7 @@ foreach(name ${own})
     endif()
 endforeach()
 
-# A program that counts nanoseconds would read every duration wrong.
+# A program that counts in nanoseconds would read every duration wrong.
 file(WRITE ${WORK}/nanoseconds.cpp "#include \"qel/config/types.hpp\"\n")
 execute_process(COMMAND ${compiler} ${rules} ${flags} -DBOOST_DATE_TIME_POSIX_TIME_STD_CONFIG -fsyntax-only
     ${WORK}/nanoseconds.cpp ERROR_VARIABLE errors RESULT_VARIABLE result)

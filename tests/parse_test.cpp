@@ -104,7 +104,7 @@ TEST(EndOfTheWalk, joins_the_component_of_deployed_archives_to_the_root) {
     EXPECT_EQ(settings.extract_root().text(), (Path(u"D") / u".zep_deployed"s).text());
 }
 
-/// A buffer that takes nothing.
+/// A buffer that accepts no characters.
 struct Full : std::streambuf {};
 
 TEST(Streams, that_take_nothing_change_neither_code_nor_record) {

@@ -107,7 +107,7 @@ TEST(Path, texts_decide_equality_and_elements_decide_order) {
                 }
 }
 
-/// A folder of its own for each test, in which relative paths begin at `a`; gone afterwards.
+/// A separate directory for each test, in which relative paths begin at `a`; removed afterwards.
 struct Files : testing::Test {
     std::error_code refused;
     disk::path before = disk::current_path();
@@ -123,7 +123,7 @@ struct Files : testing::Test {
         disk::remove_all(root);
     }
 
-    /// A system that lets nobody create links is tested without them.
+    /// On a system where links cannot be created, the tests run without them.
     void link(const disk::path& name, disk::path target) {
         disk::create_directory_symlink(target.make_preferred(), root / name, refused);
     }
@@ -134,7 +134,7 @@ TEST_F(Files, canonical_forms_are_equal_exactly_for_one_place_and_one_walk_finds
         std::ofstream(root / directory / "place") << directory;
     for (const auto& [tokens, none, where] : read_cases("platform_links.txt"))
         link(tokens[0], boost::replace_all_copy(tokens[1], u"%", root.u16string()));
-    // Two separators in front would name a share on Windows, and be looked for in the network.
+    // Two separators at the beginning would name a share on Windows, which would be searched for in the network.
     const Name top = root.u16string(),
                starts[] = {u"", u"..//", top + u"/", top + u"//a/./", u"/", windows ? u"" : u"//"};
     const Tokens parts = read_cases("platform_components.txt")[0].tokens;
@@ -189,7 +189,7 @@ TEST_F(Files, what_does_not_exist_is_folded_as_text) {
         EXPECT_TRUE(canonicalize(Path(path)).text() == base + expected.make_preferred().u16string())
             << ustring_to_utf8(path).substr(0, 100);
 
-    // The system, too, gives up on a long chain.
+    // The system gives up on a long chain, too.
     for (int i = 1; i <= 40; ++i) {
         link("link" + std::to_string(i), "link" + std::to_string(i - 1));
         const Path chain = path_of(root / ("link" + std::to_string(i)) / "b");
@@ -206,7 +206,7 @@ TEST_F(Files, a_path_may_be_longer_than_everyday_ones) {
         std::ofstream(native(file.path())) << "text";
         EXPECT_TRUE(disk::exists(native(path_of(directory / "file"))));
     }
-    // The directory goes, so the file has gone.
+    // The directory can be removed, so the file was removed.
     EXPECT_TRUE(disk::remove(native(path_of(directory))));
     if (!windows) return;
     const std::pair<Name, Name> rows[] = {
@@ -226,7 +226,7 @@ TEST_F(Files, a_canonicalizer_asks_once_and_takes_linear_time) {
     EXPECT_EQ(shown(canonicalizer.canonicalize(late)), shown(before_change));
     EXPECT_EQ(canonicalize(late) == canonicalize(Path(u"x")), disk::exists("../late", refused));
 
-    // Asking or comparing anew for each component would take minutes.
+    // Looking up or comparing everything again for each component would take minutes.
     for (const char16_t* part : {u"x/", u"./", u"c/../", u"x/../", u"//x"}) {
         Name deep = u"b/";
         for (int i = 0; i < 100000; ++i)

@@ -1,5 +1,5 @@
-// The size of every class whose members callers' programs have compiled in: another one breaks those programs. The numbers
-// hold for 64-bit Linux and 64-bit Windows alike, both with the C++ library of g++.
+// The size of every class whose layout is compiled into callers' programs: another size breaks those programs. The
+// numbers hold for both 64-bit Linux and 64-bit Windows, with the C++ library of g++.
 #include "qel/config/config.hpp"
 
 #if defined(__GLIBCXX__) && __SIZEOF_POINTER__ == 8

@@ -16,7 +16,7 @@ void expect_less(const R& a, const R& b) {
     EXPECT_FALSE(a == b || a > b || a >= b || b == a || b < a || b <= a);
 }
 
-/// A default record but for one field, which holds the n-th sample.
+/// A default record except for one field, which has the n-th sample.
 template <class R, class T>
 R with(const Field<R, T>& field, int n, R record = {}) {
     (record.*field.set)(sample<T>(n));
@@ -75,7 +75,7 @@ TYPED_TEST(Records, the_full_constructor_takes_the_fields_in_order) {
     });
 }
 
-// The accessors have these types, because Field<R, T> takes no others.
+// The accessors must have these types, because Field<R, T> accepts no others.
 TEST(RecordFields, have_these_types_and_names_in_this_order) {
     std::vector<Lines> fields, golden;
     const auto add = [&]<class R>() {
@@ -103,7 +103,7 @@ TEST(RecordOrder, no_duration_is_neither_less_than_one_nor_equal_but_equals_itse
     const time_duration none(boost::posix_time::not_a_date_time);
     expect_equal(RequestQueueTime(none, none), RequestQueueTime(none, none));
     for (const time_duration& some : {time_duration(), time_duration(boost::posix_time::neg_infin)})
-        // The later field would make the first one the lesser.
+        // The later field alone would make the first record less.
         expect_unordered(RequestQueueTime(none, boost::none), RequestQueueTime(some, some));
     expect_less(RequestQueueTime(boost::none, none), RequestQueueTime(none, none));
 }

@@ -1,4 +1,4 @@
-// The program's own operator new: counts what is asked of it, and fails when told to. For one source of a program.
+// Replaces operator new by one that counts requests, and fails when told to. Include it in one source of a program.
 #pragma once
 
 #include <cstdlib>

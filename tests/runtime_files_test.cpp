@@ -1,4 +1,4 @@
-// The runtime files on a real file system: what they hold, how long they stay, what comes back, what fails.
+// The runtime files on a real file system: their content, how long they exist, what is read back, and what fails.
 #include <boost/asio/ip/tcp.hpp>
 
 #include "support.hpp"
@@ -27,7 +27,7 @@ struct Grouping : std::numpunct<char> {
 };
 const std::locale before = std::locale::global(std::locale(std::locale::classic(), new Grouping));
 
-/// While it lives, a file whose locale is the global one has the character after each that is written or read.
+/// While this object exists, a file stream with the global locale replaces each character by the next one.
 struct Shifting : std::codecvt<char, char, std::mbstate_t> {
     const std::locale before = std::locale::global(std::locale(std::locale(), this));
     Shifting() : codecvt(1) {}
@@ -46,14 +46,14 @@ struct Shifting : std::codecvt<char, char, std::mbstate_t> {
     }
 };
 
-/// Settings with both roots there; with none of them for an empty path.
+/// Settings with both roots set to the path; with neither for an empty path.
 S in(const path& root) {
     S settings;
     if (!root.empty()) settings.pid_root() = settings.endpoint_root() = Path(root.u16string());
     return settings;
 }
 
-/// An owner that announced its file three times over, the last time in an optional, and was moved and moved back.
+/// An owner that announced its file three times, the last time in an optional, and was moved and moved back.
 template <class Announce>
 std::shared_ptr<void> owner(Announce announce) {
     using T = decltype(announce());
@@ -78,7 +78,7 @@ std::shared_ptr<void> publish(const Name& file, const path& root, const Name& ho
     return owner([&] { return scoped_control_endpoint_file(in(root), {address, port}); });
 }
 
-/// Type and text of the exception in flight, which must say where it was thrown. The file's path reads FILE.
+/// Type and text of the current exception, which must say where it was thrown. FILE replaces the file's path.
 std::string failure_of(const Name& file, const path& root) {
     const std::string all = boost::current_exception_diagnostic_information();
     EXPECT_NE(all.find("): Throw in function "), all.npos) << all;
@@ -88,7 +88,7 @@ std::string failure_of(const Name& file, const path& root) {
     const std::string type = all.substr(start, end - start),
                       ours = boost::replace_last_copy(what, in_full, "FILE");
     if (type != "system_error") return type + ours;
-    // What follows is the resolver's. It differs between systems, but names no place in the sources.
+    // The rest is the resolver's text. It differs between systems, but names no place in the sources.
     const auto resolver = std::min(ours.rfind("FILE:") + 5, ours.size());
     EXPECT_EQ(ours.find_first_of("/\\", resolver), std::string::npos) << all;
     return type + ours.substr(0, resolver);
@@ -109,7 +109,7 @@ std::string read(const Name& file, const path& root) try {
     return failure_of(file, root);
 }
 
-/// Every test has a directory of its own, named with letters outside ASCII; digits are grouped everywhere.
+/// Every test has its own directory, whose name has letters outside ASCII; the global locale groups digits.
 struct RuntimeFiles : testing::Test {
     path root = disk::temp_directory_path() / u"zep_\u00FC\U0001F600";
     RuntimeFiles() { disk::create_directory(root += std::to_string(std::random_device()())); }
@@ -160,7 +160,7 @@ TEST_F(RuntimeFiles, fail_with_texts_that_name_the_file_and_leave_the_cause_as_i
             const path place = root / std::to_string(std::random_device()());
             put(tokens[0], place);
             put(tokens[1], place / file);
-            // Twice: a failure removes nothing.
+            // Twice, because a failure removes nothing.
             Lines got = {published(file, place), published(file, place)};
             if (expected.size() == 3) got.push_back(read(file, place));
             EXPECT_EQ(got, expected) << where;
@@ -174,7 +174,7 @@ TEST_F(RuntimeFiles, are_read_whole_or_empty_or_not_at_all_while_they_are_rewrit
     std::jthread writer([&](const std::stop_token& stop) {
         std::vector<std::shared_ptr<void>> owners;
         for (std::uint32_t i = 0; !stop.stop_requested(); ++i) {
-            // Written anew, and then a few times over what is there.
+            // Written as a new file, and then a few times over the existing one.
             if (i % 8 == 0) owners.clear();
             owners.push_back(publish(u"main.pid", root, u"", i % 2 == 0 ? 4'000'000'001 : 4'294'967'295));
         }
@@ -182,7 +182,7 @@ TEST_F(RuntimeFiles, are_read_whole_or_empty_or_not_at_all_while_they_are_rewrit
     std::set<std::string> seen;
     for (int i = 0; i != 100'000; ++i)
         seen.insert(read(u"main.pid", root));
-    // Which of them are seen is a matter of luck, but for a value.
+    // Except for a value, which of them are seen is a matter of chance.
     EXPECT_GT(seen.erase("4000000001") + seen.erase("4294967295"), 0u);
     seen.erase("0"), seen.erase("config_io_error: error opening FILE");
     EXPECT_EQ(seen, std::set<std::string>()) << "neither whole, nor empty, nor absent";

@@ -1,5 +1,4 @@
-// The fields of every record as data, all made from the field lists: sample values for them, and their values
-// as text.
+// The fields of every record as data, made from the field lists, with sample values, and values as text.
 #pragma once
 
 #include "qel/config/server_settings.hpp"

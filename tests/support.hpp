@@ -1,4 +1,4 @@
-// What the tests share: parsing a list of tokens, and cases read from files under data/.
+// Shared by the tests: parsing a list of tokens, and cases read from files under data/.
 #pragma once
 
 #include "qel/config/config.hpp"
@@ -27,7 +27,7 @@ struct Recorder : std::stringbuf, std::ostream {
     int sync() override { return sputc('\f'), 0; }
 };
 
-/// What one call of parse_settings gave.
+/// The result of one call of parse_settings.
 struct Parsed {
     ServerSettings settings;
     boost::system::error_code code;
@@ -47,7 +47,7 @@ inline Tokens operator+(Tokens left, const Tokens& right) {
     return left;
 }
 
-/// The same with the required flag in front.
+/// The same with the required flag before the tokens.
 inline Parsed parse_with_root(const Tokens& tokens, ServerSettings before = {}) {
     return parse(Tokens{u"--auto-deploy-root", u"D"} + tokens, std::move(before));
 }
@@ -87,8 +87,8 @@ inline std::vector<Case> read_cases(const std::string& file_name) {
     return cases;
 }
 
-/// Code and text unless all is well and silent, then each field that differs from `base`, as the files have
-/// it.
+/// Code and text, unless the parse succeeded silently; then each field that differs from `base`, in the form of the
+/// files.
 inline Lines outcome(const Parsed& got, const S& base) {
     Lines lines;
     if (got.code != error_code::success() || !got.text.empty())

@@ -1,5 +1,5 @@
-// What the system answers, made up: this program puts functions of its own before the system's. And what it makes of
-// a file's mode.
+// Tests with invented answers of the system: this program replaces some of the system's functions by its own. Also
+// tests the mode that the system gives a file.
 #include <boost/asio/ip/tcp.hpp>
 
 #include "support.hpp"
@@ -14,7 +14,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-static const char* machine_name; // none: the look-up fails with `failure`
+static const char* machine_name; // null: the look-up fails with `failure`
 static int failure;
 
 extern "C" [[gnu::visibility("default")]] int gethostname(char* name, std::size_t size) noexcept {
@@ -73,7 +73,7 @@ TEST(RuntimeFiles, have_the_mode_of_any_new_file_and_no_endpoint_where_the_resol
             EXPECT_EQ(file.st_mode & 07777, 0666 & ~mask) << name;
         }
     }
-    // Only a pair of brackets around the whole host is none of it.
+    // Only a pair of brackets around the whole host is not part of it.
     for (const auto& [text, host] :
          {std::pair("[::1]:1", "::1"), {"[]:1", ""}, {"[a:1", "[a"}, {"a]:1", "a]"}}) {
         std::ofstream(root / "control") << text;

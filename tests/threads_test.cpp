@@ -1,5 +1,5 @@
-// Threads that share nothing but immutable records and the library disturb each other in nothing. The thread sanitizer
-// watches; each thread's results are compared with those of one thread alone.
+// Threads that share only immutable records and the library do not disturb each other. The thread sanitizer watches,
+// and each thread's results are compared with those of a single thread.
 #include "support.hpp"
 
 #include <filesystem>
@@ -9,7 +9,8 @@
 namespace qel::config::test {
 namespace {
 
-/// What start-ups give: of every line its code, text, record and report, and what the runtime files then say.
+/// The results of start-ups: for every line its code, text, record and report, and then the content of the runtime
+/// files.
 Lines start_up(const std::vector<Case>& lines, const S& shared, const std::filesystem::path& root) {
     Lines results;
     for (const Case& line : lines) {

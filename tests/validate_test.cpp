@@ -1,4 +1,4 @@
-// The relations between settings.
+// The checks of settings against each other.
 #include "support.hpp"
 
 #include <boost/algorithm/string/join.hpp>
@@ -9,7 +9,7 @@
 namespace qel::config::test {
 namespace {
 
-/// The problems, each with a dash before it, then the flags in one line, as validate.txt has them.
+/// The problems, each after a dash, then the flags in one line, in the form of validate.txt.
 Lines validate(const S& settings) {
     ProblemList problems = {u"left over"};
     FlagSet flags = {u"--left-over"};
@@ -43,7 +43,7 @@ TEST(Validate, finds_nested_directories_whatever_their_spelling) {
     const fs::path before = fs::current_path(), root = fs::canonical(fs::temp_directory_path()) / name;
     for (const char* directory : {"extract/in", "deploy", "other"})
         fs::create_directories(root / directory);
-    std::error_code no_links; // some systems make none, or not for everyone
+    std::error_code no_links; // some systems have no links, or allow them only for some users
     fs::create_directory_symlink(root / "extract", root / "to_extract", no_links);
     fs::create_directory_symlink(root / "extract/in", root / "to_in", no_links);
     fs::create_directory_symlink(root / "other", root / "extract/to_other", no_links);

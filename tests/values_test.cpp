@@ -1,4 +1,4 @@
-// Values with an inner syntax, those of the TLS flags included.
+// Values with an inner syntax, including those of the TLS flags.
 #include "support.hpp"
 
 #include "qel/msgid/msgid_exception.hpp"
@@ -51,7 +51,7 @@ TEST(Values, of_cache_flags_end_with_what_the_platforms_hook_throws) {
     for (const Tokens& line : {refused, far})
         EXPECT_EQ(outcome(parse(line), parse({u"--wait"}).settings),
                   Lines{"parse error: hooked (at option '--start-cache')"});
-    // What is no std::exception is the caller's.
+    // Anything but a std::exception is passed to the caller.
     msgid::set_legacy_error_hook([](const auto&) { throw 7; });
     for (const Tokens& line : {refused, far})
         EXPECT_THROW(parse(line), int);

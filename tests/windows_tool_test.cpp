@@ -1,4 +1,5 @@
-// What only Windows asks of the tool: the console's Ctrl+C, readers in the way, and arguments that are ill-formed UTF-16.
+// What the tool must handle only on Windows: the console's Ctrl+C, files that readers hold open, and ill-formed UTF-16
+// arguments.
 // windows_tool_test TOOL
 #include <chrono>
 #include <filesystem>
@@ -46,7 +47,7 @@ static DWORD exit_code(HANDLE process) {
 // The system's names for them are for narrow text in a program that is not built for wide text only.
 static const LPCWSTR version_kind = MAKEINTRESOURCEW(16), manifest_kind = MAKEINTRESOURCEW(24);
 
-/// What a binary says about itself: the resource of this kind, whole, as bytes.
+/// A resource of a binary, as bytes.
 static std::string resource(const std::wstring& binary, LPCWSTR kind) {
     const HMODULE module = LoadLibraryExW(binary.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
     const HRSRC found = FindResourceW(module, MAKEINTRESOURCEW(1), kind);
@@ -76,19 +77,19 @@ int main() {
     expect(text.find("driver = x\xEF\xBF\xBDy") != std::string::npos,
            "a lone surrogate harms no neighbour: " + text);
 
-    // A console of its own, which the tool shares; the event goes to both, and only the tool heeds it.
+    // A new console, which the tool shares; both get the event, and only the tool reacts to it.
     FreeConsole();
     expect(AllocConsole(), "there is a console");
     SetConsoleCtrlHandler([](DWORD) -> BOOL { return TRUE; }, TRUE);
     const std::wstring flags = L" --auto-deploy-root D --pid-root \"" + root.wstring() + L"\"";
-    // Ctrl+Break would serve as well, but Wine sends no other event than Ctrl+C.
+    // Ctrl+Break would do as well, but Wine sends only Ctrl+C.
     for (const bool is_read : {false, true}) {
         const HANDLE process = start(tool + L" publish" + flags, root / "published");
         std::error_code none;
         for (int i = 0; i != 1000 && (fs::file_size(pid_file, none) == 0 || none); ++i)
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
         expect(fs::exists(pid_file), "the pid file is published");
-        // One that a reader keeps open cannot be removed; it delays the end only for a moment.
+        // A file that a reader holds open cannot be removed; it delays the end only for a moment.
         std::ifstream reader;
         if (is_read) reader.open(pid_file);
         expect(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0), "Ctrl+C is sent");

@@ -1,5 +1,5 @@
-// Included before everything else: what Microsoft's C runtime has and Wine's headers for it lack, as far as libc++ and Boost
-// ask for it.
+// Included before everything else: what Microsoft's C runtime has but Wine's headers lack, as far as libc++ and Boost need
+// it.
 #pragma once
 
 #include <ctype.h>
@@ -8,7 +8,7 @@
 #include <stdlib.h>
 #include <time.h>
 
-// libc++ has a <wchar.h> too, which overloads what is inline in Wine's. Wine's is taken, by its folder.
+// libc++ has a <wchar.h> too, which overloads what is inline in Wine's. So this includes Wine's, by its directory.
 #include <../msvcrt/wchar.h>
 #define _LIBCPP_WCHAR_H
 

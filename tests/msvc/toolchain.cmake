@@ -1,5 +1,5 @@
-# Toolchain file: the dialect and the binary rules of Microsoft's compiler, as clang-cl has them. The C++ library is libc++, the
-# C runtime's and the system's headers are Wine's. It compiles; there is nothing to link with.
+# Toolchain file: the dialect and the ABI of Microsoft's compiler, as clang-cl implements them. The C++ library is libc++, the
+# headers of the C runtime and the system are Wine's. It only compiles; there is nothing to link with.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR AMD64)
 set(CMAKE_C_COMPILER clang-cl-19)

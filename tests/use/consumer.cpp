@@ -42,7 +42,7 @@ struct OwnError : config::config_state_error {
     using config_state_error::config_state_error;
 };
 
-/// The library's exceptions, thrown by the program: as they are, to be cloned, and as what is derived from them.
+/// The library's exceptions, thrown by the program: directly, to be cloned, and as derived classes.
 template <class E>
 void expect_throwable() {
     struct Derived : E {
@@ -82,7 +82,7 @@ int main() {
     expect_throwable<config::config_io_error>();
     expect_throwable<config::config_state_error>();
 
-    // There and back: the hook is called by the library, which catches what it throws.
+    // In both directions: the library calls the hook, and catches what the hook throws.
     std::ostringstream refused;
     qel::msgid::set_legacy_error_hook([](const auto&) { throw OwnError("own"); });
     const auto bad = config::parse_settings(settings, {config::option::attach_cache(), u"bad"}, refused);

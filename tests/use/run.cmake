@@ -1,6 +1,6 @@
-# Builds examples/server_startup against the library in one WAY, and lets it live a server's life. The ways: find_package
-# and pkg_config on what `cmake --install` gives, add_subdirectory, zip (that of Windows), debian (the packages). The way
-# minimal replaces the platform library, and builds and runs a program of its own.
+# Builds examples/server_startup with the library in one WAY, and runs it through a server's life. The ways are find_package
+# and pkg_config on the result of `cmake --install`, add_subdirectory, zip (for Windows), debian (the packages). The way
+# minimal replaces the platform library, and builds and runs a separate program.
 cmake_policy(SET CMP0054 NEW)
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
@@ -16,7 +16,7 @@ function(run)
     set(output "${output}" PARENT_SCOPE)
 endfunction()
 
-# build(PROJECT OPTIONS...) in a folder of the project's name; programs go beside the DLLs where there are any.
+# build(PROJECT OPTIONS...): builds in a directory named after the project; programs go next to the DLLs, if there are any.
 function(build project)
     get_filename_component(name ${project} NAME)
     set(options -G ${GENERATOR} -DCMAKE_CXX_FLAGS=${FLAGS} -DCMAKE_CXX_COMPILER=${CXX}
@@ -30,11 +30,11 @@ endfunction()
 
 set(programs ${WORK}/bin)
 if(WAY STREQUAL "add_subdirectory")
-    # As the debian way has it, so that what one compiles the other finds in the compiler cache.
+    # The same as for debian, so that each finds what the other compiled in the compiler cache.
     set(FLAGS "")
     set(options -DZEP_CONFIG_SOURCE=${SOURCE} -DZEP_CONFIG_WERROR=ON -DCMAKE_BUILD_TYPE=Release)
     build(${SOURCE}/tests/use/embedding ${options})
-    # What is installed needs nothing of the build.
+    # What is installed must not need the build directory.
     run(${CMAKE_COMMAND} --install ${WORK}/embedding --prefix ${stage})
     file(GLOB_RECURSE installed ${stage}/server_startup${SUFFIX})
     execute_process(COMMAND ${EMULATOR} ${installed} --nonsense ERROR_VARIABLE said TIMEOUT 120)
@@ -42,7 +42,7 @@ if(WAY STREQUAL "add_subdirectory")
         message(FATAL_ERROR "the installed program does not start: ${said}")
     endif()
     if(NOT TOOLCHAIN)
-        # Again, now that there is a platform library. It is the one that is used, and no other is built.
+        # Again, with a platform library in place. It must be the one that is used, and no other may be built.
         set(built ${WORK}/embedding/zep_config/platform)
         file(RENAME ${built} ${WORK}/platform)
         build(${SOURCE}/tests/use/embedding ${options} -DOWN_PLATFORM=${WORK}/platform/libqel_platform.so)
@@ -92,8 +92,8 @@ if(WAY STREQUAL "find_package" OR WAY STREQUAL "zip")
     endforeach()
     run(${EMULATOR} ${programs}/consumer${SUFFIX})
     if(OTHER_CXX AND NOT TOOLCHAIN)
-        # clang refers to other symbols of a class than g++ does. Instrumented libraries bring g++'s runtime, which has to
-        # be there first.
+        # clang refers to other symbols of a class than g++ does. Instrumented libraries need g++'s sanitizer runtime, which
+        # must be loaded first.
         if(FLAGS)
             run(${CXX} -print-file-name=libasan.so)
             string(STRIP ${output} runtime)
@@ -140,7 +140,7 @@ set(server ${EMULATOR} ${programs}/server_startup${SUFFIX})
 set(runtime ${WORK}/run)
 file(MAKE_DIRECTORY ${runtime})
 
-# refuses(TEXT FLAGS...): does not start with these, and says why.
+# refuses(TEXT FLAGS...): the server must not start with these flags, and must say why.
 function(refuses text)
     execute_process(COMMAND ${server} ${ARGN} ERROR_VARIABLE said RESULT_VARIABLE result TIMEOUT 120)
     if(NOT result EQUAL 1 OR NOT said MATCHES "${text}")

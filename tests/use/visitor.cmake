@@ -1,7 +1,7 @@
-# One who knows the server's flags only: finds it by its files, visits it, fails to start a second one, stops it.
+# A client that knows only the server's flags: finds it by its files, connects, fails to start a second server, and stops it.
 cmake_policy(SET CMP0054 NEW)
 
-# The control file is the last to come.
+# The control file is the last one that is written.
 foreach(attempt RANGE 300)
     if(EXISTS ${RUNTIME}/control)
         file(READ ${RUNTIME}/control control)
@@ -12,7 +12,7 @@ foreach(attempt RANGE 300)
     execute_process(COMMAND ${CMAKE_COMMAND} -E sleep 0.1)
 endforeach()
 
-# reads(FILE FORM): the file's bytes, as the variable of its name.
+# reads(FILE FORM): checks the file's bytes, and stores them in the variable of its name.
 function(reads file form)
     file(READ ${RUNTIME}/${file} content)
     if(NOT content MATCHES "^${form}$")
@@ -25,7 +25,7 @@ reads(http "127\\.0\\.0\\.1:[1-9][0-9]*")
 reads(https "[^:]+:[1-9][0-9]*")
 reads(control "127\\.0\\.0\\.1:[1-9][0-9]*")
 
-# The readers that the documentation offers to shells, on these files and on what no server has written.
+# Runs the shell functions of the documentation on these files and on files that no server has written.
 if(READERS)
     file(READ ${READERS} readers)
     string(REGEX REPLACE "^.*\n```sh\n" "" readers "${readers}")
@@ -67,7 +67,7 @@ function(visit where expected)
 endfunction()
 visit(${http} "running\n")
 
-# The second one must refuse, and leave what the first has published.
+# The second server must refuse to start, and must leave what the first has published.
 execute_process(COMMAND ${SERVER} ${FLAGS} ERROR_VARIABLE said RESULT_VARIABLE result TIMEOUT 120)
 if(NOT result EQUAL 1 OR NOT said MATCHES "process ${main.pid} has published here and runs")
     message(FATAL_ERROR "a second server ended with ${result}: ${said}")

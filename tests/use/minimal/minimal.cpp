@@ -1,4 +1,4 @@
-// A start-up on the minimal platform: accepted, published, taken back; and refused.
+// A start-up on the minimal platform: one that is accepted, published and ended, and one that is refused.
 #include <qel/config/config.hpp>
 
 #include <fstream>

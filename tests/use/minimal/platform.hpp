@@ -1,5 +1,5 @@
-// Just what the library needs of qel::platform, in the shortest form that works: see docs/replacing-the-platform.md. Nothing
-// here asks the file system about links, and texts are taken for ASCII: enough to build, to start and to be refused.
+// Exactly what the library needs of qel::platform, in the shortest form that works: see docs/replacing-the-platform.md.
+// Links are not followed, and texts are treated as ASCII: enough to build, to start and to be refused.
 #pragma once
 
 #include <boost/optional/optional.hpp>
