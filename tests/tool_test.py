@@ -78,7 +78,7 @@ class Tool(unittest.TestCase):
             code, _, err = run("sh", "-c", f'exec "$@" {source}', "sh", *TOOL, "check", "--from", words)
             self.assertRegex(f"{code} {err}", f"^{expected[0]} orvane-config: cannot (open|read) {expected[2:]}\n$")
         for verb in ["check", "show", "locate", "publish"]:
-            self.assertRegex(run(*TOOL, verb, "--from", "empty")[2], "^orvane-config: empty holds no flags\nmissing|--auto-deploy-root")
+            self.assertRegex(run(*TOOL, verb, "--from", "empty")[2], "^orvane-config: empty contains no flags\nmissing|--auto-deploy-root")
 
     def test_a_publisher_has_the_files_to_itself_until_its_command_ends(self):
         os.mkdir("gate")

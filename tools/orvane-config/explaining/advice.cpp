@@ -13,17 +13,17 @@ namespace {
 
 // clang-format off
 constexpr Rule* unknown_tokens[] = {
-    limited,              // a flag that is known, but not right here
+    limited,              // a flag that the server knows, but not at this place
     empty_token,
     own_option,
-    swallowed_flag,       // what is before the token has gone wrong
+    swallowed_flag,       // the mistake is before the token
     mark_for_a_value,
     given_twice,
     lone_mark,            // the token has nothing to do with the server
     shell_syntax,
     program_before_flags,
     comment,
-    goes_on,              // a word that may be a flag's name, but goes on with the value before it
+    goes_on,              // may look like a flag's name, but belongs to the value before it
     misspelt,             // the token was meant as a flag
     attached_value,
     before_its_flag,
@@ -41,10 +41,10 @@ constexpr Rule* refused_values[] = {
     missing_value,
     swallowing_flag,      // the value is a flag, or none at all
     marked_value,
-    dirty_value,          // the value is one that the server takes, and something around it
+    dirty_value,          // the value is right, but for something around it
     similar_word,
     split_value,
-    read_otherwise,       // the value is in another form, or another flag's
+    read_otherwise,       // the value has another form, or belongs to another flag
     similar_flag,
     swapped,
     in_the_way,           // the value cannot be guessed
@@ -58,9 +58,10 @@ Advice missing_flag(const Case& fault) {
     const Reference& required = flag_with(Trait::required);
     const std::u16string flag(required.wide);
     std::vector<Token> tokens = with_placeholder({{flag}});
-    // A directory that no other one lies in, or holds: the other rules can be checked.
+    // A directory that overlaps with no other, so that the other rules can still be checked.
     tokens[1].text = u"/?";
-    Advice advice{{std::string(required.flag) + " <directory> is required, and missing"}, {flag}, {}};
+    Advice advice{
+        {"the required flag is missing: " + std::string(required.flag) + " <directory>"}, {flag}, {}};
     std::size_t at = fault.line.size();
     if (at != 0 && reference_of(fault.line[at - 1]).trait == Trait::limits_next) {
         --at;
@@ -71,7 +72,7 @@ Advice missing_flag(const Case& fault) {
     return advice;
 }
 
-/// Whether the edit is more than another way to the same refusal.
+/// Whether the edit leads to anything but the same refusal.
 bool helps(const Case& fault, const Edit& edit) {
     if (edit.occurrences.empty()) return true;
     CommandLine line = edit.occurrences;

@@ -15,19 +15,19 @@ std::string misspelling(std::u16string_view token, const Reference& flag) {
     const auto holds = [&](std::u16string_view set) { return token.find_first_of(set) != token.npos; };
     const std::u16string seen = visible(token);
     const std::u16string outer = trimmed(seen, u" ");
-    if (token.find(u'\x1B') != token.npos) return "it has a terminal's colour codes in it: " + meant;
+    if (token.find(u'\x1B') != token.npos) return "it contains a terminal's colour codes: " + meant;
     if (holds(dashes))
-        return "it has a dash where hyphens belong, as texts copied from a document do: " + meant;
-    if (holds(quotes)) return "the quotes around it have reached the server: " + meant;
+        return "it contains a dash instead of a hyphen, as text copied from a document often does: " + meant;
+    if (holds(quotes)) return "the quotes around it were passed to the server: " + meant;
     if (seen.size() != token.size() || outer != seen)
-        return "it has a blank or an invisible character in it, or around it: " + meant;
-    if (folded(token) != seen) return "it has letters that only look like those of the flag: " + meant;
+        return "it contains a space or an invisible character: " + meant;
+    if (folded(token) != seen) return "it contains letters that only look like the flag's: " + meant;
     if (holds(u"[]<>(){}")) return "the brackets around it are not part of the flag: " + meant;
-    if (outer.front() == u'#') return "the # before it has reached the server: " + meant;
+    if (outer.front() == u'#') return "the # before it is not part of the flag: " + meant;
     if (!outer.starts_with(u"--") || outer.starts_with(u"---"))
         return "a flag begins with two hyphens: " + meant;
     if (std::u16string_view(u",;:.\\=").find(outer.back()) != std::u16string_view::npos)
-        return "what follows the flag's name is not part of it: " + meant;
+        return "the mark after the flag's name is not part of it: " + meant;
     if (std::any_of(token.begin(), token.end(), [](char16_t c) { return c >= u'A' && c <= u'Z'; }))
         return "flags are written in lower case: " + meant;
     if (meant.find('_') != meant.npos) return "this flag is written with an underscore: " + meant;
@@ -46,7 +46,7 @@ Advice several_words(const Case& fault, const Reference& meant, std::u16string_v
     for (const std::u16string& word : split_words(text, u' '))
         tokens.push_back({word, fault.number()});
     return replace(fault, fault.at, fault.at + 1, tokens,
-                   "it holds several words; pass each as a separate argument: ");
+                   "this is several words in one; pass each as a separate argument: ");
 }
 
 Advice switch_with_value(const Case& fault, const Reference& meant, std::u16string_view value) {
@@ -59,7 +59,7 @@ Advice switch_with_value(const Case& fault, const Reference& meant, std::u16stri
     return advice;
 }
 
-/// The flag, with what follows it cleaned the same way: of "name": "value", both have quotes.
+/// The flag, and the value after it cleaned in the same way: in "name": "value", both have quotes.
 Advice with_clean_follower(const Case& fault, const Reference& meant, std::string sentence) {
     Token flag{std::u16string(meant.wide), fault.number()};
     const Occurrence* const next = fault.after();
@@ -83,8 +83,7 @@ bool is_given(const Case& fault, const Reference& flag) {
     return false;
 }
 
-/// Of the flags, the one that takes the value that follows: rather one that not any text would do for, and one that is
-/// not there yet.
+/// The flag that takes the value that follows; preferably one that does not take any text, and one that is not given yet.
 const Reference& likeliest(const Case& fault, const std::vector<const Reference*>& flags) {
     const Occurrence* const next = fault.after();
     const bool value = next != nullptr && end_of_strays(fault.line, fault.at + 1) != fault.at + 1;
@@ -130,7 +129,7 @@ Advice with_value_behind(const Case& fault, const Reference& meant, char16_t sep
                 if (better == value && reading.sample.empty() && takes(flag, reading.value))
                     better = reading.value;
         advice = replace(fault, fault.at, fault.at + 1, {flag, {better, fault.number()}},
-                         blank ? "pass the value as a separate argument, not quoted as one with its flag: "
+                         blank ? "pass the flag and its value as two arguments, not quoted as one: "
                                : "pass the value as a separate argument: ");
     }
     advice.sentences.insert(advice.sentences.begin(), sentences.begin(), sentences.end());

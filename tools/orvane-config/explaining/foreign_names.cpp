@@ -11,7 +11,7 @@ namespace {
 using qel::i18n::ustring_to_utf8;
 using qel::i18n::utf8_to_ustring;
 
-/// What another server's flag of that kind has, in the words of this one; empty when that cannot be said.
+/// The value of another server's flag in a form for this server; empty when it cannot be converted.
 std::u16string converted(const Synonym& synonym, std::u16string value) {
     const std::size_t slash = value.find_last_of(u"/\\");
     if (synonym.kind == "<file>")
@@ -29,7 +29,7 @@ std::vector<Token> translated(const Case& fault, const Synonym& synonym, const s
     if (synonym.reference->is_switch()) return {flag};
     const std::u16string value = converted(synonym, given);
     if (value.empty()) return with_placeholder({flag});
-    // A number with a unit may be taken, for hours.
+    // The server would take a number with a unit, and read it as hours.
     if (value == given && synonym.kind != "<seconds>" && takes(flag, value))
         return {flag, {value, fault.number()}};
     for (const Reading& reading : readings(*synonym.reference, value))
@@ -49,8 +49,7 @@ std::optional<Advice> other_polarity(const Case& fault) {
     const std::string meant(flag.flag), thing(flag.thing);
     if (!flag.is_switch())
         return remove(fault, fault.at, fault.at + 1,
-                      "there is no such flag: what " + meant +
-                          " sets is not set without it, so leave both out");
+                      "there is no such flag: to set nothing, leave out both it and " + meant);
     if (separator != 0 && means_off(rest)) polarity->is_default = !polarity->is_default;
     const bool on = flag.way == Way::on;
     if (polarity->is_default)

@@ -1,4 +1,4 @@
-// Amounts in the forms that other programs take, read for what they mean.
+// Amounts in the forms of other programs, and what they mean here.
 #include "explaining/rules.hpp"
 #include "explaining/spelling.hpp"
 
@@ -92,7 +92,7 @@ std::vector<Reading> durations(const std::u16string& value) {
         millis{u" ms msec msecs millisecond milliseconds ", 1e-3},
         micros{u" us usec \u00B5s microseconds ", 1e-6};
     std::u16string lowered = lower(value);
-    constexpr auto why = "a duration is hours:minutes:seconds, two digits each";
+    constexpr auto why = "write a duration as hours:minutes:seconds, two digits each";
     if (lowered.find(u':') != lowered.npos) {
         std::u16string padded;
         for (const std::u16string& part : split_words(lowered, u':'))
@@ -139,7 +139,7 @@ std::vector<Reading> sizes(const std::u16string& value) {
          {std::pair{u"GiB", 1073741824.0}, {u"MiB", 1048576.0}, {u"KiB", 1024.0}})
         if (!*suffix && size >= factor && std::fmod(size, factor) == 0) size /= factor, suffix = name;
     return {{digits_of(static_cast<std::uint64_t>(size)) + suffix,
-             "a size is a whole number of bytes, or with a unit of K, M or G"}};
+             "write a size as a whole number, in bytes or with the unit K, M or G"}};
 }
 
 /// 1,000, 1_000, 4.0
@@ -148,7 +148,7 @@ std::vector<Reading> numbers(const std::u16string& value) {
     text.erase(std::remove_if(text.begin(), text.end(), [](char16_t c) { return is_one_of(c, u"_,' "); }),
                text.end());
     if (text.ends_with(u".0")) text.resize(text.size() - 2);
-    return {{text, "a whole number has only digits"}};
+    return {{text, "write a whole number with digits only"}};
 }
 
 } // namespace orvane

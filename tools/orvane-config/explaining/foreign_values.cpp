@@ -1,4 +1,4 @@
-// Values in the forms that other programs take, read for what they mean.
+// Values in the forms of other programs, and what they mean here.
 #include "explaining/rules.hpp"
 #include "explaining/spelling.hpp"
 
@@ -21,7 +21,7 @@ Readings addresses(const std::u16string& value, const Reference& reference) {
     const std::size_t scheme = text.find(u"://");
     if (scheme != text.npos) text.erase(0, scheme + 3);
     text = text.substr(0, text.find(u'/'));
-    constexpr auto bare_address = "an address is a host and a port, without a scheme or a path";
+    constexpr auto bare_address = "write only host and port, without a scheme or a path";
     if (scheme != value.npos || text != folded(value)) found.push_back({text, bare_address});
     const std::size_t gap = text.find_first_of(u" ,;");
     if (gap != text.npos) {
@@ -45,7 +45,7 @@ Readings addresses(const std::u16string& value, const Reference& reference) {
 /// redis://host:port, host:port, redis host port
 Readings caches(const std::u16string& value) {
     std::u16string text = folded(value);
-    constexpr auto why = "a cache is its provider, an @ and its address";
+    constexpr auto why = "write a cache as provider@host:port";
     Readings found;
     if (const std::size_t scheme = text.find(u"://"); scheme != text.npos) {
         text.replace(scheme, 3, u"@");
@@ -83,7 +83,7 @@ Readings log_handlers(const std::u16string& value) {
                 const std::size_t command = clause == u";" ? rest.find(u' ', 1) : 0;
                 found.push_back(
                     {name + u";type=" + content + (command == rest.npos ? u"" : rest.substr(command)),
-                     "the content is ;type=default, ;type=statistics or ;type=dashboard"});
+                     "after the format goes ;type=default, ;type=statistics or ;type=dashboard"});
             }
     }
     return found;
@@ -95,12 +95,12 @@ Readings pairs(const std::u16string& value) {
     const std::size_t at = value.find_first_of(u"=: \t");
     if (at == value.npos || at == 0) return found;
     const std::u16string key = value.substr(0, at), rest = trimmed(value.substr(at + 1), u" \t=");
-    constexpr auto why = "an entry is a key, a space and a value";
+    constexpr auto why = "write an entry as a key, a space and a value";
     found.push_back({key + u" " + rest, why});
     std::u16string escaped;
     for (const char16_t c : trimmed(rest, u"\""))
         escaped += is_one_of(c, u"\"\\") ? u"\\" + std::u16string(1, c) : std::u16string(1, c);
-    found.push_back({key + u" \"" + escaped + u"\"", "a value with blanks has quotes of its own"});
+    found.push_back({key + u" \"" + escaped + u"\"", "put quotes around a value that contains spaces"});
     return found;
 }
 
@@ -112,7 +112,7 @@ Readings clients(const std::u16string& value) {
     const std::size_t colon = list.find(u':');
     for (std::size_t next = colon; colon != list.npos && (next = list.find(u':', next + 1)) != list.npos;)
         list[next] = u',';
-    return {{list, "names are separated by commas, and the clients from the archives by one colon"}};
+    return {{list, "separate the names with commas, and the clients from the archives with one colon"}};
 }
 
 /// Other servers' words for those of this one.

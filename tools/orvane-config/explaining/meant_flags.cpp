@@ -27,7 +27,7 @@ std::multiset<std::u16string> word_set(std::u16string_view words) {
     return set;
 }
 
-/// How often there is each letter.
+/// How often each letter occurs.
 using Counts = std::array<std::int8_t, 32>;
 
 Counts counts_of(std::u16string_view text) {
@@ -37,7 +37,7 @@ Counts counts_of(std::u16string_view text) {
     return counts;
 }
 
-/// At least so many changes make one text of the other.
+/// The least number of changes that can turn one text into the other.
 std::size_t least_distance(const Counts& a, const Counts& b) {
     int more = 0, fewer = 0;
     for (std::size_t i = 0; i != a.size(); ++i)

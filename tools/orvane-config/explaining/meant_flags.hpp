@@ -38,7 +38,7 @@ bool begins_as_flag(std::u16string_view text);
 /// Also "/wait", but no absolute path.
 bool is_flag_like(std::u16string_view text);
 
-/// Whether it was meant as a flag even where a command's own options may stand.
+/// Whether it was meant as a flag, even where a command's options may follow.
 bool resembles_a_flag(std::u16string_view text);
 
 /// A flag, or what was meant as one.

@@ -26,7 +26,7 @@ const std::string& allowed_after_the_limit() {
     return allowed;
 }
 
-/// Whether the token is what is left of a name with blanks in it.
+/// Whether the token may be part of a path that contains spaces.
 bool may_belong_to_a_path(std::u16string_view token) {
     constexpr std::u16string_view punctuation = u"!\"#$%&'()*+,-./:;<=>?@[\\]^_`{|}~";
     return !token.empty() && !is_one_of(token[0], punctuation) && !is_one_of(token[0], blanks) &&
@@ -44,10 +44,10 @@ std::optional<Advice> separated_address(const Case& fault, std::size_t position,
         joined[1].text += (joins ? u"" : u":") + text;
     }
     if (!takes({joined})) return std::nullopt;
-    return replace(fault, position, end, joined, "an address is one argument: ");
+    return replace(fault, position, end, joined, "pass the address as one argument: ");
 }
 
-/// Where the tokens end that may go on with a path.
+/// The end of the tokens that may belong to a path.
 std::size_t end_of_path(const Case& fault, std::size_t from, std::size_t end) {
     while (from != end && may_belong_to_a_path(fault.line[from][0].text))
         ++from;
@@ -66,7 +66,7 @@ std::optional<Advice> joined_value(const Case& fault, std::size_t position) {
     if (!has_value(&start) || start[1].text.empty() || !start[1].sample.empty() ||
         is_meant_as_flag(start[1].text))
         return std::nullopt;
-    // Commands go on with options, directories do not.
+    // A command may be followed by its options, a directory may not.
     const Reference& reference = reference_of(start);
     std::size_t end = end_of_strays(fault.line, position + 1, !reference.names_path());
     if (reference.names_path() && is_one_of(start[1].text.back(), u"=\\\"'")) return std::nullopt;
@@ -83,7 +83,7 @@ std::optional<Advice> joined_value(const Case& fault, std::size_t position) {
         }
         if (takes({joined}))
             return replace(fault, position, end, joined,
-                           "was a value with a blank split by the shell? Quote it: ");
+                           "did the shell split a value that contains a space? Quote it: ");
     }
     return std::nullopt;
 }
@@ -94,11 +94,11 @@ std::optional<Advice> limited(const Case& fault) {
     const std::string flag = shown(limit[0].text);
     if (fault.token() == limit[0].text)
         return remove(fault, fault.at - 1, fault.at, flag + " is given twice: leave one out");
-    Advice advice{{shown(fault.token()) + " is a flag, but the first one after " + flag + " must be one of " +
-                   allowed_after_the_limit() + ": give " + flag + " last"},
-                  {},
-                  {}};
-    // One that follows counts, and this one can go.
+    Advice advice{
+        {"put " + flag + " last: right after it the server recognizes only " + allowed_after_the_limit()},
+        {},
+        {}};
+    // If a later one counts anyway, this one can go.
     Edit& edit = advice.edit;
     edit.begin = fault.at - 1;
     edit.end = fault.at + 1;
@@ -115,11 +115,11 @@ std::optional<Advice> swallowed_flag(const Case& fault) {
     const Token& flag = (*before)[0];
     if (flag_spelled((*before)[1].text) == flag_spelled(flag.text) && takes(flag, fault.token()))
         return replace(fault, fault.at - 1, fault.at + 1, {flag, fault.occurrence()[0]},
-                       "the flag is there twice: ");
+                       "the flag is given twice: ");
     std::vector<Token> tokens = with_placeholder({flag});
     tokens.push_back((*before)[1]);
     Advice advice{{shown(flag.text) + " has taken " + shown((*before)[1].text) +
-                   " for its value: is its own value missing?"},
+                   " as its value: is the real value missing?"},
                   {},
                   {}};
     advice.edit = edit_of(fault, fault.at - 1, fault.at, tokens);
@@ -132,7 +132,7 @@ std::optional<Advice> mark_for_a_value(const Case& fault) {
         return std::nullopt;
     if (!takes((*before)[0], fault.token())) return std::nullopt;
     return replace(fault, fault.at - 1, fault.at + 1, {(*before)[0], fault.occurrence()[0]},
-                   shown((*before)[1].text) + " has been taken for the value; leave it out: ");
+                   shown((*before)[1].text) + " was taken as the value; leave it out: ");
 }
 
 std::optional<Advice> given_twice(const Case& fault) {
@@ -143,7 +143,7 @@ std::optional<Advice> given_twice(const Case& fault) {
 
 std::optional<Advice> goes_on(const Case& fault) {
     if (!has_value(fault.before()) || reference_of(*fault.before()).names_path()) return std::nullopt;
-    // A command's options are short, or long ones that no flag is like.
+    // A command's options are short, or resemble no flag.
     const bool command = reference_of(*fault.before()).value.find("<command>") != std::string_view::npos;
     const bool option = command && fault.token()[0] == u'-' && !fault.token().starts_with(u"--");
     if (is_flag_like(fault.token()) && (!option || is_meant_as_flag(fault.token()))) return std::nullopt;
@@ -180,7 +180,7 @@ std::optional<Advice> repeated(const Case& fault) {
         tokens.push_back(value);
     }
     Advice advice = replace(fault, fault.at, end, {tokens.begin(), tokens.begin() + 2},
-                            "the flag is given again for each value: ");
+                            "repeat the flag for each value: ");
     advice.edit = edit_of(fault, fault.at, end, tokens);
     return advice;
 }

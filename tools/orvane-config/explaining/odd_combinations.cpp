@@ -1,4 +1,4 @@
-// Flags that do not go together, although the server takes them.
+// Combinations of flags that the server accepts, but that make no sense together.
 #include "explaining/warning_rules.hpp"
 #include "printing/quoting.hpp"
 #include "reference/flag_texts.hpp"
@@ -17,33 +17,33 @@ std::string name(std::u16string_view flag) {
     return qel::i18n::ustring_to_utf8(std::u16string(flag));
 }
 
-/// What is said of an occurrence without which the record is the same.
+/// Why leaving the occurrence out would not change the record.
 std::string why_without_effect(const Redundant& redundant) {
     if (redundant.needs_https) return " has no effect without " + name(flag::https);
     if (!redundant.replaced_by) return " has no effect: what follows replaces it";
     const Occurrence &one = redundant.occurrence, &other = *redundant.replaced_by;
     const std::string where = shown(other) + " (" + numbers_of(other) + ")";
     if (other[0].text != one[0].text)
-        return " has no effect: " + where + " replaces the listener and drops it; put it after that";
+        return " has no effect: " + where + " replaces the listener; put " + shown(one[0].text) + " after it";
     return other.back().text == one.back().text ? " is repeated by " + where
                                                 : " has no effect: " + where + " replaces it";
 }
 
-/// In small letters, as far as hosts and schemes have any.
+/// With ASCII letters in lower case, which is enough for hosts and schemes.
 std::string lower(std::string text) {
     for (char& c : text)
         if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
     return text;
 }
 
-/// The names of this machine alike; empty for all addresses.
+/// One text for all names of this machine; empty for all addresses.
 std::string host_key(const std::u16string& host) {
     const std::string text = lower(qel::i18n::ustring_to_utf8(host));
     if (text == "0.0.0.0" || text == "[::]" || text == "*") return "";
     return text == "127.0.0.1" || text == "[::1]" ? "localhost" : text;
 }
 
-/// A path without what does not change where it leads.
+/// A path without the parts that do not change where it leads.
 std::u16string path_key(std::u16string_view path) {
     std::u16string key = path.starts_with(u'/') ? u"/" : u"";
     while (!path.empty()) {
@@ -65,7 +65,7 @@ bool overlap(const Address& one, const Address& other) {
            (one.host.empty() || other.host.empty() || one.host == other.host);
 }
 
-/// Says of each element that was there before.
+/// Reports each element that the list already has.
 template <class Key>
 void find_twice(const std::vector<Key>& keys, const AcceptedLine& accepted,
                 const std::set<std::u16string_view>& flags, Findings& findings) {
@@ -74,10 +74,10 @@ void find_twice(const std::vector<Key>& keys, const AcceptedLine& accepted,
         if (flags.contains(one[0].text)) given.push_back(&one);
     std::set<Key> known;
     for (std::size_t i = 0; i != keys.size(); ++i)
-        // A value may add several elements; then it is not known which one did.
+        // If a value adds several elements, it is not known which one is repeated.
         if (!known.insert(keys[i]).second && !given.empty())
             findings.about_value(keys.size() == given.size() ? given[i] : given.back(),
-                                 ": this is in the list already");
+                                 ": this is already in the list");
 }
 
 } // namespace
@@ -115,8 +115,8 @@ void no_certificate(const AcceptedLine& accepted, Findings& findings) {
     const bool has_key = https->ssl_context().private_key_file().has_value();
     findings.about_value(accepted.last(flag::https),
                          has_key ? ": there is a private key, but no " + name(flag::https_cert_chain_file)
-                                 : ": there is no " + name(flag::https_private_key_file) + " and no " +
-                                       name(flag::https_cert_chain_file));
+                                 : ": " + name(flag::https_private_key_file) + " and " +
+                                       name(flag::https_cert_chain_file) + " are missing");
 }
 
 void access(const AcceptedLine& accepted, Findings& findings) {
@@ -127,8 +127,8 @@ void access(const AcceptedLine& accepted, Findings& findings) {
         findings.about_flag(*given, " does nothing without " + name(flag::https_verify_peer_mode) +
                                         " verify-peer-require-peer-cert: no client is verified");
     if (!https->ssl_context().allowed_clients().empty())
-        findings.about_flag(*given,
-                            " beside " + name(flag::https_allowed_client) + ": the list restricts nothing");
+        findings.about_flag(*given, " lets every verified client in: " + name(flag::https_allowed_client) +
+                                        " restricts nothing");
 }
 
 void overflow(const AcceptedLine& accepted, Findings& findings) {
@@ -162,7 +162,7 @@ void any_origin(const AcceptedLine& accepted, Findings& findings) {
     const auto& origins = accepted.settings.cors_allowed_origins();
     if (origins.size() > 1 && std::find(origins.begin(), origins.end(), "*") != origins.end())
         findings.about_value(accepted.last(flag::cors_allowed_origins),
-                             ": the * before it allows all origins already");
+                             ": the * before it already allows all origins");
 }
 
 void given_twice(const AcceptedLine& accepted, Findings& findings) {

@@ -18,7 +18,7 @@ bool is_letter(char16_t c) {
     return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
 }
 
-/// Whether the text has `open`, then a name, then `close`.
+/// Whether the text contains a name between `open` and `close`.
 bool has_name_between(std::u16string_view text, std::u16string_view open, std::u16string_view close) {
     for (std::size_t at = 0; (at = text.find(open, at)) != text.npos;) {
         at += open.size();
@@ -44,7 +44,7 @@ bool looks_latin(char16_t c) {
     return is_one_of(c, cyrillic_and_greek) || (c >= 0xFF01 && c <= 0xFF5E);
 }
 
-/// The system says what separates the elements of a path.
+/// Whether the system separates directories with backslashes.
 bool backslash_separates() {
     static const bool separates = qel::util::filesystem::Path(u"a\\b").parent_path().text() == u"a";
     return separates;
@@ -80,18 +80,18 @@ std::string leading_equals(const GivenValue& value) {
 
 std::string end_of_line(const GivenValue& value) {
     if (value.text.find(u'\r') != value.text.npos)
-        return "the value contains a carriage return; does it come from a file with Windows line ends?";
+        return "the value contains a carriage return; does it come from a file with Windows line endings?";
     return value.text.find(u'\n') != value.text.npos ? "the value contains a line feed" : "";
 }
 
 std::string invisible(const GivenValue& value) {
     const bool odd = std::any_of(value.text.begin(), value.text.end(),
                                  [](char16_t c) { return is_invisible(c) && c != u'\t'; });
-    return odd ? "the value contains a character that cannot be seen" : "";
+    return odd ? "the value contains an invisible character" : "";
 }
 
 std::string blank_at_an_end(const GivenValue& value) {
-    // These are trimmed, or split at blanks.
+    // The server trims these, or splits them at spaces.
     if (value.is_origins() || value.reference.value.starts_with("<client>")) return {};
     const bool odd = is_one_of(value.text.front(), blanks) || is_one_of(value.text.back(), blanks);
     return odd ? "the value begins or ends with a space" : "";
@@ -122,7 +122,7 @@ std::string look_alike(const GivenValue& value) {
         if (c >= 0xFF01 && c <= 0xFF5E) return "the value contains a full-width character";
         latin = latin || is_letter(c);
         other = other || looks_latin(c);
-        if (latin && other) return "a letter in it is not the Latin one that it looks like";
+        if (latin && other) return "a letter looks Latin, but is from another alphabet";
         if (c < 0x80 && !is_letter(c)) latin = other = false;
     }
     return {};
@@ -152,7 +152,7 @@ std::string template_mark(const GivenValue& value) {
                           is_enclosed(text, u'{', u'}') || is_enclosed(text, u'(', u')');
     const bool inside =
         !value.holds_a_command() && (text.find(u"{{") != text.npos || has_name_between(text, u"<", u">"));
-    return enclosed || inside ? "the brackets are part of the value; were they to be replaced?" : "";
+    return enclosed || inside ? "the brackets are part of the value; is this a placeholder?" : "";
 }
 
 std::string flag_inside(const GivenValue& value) {
@@ -171,10 +171,10 @@ std::string foreign_path(const GivenValue& value) {
     const std::u16string& path = value.text;
     if (!backslash_separates()) {
         const bool odd = has_drive(path) || path.find(u'\\') != path.npos;
-        return odd ? "this looks like a path on Windows; here \\ does not separate directories" : "";
+        return odd ? "this looks like a Windows path; \\ does not separate directories here" : "";
     }
     const bool odd = path.starts_with(u'/') && !path.starts_with(u"//");
-    return odd ? "this path has no drive: it is on the server's current one" : "";
+    return odd ? "this path has no drive letter; it is on the server's current drive" : "";
 }
 
 std::string relative_directory(const GivenValue& value) {

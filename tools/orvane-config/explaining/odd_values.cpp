@@ -1,4 +1,4 @@
-// Values that mean something else than they seem to.
+// Values that do not mean what they seem to.
 #include "explaining/spelling.hpp"
 #include "explaining/warning_rules.hpp"
 #include "printing/quoting.hpp"
@@ -22,7 +22,7 @@ std::vector<std::pair<std::string, std::string>> lines_of(const Occurrence& occu
     return lines;
 }
 
-/// The duration as a flag takes it that changes none.
+/// The duration as the server reads it.
 std::string as_duration(const std::u16string& text) {
     const auto lines = lines_of(occurrence_of(std::u16string(flag::queue_time_trigger), text));
     return lines.empty() ? "" : lines[0].second;
@@ -41,7 +41,7 @@ bool has_the_form_of_a_duration(std::string text) {
     return rest.size() != text.size() && (rest == ":00" || rest == ":00:00");
 }
 
-/// "1h30m" as the server writes it, "01:30:00"; empty for texts that are no numbers with units.
+/// "1h30m" as the server writes it, "01:30:00"; empty for anything but numbers with units.
 std::string with_colons(std::string_view text) {
     constexpr std::string_view units = "smhdSMHD";
     constexpr unsigned long seconds[] = {1, 60, 3600, 86400};
@@ -108,7 +108,7 @@ std::string negative(const GivenValue& value) {
         !is_digits(number.substr(1)))
         return {};
     Occurrence measured = value.occurrence;
-    // Read the same way, but in the record without waiting for the end of the line.
+    // Read the same way, but put into the record at once, not at the end of the line.
     if (measured[0].text == flag::https) measured[0].text = flag::http;
     for (const auto& [name, text] : lines_of(measured))
         if (is_number(text) && text != "0" && (!port || name.ends_with("port")))
@@ -128,11 +128,10 @@ std::string hours(const GivenValue& value) {
 std::string host(const GivenValue& value) {
     const auto host = host_of(value);
     if (!host || host->empty() || is_between_brackets(*host)) return {};
-    if (host->find(u'/') != host->npos)
-        return "a listener is a host and a port, without http:// and without a path";
-    if (*host == u"*") return "no host has this name; for all addresses, leave the host and the colon out";
+    if (host->find(u'/') != host->npos) return "write only host and port, without http:// and without a path";
+    if (*host == u"*") return "no host is called *; to listen on all addresses, give only the port";
     if (host->find_first_not_of(u"0123456789.") == host->npos && !is_digits(*host) && !is_ipv4(*host))
-        return "this is no IPv4 address";
+        return "this is not an IPv4 address";
     const bool odd = std::any_of(host->begin(), host->end(), [](char16_t c) {
         return c < 0x80 && is_one_of(c, u" \t!\"#$&'()*+,;<=>?@[\\]^`{|}~");
     });
@@ -153,7 +152,7 @@ std::string ipv6(const GivenValue& value) {
 
 std::string empty_host(const GivenValue& value) {
     const auto host = host_of(value);
-    return host && host->empty() ? "the host is empty; without one, leave the colon out" : "";
+    return host && host->empty() ? "the host is empty; to set none, leave the colon out" : "";
 }
 
 std::string port_0(const GivenValue& value) {
@@ -181,7 +180,7 @@ std::string profile_off(const GivenValue& value) {
     if (value.occurrence[0].text != flag::profile) return {};
     const std::u16string word = value.text.substr(0, value.text.find(u' '));
     return word == u"on" || word == u"off" ? ""
-                                           : "this switches profiling off, because it does not begin with on";
+                                           : "this switches profiling off, because the first word is not on";
 }
 
 void control_port(const AcceptedLine& accepted, Findings& findings) {
@@ -236,13 +235,14 @@ void worker_count(const AcceptedLine& accepted, Findings& findings) {
     const Occurrence* const given = accepted.last(flag::num_workers);
     if (!count || given == nullptr || given->back().text.starts_with(u'-')) return;
     if (*count == 0) findings.about_value(given, ": no worker is started");
-    if (*count > 1000) findings.about_value(given, ": each worker is a process");
+    if (*count > 1000) findings.about_value(given, ": each worker is a process; is the number right?");
 }
 
 void severity(const AcceptedLine& accepted, Findings& findings) {
     const Occurrence* const given = accepted.last(flag::log_severity);
     if (given != nullptr && (given->back().text == u"out" || given->back().text == u"err"))
-        findings.about_value(given, ": this is above error, so that errors are not logged; was error meant?");
+        findings.about_value(given,
+                             ": this ranks above error, so errors are not logged; did you mean error?");
 }
 
 } // namespace orvane

@@ -42,7 +42,7 @@ std::optional<Advice> empty_token(const Case& fault) {
         return remove(fault, fault.at, fault.at + 1, "the token is empty: was a variable not set?");
     if (trimmed(visible(fault.token().substr(0, 1000)), u" ").empty())
         return remove(fault, fault.at, fault.at + 1,
-                      "the token is blank: is there a blank after the backslash at a line's end?");
+                      "the token is blank: does a space follow the backslash at the end of a line?");
     return std::nullopt;
 }
 
@@ -61,10 +61,11 @@ std::optional<Advice> program_before_flags(const Case& fault) {
     if (fault.at != 0 || flag_spelled(fault.token()) != nullptr || !is_program(fault.token()))
         return std::nullopt;
     const std::size_t end = next_flag(fault.line, 0);
-    // A directory may stand before its flag.
+    // It may be a directory before its flag.
     if (end == fault.line.size() || (end == 1 && before_its_flag(fault))) return std::nullopt;
     return remove(fault, 0, end,
-                  shown(fault.token()) + " is not for the server: give only its flags, without the program");
+                  shown(fault.token()) +
+                      " is not a flag: leave the program out and give only the server's flags");
 }
 
 std::optional<Advice> lone_mark(const Case& fault) {
@@ -74,8 +75,9 @@ std::optional<Advice> lone_mark(const Case& fault) {
     if (std::find(std::begin(marks), std::end(marks), fault.token()) == std::end(marks)) return std::nullopt;
     const bool continues = is_one_of(fault.token()[0], u"\\^`");
     return remove(fault, fault.at, fault.at + 1,
-                  shown(fault.token()) + (continues ? " at a line's end has reached the server: leave it out"
-                                                    : " means nothing to the server: leave it out"));
+                  shown(fault.token()) +
+                      (continues ? " from the end of a line was passed to the server: leave it out"
+                                 : " means nothing to the server: leave it out"));
 }
 
 bool is_for_a_shell(std::u16string_view token) {
@@ -89,13 +91,13 @@ std::optional<Advice> shell_syntax(const Case& fault) {
     if (!is_for_a_shell(fault.token())) return std::nullopt;
     return remove(fault, fault.at, end_of_strays(fault.line, fault.at + 1, true),
                   shown(fault.token()) +
-                      " is for a shell, not for the server: leave it and what belongs to it out");
+                      " is meant for a shell, not for the server: leave it out, and what belongs to it");
 }
 
 std::optional<Advice> comment(const Case& fault) {
     if (fault.token()[0] != u'#' || flag_spelled(fault.token()) != nullptr) return std::nullopt;
     return remove(fault, fault.at, end_of_strays(fault.line, fault.at + 1, true),
-                  "the server knows no comments: leave it out");
+                  "the server does not understand comments: leave them out");
 }
 
 } // namespace orvane

@@ -20,7 +20,7 @@ const Reference& flag_of(const Case& fault) {
     return reference_of(fault.occurrence());
 }
 
-/// Another value, if the library takes that.
+/// Proposes another value, if the library takes it.
 std::optional<Advice> better(const Case& fault, const std::u16string& text, const std::string& sentence,
                              const char* behind = "") {
     if (text == value_of(fault).text || !takes(fault.occurrence()[0], text)) return std::nullopt;
@@ -34,9 +34,9 @@ const Token* next_stray(const Case& fault) {
     return stray ? &(*fault.after())[0] : nullptr;
 }
 
-/// With an example in the place of the value, which cannot be guessed.
+/// With an example as the value, because the real one cannot be guessed.
 Advice by_example(const Case& fault, std::string sentence) {
-    // What follows is part of the value, if anything.
+    // What follows may belong to the value.
     const bool command = flag_of(fault).value.find("<command>") != std::string_view::npos;
     Advice advice{{std::move(sentence)}, {}, {}};
     advice.edit = edit_of(fault, fault.at, end_of_strays(fault.line, fault.at + 1, command),
@@ -49,7 +49,7 @@ bool is_quantity(const Reference& reference) {
     return reference.value == "<size>" || reference.value == "<duration>" || reference.value == "<number>";
 }
 
-/// The largest number that the form has, if the value is larger.
+/// The largest number that the flag takes, if the value is larger.
 std::string largest(const Reference& reference, std::u16string_view value) {
     const bool port = reference.value.ends_with("<port>");
     if (!port && reference.value != "<number>") return {};
@@ -59,7 +59,7 @@ std::string largest(const Reference& reference, std::u16string_view value) {
     if (!all_digits(digits) || digits.size() < most.size() ||
         (digits.size() == most.size() && digits <= most))
         return {};
-    return port ? "the largest port is 65535" : "at most 4294967295";
+    return port ? "the largest port is 65535" : "the largest is 4294967295";
 }
 
 } // namespace
@@ -79,11 +79,11 @@ std::optional<Advice> swallowing_flag(const Case& fault) {
     const Token& flag = fault.occurrence()[0];
     const Token* const next = next_stray(fault);
     if (flag_spelled(value_of(fault).text) == &flag_of(fault) && next != nullptr && takes(flag, next->text))
-        return replace(fault, fault.at, fault.at + 2, {flag, *next}, "the flag is there twice: ");
+        return replace(fault, fault.at, fault.at + 2, {flag, *next}, "the flag is given twice: ");
     std::vector<Token> tokens = with_placeholder({flag});
     tokens.push_back(value_of(fault));
     Advice advice{{shown(flag.text) + " has taken " + shown(value_of(fault).text) +
-                   " for its value: is its own value missing?"},
+                   " as its value: is the real value missing?"},
                   {},
                   {}};
     advice.edit = edit_of(fault, fault.at, fault.at + 1, tokens);
@@ -96,7 +96,7 @@ std::optional<Advice> marked_value(const Case& fault) {
     for (const std::u16string& text : {next->text, bare(next->text)})
         if (takes(fault.occurrence()[0], text))
             return replace(fault, fault.at, fault.at + 2, {fault.occurrence()[0], {text, next->number}},
-                           shown(value_of(fault).text) + " has been taken for the value; leave it out: ");
+                           shown(value_of(fault).text) + " was taken as the value; leave it out: ");
     return std::nullopt;
 }
 
@@ -105,17 +105,19 @@ std::optional<Advice> dirty_value(const Case& fault) {
     const std::u16string clean = bare(value.substr(0, 10000));
     const bool quoted = value.find_first_of(quotes) != value.npos;
     const bool blank = clean != value && trimmed(value, blanks) == clean;
-    const std::string what = quoted ? "quotes" : blank ? "blanks" : "characters that do not belong there";
+    const std::string what = quoted  ? "quotes"
+                             : blank ? "spaces or invisible characters"
+                                     : "characters that do not belong there";
     for (const std::u16string& text :
          {clean, folded(clean), trimmed(clean, u":"), bare(trimmed(clean, u"[]<>(){}:,;")),
           clean.substr(clean.starts_with(u"- ") ? 2 : 0)})
-        if (auto advice = better(fault, text, "there are " + what + " in the value itself; without them: "))
+        if (auto advice = better(fault, text, "the value itself contains " + what + "; without them: "))
             return advice;
     // "http=9910" after its own flag.
     const auto separator = clean.find_first_of(u"=: ");
     if (separator == clean.npos || flag_spelled(clean.substr(0, separator)) != &flag_of(fault))
         return std::nullopt;
-    return better(fault, bare(clean.substr(separator + 1)), "the value goes without the flag's name: ");
+    return better(fault, bare(clean.substr(separator + 1)), "leave the flag's name out of the value: ");
 }
 
 std::optional<Advice> similar_word(const Case& fault) {
@@ -155,7 +157,7 @@ std::optional<Advice> swapped(const Case& fault) {
     constexpr std::size_t near = 10;
     if (fault.fault.code == qel::config::error_code::out_of_range() || takes({fault.occurrence()}))
         return std::nullopt;
-    // Of two numbers neither is the other's: both are just wrong.
+    // Two numbers were not swapped: both are simply wrong.
     const auto is_number = [](const Occurrence& one) {
         return one[1].text.find_first_of(u"0123456789") != one[1].text.npos;
     };
@@ -225,7 +227,7 @@ std::optional<Advice> wrong_form(const Case& fault) {
     const std::string flag(reference.flag), form = flag + " " + std::string(reference.value);
     const std::u16string& value = value_of(fault).text;
     if (const std::string most = largest(reference, value); !most.empty())
-        return by_example(fault, flag + ": the number is too large: " + most);
+        return by_example(fault, flag + ": the number is too large; " + most);
     const std::string why = value.empty() ? "the value is empty: was a variable not set? T" : "t";
     return by_example(fault, why + "he form is " + form + ", for example: " + reference.example());
 }

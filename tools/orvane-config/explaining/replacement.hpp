@@ -19,25 +19,25 @@ struct Advice {
 /// The tokens in the place of the occurrences [begin, end), as the library would take them.
 Edit edit_of(const Case& fault, std::size_t begin, std::size_t end, const std::vector<Token>& tokens);
 
-/// The same, with a sentence that ends in the tokens.
+/// The same, with a sentence that ends with the tokens.
 Advice replace(const Case& fault, std::size_t begin, std::size_t end, const std::vector<Token>& tokens,
                const std::string& sentence, const std::string& behind = "");
 
 /// Proposes to leave the occurrences [begin, end) out.
 Advice remove(const Case& fault, std::size_t begin, std::size_t end, std::string sentence);
 
-/// Has no proposal; the rest is looked at without the occurrences [begin, end).
+/// Proposes nothing; the rest of the line is checked without the occurrences [begin, end).
 Advice skip(const Case& fault, std::size_t begin, std::size_t end, std::string sentence);
 
-/// The flag with a value that the server takes and no rule refuses; without it, the rules would miss the flag. What was
-/// refused with such a value is left out.
+/// The flag with a value that the server takes and no rule refuses; otherwise the rules would miss the flag. Empty if the
+/// flag was refused with such a value already.
 std::vector<Token> with_placeholder(const Occurrence& occurrence);
 
 /// Whether the library takes them by themselves.
 bool takes(const CommandLine& line);
 bool takes(const Token& flag, const std::u16string& value);
 
-/// The value that the flag takes: as it is, or without what is around it.
+/// The value that the flag takes: as it is, or without the marks around it.
 std::u16string clean_value(const Reference& flag, std::u16string_view value);
 
 /// The end of the tokens from `from` on that are no flags, and are not meant as flags.
@@ -46,7 +46,7 @@ std::size_t end_of_strays(const WorkingLine& line, std::size_t from, bool of_a_c
 /// What the reference says of an occurrence's flag.
 const Reference& reference_of(const Occurrence& occurrence);
 
-/// A flag with its value at that place, the only thing that goes on after it.
+/// Whether it is a flag with its value: only such a one can go on in the next token.
 bool has_value(const Occurrence* occurrence);
 
 } // namespace orvane

@@ -8,25 +8,24 @@ namespace orvane {
 
 using Rule = std::optional<Advice>(const Case& fault);
 
-// Of tokens that are no flags where one is expected (pasted_text.cpp).
+// About tokens that are not flags where one is expected (pasted_text.cpp).
 Rule empty_token, own_option, program_before_flags, lone_mark, shell_syntax, comment;
 
-// Of names (flag_names.cpp).
+// About names (flag_names.cpp).
 Rule misspelt, attached_value, similar_name, unknown_name;
 
-// Of names that other servers have for a setting, or for its reverse (foreign_names.cpp).
+// About names that other servers have for a setting, or for its reverse (foreign_names.cpp).
 Rule other_polarity, foreign_name;
 
-// Of values that are not where they belong (misplaced_values.cpp).
+// About values in the wrong place (misplaced_values.cpp).
 Rule limited, swallowed_flag, mark_for_a_value, given_twice, goes_on, before_its_flag, split_by_the_shell,
     repeated, switch_value, surplus;
 
-// Of values that are refused (refused_values.cpp).
+// About values that are refused (refused_values.cpp).
 Rule missing_value, swallowing_flag, marked_value, dirty_value, similar_word, split_value, read_otherwise,
     swapped, similar_flag, in_the_way, out_of_range, wrong_form;
 
-/// What the value may have been meant for, in the form that the server takes (foreign_values.cpp); nothing when it cannot
-/// be read.
+/// What the value may have meant, in the form that the server takes (foreign_values.cpp); empty when it cannot be read.
 struct Reading {
     std::u16string value;
     std::string why;
@@ -45,10 +44,10 @@ std::optional<Advice> joined_value(const Case& fault, std::size_t position);
 /// "&&", ">", "2>&1".
 bool is_for_a_shell(std::u16string_view token);
 
-/// Whether it is between a flag and its value in other notations: "=", "--", "\".
+/// Whether other notations put it between a flag and its value: "=", "--", "\".
 bool is_mark(std::u16string_view value);
 
-/// "--http=9910", in which the name is a known one, or what was meant by it.
+/// For "--http=9910", whose name is that of a flag, or means one.
 Advice with_value_behind(const Case& fault, const Reference& meant, char16_t separator,
                          std::u16string_view rest, std::vector<std::string> sentences);
 

@@ -1,4 +1,4 @@
-// Characters that are mistyped or not seen, and what is left of a text without them.
+// Mistyped and invisible characters, and texts without them.
 #include "explaining/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -114,7 +114,7 @@ std::u16string bare(std::u16string_view text) {
 }
 
 std::u16string normalized(std::u16string_view text) {
-    // Longer than any flag, however spelt: not to be copied again and again.
+    // Longer than any flag, however it is spelt: not copied again and again.
     constexpr std::size_t most = 200;
     const std::u16string seen = folded(text.substr(0, most));
     std::u16string words;

@@ -1,4 +1,4 @@
-// Characters that are mistyped or not seen, and what is left of a text without them.
+// Mistyped and invisible characters, and texts without them.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ inline constexpr std::u16string_view blanks = u" \t\r\n\u00A0\u200B\u200C\u200D\
 
 bool is_one_of(char16_t c, std::u16string_view set);
 
-/// Whether nobody sees it in a line.
+/// Whether it cannot be seen in a line.
 bool is_invisible(char16_t c);
 
 /// Without characters of the set at both ends.
@@ -24,7 +24,7 @@ std::u16string trimmed(std::u16string_view text, std::u16string_view set);
 /// As it looks: no colour escapes and nothing invisible, every blank a space, look-alikes of ASCII as ASCII.
 std::u16string folded(std::u16string_view text);
 
-/// As folded(), but look-alikes stay: what a value may have been before it was copied.
+/// Like folded(), but look-alikes stay: what a value may have been before it was copied.
 std::u16string visible(std::u16string_view text);
 
 /// A value without quotes, brackets, blanks and commas around it, and without what cannot be seen in it.
@@ -39,8 +39,7 @@ std::u16string letters(std::u16string_view text);
 
 std::vector<std::u16string> split_words(std::u16string_view text, char16_t separator = u'-');
 
-/// Insertions, deletions, replacements and exchanges of neighbours that make one text of the other; more than `most` is
-/// most + 1.
+/// How many insertions, deletions, replacements and swaps of neighbours turn one text into the other, at most `most` + 1.
 std::size_t distance(std::u16string_view a, std::u16string_view b, std::size_t most);
 
 /// Those of the texts that are most like the words, at most three.
@@ -49,7 +48,7 @@ std::vector<std::string> most_like(const std::u16string& words, const std::vecto
 /// With ASCII letters in lower case.
 std::u16string lower(std::u16string text);
 
-/// What other programs let follow a switch: "false", "no".
+/// Whether other programs take it as switching off: "false", "no".
 bool means_off(std::u16string_view text);
 
 bool all_digits(std::u16string_view text);

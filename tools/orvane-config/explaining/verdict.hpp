@@ -11,7 +11,7 @@ namespace orvane {
 
 struct Verdict {
     CommandLine line;
-    Answer answer;                 ///< the library's, for the line as it stands
+    Answer answer;                 ///< the library's, for the line as given
     Diagnosis diagnosis;           ///< of an accepted line, without faults
     std::vector<Advice> advice;    ///< for each fault of the diagnosis
     Effects effects;               ///< of an accepted line

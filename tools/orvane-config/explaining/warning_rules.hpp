@@ -1,4 +1,4 @@
-// The rules that find what was probably not intended. Their order, and what they are called, is in warnings.def.
+// The rules that find what was probably not intended. Their order and names are in warnings.def.
 #pragma once
 
 #include "explaining/warnings.hpp"
@@ -25,7 +25,7 @@ struct GivenValue {
     bool is_origins() const { return reference.value.starts_with("<origin>"); }
 };
 
-/// What there is to say about a value; empty: nothing. Of the rules for values only the first says something.
+/// A warning about a value; empty: none. Only the first rule that has one is heard.
 using ValueRule = std::string(const GivenValue& value);
 
 /// An accepted line.
@@ -56,16 +56,16 @@ private:
 
 using LineRule = void(const AcceptedLine& accepted, Findings& findings);
 
-// Of the text of a value (odd_texts.cpp).
+// About the text of a value (odd_texts.cpp).
 ValueRule flag_as_value, empty_value, lone_mark, leading_equals, end_of_line, invisible, blank_at_an_end,
     quotes_around, separator_at_the_end, look_alike, home, variable, template_mark, flag_inside, foreign_path,
     relative_directory;
 
-// Of the meaning of a value (odd_values.cpp).
+// About the meaning of a value (odd_values.cpp).
 ValueRule negative, hours, host, two_ports, ipv6, empty_host, port_0, origin, profile_off;
 LineRule control_port, raised, small_size, small_rotation, zero_timeout, worker_count, severity;
 
-// Of flags together (odd_combinations.cpp).
+// About several flags (odd_combinations.cpp).
 LineRule no_effect, linger_without_http, same_port, no_certificate, access, overflow, archive, target,
     any_origin, given_twice, no_listener;
 

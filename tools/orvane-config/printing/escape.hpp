@@ -10,13 +10,13 @@ namespace orvane {
 /// terminal's cursor.
 std::string escape(std::string_view text);
 
-/// What begins and ends the mark of a place in diagnostics that are in colour.
+/// Begin and end the marked place in coloured diagnostics.
 inline constexpr std::string_view mark_begin = "\033[1;31m", mark_end = "\033[0m";
 
-/// Whether they are: on a terminal that can, and whose user has not asked for none.
+/// Whether diagnostics are coloured: on a terminal that can, unless the user has asked for no colour.
 bool errors_in_colour();
 
-/// `text`, of any number of lines, for a terminal: everything in it that cannot be seen is escaped, but for these marks.
+/// `text`, of any number of lines, for a terminal: everything invisible in it is escaped, except these marks.
 std::string escape_for_terminal(std::string_view text);
 
 } // namespace orvane

@@ -1,4 +1,4 @@
-// What each occurrence of an accepted line does, learnt by leaving it out.
+// What each occurrence in an accepted line does, found out by leaving it out.
 #pragma once
 
 #include "printing/record_text.hpp"
@@ -12,7 +12,7 @@
 
 namespace orvane {
 
-/// A occurrence without which the record is the same, because of other occurrences.
+/// An occurrence without which the record is the same, because of other occurrences.
 struct Redundant {
     Occurrence occurrence{};
     std::optional<Occurrence> replaced_by{}; ///< without this one it would count

@@ -1,11 +1,11 @@
-// A line without one occurrence after the other.
+// A line with each of its occurrences left out in turn.
 #pragma once
 
 #include "probing/probing.hpp"
 
 namespace orvane {
 
-/// Asks about a line without one occurrence after the other.
+/// Asks about a line with each of its occurrences left out in turn.
 class LeaveOneOut {
 public:
     explicit LeaveOneOut(const CommandLine& line) : line_(line), tokens_(tokens_of(line)) {}

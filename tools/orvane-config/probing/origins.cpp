@@ -53,7 +53,7 @@ CommandLine without_an_end(CommandLine line) {
     return line;
 }
 
-/// The settings that are there, or are as they are, because the library completes the record at the end of a line.
+/// The settings that the library adds or changes when it completes the record at the end of a line.
 void find_completed(Effects& effects, const Answer& accepted) {
     const auto before = settings_of(ask(without_an_end(effects.effective)).settings);
     const auto after = settings_of(accepted.settings);

@@ -58,12 +58,12 @@ std::optional<Redundant> explained(const CommandLine& line, std::size_t position
     if (others.size() > most_asked) others.resize(most_asked);
     for (const std::size_t other : others) {
         if (!counts(without(line, other), position)) continue;
-        // Another flag takes effect away by beginning anew. Else this one only says what holds behind that anyway.
+        // Another flag cancels this one by starting a new listener. Otherwise this one only says what holds after that anyway.
         const bool begins_anew = has(line[other], Trait::replaces_listener);
         if (line[other][0].text != occurrence[0].text && !begins_anew) return std::nullopt;
         return Redundant{.occurrence = occurrence, .replaced_by = line[other]};
     }
-    // Without anything behind it but the required flag.
+    // Followed by nothing but the required flag.
     CommandLine alone = first(line, position);
     for (const Occurrence& required : line)
         if (has(required, Trait::required)) alone.push_back(required);
@@ -91,7 +91,7 @@ Effects find_redundant(const CommandLine& line, const Answer& accepted) {
     Effects effects;
     const CommandLine loose = loosened(line, effects.redundant);
     LeaveOneOut omitting(loose);
-    std::vector<std::size_t> omitted; // positions in the effective line, before which they stood
+    std::vector<std::size_t> omitted; // positions in the effective line before which they were
     std::vector<const Occurrence*> occurrences;
     for (const Occurrence& occurrence : loose) {
         const Answer answer = omitting.ask_without();

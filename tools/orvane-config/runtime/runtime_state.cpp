@@ -1,4 +1,4 @@
-// What the runtime files say of a server, and whether it can be trusted.
+// What the runtime files say about a server, and whether they can be trusted.
 #include "runtime/runtime_state.hpp"
 
 #include "system/ages.hpp"
@@ -23,10 +23,10 @@ using qel::config::ServerSettings;
 /// A server's files are far shorter; host names end at 255 bytes.
 constexpr std::uintmax_t longest_file = 4096;
 
-/// A new pid is not given again at once, and clocks and file times are not exact.
+/// A pid is not reused at once, and clocks and file times are not exact.
 constexpr std::chrono::milliseconds clock_slack(1000);
 
-/// The number that the whole text is, if it is one from 1 to `largest`; else 0.
+/// The whole text as a number from 1 to `largest`; else 0.
 unsigned number(std::string_view text, unsigned largest) {
     unsigned value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -73,7 +73,7 @@ FileReport inspect(const Path& root, const char* name, bool (*is_well_formed)(st
         if (errno == ENOENT) return file;
         return malformed(file, "cannot be opened" + reason());
     }
-    // One read: a second one could meet the tail of a value written meanwhile.
+    // One read: a second one could get the rest of another value, written meanwhile.
     in.peek();
     std::string content(static_cast<std::size_t>(std::max<std::streamsize>(in.rdbuf()->in_avail(), 0)), '\0');
     in.rdbuf()->sgetn(content.data(), static_cast<std::streamsize>(content.size()));
@@ -82,7 +82,7 @@ FileReport inspect(const Path& root, const char* name, bool (*is_well_formed)(st
         file.state = FileState::starting;
         return file;
     }
-    if (content.size() > longest_file) return malformed(file, "longer than any server's");
+    if (content.size() > longest_file) return malformed(file, "longer than any that a server writes");
     const std::string_view text = without_line_end(content);
     if (!is_well_formed(text)) return malformed(file, "not what a server writes");
     file.state = FileState::published;
@@ -97,7 +97,7 @@ bool is_pid(std::string_view text) {
     return pid_in(text) != 0;
 }
 
-/// Something, the colon, and a port that can be connected to.
+/// A host, a colon, and a port that can be connected to.
 bool is_endpoint(std::string_view text, std::size_t colon) {
     return colon != std::string_view::npos && colon != 0 && number(text.substr(colon + 1), 65535) != 0;
 }
@@ -120,7 +120,7 @@ FileReport inspect_pid_file(const Path& root) {
         file.text += " (no such process)";
     } else if (*started < *written - clock_slack) {
         file.state = FileState::stale;
-        file.text += " (the process of that number started after the file was written)";
+        file.text += " (the process with that number started after the file was written)";
     } else {
         file.state = FileState::alive;
     }

@@ -1,4 +1,4 @@
-// What the runtime files say of a server, and whether it can be trusted.
+// What the runtime files say about a server, and whether they can be trusted.
 #pragma once
 
 #include "qel/config/server_settings.hpp"

@@ -9,10 +9,10 @@
 namespace orvane {
 
 /// How long ago the process started; none when there is no such process, or it has ended and only waits to be
-/// collected. Of a process that tells others nothing, a time longer ago than any file.
+/// collected. For a process that cannot be asked, a time longer ago than any file.
 std::optional<std::chrono::milliseconds> process_age(unsigned pid);
 
-/// How long ago the file was last written; none when it cannot be asked.
+/// How long ago the file was last written; none when that cannot be found out.
 std::optional<std::chrono::milliseconds> file_age(const qel::util::filesystem::Path& file);
 
 } // namespace orvane

@@ -11,7 +11,7 @@ namespace orvane {
 /// Keeps other publishers out of a directory while it lives.
 class DirectoryLock {
 public:
-    /// Waits for others to leave, for so long. Throws std::runtime_error when they do not, or on a failure.
+    /// Waits at most `patience` for others to leave. Throws std::runtime_error when they do not, or on a failure.
     DirectoryLock(const qel::util::filesystem::Path& directory, std::chrono::milliseconds patience);
     DirectoryLock(const DirectoryLock&) = delete;
     DirectoryLock& operator=(const DirectoryLock&) = delete;

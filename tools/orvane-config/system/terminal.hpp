@@ -1,4 +1,4 @@
-// Whether somebody is looking, and how much they see.
+// Whether the output goes to a terminal, and how wide that is.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,7 @@ namespace orvane {
 
 enum class Stream { out, err };
 
-/// Made ready for colours, where that has to be asked for.
+/// Also prepares the terminal for colours, where the system needs that.
 bool is_terminal(Stream stream);
 
 /// Columns of standard output's terminal; 80 when it is none.

@@ -1,4 +1,4 @@
-// What a verb begins with that works on the settings of a line.
+// The first step of verbs that need the settings of a line: accepting or refusing it.
 #include "verbs/accepted.hpp"
 
 #include "printing/verdict_text.hpp"
@@ -12,7 +12,7 @@ std::optional<qel::config::ServerSettings> accepted(const Tokens& flags, std::os
     qel::config::ProblemList problems;
     qel::config::FlagSet involved;
     if (!answer.code && !qel::config::validate_settings(answer.settings, problems, involved)) {
-        // What the library has to say of an accepted line ends its lines.
+        // What the library says about an accepted line already ends with a line end.
         err << answer.text;
         return std::move(answer.settings);
     }

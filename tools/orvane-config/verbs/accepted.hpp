@@ -1,4 +1,4 @@
-// What a verb begins with that works on the settings of a line, and has nothing to say of one that is accepted.
+// The first step of verbs that need the settings of a line: accepting or refusing it.
 #pragma once
 
 #include "system/tokens.hpp"

@@ -18,7 +18,7 @@ std::string one_of(const std::vector<std::string_view>& words) {
     return text;
 }
 
-/// What stands before the value in --name=value, without its hyphens; empty when the token is not spelt as an option.
+/// The name in --name=value, without its hyphens; empty when the token is not spelt as an option.
 std::string name_in(const std::string& token) {
     if (token == "-h") return "help";
     return token.starts_with("--") ? token.substr(2, token.find('=') - 2) : "";
@@ -49,7 +49,7 @@ void refuse_if_option(const Verb& verb, const std::u16string& token) {
     const std::string text = qel::i18n::ustring_to_term(token);
     if (const OwnOption* others = option_of(name_in(text))) {
         std::vector<std::string_view> names = split(others->verbs, ' ');
-        throw Misused(spelled(*others) + " is an option of " + one_of(names) + " only");
+        throw Misused(spelled(*others) + " works only with " + one_of(names));
     }
     if (const auto similar = similar_options(verb, token); !similar.empty())
         throw Misused("there is no option '" + text + "'; did you mean " +
@@ -79,14 +79,14 @@ void read_option(Call& call, const OwnOption& option, Tokens::const_iterator& at
 void check_words(const Call& call) {
     const std::string_view form = call.verb.arguments;
     const auto words = split(form, '|');
-    if (form.empty() && !call.words.empty()) throw Misused("it takes no arguments");
+    if (form.empty() && !call.words.empty()) throw Misused("unexpected argument: it takes none");
     if (form.starts_with('[') && call.words.size() > 1)
         throw Misused("it takes one " + std::string(form.substr(1, form.size() - 2)) + " at most");
     const auto given = [&](std::string_view word) {
         return call.words == Tokens{{word.begin(), word.end()}};
     };
     if (words.size() > 1 && std::none_of(words.begin(), words.end(), given))
-        throw Misused("it takes one word: " + one_of(words));
+        throw Misused("it takes one argument: " + one_of(words));
 }
 
 } // namespace

@@ -50,7 +50,7 @@ void bash_reply(const std::string& what, std::ostream& out) {
     out << "mapfile -t COMPREPLY < <(compgen " << what << " -- \"$cur\")";
 }
 
-/// A function that completes a flag, or the value behind one.
+/// A function that completes a flag, or the value after one.
 void write_bash_flags(const std::string& function, std::ostream& out) {
     out << function
         << "() {\n    local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD-1]}\n    case $prev "
@@ -90,7 +90,7 @@ std::vector<std::string> options_with_value() {
     return options;
 }
 
-/// What can stand behind the verb: its options, and its words where they are known.
+/// What can follow the verb: its options, and its words where they are known.
 std::vector<std::string> words_after(const Verb& verb) {
     std::vector<std::string> words;
     if (verb.arguments.find('|') != verb.arguments.npos)
@@ -142,7 +142,7 @@ void write_bash_tool(const std::string& function, const std::string& flags, std:
 }
 
 void write_bash(const std::string& name, bool tool, std::ostream& out) {
-    // The tool's function and a server's are two, whatever that one's name.
+    // The tool's function and a server's must differ, whatever the server is called.
     const std::string flags = function_name(name) + (tool ? "_flags" : "_server");
     write_bash_flags(flags, out);
     if (tool) write_bash_tool(function_name(name), flags, out);

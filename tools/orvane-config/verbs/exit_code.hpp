@@ -26,11 +26,11 @@ struct ExitMeaning {
 inline constexpr ExitMeaning exit_codes[] = {
     {ExitCode::done,               "accepted, located or done"},
     {ExitCode::refused,            "refused by the library, or by the state of the server's files"},
-    {ExitCode::misused,            "orvane-config was called in a way that it does not understand"},
+    {ExitCode::misused,            "orvane-config was used wrongly"},
     {ExitCode::warned,             "accepted, but --strict found a warning"},
     {ExitCode::not_published,      "not published, or not yet"},
     {ExitCode::stale_or_malformed, "published, but stale or malformed"},
-    {ExitCode::timed_out,          "waiting timed out"},
+    {ExitCode::timed_out,          "timed out waiting"},
     {ExitCode::failed_io,          "input or output failed"},
 };
 // clang-format on

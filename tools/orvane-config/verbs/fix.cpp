@@ -1,4 +1,4 @@
-// The verb `fix`: the line that was meant.
+// The verb `fix`: the corrected line.
 #include "printing/quoting.hpp"
 #include "printing/verdict_text.hpp"
 #include "verbs/ignored_warnings.hpp"

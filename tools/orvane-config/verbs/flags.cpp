@@ -12,7 +12,7 @@
 namespace orvane {
 namespace {
 
-/// The names from other servers without what their flags take.
+/// The names from other servers, without the values that their flags take.
 std::string other_names(const Reference& one) {
     std::string names;
     for (std::string_view left = one.synonyms; !left.empty();) {

@@ -14,15 +14,15 @@ namespace orvane {
 namespace {
 
 constexpr std::string_view purpose =
-    "Checks a command line of the Orvane server without starting a server, and finds servers that run.";
+    "Checks command lines of the Orvane server without starting it, and finds running servers.";
 constexpr std::string_view own_options_first =
     "VERB --help lists the options of a verb. They go before FLAGS, as --name VALUE or --name=VALUE; -- ends "
-    "them. From the first of the FLAGS on, everything goes to the library unchanged.";
+    "them. From the first flag on, everything is passed to the library unchanged.";
 constexpr std::string_view code_of_publish =
-    "'publish' ends with the exit code of COMMAND, or with 128 and the number of the signal that ended it; "
+    "'publish' ends with the exit code of COMMAND, or with 128 plus the number of the signal that ended it; "
     "without COMMAND, with 0 after the signals INT and TERM.";
 
-/// Where the texts stand behind the words they explain.
+/// The column of the explanations.
 constexpr std::size_t text_column = 22;
 
 std::string with(std::string_view name, std::string_view rest) {
@@ -70,10 +70,9 @@ std::string roff(std::string_view text) {
 }
 
 std::string manual_head() {
-    std::string text =
-        ".TH ORVANE\\-CONFIG 1 \"\" \"orvane\\-config " + std::string(zep_config_version) +
-        "\"\n.SH NAME\norvane\\-config \\- check a command line of the Orvane server, and find "
-        "servers that run\n.SH SYNOPSIS\n.nf\n";
+    std::string text = ".TH ORVANE\\-CONFIG 1 \"\" \"orvane\\-config " + std::string(zep_config_version) +
+                       "\"\n.SH NAME\norvane\\-config \\- check command lines of the Orvane server, and find "
+                       "running servers\n.SH SYNOPSIS\n.nf\n";
     for (const Verb& verb : verbs)
         text += roff("orvane-config " + with(with(verb.name, "[OPTIONS]"), verb.arguments)) + "\n";
     text += ".fi\n.SH DESCRIPTION\n" + roff(purpose) + "\n.SH VERBS\n";

@@ -25,19 +25,19 @@ constexpr std::size_t largest_input = 4 << 20; // some devices have no end
     throw std::runtime_error(what + (error == 0 ? "" : ": " + std::generic_category().message(error)));
 }
 
-/// `read` fills a piece of memory as far as it can, and says how far.
+/// `read` fills a piece of memory as far as it can, and returns how far.
 template <class Read>
 std::string all_of(const Read& read, const std::string& name) {
     std::string text, piece(1 << 16, '\0');
     while (const std::size_t count = read(piece)) {
         text.append(piece, 0, count);
         if (text.size() > largest_input)
-            throw std::runtime_error(name + " is too large: flags take no more than 4 MiB");
+            throw std::runtime_error(name + " is too large: at most 4 MiB of flags are read");
     }
     return text;
 }
 
-/// Through the C library: a C++ stream takes a failure to read standard input for its end.
+/// Through the C library: to a C++ stream, a failure to read standard input looks like its end.
 std::string content_of_standard_input() {
     const std::string name = "standard input";
     const auto read = [&](std::string& piece) {
@@ -63,7 +63,7 @@ std::string content_of(const std::string& name) {
     return all_of(read, name);
 }
 
-/// Text in two bytes a unit, as some editors and redirections write it, marked by its first two bytes.
+/// UTF-16, as some editors and redirections write it, is marked by its first two bytes.
 std::string utf8_of(const std::string& text) {
     const bool big = text.starts_with("\xFE\xFF");
     if (!big && !text.starts_with("\xFF\xFE")) return text;
@@ -78,7 +78,7 @@ std::string utf8_of(const std::string& text) {
 Tokens tokens_in(const std::string& bytes) {
     std::string text = utf8_of(bytes);
     const bool by_zeros = text.find('\0') != text.npos;
-    if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3); // editors mark UTF-8 files so
+    if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3); // some editors mark UTF-8 files with it
     Tokens tokens;
     for (std::size_t begin = 0; begin < text.size();) {
         const std::size_t end = std::min(text.find(by_zeros ? '\0' : '\n', begin), text.size());
@@ -98,7 +98,7 @@ Tokens::const_iterator end_of_flags(const Tokens& words) {
     return words.end();
 }
 
-/// FLAGS from a file; on the command line there is the command at most.
+/// FLAGS from a file; the command line has at most the command.
 Input from_file(const Call& call, const std::string& name) {
     const bool command = takes_command(call.verb) && call.ended;
     if (!call.words.empty() && !command)
@@ -106,7 +106,7 @@ Input from_file(const Call& call, const std::string& name) {
     Input input{tokens_in(content_of(name)), {}};
     if (command) input.command = call.words;
     if (input.flags.empty())
-        call.err << "orvane-config: " << (name == "-" ? "standard input" : name) << " holds no flags\n";
+        call.err << "orvane-config: " << (name == "-" ? "standard input" : name) << " contains no flags\n";
     return input;
 }
 

@@ -87,8 +87,7 @@ ExitCode locate(const Call& call) {
         Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
     auto files = inspect_runtime_files(*settings);
     if (files.empty()) {
-        call.err
-            << "orvane-config: nothing to look for: no pid root, and no endpoint root with something in it\n";
+        call.err << "orvane-config: nothing to look for: give a pid root, or an endpoint root and a port\n";
         return ExitCode::refused;
     }
     ExitCode code = code_for(worst_of(files));

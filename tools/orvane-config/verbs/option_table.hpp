@@ -12,26 +12,26 @@ namespace orvane {
 
 struct OwnOption {
     std::string_view name;  ///< without its hyphens
-    std::string_view value; ///< what stands for it in the help; a|b: one of these words; empty for a switch
-    std::string_view verbs; ///< that take it; empty when all do
+    std::string_view value; ///< its name in the help; a|b: one of these words; empty for a switch
+    std::string_view verbs; ///< the verbs that take it; empty when all do
     std::string_view meaning;
 };
 
 // clang-format off
 inline constexpr OwnOption own_options[] = {
-    {"strict", "",                  "check",                         "let warnings count: the exit code is 3 when there are any"},
-    {"ignore", "ID[,ID]...",        "check show fix",                "leave out warnings of these kinds; 'orvane-config warnings' lists them"},
+    {"strict", "",                  "check",                         "fail on warnings: the exit code is then 3"},
+    {"ignore", "ID[,ID]...",        "check show fix",                "turn off these warnings; 'orvane-config warnings' lists them all"},
     {"json",   "",                  "check show locate",             "answer in JSON"},
-    {"from",   "FILE",              "check show fix locate publish", "read the FLAGS from a file, or with - from standard input: "
-                                                                     "a token a line, or each ended by a zero byte"},
-    {"wait",   "SECONDS",           "locate",                        "wait until the server is there, at most this long"},
-    {"format", "text|markdown|man", "flags warnings",                "format of the reference; text without it"},
-    {"for",    "NAME",              "completions",                   "complete for the server's executable of this name, not for orvane-config"},
-    {"help",   "",                  "",                              "print the help of the verb"},
+    {"from",   "FILE",              "check show fix locate publish", "read the FLAGS from FILE, or with - from standard input: "
+                                                                     "one token per line, or each token ended by a zero byte"},
+    {"wait",   "SECONDS",           "locate",                        "wait for the server, at most this long"},
+    {"format", "text|markdown|man", "flags warnings",                "output format; by default text"},
+    {"for",    "NAME",              "completions",                   "complete the flags of a server called NAME, instead of orvane-config"},
+    {"help",   "",                  "",                              "print this help"},
 };
 // clang-format on
 
-/// The words of a list in which `separator` stands between them.
+/// The words of a list that `separator` separates.
 constexpr std::vector<std::string_view> split(std::string_view list, char separator) {
     std::vector<std::string_view> words;
     while (!list.empty()) {

@@ -24,7 +24,7 @@ namespace {
 
 using namespace qel::config;
 
-/// The files of one server, published in order and withdrawn in the reverse order.
+/// The files of one server, published in order and removed in the reverse order.
 class Published {
 public:
     Published(const ServerSettings& settings, unsigned pid) : pid_(settings, pid) {
@@ -54,11 +54,12 @@ private:
 
 /// Why a listener could not be found by its file; empty when it can.
 std::string obstacle(const HttpSettings& listener) {
-    if (listener.port() == 0) return "a listener's port 0 is chosen when it listens, and not known here";
+    if (listener.port() == 0)
+        return "a listener on port 0 gets its port only when it starts, so its port is not known here";
     if (listener.host() && listener.host()->empty())
-        return "a listener without a host name could not be found";
+        return "a listener with an empty host name could not be found";
     if (listener.host() && listener.host()->find(u':') != std::u16string::npos) {
-        return "a host with a colon could not be read back: '" +
+        return "a host with a colon cannot be read back from its file: '" +
                qel::i18n::ustring_to_term(*listener.host()) + "'";
     }
     return {};
@@ -68,7 +69,7 @@ std::string obstacle(const HttpSettings& listener) {
 std::string obstacle(const ServerSettings& settings) {
     if (!settings.pid_root()) return "there is no pid root to publish in";
     if (settings.control_port() && (*settings.control_port() == 0 || *settings.control_port() > 65535)) {
-        return "the control port " + std::to_string(*settings.control_port()) + " is no TCP port";
+        return "the control port " + std::to_string(*settings.control_port()) + " is not a TCP port";
     }
     if (settings.http()) {
         if (std::string why = obstacle(*settings.http()); !why.empty()) return why;
@@ -76,18 +77,18 @@ std::string obstacle(const ServerSettings& settings) {
     return settings.https() ? obstacle(settings.https()->http()) : std::string();
 }
 
-/// Why another's files stand in the way; empty when none do. What a killed server left does not.
+/// Why another server's files are in the way; empty when none are. The files of a killed server are not.
 std::string occupant(const ServerSettings& settings) {
-    constexpr std::chrono::milliseconds occurrence(20);
+    constexpr std::chrono::milliseconds pause(20);
     std::vector<FileReport> files = inspect_runtime_files(settings);
-    // Empty: between another's opening and writing, or for ever when that was killed just then.
-    for (int occurrences = 0; worst_of(files) == FileState::starting && occurrences != 50; ++occurrences) {
-        std::this_thread::sleep_for(occurrence);
+    // An empty file: its writer has opened it and not written yet, or was killed just then.
+    for (int pauses = 0; worst_of(files) == FileState::starting && pauses != 50; ++pauses) {
+        std::this_thread::sleep_for(pause);
         files = inspect_runtime_files(settings);
     }
     const FileReport& pid = files.front();
     if (pid.state == FileState::alive) {
-        return "process " + std::to_string(pid.pid) + " runs, and owns " +
+        return "process " + std::to_string(pid.pid) + " is running and owns " +
                qel::i18n::ustring_to_term(pid.path.text());
     }
     for (const FileReport& file : files) {
@@ -98,20 +99,20 @@ std::string occupant(const ServerSettings& settings) {
     return {};
 }
 
-/// Owners cannot let go of their files. Those that have become another's are kept here, never destroyed.
+/// Owners cannot release their files. Those whose files now belong to another are kept here, never destroyed.
 std::vector<std::unique_ptr<Published>>& abandoned() {
     static auto* const all = new std::vector<std::unique_ptr<Published>>;
     return *all;
 }
 
-/// Removes the files, unless another publisher has taken the place since the command ended: then they are its own.
+/// Removes the files, unless another publisher has written them since the command ended.
 void withdraw(std::unique_ptr<Published> published, const ServerSettings& settings, unsigned pid,
               std::ostream& err) {
     std::optional<DirectoryLock> lock;
     try {
         lock.emplace(*settings.pid_root(), std::chrono::seconds(2));
     } catch (const std::exception& failure) {
-        // Going on without it is better than leaving the files.
+        // Better without the lock than to leave the files.
         err << "orvane-config: " << failure.what() << '\n';
     }
     const FileReport now = inspect_runtime_files(settings).front();

@@ -52,8 +52,8 @@ ExitCode run_verb(const Tokens& args, std::ostream& out, std::ostream& err) {
         out << help_text(*verb);
         return ExitCode::done;
     } catch (const Misused& fault) {
-        err << name << ": " << fault.what() << "\n'" << name << " "
-            << (name.ends_with("-config") ? "help" : "--help") << "' says what it takes\n";
+        err << name << ": " << fault.what() << "\nsee '" << name << " "
+            << (name.ends_with("-config") ? "help" : "--help") << "'\n";
         return ExitCode::misused;
     } catch (const std::exception& failure) {
         err << "orvane-config: " << failure.what() << '\n';

@@ -57,11 +57,10 @@ ExitCode warnings(const Call& call) {
         return ExitCode::done;
     }
     if (format == "markdown")
-        call.out << "# Warnings\n\nWhat `orvane-config check` and `show` warn of: lines that the server "
-                    "accepts, but that were "
-                    "probably not intended. With `--strict` they make `check` fail; `--ignore ID` leaves "
-                    "those of one kind "
-                    "out. Each value gets at most one warning about its text.\n\n";
+        call.out << "# Warnings\n\n`orvane-config check`, `show` and `fix` warn about lines that the server "
+                    "accepts, but that were probably not intended. With `--strict`, `check` fails on "
+                    "warnings; `--ignore ID` turns one kind off. Each value gets at most one warning about "
+                    "its text.\n\n";
     if (format == "man") call.out << ".SH WARNINGS\n";
     for (const WarningKind& kind : warning_kinds())
         write(kind, call.out);

@@ -84,12 +84,12 @@ ChildProcess::ChildProcess(const Tokens& command) : state_(std::make_unique<Stat
 
     std::array<int, 2> release{};
     std::array<int, 2> report{};
-    if (pipe2(release.data(), O_CLOEXEC) != 0) fail("cannot make a pipe", errno);
-    if (pipe2(report.data(), O_CLOEXEC) != 0) fail("cannot make a pipe", errno);
+    if (pipe2(release.data(), O_CLOEXEC) != 0) fail("cannot create a pipe", errno);
+    if (pipe2(report.data(), O_CLOEXEC) != 0) fail("cannot create a pipe", errno);
     state_->release = release[1];
     state_->report = report[0];
     state_->child = fork();
-    if (state_->child < 0) fail("cannot make a process", errno);
+    if (state_->child < 0) fail("cannot create a process", errno);
     if (state_->child == 0) {
         close(release[1]);
         become(words, before, release[0], report[1]);

@@ -13,7 +13,7 @@ namespace {
 /// Set when the console asks this process to end; the handler has no argument to carry it.
 HANDLE time_to_go = nullptr;
 
-/// Runs on a thread of its own. When it returns from a close, log-off or shutdown event, the process is
+/// Runs on a separate thread. When it returns from a close, log-off or shutdown event, the process is
 /// ended, so it stays until main has cleaned up and ended the process itself.
 BOOL WINAPI on_console_event(DWORD event) {
     SetEvent(time_to_go);
@@ -47,7 +47,7 @@ struct ChildProcess::State {
 
 ChildProcess::ChildProcess(const Tokens& command) : state_(std::make_unique<State>()) {
     state_->asked_to_go.reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-    if (state_->asked_to_go.get() == nullptr) fail("cannot make an event", GetLastError());
+    if (state_->asked_to_go.get() == nullptr) fail("cannot create an event", GetLastError());
     time_to_go = state_->asked_to_go.get();
     SetConsoleCtrlHandler(on_console_event, TRUE);
     if (command.empty()) return;
