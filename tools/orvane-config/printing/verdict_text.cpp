@@ -47,7 +47,7 @@ std::string ended(const std::string& text) {
     return text.empty() || text.back() == '\n' ? text : text + '\n';
 }
 
-/// The library's text, byte for byte unless somebody looks at it: then a line end inside a token does not end a line.
+/// The library's text, unchanged unless it goes to a terminal: there a line end inside a token does not end the line.
 std::string library_text(const Verdict& verdict) {
     std::string text = ended(verdict.answer.text);
     if (!is_terminal(Stream::err)) return text;

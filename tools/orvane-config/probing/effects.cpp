@@ -28,7 +28,7 @@ Answer ask_alone(const CommandLine& occurrences) {
     return ask(line);
 }
 
-/// What the occurrence adds: of an entry with a key, that.
+/// What the occurrence adds; for an entry with a key, the key.
 std::string key_of(const Occurrence& occurrence, const std::vector<Setting>& nothing) {
     const auto settings = settings_of(ask_alone({occurrence}).settings);
     const auto changed = std::mismatch(settings.begin(), settings.end(), nothing.begin()).first;
@@ -90,7 +90,7 @@ Effects exact_effects(const CommandLine& line, const Answer& accepted, bool with
     return effects;
 }
 
-/// Says of those that are alike what was found out about the ones that stayed.
+/// Applies to those that are alike what was found out about the ones that stayed.
 void add_alike(Effects& effects, const std::u16string& flag, const CommandLine& alike) {
     const auto is_same_flag = [&flag](const Occurrence& one) { return one[0].text == flag; };
     const auto redundant = std::find_if(effects.redundant.begin(), effects.redundant.end(),

@@ -61,7 +61,7 @@ ExitCode run_verb(const Tokens& args, std::ostream& out, std::ostream& err) {
     }
 }
 
-/// In one piece, and byte for byte unless somebody looks at it.
+/// In one piece, and unchanged unless it goes to a terminal.
 bool write(const std::string& text, Stream stream, std::ostream& to) {
     if (text.empty()) return true;
     return bool(to << (is_terminal(stream) ? escape_for_terminal(text) : text) << std::flush);
