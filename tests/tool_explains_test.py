@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Asks orvane-config about command lines, and holds what it says against what it does: tool_explains_test.py TOOL..."""
+"""Asks orvane-config about command lines, and compares what it says with what happens: tool_explains_test.py TOOL..."""
 import json, os, random, re, shlex, subprocess, sys, tempfile, unittest
 from pathlib import Path
 
@@ -28,7 +28,7 @@ def words_of(text):
 
 
 def repaired(words, fault):
-    """The line with the proposal of the fault applied literally."""
+    """The line with the fix of the fault applied exactly as given."""
     fix = fault.get("fix", {"tokens": [], "replacement": []})
     numbers = fix["tokens"]
     assert numbers == list(range(numbers[0], numbers[-1] + 1) if numbers else []), fix
@@ -39,12 +39,12 @@ def repaired(words, fault):
 def rows(name):
     lines = (DATA / name).read_text(encoding="utf-8").splitlines()
     pairs = list(zip(*[iter(line for line in lines if line and line[0] != "#")] * 2))
-    # What is asked does not depend on the system, and an emulated start takes long.
+    # The answers do not depend on the system, and an emulated start takes long.
     return pairs if HERE else pairs[::8]
 
 
 def warned(answer, wanted=""):
-    """The warnings. Lines without a listener are a matter of tests only, and so are paths without a drive."""
+    """The warnings, without those that only tests cause: for lines without a listener, and for paths without a drive."""
     usual = {(0, "no-listener"), *([] if HERE else [(one["token"], "foreign-path") for one in answer["warnings"] if "token" in one])}
     found = [(one.get("token", 0), one["id"], one["text"]) for one in answer["warnings"]]
     return [one for one in found if one[:2] not in usual or one[1] in wanted]
@@ -84,12 +84,12 @@ class Explains(unittest.TestCase):
                 self.assertNotIn(fault.get("flag"), [*fault["suggestions"], None])
                 self.assertEqual([words[number - 1] for number in fault["tokens"]], [
                     fault[part] for part in ("flag", "value") if part in fault])
-                # What stands before the fault is taken, and with it the line is refused.
+                # The tokens before the fault are accepted, and with the fault they are refused.
                 first, last = fault["tokens"][0] - 1, fault["tokens"][-1]
                 self.assertEqual(ask("check", words[:last])["text"], answer["text"])
                 if first != 0 and words[max(first - 2, 0)] != "--request-timeout":
                     self.assertEqual(ask("check", words[:first])["code"]["value"], 0)
-                # What is proposed leads on, and is what the sentence says.
+                # The proposal gets past the fault, and is what the sentence says.
                 fixed = repaired(words, fault)
                 if fixed != words:
                     self.assertNotEqual(ask("check", fixed)["text"], answer["text"])

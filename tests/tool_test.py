@@ -8,7 +8,7 @@ del sys.argv[1:]
 HERE = not TOOL[-1].endswith(".exe")
 PID_FLAGS = ["--auto-deploy-root", "D", "--extract-root", "E", "--pid-root", "."]
 FLAGS = [*PID_FLAGS, "--endpoint-root", ".", "--control-port", "9920", "--http", "h:9910"]
-# A command that ends with 0 when it is let go, on every system.
+# A command that ends with 0 when it is released, on every system.
 HELD = ["--", TOOL[-1], "locate", "--wait", "60", *PID_FLAGS[:2], "--endpoint-root", "gate", "--control-port", "1"]
 DATA = Path(__file__).resolve().parent / "data"
 main_pid = Path("main.pid")
@@ -33,7 +33,7 @@ def state(*flags):
 def until(condition):
     deadline = time.monotonic() + 60
     while not condition():
-        assert time.monotonic() < deadline, "this did not come to pass"
+        assert time.monotonic() < deadline, "timed out waiting for this"
         time.sleep(0.01)
 
 
@@ -57,7 +57,7 @@ class Tool(unittest.TestCase):
     def test_answers_and_complaints_have_their_streams_and_codes(self):
         for command, *patterns in cases("tool_answers.txt", 4):
             if not HERE and "\\x" in command:
-                continue  # words are UTF-16 there, and never bytes
+                continue  # words are UTF-16 there, not bytes
             words = shlex.split(command.replace("$FLAGS", shlex.join(FLAGS)).replace("$TOOL", TOOL[-1]))
             words = [word.encode().decode("unicode_escape").encode("latin-1") for word in words]
             with self.subTest(command), open("/dev/full", "wb") as full:
@@ -99,7 +99,7 @@ class Tool(unittest.TestCase):
     def test_files_that_have_become_anothers_stay(self):
         first = self.publisher("--", "sleep", "1000")
         pid = int(main_pid.read_text())
-        # Before it can remove the files, they are another's. That one writes through a link.
+        # Before it can remove the files, another publisher owns them, which writes through a link.
         first.send_signal(signal.SIGSTOP)
         os.kill(pid, signal.SIGKILL)
         until(lambda: state() == "stale 5")
