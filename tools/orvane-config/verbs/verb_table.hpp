@@ -32,7 +32,7 @@ inline constexpr Verb verbs[] = {
     {"Running servers", "locate",      "FLAGS...",                     locate,
      "read the runtime files of the server with these FLAGS, and say whether they can be trusted"},
     {"Running servers", "publish",     "FLAGS... [-- COMMAND ARGS...]", publish,
-     "publish the runtime files of a server with these FLAGS while COMMAND runs; without COMMAND, until a signal"},
+     "publish the runtime files of a server with these FLAGS while COMMAND runs; without COMMAND, until a signal comes"},
     {"Reference",       "flags",       "",                             flags,
      "print the reference of the server's flags"},
     {"Reference",       "warnings",    "[ID]",                         warnings,
