@@ -5,7 +5,7 @@
 
 std::size_t qel::config::bench::allocations;
 
-// Not inlined: the compiler would see a plain free() behind a new expression, and complain.
+// Not inlined: the compiler would see that a new expression ends in a plain free(), and warn.
 [[gnu::noinline]] void* operator new(std::size_t size) {
     ++qel::config::bench::allocations;
     if (void* memory = std::malloc(size)) return memory;

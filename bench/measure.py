@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Runs a counting program under callgrind and shows what each of its operations costs.
 
-measure.py PROGRAM [ARGS...]                 prints name, instructions, allocations and questions to the file system,
+measure.py PROGRAM [ARGS...]                 prints name, instructions, allocations and look-ups in the file system,
                                              separated by tabs
 measure.py --expect FILE PROGRAM [ARGS...]   compares with the table in FILE; exit status 1 if something costs over 5 %
                                              more or fewer instructions, or other allocations or questions

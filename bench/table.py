@@ -76,7 +76,7 @@ def stages():
     counts = measure([folder / "instructions"])
     time = nanoseconds("stages")
     for line in ["minimal", "typical", "full"]:
-        # Of exact figures only: the difference of two times would be noise.
+        # Only for exact figures: the difference of two times would be noise.
         both = [counts[f"{stage} {line}"] for stage in ("parse", "walk")]
         counts[f"complete {line}"] = [whole - walk for whole, walk in zip(*both)]
     names = [f"{stage} {line}" for stage in ("walk", "complete", "validate", "compare")

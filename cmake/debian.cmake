@@ -22,7 +22,7 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/debian/triggers)
 set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "start-up configuration of the Orvane server
 Turns the server's command-line flags into a record of settings, checks it,
-and owns the files through which a running server is found.")
+and writes the files by which a running server is found.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libzep-config-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)

@@ -10,7 +10,7 @@ QUOTED = r"(?<!\w)u?(?:\"(?:\\.|[^\"\\])*\"|'(?:\\.|[^'\\])+')"
 
 
 def masked(source, whole_directives):
-    """The source with the same places, but without comments, directives and what stands in quotes."""
+    """The source with blanks instead of comments and directives, and with masked quoted text; positions stay the same."""
     directive = r"(?:[^\n\\]|\\.)*" if whole_directives else r"[^\n]*"
     pieces = rf"//[^\n]*|/\*.*?\*/|{QUOTED}|^#{directive}"
     return re.sub(pieces, lambda found: blank(found[0]) if found[0][0] in "/#" else "_" * len(found[0]), source,
@@ -28,7 +28,7 @@ def matching(code, opening):
 
 
 def bodies(code):
-    """(start, end, is a function) of what stands between the braces of every function and of every table."""
+    """(start, end, is a function) of the text between the braces of every function and of every table."""
     at = head = 0
     while (found := re.compile(r"[{};(]").search(code, at)) is not None:
         at = found.end()

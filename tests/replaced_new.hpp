@@ -8,7 +8,7 @@ inline std::size_t allocated;
 inline long failing; ///< the allocation that fails, counted from now; 0: none does
 inline bool all_behind_fail, failed;
 
-// Not inlined: the compiler would see a plain free() behind a new expression, and complain.
+// Not inlined: the compiler would see that a new expression ends in a plain free(), and warn.
 [[gnu::noinline]] void* operator new(std::size_t size) {
     allocated += size;
     if (failing > 0 && --failing == 0) {

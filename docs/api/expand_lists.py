@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Doxygen's input filter: prints a header with its lists written out.
 
-A list (fields/*.def, flags.def, ...) is rows of a macro, each below its meaning as a /// comment. Where a header defines
-that macro and includes the list, this prints one copy of the macro's body per row; a /** comment in the body gets the
-row's meaning in front. A comment on what is noexcept gets "Throws nothing." at its end. The comment that opens a header
+A list (fields/*.def, flags.def, ...) has rows of a macro, each after a /// comment with its meaning. Where a header defines
+that macro and includes the list, this prints one copy of the macro's body per row; the row's meaning is put at the
+beginning of a /** comment in the body. A comment on what is noexcept gets "Does not throw." at its end. The comment that opens a header
 becomes the file's description.
 """
 import pathlib
@@ -66,7 +66,7 @@ def add_guarantee(found):
     comment, declaration = found.groups()
     if not re.search(r"\b(throws?|is thrown)\b", comment, re.I):
         end = comment.rfind("*/") if "/**" in comment else len(comment)
-        comment = comment[:end].rstrip() + " Throws nothing. " + comment[end:]
+        comment = comment[:end].rstrip() + " Does not throw. " + comment[end:]
     return comment + "\n" + declaration
 
 
