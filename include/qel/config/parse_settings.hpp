@@ -35,10 +35,10 @@ namespace qel::config {
 /// So if a flag fails, lumo roots, user data, the HTTPS listener and TLS settings leave nothing in the record. If only
 /// the auto-deploy root is missing, the first two of these steps are still done (not if there are no tokens at all).
 ///
-/// While the tokens are read, every std::exception, including std::bad_alloc, becomes parse_error. std::bad_alloc is
-/// thrown in the final steps, and if memory runs out while a failure is being written. In the final steps, those before
-/// the failure are then done and those after it are not; `user_data` keeps the pairs that it has received. A stream
-/// with exceptions enabled throws them to the caller.
+/// While the tokens are read, every std::exception, including std::bad_alloc, becomes parse_error. If memory runs out
+/// in the final steps, or while the text of a failure is being written, std::bad_alloc is thrown. The steps before the
+/// failing one are then done and those after it are not; `user_data` keeps the pairs that it has received. A stream
+/// with exceptions enabled throws to the caller.
 ///
 /// Takes time linear in the number of tokens, with two exceptions: user data is sorted, n log n for n pairs; and in one
 /// value of allowed clients, each client gets a sorted set of all archives, so their numbers multiply. Ill-formed
