@@ -16,8 +16,7 @@ std::string misspelling(std::u16string_view token, const Reference& flag) {
     const std::u16string seen = visible(token);
     const std::u16string outer = trimmed(seen, u" ");
     if (token.find(u'\x1B') != token.npos) return "it contains a terminal's colour codes: " + meant;
-    if (holds(dashes))
-        return "it contains a dash instead of a hyphen, as text copied from a document often does: " + meant;
+    if (holds(dashes)) return "it contains a dash instead of a hyphen: " + meant;
     if (holds(quotes)) return "the quotes around it were passed to the server: " + meant;
     if (seen.size() != token.size() || outer != seen)
         return "it contains a space or an invisible character: " + meant;

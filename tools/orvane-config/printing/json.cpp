@@ -93,7 +93,7 @@ json::value to_json(const T& record) {
     return object;
 }
 
-// --- what is said of the line
+// --- verdicts
 
 json::array numbers_of_tokens(const Occurrence& occurrence) {
     std::set<std::size_t> numbers; // flag and value may have been one token
@@ -113,7 +113,7 @@ json::object to_json(const boost::system::error_code& code) {
     return {{"value", code.value()}, {"message", code.message()}};
 }
 
-/// A value that nobody gave is the reference's example.
+/// A placeholder appears as the example from the reference.
 json::value to_json(const Fix& fix) {
     json::array replacement;
     bool has_placeholder = false;

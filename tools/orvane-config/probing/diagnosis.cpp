@@ -31,7 +31,7 @@ public:
         }
     }
 
-    /// To be told when the line has changed, from this occurrence on.
+    /// Call this when the line has changed, from this occurrence on.
     void changed(std::size_t from) {
         base_ = std::min(base_, from);
         taken_ = 0;
@@ -47,8 +47,8 @@ private:
         }
     }
 
-    std::size_t base_ = 0;  // so many occurrences are left behind
-    std::size_t taken_ = 0; // and so many after them are known to be taken
+    std::size_t base_ = 0;  // this many occurrences are done
+    std::size_t taken_ = 0; // and this many after them are known to be taken
     std::unordered_set<std::u16string> seen_{};
     qel::config::ServerSettings record_{};
 };

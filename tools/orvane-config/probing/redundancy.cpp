@@ -34,8 +34,8 @@ CommandLine without(const CommandLine& line, std::size_t position) {
     return rest;
 }
 
-/// Why `occurrence`, which belongs at `position` of the line, has no effect there. Nothing when it has, but says what holds
-/// without it, too.
+/// Why `occurrence`, which belongs at `position` of the line, has no effect there. Nothing if it has one, or only repeats
+/// the default.
 std::optional<Redundant> explained(const CommandLine& line, std::size_t position,
                                    const Occurrence& occurrence, bool has_https) {
     const auto counts = [&occurrence](const CommandLine& without_it, std::size_t at) {
@@ -46,7 +46,7 @@ std::optional<Redundant> explained(const CommandLine& line, std::size_t position
         counts(with(line, 0, occurrence_of(std::u16string(flag_with(Trait::starts_https).wide), u"1")),
                position + 1))
         return Redundant{.occurrence = occurrence, .needs_https = true};
-    // Most are replaced by the same flag; else by one that follows soon.
+    // Most are replaced by the same flag, others by one that follows soon.
     constexpr std::size_t most_asked = 6;
     std::vector<std::size_t> others;
     for (std::size_t later = position; later != line.size(); ++later) {
@@ -59,8 +59,8 @@ std::optional<Redundant> explained(const CommandLine& line, std::size_t position
     for (const std::size_t other : others) {
         if (!counts(without(line, other), position)) continue;
         // Another flag cancels this one by starting a new listener. Otherwise this one only says what holds after that anyway.
-        const bool begins_anew = has(line[other], Trait::replaces_listener);
-        if (line[other][0].text != occurrence[0].text && !begins_anew) return std::nullopt;
+        const bool starts_again = has(line[other], Trait::replaces_listener);
+        if (line[other][0].text != occurrence[0].text && !starts_again) return std::nullopt;
         return Redundant{.occurrence = occurrence, .replaced_by = line[other]};
     }
     // Followed by nothing but the required flag.
