@@ -12,8 +12,8 @@ import subprocess
 import sys
 import tempfile
 
-# String functions differ a little from processor to processor (0.4 % at most, seen with all vector extensions
-# switched off). Nothing else does.
+# Only string functions differ a little between processors (0.4 % at most, measured with all vector extensions
+# switched off).
 tolerance = 0.05
 
 

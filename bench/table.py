@@ -17,7 +17,7 @@ folder_of_plots = pathlib.Path(__file__).parent.parent / "docs/plots"
 
 
 def nanoseconds(program):
-    """{name: the shortest of five times}: what else the machine does can only add."""
+    """{name: the shortest of five times}: other work on the machine can only add to a time."""
     run = subprocess.run(
         [folder / program, "--benchmark_format=json", "--benchmark_min_time=0.1", "--benchmark_repetitions=5",
          "--benchmark_enable_random_interleaving=true"], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=True)
@@ -50,7 +50,7 @@ def draw(counts):
 
 
 def contest():
-    # A row per parser: instructions, times, allocations of each line. Of repeated flags the largest number counts.
+    # A row per parser: instructions, times, allocations of each line. For repeated flags, the largest number of them counts.
     figures = collections.defaultdict(lambda: ([], [], []))
     time = nanoseconds("contest_times")
     ours = {}

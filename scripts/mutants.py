@@ -1,7 +1,7 @@
 """The changes that `mutate` makes to C++ sources, and sources that hold all of them at once.
 
-A change is made in a copy of the body of its function. All copies go into one function, which chooses by the number in
-the environment variable ZEP_MUTANT; without one it does what the source says. So one build serves for all changes.
+Each change is made in a copy of its function's body. All copies go into one function, which chooses one by the number in
+the environment variable ZEP_MUTANT; without a number it does what the source says. So one build serves for all changes.
 """
 import dataclasses
 import re
@@ -49,7 +49,7 @@ class Change:
     number: int = 0
 
     def show(self, source):
-        """Place, kind, and the first line that differs, before and after."""
+        """Position, kind, and the first line that differs, before and after."""
         line = source.count("\n", 0, self.start) + 1
         first = source.rfind("\n", 0, self.start) + 1
         shown = lambda text: " ".join(text.split())
