@@ -73,17 +73,13 @@ std::optional<std::u16string_view> host_of(const GivenValue& value) {
     return std::u16string_view(value.text).substr(0, colon);
 }
 
-bool is_digits(std::u16string_view text) {
-    return !text.empty() && text.find_first_not_of(u"0123456789") == text.npos;
-}
-
 /// Four numbers up to 255.
 bool is_ipv4(std::u16string_view host) {
     int parts = 0;
     for (bool more = true; more; ++parts) {
         const std::size_t dot = host.find(u'.');
         const std::u16string_view part = host.substr(0, dot);
-        if (!is_digits(part) || part.size() > 3 || (part.size() == 3 && part > u"255")) return false;
+        if (!all_digits(part) || part.size() > 3 || (part.size() == 3 && part > u"255")) return false;
         more = dot != host.npos;
         if (more) host.remove_prefix(dot + 1);
     }
@@ -95,8 +91,8 @@ bool is_between_brackets(std::u16string_view host) {
 }
 
 bool ends_in_a_port(std::u16string_view host) {
-    return is_digits(host) || (std::count(host.begin(), host.end(), u':') == 1 && host.find(u':') != 0 &&
-                               is_digits(host.substr(host.find(u':') + 1)));
+    return all_digits(host) || (std::count(host.begin(), host.end(), u':') == 1 && host.find(u':') != 0 &&
+                                all_digits(host.substr(host.find(u':') + 1)));
 }
 
 } // namespace
@@ -105,7 +101,7 @@ std::string negative(const GivenValue& value) {
     const bool port = value.reference.value.ends_with("<port>");
     const std::u16string_view number = port ? port_of(value.text) : value.text;
     if (!(port || value.reference.value == "<number>") || !number.starts_with(u'-') ||
-        !is_digits(number.substr(1)))
+        !all_digits(number.substr(1)))
         return {};
     Occurrence measured = value.occurrence;
     // Read the same way, but put into the record at once, not at the end of the line.
@@ -130,7 +126,7 @@ std::string host(const GivenValue& value) {
     if (!host || host->empty() || is_between_brackets(*host)) return {};
     if (host->find(u'/') != host->npos) return "write only host and port, without http:// and without a path";
     if (*host == u"*") return "no host is called *; to listen on all addresses, give only the port";
-    if (host->find_first_not_of(u"0123456789.") == host->npos && !is_digits(*host) && !is_ipv4(*host))
+    if (host->find_first_not_of(u"0123456789.") == host->npos && !all_digits(*host) && !is_ipv4(*host))
         return "this is not an IPv4 address";
     const bool odd = std::any_of(host->begin(), host->end(), [](char16_t c) {
         return c < 0x80 && is_one_of(c, u" \t!\"#$&'()*+,;<=>?@[\\]^`{|}~");
