@@ -20,7 +20,7 @@ Readings addresses(const std::u16string& value, const Reference& reference) {
     Readings found;
     const std::size_t scheme = text.find(u"://");
     if (scheme != text.npos) text.erase(0, scheme + 3);
-    text = text.substr(0, text.find(u'/'));
+    text.resize(std::min(text.find(u'/'), text.size()));
     constexpr auto bare_address = "write only host and port, without a scheme or a path";
     if (scheme != value.npos || text != folded(value)) found.push_back({text, bare_address});
     const std::size_t gap = text.find_first_of(u" ,;");
@@ -77,7 +77,7 @@ Readings log_handlers(const std::u16string& value) {
         const bool plain = word == u"plain" && (format == u"text" || format == u"txt" || format == u"log");
         if (!format.ends_with(word) && !format.ends_with(u"+" + std::u16string(word)) && !plain) continue;
         const std::u16string name(known);
-        found.push_back({name + clause + rest, why});
+        found.push_back({std::u16string(name).append(clause).append(rest), why});
         for (const char16_t* content : {u"default", u"statistics", u"dashboard"})
             if (clause.find(content) != clause.npos || (clause == u";" && rest.find(content) != rest.npos)) {
                 const std::size_t command = clause == u";" ? rest.find(u' ', 1) : 0;

@@ -215,7 +215,7 @@ void small_size(const AcceptedLine& accepted, Findings& findings) {
 
 void small_rotation(const AcceptedLine& accepted, Findings& findings) {
     const auto& size = accepted.settings.log_rotation_size();
-    if (size && *size < 64 * 1024)
+    if (size && *size < std::uint64_t{64} * 1024)
         findings.about_value(accepted.last(flag::log_rotation_size),
                              ": log files of less than 64 KiB are rotated all the time");
 }

@@ -99,15 +99,13 @@ std::u16string bare(std::u16string_view text) {
     for (std::size_t size = left.size() + 1; left.size() != size && !left.empty();) {
         size = left.size();
         const auto is_dirt = [](char16_t c, std::u16string_view set) { return is_one_of(c, set); };
-        if (is_dirt(left.back(), u" ,;"))
-            left.remove_suffix(1);
-        else if (is_dirt(left.front(), u" ="))
-            left.remove_prefix(1);
-        else if (left.size() > 1 && is_pair(left.front(), left.back()))
+        const bool separated = is_dirt(left.back(), u" ,;");
+        // Separators first, then a pair, and only then a quote that is alone.
+        if (left.size() > 1 && is_pair(left.front(), left.back()))
             left = left.substr(1, left.size() - 2);
-        else if (is_dirt(left.front(), quotes))
+        else if (!separated && (is_dirt(left.front(), u" =") || is_dirt(left.front(), quotes)))
             left.remove_prefix(1);
-        else if (is_dirt(left.back(), quotes))
+        else if (separated || is_dirt(left.back(), quotes))
             left.remove_suffix(1);
     }
     return std::u16string(left);

@@ -156,7 +156,7 @@ std::string Reference::relations() const {
 
 std::string Reference::example() const {
     const std::string text(flag);
-    const std::string line = with_flags(raw_example);
+    std::string line = with_flags(raw_example);
     if (line.find(text + " ") != line.npos) return line;
     return text + (line.empty() ? "" : " ") + line;
 }

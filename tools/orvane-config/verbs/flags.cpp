@@ -52,7 +52,8 @@ void write_text(const Reference& one, bool new_subject, std::ostream& out) {
     if (new_subject) out << one.subject << "\n\n";
     out << wrapped(heading(one), 2, 4) << '\n' << wrapped(one.meaning(), 6) << '\n';
     for (const auto& [name, text] : details(one))
-        out << wrapped(name + ": " + text, 6, 2, name == "Example" ? " \\" : "") << '\n';
+        out << wrapped(std::string(name).append(": ").append(text), 6, 2, name == "Example" ? " \\" : "")
+            << '\n';
     out << '\n';
 }
 
