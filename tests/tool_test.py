@@ -58,7 +58,7 @@ class Tool(unittest.TestCase):
         for command, *patterns in cases("tool_answers.txt", 4):
             if not HERE and "\\x" in command:
                 continue  # words are UTF-16 there, not bytes
-            words = shlex.split(command.replace("$FLAGS", shlex.join(FLAGS)).replace("$TOOL", TOOL[-1]))
+            words = shlex.split(command.replace("$FLAGS", shlex.join(FLAGS)).replace("$TOOL", shlex.quote(TOOL[-1])))
             words = [word.encode().decode("unicode_escape").encode("latin-1") for word in words]
             with self.subTest(command), open("/dev/full", "wb") as full:
                 code, out, err = run(*TOOL, *words)
