@@ -38,8 +38,8 @@ Edit edit_of(const Case& fault, std::size_t begin, std::size_t end, const std::v
 }
 
 Advice replace(const Case& fault, std::size_t begin, std::size_t end, const std::vector<Token>& tokens,
-               const std::string& sentence, const std::string& behind) {
-    return {{sentence + shown(Occurrence(tokens)) + behind}, {}, edit_of(fault, begin, end, tokens)};
+               const std::string& sentence, const std::string& ending) {
+    return {{sentence + shown(Occurrence(tokens)) + ending}, {}, edit_of(fault, begin, end, tokens)};
 }
 
 Advice remove(const Case& fault, std::size_t begin, std::size_t end, std::string sentence) {

@@ -21,7 +21,7 @@ Edit edit_of(const Case& fault, std::size_t begin, std::size_t end, const std::v
 
 /// The same, with a sentence that ends with the tokens.
 Advice replace(const Case& fault, std::size_t begin, std::size_t end, const std::vector<Token>& tokens,
-               const std::string& sentence, const std::string& behind = "");
+               const std::string& sentence, const std::string& ending = "");
 
 /// Proposes to leave the occurrences [begin, end) out.
 Advice remove(const Case& fault, std::size_t begin, std::size_t end, std::string sentence);
