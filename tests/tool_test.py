@@ -67,7 +67,7 @@ class Tool(unittest.TestCase):
 
     def test_every_verb_refuses_a_line_in_the_same_words(self):
         for words in ["--num-worker 4", "--http x:y --log-root", "--wait --num-workers 1"]:
-            said = {run(*TOOL, verb, *PID_FLAGS, *words.split()) for verb in ["check", "show", "locate", "publish"]}
+            said = {run(*TOOL, verb, *PID_FLAGS, *words.split()) for verb in ["check", "show", "preflight", "locate", "publish"]}
             self.assertEqual([code for code, _, _ in said], [1], said)
 
     @unittest.skipUnless(HERE, "there is no such shell")

@@ -1,6 +1,7 @@
 // Answers for programs.
 #include "printing/json.hpp"
 
+#include "printing/json_parts.hpp"
 #include "printing/record_fields.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -95,13 +96,6 @@ json::value to_json(const T& record) {
 
 // --- verdicts
 
-json::array numbers_of_tokens(const Occurrence& occurrence) {
-    std::set<std::size_t> numbers; // flag and value may have been one token
-    for (const Token& word : occurrence)
-        numbers.insert(word.number);
-    return json::array(numbers.begin(), numbers.end());
-}
-
 json::array strings(const std::vector<std::string>& texts) {
     json::array array;
     for (const std::string& text : texts)
@@ -140,6 +134,22 @@ json::value to_json(const Fault& fault, const Advice& advice) {
     return object;
 }
 
+} // namespace
+
+json::value json_text(const std::string& text) {
+    return to_json(text);
+}
+json::value json_text(const std::u16string& text) {
+    return to_json(text);
+}
+
+json::array numbers_of_tokens(const Occurrence& occurrence) {
+    std::set<std::size_t> numbers; // flag and value may have been one token
+    for (const Token& word : occurrence)
+        numbers.insert(word.number);
+    return json::array(numbers.begin(), numbers.end());
+}
+
 json::object head_of(const Verdict& verdict) {
     json::array warnings;
     for (const Warning& warning : verdict.warnings) {
@@ -154,8 +164,6 @@ json::object head_of(const Verdict& verdict) {
             {"effects_known", verdict.accepted()},
             {"warnings", std::move(warnings)}};
 }
-
-} // namespace
 
 std::string check_json(const Verdict& verdict) {
     json::object object = head_of(verdict);

@@ -15,6 +15,7 @@ enum class ExitCode {
     stale_or_malformed = 5,
     timed_out = 6,
     failed_io = 7,
+    not_ready = 8,
 };
 
 struct ExitMeaning {
@@ -32,6 +33,7 @@ inline constexpr ExitMeaning exit_codes[] = {
     {ExitCode::stale_or_malformed, "published, but stale or malformed"},
     {ExitCode::timed_out,          "timed out waiting"},
     {ExitCode::failed_io,          "input or output failed"},
+    {ExitCode::not_ready,          "on this machine the server would not start with these flags, or preflight cannot tell"},
 };
 // clang-format on
 

@@ -19,15 +19,19 @@ struct OwnOption {
 
 // clang-format off
 inline constexpr OwnOption own_options[] = {
-    {"strict", "",                  "check",                         "fail on warnings: the exit code is then 3"},
-    {"ignore", "ID[,ID]...",        "check show fix",                "turn off these warnings; 'orvane-config warnings' lists them all"},
-    {"json",   "",                  "check show locate",             "answer in JSON"},
-    {"from",   "FILE",              "check show fix locate publish", "read the FLAGS from FILE, or with - from standard input: "
-                                                                     "one token per line, or each token ended by a zero byte"},
-    {"wait",   "SECONDS",           "locate",                        "wait for the server, at most this long"},
-    {"format", "text|markdown|man", "flags warnings",                "output format; by default text"},
-    {"for",    "NAME",              "completions",                   "complete the flags of a server called NAME, instead of orvane-config"},
-    {"help",   "",                  "",                              "print this help"},
+    {"strict",  "",                  "check preflight",               "fail on warnings: the exit code is then 3"},
+    {"ignore",  "ID[,ID]...",        "check show fix preflight",      "turn off these warnings; 'orvane-config warnings' lists them all"},
+    {"json",    "",                  "check show preflight locate",   "answer in JSON"},
+    {"from",    "FILE",              "check show fix preflight locate publish",
+                                                                      "read the FLAGS from FILE, or with - from standard input: "
+                                                                      "one token per line, or each token ended by a zero byte"},
+    {"only",    "NAME[,NAME]...",    "preflight",                     "look only at these groups"},
+    {"skip",    "NAME[,NAME]...",    "preflight",                     "do not look at these groups"},
+    {"network", "",                  "preflight",                     "also contact other machines: the caches to attach to"},
+    {"wait",    "SECONDS",           "locate",                        "wait for the server, at most this long"},
+    {"format",  "text|markdown|man", "flags warnings",                "output format; by default text"},
+    {"for",     "NAME",              "completions",                   "complete the flags of a server called NAME, instead of orvane-config"},
+    {"help",    "",                  "",                              "print this help"},
 };
 // clang-format on
 

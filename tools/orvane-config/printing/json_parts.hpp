@@ -1,0 +1,22 @@
+// What the answers in JSON have in common.
+#pragma once
+
+#include "explaining/verdict.hpp"
+
+#include <boost/json.hpp>
+
+#include <string>
+
+namespace orvane {
+
+/// The members that every answer about a command line begins with.
+boost::json::object head_of(const Verdict& verdict);
+
+/// As text, whatever the bytes are.
+boost::json::value json_text(const std::string& text);
+boost::json::value json_text(const std::u16string& text);
+
+/// In ascending order.
+boost::json::array numbers_of_tokens(const Occurrence& occurrence);
+
+} // namespace orvane

@@ -1,0 +1,97 @@
+// What preflight found, for people.
+#include "printing/escape.hpp"
+#include "printing/quoting.hpp"
+#include "printing/wrapping.hpp"
+#include "readiness/report.hpp"
+
+#include <algorithm>
+
+namespace orvane::readiness {
+namespace {
+
+/// The findings about one setting.
+struct Section {
+    const Occurrence* occurrence; ///< null: about the group
+    std::vector<const Finding*> findings{};
+
+    bool fine() const {
+        return std::ranges::all_of(
+            findings, [](const Finding* one) { return about(one->kind).severity == Severity::fine; });
+    }
+};
+
+/// In the order of the first finding about each.
+std::vector<Section> sections_of(const GroupReport& group, const Context& context) {
+    std::vector<Section> sections;
+    for (const Finding& finding : group.findings) {
+        const Occurrence* const occurrence = occurrence_of(finding, context);
+        auto section = std::ranges::find(sections, occurrence, &Section::occurrence);
+        if (section == sections.end()) section = sections.insert(section, {occurrence});
+        section->findings.push_back(&finding);
+    }
+    return sections;
+}
+
+std::string text_of(const Section& section) {
+    std::string text;
+    if (section.occurrence != nullptr)
+        text = "  " + shown(*section.occurrence) + " (" + numbers_of(*section.occurrence) + ")\n";
+    const std::size_t indent = text.empty() ? 2 : 4;
+    for (const Finding* finding : section.findings) {
+        const auto& [group, id, severity, meaning] = about(finding->kind);
+        if (severity == Severity::fine) continue;
+        text += wrapped(std::string(to_text(severity)) + ": " + escape(finding->what) + " [" +
+                            std::string(id) + "]",
+                        indent, 2) +
+                "\n";
+        if (!finding->advice.empty()) text += wrapped(escape(finding->advice), indent + 2) + "\n";
+    }
+    return text;
+}
+
+std::string text_of(const GroupReport& group, const Context& context) {
+    std::string text, fine;
+    for (const Section& section : sections_of(group, context)) {
+        if (!section.fine())
+            text += text_of(section);
+        else if (section.occurrence != nullptr)
+            fine += (fine.empty() ? "fine: " : ", ") + shown(*section.occurrence);
+    }
+    if (!fine.empty()) text += wrapped(fine, 2, 2) + "\n";
+    return text.empty() ? text : std::string(group.group->name) + "\n" + text;
+}
+
+std::string counted(std::size_t count, std::string_view one, std::string_view more) {
+    return std::to_string(count) + " " + std::string(count == 1 ? one : more);
+}
+
+std::string summary_of(const Report& report) {
+    const std::size_t blocking = report.count(Severity::blocking), warnings = report.count(Severity::warning),
+                      unknown = report.count(Severity::unknown);
+    std::string text = report.ready()  ? "ready: the server can start here with these flags"
+                       : blocking == 0 ? "not known to be ready"
+                                       : "not ready";
+    std::string counts;
+    const auto add = [&](std::size_t count, std::string_view one, std::string_view more) {
+        if (count != 0) counts += (counts.empty() ? "" : ", ") + counted(count, one, more);
+    };
+    add(blocking, "blocking finding", "blocking findings");
+    add(warnings, "warning", "warnings");
+    add(unknown, "unknown", "unknown");
+    if (!counts.empty()) text += (report.ready() ? "; " : ": ") + counts;
+    std::string skipped;
+    for (const GroupReport& group : report.groups)
+        if (!group.looked_at) skipped += (skipped.empty() ? "" : ", ") + std::string(group.group->name);
+    return text + (skipped.empty() ? "" : "; skipped: " + skipped);
+}
+
+} // namespace
+
+std::string to_text(const Report& report) {
+    std::string text;
+    for (const GroupReport& group : report.groups)
+        text += text_of(group, *report.context);
+    return text + wrapped(summary_of(report), 0) + "\n";
+}
+
+} // namespace orvane::readiness
