@@ -1,7 +1,6 @@
 // What preflight found, for people.
 #include "printing/escape.hpp"
 #include "printing/quoting.hpp"
-#include "printing/wrapping.hpp"
 #include "readiness/report.hpp"
 
 #include <algorithm>
@@ -36,15 +35,13 @@ std::string text_of(const Section& section) {
     std::string text;
     if (section.occurrence != nullptr)
         text = "  " + shown(*section.occurrence) + " (" + numbers_of(*section.occurrence) + ")\n";
-    const std::size_t indent = text.empty() ? 2 : 4;
+    const std::string indent(text.empty() ? 2 : 4, ' ');
     for (const Finding* finding : section.findings) {
         const auto& [group, id, severity, meaning] = about(finding->kind);
         if (severity == Severity::fine) continue;
-        text += wrapped(std::string(to_text(severity)) + ": " + escape(finding->what) + " [" +
-                            std::string(id) + "]",
-                        indent, 2) +
-                "\n";
-        if (!finding->advice.empty()) text += wrapped(escape(finding->advice), indent + 2) + "\n";
+        text.append(indent).append(to_text(severity)).append(": ").append(escape(finding->what));
+        text.append(" [").append(id).append("]\n");
+        if (!finding->advice.empty()) text.append(indent + "  ").append(escape(finding->advice)).append("\n");
     }
     return text;
 }
@@ -57,7 +54,7 @@ std::string text_of(const GroupReport& group, const Context& context) {
         else if (section.occurrence != nullptr)
             fine += (fine.empty() ? "fine: " : ", ") + shown(*section.occurrence);
     }
-    if (!fine.empty()) text += wrapped(fine, 2, 2) + "\n";
+    if (!fine.empty()) text += "  " + fine + "\n";
     return text.empty() ? text : std::string(group.group->name) + "\n" + text;
 }
 
@@ -91,7 +88,7 @@ std::string to_text(const Report& report) {
     std::string text;
     for (const GroupReport& group : report.groups)
         text += text_of(group, *report.context);
-    return text + wrapped(summary_of(report), 0) + "\n";
+    return text + summary_of(report) + "\n";
 }
 
 } // namespace orvane::readiness
