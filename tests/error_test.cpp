@@ -81,7 +81,8 @@ TYPED_TEST(Exceptions, copies_share_the_attached_information) {
     original << Note(7);
     assigned = original;
     moved = TypeParam(assigned);
-    for (const TypeParam& one : {TypeParam(original), assigned, moved}) {
+    const TypeParam last(std::move(moved));
+    for (const TypeParam& one : {TypeParam(original), assigned, last}) {
         EXPECT_STREQ(one.what(), "a");
         EXPECT_EQ(boost::get_error_info<Note>(one), boost::get_error_info<Note>(original));
     }
@@ -123,6 +124,8 @@ TEST(HttpEndpoint, keeps_the_given_host_to_the_letter_and_else_has_this_machines
     http_endpoint here(boost::none, 65535), copy(here), assigned;
     EXPECT_EQ(std::pair(assigned.host_name(), assigned.port()), std::pair(u""s, std::uint16_t(0)));
     assigned = std::move(copy);
+    http_endpoint moved(std::move(assigned));
+    assigned = moved;
     EXPECT_EQ(std::pair(assigned.host_name(), int(assigned.port())), std::pair(here.host_name(), 65535));
     EXPECT_NE(here.host_name(), u"");
 }

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <filesystem>
 
+#include <fcntl.h>
 #include <netdb.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -85,6 +86,13 @@ TEST(RuntimeFiles, have_the_mode_of_any_new_file_and_no_endpoint_where_the_resol
             EXPECT_EQ(asked, host);
         }
     }
+    // What is not a file is read to the end of the value, and no further.
+    std::filesystem::remove(root / "main.pid");
+    EXPECT_EQ(::mkfifo((root / "main.pid").c_str(), 0600), 0);
+    const int pipe = ::open((root / "main.pid").c_str(), O_RDWR);
+    EXPECT_EQ(::write(pipe, "12\n", 3), 3);
+    EXPECT_EQ(read_master_pid(settings), 12U);
+    ::close(pipe);
     std::filesystem::remove_all(root);
 }
 

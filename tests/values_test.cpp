@@ -16,6 +16,11 @@ TEST(Values, are_refused_with_their_whole_text_and_leave_what_was_stored_before_
     expect_cases("values_refused.txt", {u"--wait"});
 }
 
+TEST(Values, that_are_no_enumerators_have_no_name) {
+    EXPECT_EQ(to_text(logging::log_content_type(1)), "");
+    EXPECT_EQ(to_text(logging::log_format_type(9)), "");
+}
+
 std::string shown, shown_text;
 
 TEST(Values, of_cache_flags_are_refused_with_message_ids_that_the_platform_is_shown) {

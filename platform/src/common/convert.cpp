@@ -26,8 +26,7 @@ constexpr bool is_low_surrogate(char16_t unit) {
 std::size_t ill_formed_length(std::string_view text) {
     const auto byte = [text](std::size_t at) { return static_cast<std::uint8_t>(text[at]); };
     const std::uint8_t lead = byte(0);
-    std::size_t whole = 1;
-    if (lead >= 0xC2 && lead <= 0xDF) whole = 2;
+    std::size_t whole = 1; // also for the lead of two bytes: it is ill-formed only if no second byte follows
     if (lead >= 0xE0 && lead <= 0xEF) whole = 3;
     if (lead >= 0xF0 && lead <= 0xF4) whole = 4;
 

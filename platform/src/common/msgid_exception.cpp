@@ -28,6 +28,15 @@ constexpr std::array sentences{
 };
 // clang-format on
 
+/// Whether every '%' is followed by the number of an argument.
+consteval bool have_only_places() {
+    for (const Sentence& sentence : sentences)
+        for (std::size_t at = 0; (at = sentence.text.find('%', at)) != sentence.text.npos;)
+            if (sentence.text.substr(++at, 1).find_first_of("123456789") != 0) return false;
+    return true;
+}
+static_assert(have_only_places(), "a sentence of the catalog has a '%' that is not the place of an argument");
+
 std::string narrow(const Argument& argument) {
     if (const auto* wide = std::get_if<std::u16string>(&argument)) return i18n::ustring_to_term(*wide);
     return std::get<std::string>(argument);
@@ -37,9 +46,7 @@ std::string narrow(const Argument& argument) {
 std::string filled_in(std::string_view text, const std::vector<Argument>& arguments) {
     std::string result;
     for (std::size_t at = 0; at < text.size(); ++at) {
-        const bool place =
-            text[at] == '%' && at + 1 < text.size() && text[at + 1] >= '1' && text[at + 1] <= '9';
-        if (!place) {
+        if (text[at] != '%') {
             result += text[at];
             continue;
         }

@@ -91,7 +91,7 @@ constexpr Row table[] = {
 static_assert(std::size(table) == flag::in_order.size(),
               "flags.def and the flag table differ in length: every flag has one row in each");
 
-constexpr bool in_order_of_the_list() {
+consteval bool in_order_of_the_list() {
     for (std::size_t i = 0; i != std::size(table); ++i) {
         if (table[i].flag != flag::in_order[i]) return false;
     }
