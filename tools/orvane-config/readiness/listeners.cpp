@@ -1,12 +1,57 @@
 // The addresses on which the server listens.
 #include "readiness/groups.hpp"
+#include "readiness/places.hpp"
+#include "reference/flag_texts.hpp"
+
+#include <algorithm>
 
 namespace orvane::readiness {
+namespace {
+
+constexpr unsigned largest_port = 65535;
+
+/// A server may take only the first address of a host, so the others are not needed.
+void look_at_the_others(const Place& place, Findings& findings) {
+    const bool everywhere = place.addresses.front() == "0.0.0.0";
+    for (std::size_t i = 1; i != place.addresses.size(); ++i) {
+        const std::string& address = place.addresses[i];
+        const BindTrial trial = try_to_bind(address, static_cast<unsigned short>(place.port));
+        // Without IPv6, all addresses are those of IPv4.
+        if (trial.outcome == BindTrial::Outcome::free ||
+            (everywhere && trial.outcome == BindTrial::Outcome::not_here))
+            continue;
+        findings.add(Kind::other_address, place.flag,
+                     with_port(place.addresses.front(), place.port) + " can be bound, but not " +
+                         with_port(address, place.port) + ", which the host also means: " + trial.why,
+                     everywhere ? "Clients that use IPv6 reach another program. Choose another port."
+                                : "Write the address instead of the name.");
+        return;
+    }
+}
+
+void look_at_one(const Place& place, Findings& findings) {
+    if (place.addresses.empty()) return;
+    if (place.port > largest_port) {
+        findings.add(Kind::no_such_port, place.flag, "there is no port " + std::to_string(place.port),
+                     "Choose one up to 65535.");
+        return;
+    }
+    if (!can_be_taken(place, place.addresses.front(), findings)) return;
+    findings.add(Kind::port_free, place.flag,
+                 with_port(place.addresses.front(), place.port) + " can be bound");
+    if (place.flag != flag::control_port && place.port != 0) look_at_the_others(place, findings);
+}
+
+} // namespace
 
 void look_at_listeners(const Context& context, Findings& findings) {
-    const auto& settings = context.settings;
-    if (settings.http() || settings.https() || settings.control_port())
-        findings.add(Kind::not_looked_at, u"", "not looked at in this build");
+    Hosts hosts;
+    std::vector<Place> earlier;
+    for (const Place& place : places_of_listeners(context, hosts, findings)) {
+        look_at_one(place, findings);
+        compare(place, earlier, context, findings);
+        earlier.push_back(place);
+    }
 }
 
 } // namespace orvane::readiness

@@ -1,0 +1,80 @@
+// Who listens on a port, on Windows.
+#include "system/port_holder.hpp"
+
+// In this order: what it includes must come before <windows.h>.
+#include <winsock2.h>
+#include <ws2tcpip.h>
+
+#include "system/windows/handle.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+#include <iphlpapi.h>
+
+namespace orvane {
+namespace {
+
+/// The table grows while it is read, so it is given more room than it asked for.
+constexpr ULONG slack = 4096;
+constexpr ULONG largest_table = 64 * 1024 * 1024;
+
+/// The file name of the process's program; empty when this user is not told.
+std::string program_of(DWORD pid) {
+    const Handle process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, pid));
+    std::array<wchar_t, 4096> path{};
+    DWORD size = static_cast<DWORD>(path.size());
+    if (process.get() == nullptr || !QueryFullProcessImageNameW(process.get(), 0, path.data(), &size))
+        return "";
+    const std::u16string text(path.data(), path.data() + size);
+    return qel::i18n::ustring_to_utf8(text.substr(text.rfind(u'\\') + 1));
+}
+
+std::vector<std::byte> table_of(ULONG family) {
+    std::vector<std::byte> table(slack);
+    ULONG size = slack;
+    while (GetExtendedTcpTable(table.data(), &size, FALSE, family, TCP_TABLE_OWNER_PID_LISTENER, 0) ==
+           ERROR_INSUFFICIENT_BUFFER) {
+        if (size > largest_table) return {};
+        size += slack;
+        table.resize(size);
+    }
+    return table;
+}
+
+void add(int family, const void* address, DWORD pid, std::vector<PortHolder>& holders) {
+    std::array<char, INET6_ADDRSTRLEN> text{};
+    if (inet_ntop(family, address, text.data(), text.size()) == nullptr) return;
+    holders.push_back({text.data(), pid, program_of(pid)});
+}
+
+/// The tables have the port in the network's byte order.
+bool is(unsigned short port, DWORD row_port) {
+    return ntohs(static_cast<u_short>(row_port)) == port;
+}
+
+} // namespace
+
+std::vector<PortHolder> holders_of(unsigned short port) {
+    std::vector<PortHolder> holders;
+    const auto ipv4 = table_of(AF_INET);
+    const auto* rows = reinterpret_cast<const MIB_TCPTABLE_OWNER_PID*>(ipv4.data());
+    for (DWORD i = 0; !ipv4.empty() && i != rows->dwNumEntries; ++i)
+        if (is(port, rows->table[i].dwLocalPort))
+            add(AF_INET, &rows->table[i].dwLocalAddr, rows->table[i].dwOwningPid, holders);
+    const auto ipv6 = table_of(AF_INET6);
+    const auto* rows6 = reinterpret_cast<const MIB_TCP6TABLE_OWNER_PID*>(ipv6.data());
+    for (DWORD i = 0; !ipv6.empty() && i != rows6->dwNumEntries; ++i)
+        if (is(port, rows6->table[i].dwLocalPort))
+            add(AF_INET6, rows6->table[i].ucLocalAddr, rows6->table[i].dwOwningPid, holders);
+    return holders;
+}
+
+std::string how_to_find_the_holder(unsigned short port) {
+    return "netstat -abno as administrator, and look for :" + std::to_string(port);
+}
+
+} // namespace orvane
