@@ -222,8 +222,8 @@ class Explains(unittest.TestCase):
         self.assertEqual(answer["origins"]["extract_root"], {"tokens": [1, 2], "completed": True})
         self.assertEqual(answer["origins"]["log_rotation_size"], {"tokens": [9, 10], "completed": False})
         text = run("show", *words)[1].splitlines()
-        self.assertIn("request_timeout = 00:00:01.500000  # tokens 5 and 6", text)
-        self.assertIn("auto_deploy_root = D  # tokens 1 and 2", text)
+        self.assertIn("request_timeout = 00:00:01.500000  # --request-timeout (tokens 5 and 6)", text)
+        self.assertIn("auto_deploy_root = D  # --auto-deploy-root (tokens 1 and 2)", text)
         self.assertIn("log_root  # not set", text)
 
     def test_flags_are_read_from_a_file_as_they_stand(self):

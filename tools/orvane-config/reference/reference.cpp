@@ -106,24 +106,35 @@ std::string with_flags(std::string_view raw) {
     return text;
 }
 
-/// The first word of a text in a shell's notation.
-std::string first_word(std::string_view text) {
-    if (text.starts_with('\'')) return std::string(text.substr(1, text.find('\'', 1) - 1));
-    return std::string(text.substr(0, text.find(' ')));
+/// The words of an example, some of them in single quotes.
+std::vector<std::string> words_of(std::string_view text) {
+    std::vector<std::string> words;
+    while (!text.empty()) {
+        const bool quoted = text.starts_with('\'');
+        text.remove_prefix(quoted ? 1 : 0);
+        const std::size_t end = std::min(text.find(quoted ? '\'' : ' '), text.size());
+        words.emplace_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + (quoted ? 2 : 1), text.size()));
+    }
+    return words;
 }
 
 /// A name of reference.def with what it takes, taken apart.
 Synonym synonym(const Reference& reference, std::string_view entry) {
     const std::size_t end = entry.find_first_of("=>");
-    Synonym found{&reference, {}, {}, {}};
+    Synonym found{entry.substr(0, end), &reference, {}, {}, {}};
     if (end != entry.npos) (entry[end] == '=' ? found.kind : found.value) = entry.substr(end + 1);
     return found;
 }
 
-/// Whether the entry begins with the name, wherever that has hyphens.
-bool has_name(std::string_view entry, std::string_view name) {
+enum class Hyphens { count, are_ignored };
+
+/// Whether the entry begins with the name.
+bool has_name(std::string_view entry, std::string_view name, Hyphens hyphens) {
+    entry = entry.substr(0, entry.find_first_of("=>"));
+    if (hyphens == Hyphens::count) return entry == name;
     std::size_t at = 0;
-    for (const char c : entry.substr(0, entry.find_first_of("=>"))) {
+    for (const char c : entry) {
         if (c == '-') continue;
         while (at != name.size() && name[at] == '-')
             ++at;
@@ -132,14 +143,21 @@ bool has_name(std::string_view entry, std::string_view name) {
     return at == name.size();
 }
 
-/// The one of the entries, which are separated by spaces, that has the name; else an empty text.
-std::string_view entry_with(std::string_view name, std::string_view entries) {
-    while (!entries.empty()) {
-        const std::size_t end = std::min(entries.find(' '), entries.size());
-        if (has_name(entries.substr(0, end), name)) return entries.substr(0, end);
-        entries.remove_prefix(std::min(end + 1, entries.size()));
+std::vector<std::string_view> entries_of(std::string_view list) {
+    std::vector<std::string_view> entries;
+    for (std::size_t end = 0; !list.empty(); list.remove_prefix(std::min(end + 1, list.size()))) {
+        end = std::min(list.find(' '), list.size());
+        entries.push_back(list.substr(0, end));
     }
-    return {};
+    return entries;
+}
+
+/// The one of the entries, which are separated by spaces, that has the name; else an empty text.
+std::string_view entry_with(std::string_view name, std::string_view list, Hyphens hyphens) {
+    const auto entries = entries_of(list);
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [&](std::string_view entry) { return has_name(entry, name, hyphens); });
+    return found == entries.end() ? std::string_view() : *found;
 }
 
 } // namespace
@@ -163,8 +181,19 @@ std::string Reference::example() const {
 
 std::string Reference::sample() const {
     if (is_switch()) return {};
-    const std::string line = example();
-    return first_word(std::string_view(line).substr(line.find(std::string(flag) + " ") + flag.size() + 1));
+    const std::vector<std::string> words = example_words();
+    return *(std::find(words.begin(), words.end(), flag) + 1);
+}
+
+std::vector<std::string> Reference::example_words() const {
+    return words_of(example());
+}
+
+std::string Reference::by_default() const {
+    constexpr std::string_view mark = "by default ";
+    const std::string text = meaning();
+    const std::size_t at = text.find(mark);
+    return at == text.npos ? "" : text.substr(at + mark.size());
 }
 
 std::span<const Reference> references() {
@@ -202,13 +231,25 @@ std::vector<std::string> keywords(const Reference& reference) {
     return words;
 }
 
+std::vector<Synonym> synonyms_of(const Reference& reference) {
+    std::vector<Synonym> all;
+    for (const std::string_view entry : entries_of(reference.synonyms))
+        all.push_back(synonym(reference, entry));
+    return all;
+}
+
 std::optional<Synonym> synonym_of(std::string_view words) {
     if (words.empty()) return std::nullopt;
-    for (const Reference& one : all_references)
-        if (const auto entry = entry_with(words, one.synonyms); !entry.empty()) return synonym(one, entry);
+    // "maxmemory" and "max-memory" are not the same.
+    for (const Hyphens hyphens : {Hyphens::count, Hyphens::are_ignored}) {
+        for (const Reference& one : all_references)
+            if (const auto entry = entry_with(words, one.synonyms, hyphens); !entry.empty())
+                return synonym(one, entry);
 #define ZEP_FOREIGN(foreign, text)                                                                           \
-    if (!entry_with(words, foreign).empty()) return Synonym{nullptr, {}, {}, with_flags(text)};
+    if (!entry_with(words, foreign, hyphens).empty())                                                        \
+        return Synonym{words, nullptr, {}, {}, with_flags(text)};
 #include "reference/foreign.def"
+    }
     return std::nullopt;
 }
 

@@ -38,9 +38,11 @@ struct Reference {
 
     std::string meaning() const;
     std::string repeated() const;
-    std::string relations() const; ///< what it requires or excludes; may be empty
-    std::string example() const;   ///< the flag and what follows, quoted for a shell
-    std::string sample() const;    ///< the value in the example
+    std::string relations() const;                  ///< what it requires or excludes; may be empty
+    std::string example() const;                    ///< the flag and what follows, quoted for a shell
+    std::string sample() const;                     ///< the value in the example
+    std::vector<std::string> example_words() const; ///< the example, taken apart
+    std::string by_default() const;                 ///< what holds without the flag; empty where nothing does
 
     bool is_switch() const { return way != Way::not_a_switch; }
     bool adds() const { return raw_repeated.starts_with("adds"); }
@@ -62,11 +64,15 @@ std::vector<std::string> keywords(const Reference& reference);
 
 /// What other servers call a setting of this one.
 struct Synonym {
+    std::string_view name;
     const Reference* reference; ///< null: this server has no such setting
     std::string kind;           ///< of the value that the other server's flag takes, where it is another
     std::string value;          ///< that the other server's switch stands for
     std::string advice;         ///< what to do where there is no such setting
 };
+
+/// The names of reference.def for the flag, in its order.
+std::vector<Synonym> synonyms_of(const Reference& reference);
 
 /// By the words of a name, "log-file" or "logfile".
 std::optional<Synonym> synonym_of(std::string_view words);

@@ -34,7 +34,7 @@ std::vector<std::string> similar_options(const Verb& verb, const std::u16string&
     for (const OwnOption& option : own_options)
         if (takes(verb, option)) options.push_back(spelled(option));
     std::vector<std::string> known = options;
-    if (takes_flags(verb))
+    if (takes_flags(verb) || takes_names_of_flags(verb))
         for (const Reference& one : references())
             if (!contains(options, std::string(one.flag))) known.emplace_back(one.flag);
     const auto similar = most_like(normalized(token.substr(0, token.find(u'='))), known);
@@ -45,7 +45,8 @@ std::vector<std::string> similar_options(const Verb& verb, const std::u16string&
 
 /// Refuses a token that is no option of the verb, where it cannot be anything else.
 void refuse_if_option(const Verb& verb, const std::u16string& token) {
-    if (takes_flags(verb) && kind_of(token.substr(0, token.find(u'='))) != FlagKind::no_flag) return;
+    const bool may_be_flag = takes_flags(verb) || takes_names_of_flags(verb);
+    if (may_be_flag && kind_of(token.substr(0, token.find(u'='))) != FlagKind::no_flag) return;
     const std::string text = qel::i18n::ustring_to_term(token);
     if (const OwnOption* others = option_of(name_in(text))) {
         std::vector<std::string_view> names = split(others->verbs, ' ');
@@ -54,7 +55,7 @@ void refuse_if_option(const Verb& verb, const std::u16string& token) {
     if (const auto similar = similar_options(verb, token); !similar.empty())
         throw Misused("there is no option '" + text + "'; did you mean " +
                       one_of({similar.begin(), similar.end()}) + "?");
-    if (!takes_flags(verb) && begins_as_flag(token)) throw Misused("there is no option '" + text + "'");
+    if (!may_be_flag && begins_as_flag(token)) throw Misused("there is no option '" + text + "'");
 }
 
 /// The option at `at`, which is moved on to its last token.
@@ -78,6 +79,7 @@ void read_option(Call& call, const OwnOption& option, Tokens::const_iterator& at
 /// Holds the words against the form of the verb's arguments.
 void check_words(const Call& call) {
     const std::string_view form = call.verb.arguments;
+    if (form.ends_with("...")) return;
     const auto words = split(form, '|');
     if (form.empty() && !call.words.empty()) throw Misused("unexpected argument: it takes none");
     if (form.starts_with('[') && call.words.size() > 1)

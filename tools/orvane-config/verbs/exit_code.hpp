@@ -29,7 +29,7 @@ inline constexpr ExitMeaning exit_codes[] = {
     {ExitCode::refused,            "refused by the library, or by the state of the server's files"},
     {ExitCode::misused,            "orvane-config was used wrongly"},
     {ExitCode::warned,             "accepted, but --strict found a warning"},
-    {ExitCode::not_published,      "not published, or not yet"},
+    {ExitCode::not_published,      "not published, or not yet, or not set"},
     {ExitCode::stale_or_malformed, "published, but stale or malformed"},
     {ExitCode::timed_out,          "timed out waiting"},
     {ExitCode::failed_io,          "input or output failed"},

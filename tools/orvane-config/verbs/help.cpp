@@ -1,6 +1,7 @@
 // What the tool says of itself.
 #include "verbs/help.hpp"
 
+#include "printing/roff.hpp"
 #include "printing/wrapping.hpp"
 #include "verbs/call.hpp"
 
@@ -60,13 +61,6 @@ std::string help_text(const Verb& verb) {
             text += beside("  " + with(spelled(option), option.value), option.meaning, text_column) + "\n";
     if (takes_command(verb)) text += "\n" + wrapped(code_of_publish, 0) + "\n";
     return text;
-}
-
-std::string roff(std::string_view text) {
-    std::string escaped;
-    for (const char c : text)
-        escaped += c == '-' ? "\\-" : c == '\\' ? "\\e" : c == '\'' ? "\\(aq" : std::string(1, c);
-    return escaped;
 }
 
 std::string manual_head() {

@@ -16,7 +16,4 @@ std::string help_text(const Verb& verb);
 /// A manual page, up to the place where the server's flags follow.
 std::string manual_head();
 
-/// Text for a manual page: no character of it is taken for a request.
-std::string roff(std::string_view text);
-
 } // namespace orvane

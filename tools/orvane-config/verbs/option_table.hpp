@@ -29,7 +29,10 @@ inline constexpr OwnOption own_options[] = {
     {"skip",    "NAME[,NAME]...",    "preflight",                     "do not look at these groups"},
     {"network", "",                  "preflight",                     "also contact other machines: the caches to attach to"},
     {"wait",    "SECONDS",           "locate",                        "wait for the server, at most this long"},
-    {"format",  "text|markdown|man", "flags warnings",                "output format; by default text"},
+    {"get",     "SETTING",           "show",                          "print only the value of this setting, a line for each element of a list; "
+                                                                      "the exit code is 4 if it is not set"},
+    {"quiet",   "",                  "check",                         "print nothing about the FLAGS: the exit code says whether they are accepted"},
+    {"format",  "text|markdown|man|json", "flags warnings",           "output format; by default text"},
     {"for",     "NAME",              "completions",                   "complete the flags of a server called NAME, instead of orvane-config"},
     {"help",    "",                  "",                              "print this help"},
 };

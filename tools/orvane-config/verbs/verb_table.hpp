@@ -16,7 +16,7 @@ struct Verb {
     std::string_view group;
     std::string_view name;
     std::string_view
-        arguments; ///< [X]: optional; a|b: one of these words; else the server's FLAGS, or nothing
+        arguments; ///< [X]: optional, [X]...: any number; a|b: one of these words; else the server's FLAGS, or nothing
     Run* run;
     std::string_view meaning;
 };
@@ -35,8 +35,8 @@ inline constexpr Verb verbs[] = {
      "read the runtime files of the server with these FLAGS, and say whether they can be trusted"},
     {"Running servers", "publish",     "FLAGS... [-- COMMAND ARGS...]", publish,
      "publish the runtime files of a server with these FLAGS while COMMAND runs; without COMMAND, until a signal comes"},
-    {"Reference",       "flags",       "",                             flags,
-     "print the reference of the server's flags"},
+    {"Reference",       "flags",       "[FLAG|WORD]...",               flags,
+     "print the reference of the server's flags, or of those that are called or about WORD"},
     {"Reference",       "warnings",    "[ID]",                         warnings,
      "print what each warning means, or only the one with this ID"},
     {"Reference",       "usage",       "[NAME]",                       usage,
@@ -53,6 +53,11 @@ inline constexpr Verb verbs[] = {
 /// Whether its arguments are the server's, and everything from the first one on is for the library.
 constexpr bool takes_flags(const Verb& verb) {
     return verb.arguments.starts_with("FLAGS");
+}
+
+/// Whether a flag of the server can be among its arguments.
+constexpr bool takes_names_of_flags(const Verb& verb) {
+    return verb.arguments.starts_with("[FLAG");
 }
 
 constexpr bool takes_command(const Verb& verb) {

@@ -1,17 +1,22 @@
 // The verb `warnings`: what the kinds of warnings mean.
 #include "explaining/warnings.hpp"
+#include "printing/json.hpp"
+#include "printing/roff.hpp"
 #include "printing/wrapping.hpp"
 #include "verbs/call.hpp"
-#include "verbs/help.hpp"
 #include "verbs/ignored_warnings.hpp"
 
 #include "qel/i18n/convert.hpp"
+
+#include <boost/json.hpp>
 
 #include <algorithm>
 #include <ostream>
 
 namespace orvane {
 namespace {
+
+using qel::i18n::ustring_to_utf8;
 
 void write_as_text(const WarningKind& kind, std::ostream& out) {
     out << wrapped(std::string(kind.id) + ": " + std::string(kind.summary), 0) << '\n'
@@ -25,6 +30,13 @@ void write_as_markdown(const WarningKind& kind, std::ostream& out) {
 void write_as_man(const WarningKind& kind, std::ostream& out) {
     out << ".TP\n.B " << roff(kind.id) << '\n'
         << roff(kind.summary) << ". " << roff(kind.explanation) << '\n';
+}
+
+void write_as_json(std::span<const WarningKind> kinds, std::ostream& out) {
+    boost::json::array warnings;
+    for (const WarningKind& kind : kinds)
+        warnings.push_back({{"id", kind.id}, {"summary", kind.summary}, {"explanation", kind.explanation}});
+    out << boost::json::object{{"format", json_format}, {"warnings", std::move(warnings)}} << '\n';
 }
 
 /// Throws Misused when there is none.
@@ -52,8 +64,15 @@ ExitCode warnings(const Call& call) {
     const auto write = format == "man"        ? write_as_man
                        : format == "markdown" ? write_as_markdown
                                               : write_as_text;
+    const auto asked_for = call.words.empty()
+                               ? warning_kinds()
+                               : std::span(&kind_of_warning(ustring_to_utf8(call.words.front())), 1);
+    if (format == "json") {
+        write_as_json(asked_for, call.out);
+        return ExitCode::done;
+    }
     if (!call.words.empty()) {
-        write(kind_of_warning(qel::i18n::ustring_to_utf8(call.words.front())), call.out);
+        write(asked_for.front(), call.out);
         return ExitCode::done;
     }
     if (format == "markdown")

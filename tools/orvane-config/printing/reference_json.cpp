@@ -1,0 +1,77 @@
+// The reference of the flags for other programs.
+#include "printing/reference_json.hpp"
+
+#include "printing/json.hpp"
+#include "printing/reference_text.hpp"
+#include "probing/settings_of_flag.hpp"
+
+#include <boost/json.hpp>
+
+#include <algorithm>
+
+namespace orvane {
+namespace {
+
+namespace json = boost::json;
+
+template <class Texts>
+json::array strings(const Texts& texts) {
+    json::array array;
+    for (const auto& text : texts)
+        array.emplace_back(json::string(text));
+    return array;
+}
+
+json::string kind_of_value(const Reference& one) {
+    if (one.is_switch()) return "switch";
+    if (!keywords(one).empty()) return "choice";
+    const auto forms = value_forms();
+    const auto known = std::find_if(forms.begin(), forms.end(),
+                                    [&](const ValueForm& form) { return form.form == one.value; });
+    return json::string(known == forms.end() ? "text" : known->kind);
+}
+
+json::array synonyms(const Reference& one) {
+    json::array array;
+    for (const Synonym& synonym : synonyms_of(one)) {
+        json::object object{{"name", json::string(synonym.name)}};
+        if (!synonym.kind.empty()) object["value"] = synonym.kind;
+        if (!synonym.value.empty()) object["means"] = synonym.value;
+        array.push_back(std::move(object));
+    }
+    return array;
+}
+
+json::object entry(const Reference& one) {
+    const char* const repetition = one.is_switch() ? "nothing" : one.adds() ? "adds" : "replaces";
+    json::object object{{"flag", json::string(one.flag)},
+                        {"subject", json::string(one.subject)},
+                        {"kind", kind_of_value(one)},
+                        {"meaning", one.meaning()},
+                        {"repetition", repetition},
+                        {"repeated", one.repeated()},
+                        {"relations", one.relations()},
+                        {"required", one.trait == Trait::required},
+                        {"needs", json::array()},
+                        {"settings", strings(settings_of_flag(one))},
+                        {"synonyms", synonyms(one)},
+                        {"example", strings(one.example_words())},
+                        {"platforms", json::array{"linux", "windows"}}};
+    if (!one.is_switch()) object["value"] = json::string(one.value);
+    if (const auto words = keywords(one); !words.empty()) object["choices"] = strings(words);
+    if (const std::string text = one.by_default(); !text.empty()) object["default"] = text;
+    if (one.trait == Trait::needs_https)
+        object["needs"] = {json::string(flag_with(Trait::starts_https).flag)};
+    return object;
+}
+
+} // namespace
+
+std::string reference_json(const std::vector<const Reference*>& flags) {
+    json::array entries;
+    for (const Reference* const one : flags)
+        entries.push_back(entry(*one));
+    return json::serialize(json::object{{"format", json_format}, {"flags", std::move(entries)}});
+}
+
+} // namespace orvane

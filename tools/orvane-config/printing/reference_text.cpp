@@ -1,0 +1,120 @@
+// The reference of the flags for people.
+#include "printing/reference_text.hpp"
+
+#include "printing/roff.hpp"
+#include "printing/wrapping.hpp"
+#include "probing/settings_of_flag.hpp"
+
+#include <algorithm>
+#include <iterator>
+#include <ostream>
+#include <utility>
+
+namespace orvane {
+namespace {
+
+/// The names from other servers, without the values that their flags take.
+std::string other_names(const Reference& one) {
+    std::string names;
+    for (const Synonym& synonym : synonyms_of(one))
+        names.append(names.empty() ? "" : ", ").append(synonym.name);
+    return names;
+}
+
+std::string settings(const Reference& one) {
+    std::string names;
+    for (const std::string& name : settings_of_flag(one))
+        names.append(names.empty() ? "" : ", ").append(name);
+    return names;
+}
+
+/// The rows below a flag's heading: what it is called, and the text.
+std::vector<std::pair<std::string, std::string>> details(const Reference& one) {
+    std::vector<std::pair<std::string, std::string>> rows = {{"Sets", settings(one)},
+                                                             {"Repeated", one.repeated()}};
+    if (!one.raw_relations.empty()) rows.emplace_back("Relations", one.relations());
+    if (!one.synonyms.empty()) rows.emplace_back("Elsewhere", other_names(one));
+    rows.emplace_back("Example", one.example());
+    return rows;
+}
+
+constexpr ValueForm forms[] = {
+    {"<directory>", "directory", "a path"},
+    {"<file>", "file", "a path"},
+    {"<number>", "number", "a whole number, at most 4294967295"},
+    {"<port>", "port", "a whole number, at most 65535"},
+    {"<size>", "size",
+     "bytes, as a whole number, or with a unit: K, M, G, T, P or E, alone or followed by B or iB, "
+     "upper or lower case; each is 1024 times the one before"},
+    {"<duration>", "duration",
+     "hours:minutes:seconds or hours:minutes, minutes and seconds with two digits, with a fraction where "
+     "needed: 0:01:30.5; a number alone means hours"},
+    {"<command>", "command", "a program and its arguments, in one token"},
+};
+
+std::string heading(const Reference& one) {
+    return std::string(one.flag) + (one.value.empty() ? "" : " ") + std::string(one.value);
+}
+
+void write_text(const Reference& one, bool new_subject, std::ostream& out) {
+    if (new_subject) out << one.subject << "\n\n";
+    out << wrapped(heading(one), 2, 4) << '\n' << wrapped(one.meaning(), 6) << '\n';
+    for (const auto& [name, text] : details(one))
+        out << wrapped(std::string(name).append(": ").append(text), 6, 2, name == "Example" ? " \\" : "")
+            << '\n';
+    out << '\n';
+}
+
+void write_forms_as_text(std::ostream& out) {
+    out << "Values\n\n";
+    for (const auto& [form, kind, text] : forms)
+        out << "  " << form << '\n' << wrapped(text, 6) << "\n\n";
+}
+
+void write_markdown(const Reference& one, bool new_subject, std::ostream& out) {
+    if (new_subject) out << "## " << one.subject << "\n\n";
+    out << "### `" << heading(one) << "`\n\n" << one.meaning() << "\n\n";
+    for (const auto& [name, text] : details(one))
+        out << "- " << name << ": " << (name == "Example" ? "`" + text + "`" : text) << '\n';
+    out << '\n';
+}
+
+void write_forms_as_markdown(std::ostream& out) {
+    out << "## Values\n\n";
+    for (const auto& [form, kind, text] : forms)
+        out << "- `" << form << "`: " << text << '\n';
+}
+
+void write_man(const Reference& one, bool new_subject, std::ostream& out) {
+    if (new_subject) out << ".SS " << one.subject << '\n';
+    out << ".TP\n.BI " << roff(std::string(one.flag))
+        << (one.value.empty() ? "" : " \" " + roff(std::string(one.value)) + "\"") << '\n'
+        << roff(one.meaning()) << '\n';
+    for (const auto& [name, text] : details(one))
+        out << ".br\n" << name << ": " << roff(text) << '\n';
+}
+
+void write_forms_as_man(std::ostream& out) {
+    out << ".SS Values\n";
+    for (const auto& [form, kind, text] : forms)
+        out << ".TP\n.B " << roff(form) << '\n' << roff(text) << '\n';
+}
+
+constexpr ReferenceFormat formats[] = {
+    {"text", "", write_text, write_forms_as_text},
+    {"markdown", "# The flags of the server\n\n", write_markdown, write_forms_as_markdown},
+    {"man", "", write_man, write_forms_as_man},
+};
+
+} // namespace
+
+const ReferenceFormat& reference_format(std::string_view name) {
+    return *std::find_if(std::begin(formats), std::end(formats),
+                         [&](const ReferenceFormat& one) { return one.name == name; });
+}
+
+std::span<const ValueForm> value_forms() {
+    return forms;
+}
+
+} // namespace orvane

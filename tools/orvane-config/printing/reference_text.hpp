@@ -1,0 +1,28 @@
+// The reference of the flags for people, in the formats that `flags --format` has.
+#pragma once
+
+#include "reference/reference.hpp"
+
+#include <iosfwd>
+#include <span>
+#include <string_view>
+
+namespace orvane {
+
+struct ReferenceFormat {
+    std::string_view name;
+    std::string_view before;
+    void (*write)(const Reference&, bool new_subject, std::ostream&);
+    void (*write_forms)(std::ostream&);
+};
+
+/// The format of that name, which has to be one of text, markdown and man.
+const ReferenceFormat& reference_format(std::string_view name);
+
+/// What stands for a value in more than one flag.
+struct ValueForm {
+    std::string_view form, kind, text;
+};
+std::span<const ValueForm> value_forms();
+
+} // namespace orvane

@@ -1,0 +1,92 @@
+// The verb `show`: the settings that a line makes, and where each comes from.
+#include "explaining/spelling.hpp"
+#include "printing/json.hpp"
+#include "printing/quoting.hpp"
+#include "printing/verdict_text.hpp"
+#include "probing/settings_of_flag.hpp"
+#include "verbs/ignored_warnings.hpp"
+#include "verbs/input.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+#include <ostream>
+
+namespace orvane {
+namespace {
+
+/// The flag that would set what the library completed.
+std::string default_of(const Setting& setting) {
+    for (const Reference& one : references()) {
+        const auto names = settings_of_flag(one);
+        if (std::find(names.begin(), names.end(), setting.name) != names.end())
+            return "default of " + std::string(one.flag);
+    }
+    return "completed by the library";
+}
+
+/// Where a setting comes from.
+std::string origin_of(const Setting& setting, const Effects& effects) {
+    std::string text;
+    const auto occurrences = effects.origins.find(setting.name);
+    if (occurrences != effects.origins.end())
+        for (const Occurrence& occurrence : occurrences->second)
+            text += (text.empty() ? "" : ", ") + qel::i18n::ustring_to_utf8(occurrence[0].text) + " (" +
+                    numbers_of(occurrence) + ")";
+    if (!effects.completed.contains(setting.name)) return text;
+    return text.empty() ? default_of(setting) : text + ", completed by the library";
+}
+
+void show_setting(const Setting& setting, const Effects& effects, std::ostream& out) {
+    if (setting.lines.empty()) {
+        out << setting.name << "  # not set\n";
+        return;
+    }
+    for (const auto& line : setting.lines) {
+        print(line, out);
+        out << (&line == &setting.lines.back() ? "  # " + origin_of(setting, effects) : "") << '\n';
+    }
+}
+
+/// The setting whose lines --get prints.
+Setting wanted_setting(const std::string& name, const qel::config::ServerSettings& settings) {
+    std::vector<std::string> names;
+    for (Setting& setting : settings_of(settings)) {
+        if (setting.name == name) return setting;
+        // An element of a list, or a part of one.
+        for (auto& line : setting.lines)
+            if (line.first == name) return {name, {line}};
+        names.push_back(setting.name);
+    }
+    const auto similar = most_like(qel::i18n::utf8_to_ustring(name), names);
+    throw Misused("there is no setting '" + name + "'" +
+                  (similar.empty() ? "; 'orvane-config show FLAGS...' lists them"
+                                   : "; did you mean '" + similar[0] + "'?"));
+}
+
+/// The value as it is: it is for a script.
+ExitCode print_setting(const Setting& setting, std::ostream& out) {
+    for (const auto& [name, value] : setting.lines)
+        out << value << '\n';
+    return setting.lines.empty() ? ExitCode::not_published : ExitCode::done;
+}
+
+} // namespace
+
+ExitCode show(const Call& call) {
+    const Verdict verdict = judge(input_of(call).flags, true, ignored_warnings(call));
+    const bool json = call.has(own("json")), one = call.has(own("get"));
+    if (json && one) throw Misused("--get and --json exclude each other");
+    if (!verdict.accepted() || (!json && !one)) explain(verdict, call.err);
+    if (!verdict.accepted()) return ExitCode::refused;
+    if (one) return print_setting(wanted_setting(call.value(own("get")), verdict.answer.settings), call.out);
+    if (json) {
+        call.out << show_json(verdict) << '\n';
+        return ExitCode::done;
+    }
+    for (const Setting& setting : settings_of(verdict.answer.settings))
+        show_setting(setting, verdict.effects, call.out);
+    return ExitCode::done;
+}
+
+} // namespace orvane
