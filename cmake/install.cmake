@@ -30,6 +30,7 @@ if(TARGET qel_platform)
 endif()
 if(TARGET orvane-config)
     install(TARGETS orvane-config RUNTIME DESTINATION ${binaries} COMPONENT tool)
+    install(DIRECTORY tools/orvane-config/schemas DESTINATION ${CMAKE_INSTALL_DATADIR}/orvane-config COMPONENT tool)
     # A tool built for another system does not run here, and Windows has no directory for these files.
     if(NOT CMAKE_CROSSCOMPILING AND NOT WIN32)
         include(cmake/tool_documents.cmake)

@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """Asks `orvane-config preflight` about ports and hosts, and watches what it does: preflight_network_test.py TOOL..."""
-import contextlib, json, os, socket, subprocess, sys, tempfile, unittest
+import contextlib, os, socket, subprocess, sys, tempfile, unittest
 from pathlib import Path
+
+import tool_schemas
 
 TOOL = sys.argv[1:]
 del sys.argv[1:]
@@ -26,7 +28,7 @@ def preflight(*words, prefix=(), groups="listeners,caches"):
     words = [*prefix, *TOOL, "preflight", "--json", "--only", groups, *words]
     done = subprocess.run(words, capture_output=True, timeout=60, check=False)
     assert done.stdout, done
-    return json.loads(done.stdout)["findings"]
+    return tool_schemas.answer("preflight", done.stdout)["findings"]
 
 
 def found(*words, **more):

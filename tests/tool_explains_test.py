@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """Asks orvane-config about command lines, and compares what it says with what happens: tool_explains_test.py TOOL..."""
-import json, os, random, re, shlex, subprocess, sys, tempfile, unittest
+import os, random, re, shlex, subprocess, sys, tempfile, unittest
 from pathlib import Path
+
+import tool_schemas
 
 TOOL = sys.argv[1:]
 del sys.argv[1:]
@@ -18,7 +20,7 @@ def run(*words, data=b"", **more):
 def ask(verb, words, *options):
     # Tokens of any kind and number come through a file.
     code, out, err = run(verb, "--json", *options, "--from", "-", data="".join(word + "\0" for word in words).encode(errors="surrogatepass"))
-    return json.loads(out) if out else {"exit": code, "said": err}
+    return tool_schemas.answer(verb, out) if out else {"exit": code, "said": err}
 
 
 def words_of(text):

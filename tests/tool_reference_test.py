@@ -3,6 +3,8 @@
 import json, re, subprocess, sys, unittest
 from pathlib import Path
 
+import tool_schemas
+
 TOOL = sys.argv[1:]
 del sys.argv[1:]
 HERE = not TOOL[-1].endswith(".exe")
@@ -16,7 +18,15 @@ def run(*words, data=b""):
 
 
 def answer(verb, *words):
-    return json.loads(run(verb, *words)[1])
+    return tool_schemas.answer(verb, run(verb, *words)[1])
+
+
+def members(schema):
+    """The names of all members that a schema describes."""
+    if not isinstance(schema, dict):
+        return set()
+    inner = [*schema.values(), *schema.get("properties", {}).values(), *schema.get("$defs", {}).values(), *schema.get("anyOf", [])]
+    return {*schema.get("properties", {})}.union(*(members(one) for one in inner if one is not schema.get("properties")))
 
 
 class Reference(unittest.TestCase):
@@ -37,6 +47,33 @@ class Reference(unittest.TestCase):
                 self.assertEqual({name for name, origin in origins.items() if at in origin["tokens"]}, {*one["settings"]})
                 names = [synonym["name"] for synonym in one["synonyms"]] + [one["flag"]]
                 self.assertEqual([found["flag"] for found in answer("flags", "--format", "json", *names)["flags"]], [one["flag"]])
+
+    def test_programs_learn_what_warnings_mean(self):
+        kinds = [kind["id"] for kind in answer("warnings", "--format", "json")["warnings"]]
+        self.assertEqual(kinds, re.findall("^## `(.*)`", (DATA.parents[1] / "docs/warnings.md").read_text(), re.M))
+
+    def test_the_schemas_describe_every_member_and_the_page_names_them(self):
+        page = (DATA.parents[1] / "docs/tool-json.md").read_text()
+        schemas = {path.stem: json.loads(path.read_text()) for path in tool_schemas.SCHEMAS.iterdir()}
+        settings = schemas.pop("settings")
+        self.assertEqual({name for name in schemas if f"`{name}.json`" not in page}, set())
+        described = {name for schema in schemas.values() for name in members(schema)}
+        named = {*re.findall(r"[`.\"](\w+)(?=`)", page)}
+        self.assertEqual(described - named, set())
+        first_columns = re.findall(r"^\| (`.*?`) \|", page, re.M)
+        self.assertEqual({name for cell in first_columns for name in re.findall(r"\.?(\w+)`", cell)} - described, set())
+        # A schema of records that is typed by hand, as the list of their fields is.
+        kinds = {"bool": "boolean", "std::string": "string", "std::u16string": "string", "Path": "string", "unsigned short": "integer",
+                 "unsigned int": "integer", "std::uint64_t": "integer", "std::vector": "array", "std::set": "array"}
+        for line in (DATA / "fields.txt").read_text().splitlines():
+            if line and line[0] not in "# ":
+                record = settings if line == "ServerSettings" else settings["$defs"][line]
+            elif line and line[0] == " ":
+                kind, name = re.match(r" +(?:optional<)?(.*?)(?:<.*)?>? (\w+)$", line).groups()
+                self.assertIn(name, record["required"])
+                described = record["properties"][name]
+                self.assertIn(kinds.get(kind, "null"), ["null", described.get("type"), *described.get("type", [])], line)
+                self.assertEqual("optional" in line, "null" in str(described), line)
 
 
 unittest.main()

@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """Runs orvane-config against itself and against the tools that find servers by their files: tool_test.py TOOL..."""
-import json, os, re, shlex, signal, socket, subprocess, sys, tempfile, time, unittest
+import os, re, shlex, signal, socket, subprocess, sys, tempfile, time, unittest
 from pathlib import Path
+
+import tool_schemas
 
 TOOL = sys.argv[1:]
 del sys.argv[1:]
@@ -27,7 +29,7 @@ def run(*words, stdout=subprocess.PIPE):
 
 def state(*flags):
     code, out, _ = run(*TOOL, "locate", "--json", *(flags or FLAGS))
-    return f"{json.loads(out)['state']} {code}"
+    return f"{tool_schemas.answer('locate', out)['state']} {code}"
 
 
 def until(condition):
@@ -89,7 +91,7 @@ class Tool(unittest.TestCase):
         first = self.publisher(*HELD)
         self.assertEqual((waiting.wait(60), run(*TOOL, "publish", *FLAGS)[0]), (0, 1))
         pid = int(main_pid.read_text())
-        files = json.loads(run(*TOOL, "locate", "--json", *FLAGS)[1])["files"]
+        files = tool_schemas.answer("locate", run(*TOOL, "locate", "--json", *FLAGS)[1])["files"]
         self.assertEqual([file["text"] for file in files], [str(pid), "127.0.0.1:9920", "h:9910"])
         self.assertEqual([file.get("pid") for file in files], [pid, None, None])
         Path("gate/control").write_text("h:1")
