@@ -41,6 +41,8 @@ def found(*words, **more):
 def listener(address, port=0):
     family = socket.AF_INET6 if ":" in address else socket.AF_INET
     server = socket.socket(family)
+    if HERE:
+        server.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
     if family == socket.AF_INET6:
         server.setsockopt(socket.IPPROTO_IPV6, socket.IPV6_V6ONLY, 1)
     server.bind((address, port))
@@ -97,9 +99,19 @@ class Network(unittest.TestCase):
             ("--http no+such+host:1", "http host-not-found"),
         ])
 
+    @unittest.skipUnless(HERE, "there the port is not free at once")
+    def test_connections_that_have_ended_do_not_keep_the_port(self):
+        with listener("127.0.0.1") as server, socket.create_connection(server.getsockname()):
+            server.accept()[0].close()
+            port = server.getsockname()[1]
+        self.expect([(f"--http 127.0.0.1:{port}", "")])
+
     @unittest.skipUnless(HERE and has_ipv6(), "there is no IPv6")
     def test_ipv6_counts_where_there_is_any(self):
-        taken = self.held("::1")
+        taken, both = self.held("::1"), self.held("127.0.0.1")
+        self.held("::1", both)
+        for address in ["127.0.0.1", "[::1]"]:
+            self.assertNotIn("which listens on", found(*REQUIRED, "--http", f"{address}:{both}")[1])
         self.expect([(f"--http [::1]:{taken}", "http port-taken"), (f"--http {taken}", "http other-address", "Clients that use IPv6"),
                      (f"--http [::1]:{self.free()}", ""), ("--http [2001:db8::1]:0", "http foreign-address")])
 
