@@ -85,7 +85,7 @@ bool is_given(const Case& fault, const Reference& flag) {
 /// The flag that takes the value that follows; preferably one that does not take any text, and one that is not given yet.
 const Reference& likeliest(const Case& fault, const std::vector<const Reference*>& flags) {
     const Occurrence* const next = fault.after();
-    const bool value = next != nullptr && end_of_strays(fault.line, fault.at + 1) != fault.at + 1;
+    const bool value = has_strays(fault.line, fault.at + 1);
     const auto rank = [&](const Reference* flag) {
         const Token token{std::u16string(flag->wide)};
         const bool fits = value != flag->is_switch() && (!value || takes(token, (*next)[0].text));
@@ -111,7 +111,7 @@ Advice with_value_behind(const Case& fault, const Reference& meant, char16_t sep
         advice = several_words(fault, meant, value);
     } else if (meant.is_switch()) {
         advice = switch_with_value(fault, meant, value);
-    } else if (value.empty() && end_of_strays(fault.line, fault.at + 1) != fault.at + 1) {
+    } else if (value.empty() && has_strays(fault.line, fault.at + 1)) {
         Token next = fault.line[fault.at + 1][0];
         next.text = clean_value(meant, next.text);
         advice = replace(fault, fault.at, fault.at + 2, {flag, next},

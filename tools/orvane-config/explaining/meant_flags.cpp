@@ -8,7 +8,6 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
-#include <set>
 #include <unordered_map>
 
 namespace orvane {
@@ -20,11 +19,48 @@ std::u16string singular(std::u16string word) {
     return word;
 }
 
-std::multiset<std::u16string> word_set(std::u16string_view words) {
-    std::multiset<std::u16string> set;
-    for (std::u16string& word : split_words(words))
-        set.insert(singular(std::move(word)));
+/// The words of all flags, each with a number.
+const std::unordered_map<std::u16string, int>& known_words() {
+    static const std::unordered_map<std::u16string, int> all = [] {
+        std::unordered_map<std::u16string, int> numbers;
+        for (const Reference& one : references())
+            for (std::u16string& word : split_words(normalized(one.wide)))
+                numbers.emplace(singular(std::move(word)), numbers.size());
+        return numbers;
+    }();
+    return all;
+}
+
+/// The words of a name. Those that no flag has are only counted.
+struct WordSet {
+    std::size_t size = 0;
+    std::vector<int> known{}; ///< sorted
+};
+
+WordSet word_set(std::u16string_view words) {
+    WordSet set;
+    for (std::u16string& word : split_words(words)) {
+        ++set.size;
+        const auto number = known_words().find(singular(std::move(word)));
+        if (number != known_words().end()) set.known.push_back(number->second);
+    }
+    std::sort(set.known.begin(), set.known.end());
     return set;
+}
+
+/// How many words two names have in common.
+std::size_t common_words(const WordSet& a, const WordSet& b) {
+    std::size_t count = 0;
+    for (auto left = a.known.begin(), right = b.known.begin();
+         left != a.known.end() && right != b.known.end();) {
+        if (*left == *right)
+            ++count, ++left, ++right;
+        else if (*left < *right)
+            ++left;
+        else
+            ++right;
+    }
+    return count;
 }
 
 /// How often each letter occurs.
@@ -48,7 +84,8 @@ std::size_t least_distance(const Counts& a, const Counts& b) {
 struct Name {
     const Reference* flag;
     std::u16string words, letters;
-    std::multiset<std::u16string> set;
+    std::u16string core; ///< the letters of the words that name the thing
+    WordSet set;
     Counts counts;
 };
 
@@ -56,8 +93,9 @@ const std::vector<Name>& names() {
     static const std::vector<Name> all = [] {
         std::vector<Name> names;
         for (const Reference& one : references())
-            names.push_back({&one, normalized(one.wide), letters(one.wide), word_set(normalized(one.wide)),
-                             counts_of(letters(one.wide))});
+            names.push_back({&one, normalized(one.wide), letters(one.wide),
+                             letters(qel::i18n::utf8_to_ustring(std::string(one.core))),
+                             word_set(normalized(one.wide)), counts_of(letters(one.wide))});
         return names;
     }();
     return all;
@@ -81,18 +119,16 @@ struct Nearest {
     }
 };
 
-std::size_t words_apart(const std::multiset<std::u16string>& a, const std::multiset<std::u16string>& b) {
-    std::vector<std::u16string> apart;
-    std::set_symmetric_difference(a.begin(), a.end(), b.begin(), b.end(), std::back_inserter(apart));
-    return apart.size() == a.size() + b.size() ? std::size_t{99} : apart.size();
+std::size_t words_apart(const WordSet& a, const WordSet& b) {
+    const std::size_t common = common_words(a, b);
+    return common == 0 ? 99 : a.size + b.size - 2 * common;
 }
 
 /// Flags with all the words, and as few others as possible.
-std::vector<const Reference*> with_the_words(const std::multiset<std::u16string>& set) {
+std::vector<const Reference*> with_the_words(const WordSet& set) {
     Nearest nearest{9};
     for (const Name& name : names())
-        if (std::includes(name.set.begin(), name.set.end(), set.begin(), set.end()))
-            nearest.see(name.set.size() - set.size(), name.flag);
+        if (common_words(name.set, set) == set.size) nearest.see(name.set.size - set.size, name.flag);
     return nearest.few();
 }
 
@@ -124,12 +160,12 @@ bool is_among(const std::u16string& word, const Words& words) {
 
 std::vector<const Reference*> flags_with_words(const std::u16string& words) {
     const auto set = word_set(words);
-    if (auto same = with_the_words(set); same.size() == 1 && set.size() > 1) return same;
+    if (auto same = with_the_words(set); same.size() == 1 && set.size > 1) return same;
     if (auto like = with_the_letters(words, 4); !like.empty()) return like;
     if (auto more = with_the_words(set); !more.empty()) return more;
     Nearest nearest{2}; // a word too many, or another word
     for (const Name& name : names())
-        if (const std::size_t apart = words_apart(set, name.set); apart <= 2 && set.size() > 1)
+        if (const std::size_t apart = words_apart(set, name.set); apart <= 2 && set.size > 1)
             nearest.see(apart, name.flag);
     if (!nearest.flags.empty()) return nearest.few();
     const auto like = with_the_letters(words, 3);
@@ -163,9 +199,8 @@ std::optional<Polarity> polarity_of(std::u16string_view text) {
             rest += word;
         for (const Name& name : names()) {
             const Reference& flag = *name.flag;
-            const std::u16string core = letters(qel::i18n::utf8_to_ustring(std::string(flag.core)));
-            if (flag.is_switch() && !core.empty() && (core == rest || name.letters == rest)) {
-                const bool about_core = core == rest;
+            if (flag.is_switch() && !name.core.empty() && (name.core == rest || name.letters == rest)) {
+                const bool about_core = name.core == rest;
                 const bool asks = about_core ? wanted == (flag.way == Way::on) : wanted;
                 return Polarity{&flag, !asks};
             }

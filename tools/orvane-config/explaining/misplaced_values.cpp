@@ -43,7 +43,7 @@ std::optional<Advice> separated_address(const Case& fault, std::size_t position,
         const bool joins = is_one_of(joined[1].text.back(), u"@:") || is_one_of(text[0], u"@:");
         joined[1].text += (joins ? u"" : u":") + text;
     }
-    if (!takes({joined})) return std::nullopt;
+    if (!takes(joined)) return std::nullopt;
     return replace(fault, position, end, joined, "pass the address as one argument: ");
 }
 
@@ -81,7 +81,7 @@ std::optional<Advice> joined_value(const Case& fault, std::size_t position) {
             const bool quoted = quoting && text.find(u' ') != text.npos;
             joined[1].text += quoted ? u" \"" + text + u"\"" : u" " + text;
         }
-        if (takes({joined}))
+        if (takes(joined))
             return replace(fault, position, end, joined,
                            "did the shell split a value that contains a space? Quote it: ");
     }
@@ -156,7 +156,7 @@ std::optional<Advice> before_its_flag(const Case& fault) {
         return std::nullopt;
     if (next->size() == 2 && kind_of((*next)[1].text) == FlagKind::no_flag) return std::nullopt;
     const Occurrence meant = {(*next)[0], fault.occurrence()[0]};
-    if (!takes({meant})) return std::nullopt;
+    if (!takes(meant)) return std::nullopt;
     Advice advice = replace(fault, fault.at, fault.at + 2, meant, "the value goes after its flag: ");
     std::vector<Token> tokens = meant;
     tokens.insert(tokens.end(), next->begin() + 1, next->end());

@@ -8,6 +8,7 @@
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
+#include <map>
 
 namespace orvane {
 namespace {
@@ -30,8 +31,7 @@ std::optional<Advice> better(const Case& fault, const std::u16string& text, cons
 
 /// The token that follows, if it may be the value.
 const Token* next_stray(const Case& fault) {
-    const bool stray = fault.after() != nullptr && end_of_strays(fault.line, fault.at + 1) != fault.at + 1;
-    return stray ? &(*fault.after())[0] : nullptr;
+    return has_strays(fault.line, fault.at + 1) ? &(*fault.after())[0] : nullptr;
 }
 
 /// With an example as the value, because the real one cannot be guessed.
@@ -47,6 +47,24 @@ Advice by_example(const Case& fault, std::string sentence) {
 
 bool is_quantity(const Reference& reference) {
     return reference.value == "<size>" || reference.value == "<duration>" || reference.value == "<number>";
+}
+
+/// Those of another kind that have all words of the flag's name, and others.
+const std::vector<const Reference*>& other_quantities(const Reference& flag) {
+    static std::map<const Reference*, std::vector<const Reference*>>
+        known; // the same flag may be refused often
+    const auto [place, is_new] = known.try_emplace(&flag);
+    if (!is_new) return place->second;
+    const std::vector<std::u16string> words = split_words(normalized(flag.wide));
+    for (const Reference& one : references()) {
+        const auto others = split_words(normalized(one.wide));
+        const bool more =
+            others.size() > words.size() && std::all_of(words.begin(), words.end(), [&](const auto& word) {
+                return std::find(others.begin(), others.end(), word) != others.end();
+            });
+        if (more && is_quantity(one) && one.value != flag.value) place->second.push_back(&one);
+    }
+    return place->second;
 }
 
 /// The largest number that the flag takes, if the value is larger.
@@ -155,7 +173,7 @@ std::optional<Advice> read_otherwise(const Case& fault) {
 
 std::optional<Advice> swapped(const Case& fault) {
     constexpr std::size_t near = 10;
-    if (fault.fault.code == qel::config::error_code::out_of_range() || takes({fault.occurrence()}))
+    if (fault.fault.code == qel::config::error_code::out_of_range() || takes(fault.occurrence()))
         return std::nullopt;
     // Two numbers were not swapped: both are simply wrong.
     const auto is_number = [](const Occurrence& one) {
@@ -164,9 +182,9 @@ std::optional<Advice> swapped(const Case& fault) {
     const std::size_t last = std::min(fault.at + near, fault.line.size() - 1);
     for (std::size_t other = fault.at + 1; other <= last; ++other) {
         Occurrence one = fault.occurrence(), two = fault.line[other];
-        if (two.size() != 2 || (is_number(one) && is_number(two)) || takes({two})) continue;
+        if (two.size() != 2 || (is_number(one) && is_number(two)) || takes(two)) continue;
         std::swap(one[1], two[1]);
-        if (!takes({one}) || !takes({two})) continue;
+        if (!takes(one) || !takes(two)) continue;
         Advice advice{{"are these two values swapped? " + shown(one) + " " + shown(two)}, {}, {}};
         Edit& edit = advice.edit;
         edit.begin = fault.at;
@@ -181,19 +199,11 @@ std::optional<Advice> swapped(const Case& fault) {
 
 std::optional<Advice> similar_flag(const Case& fault) {
     if (!is_quantity(flag_of(fault))) return std::nullopt;
-    const std::vector<std::u16string> words = split_words(normalized(fault.token()));
     const Reference* found = nullptr;
-    for (const Reference& one : references()) {
-        const auto others = split_words(normalized(one.wide));
-        const bool more =
-            others.size() > words.size() && std::all_of(words.begin(), words.end(), [&](const auto& word) {
-                return std::find(others.begin(), others.end(), word) != others.end();
-            });
-        if (!more || !is_quantity(one) || one.value == flag_of(fault).value ||
-            !takes({std::u16string(one.wide)}, value_of(fault).text))
-            continue;
+    for (const Reference* const one : other_quantities(flag_of(fault))) {
+        if (!takes({std::u16string(one->wide)}, value_of(fault).text)) continue;
         if (found != nullptr) return std::nullopt;
-        found = &one;
+        found = one;
     }
     if (found == nullptr) return std::nullopt;
     Advice advice =
@@ -204,7 +214,7 @@ std::optional<Advice> similar_flag(const Case& fault) {
 }
 
 std::optional<Advice> in_the_way(const Case& fault) {
-    if (!takes({fault.occurrence()})) return std::nullopt;
+    if (!takes(fault.occurrence())) return std::nullopt;
     Advice advice = by_example(fault, std::string(flag_of(fault).flag) + ": " + flag_of(fault).relations());
     advice.edit.proposed = false;
     return advice;

@@ -9,10 +9,22 @@
 #include "qel/i18n/convert.hpp"
 
 #include <deque>
+#include <unordered_map>
 
 namespace orvane {
 
 using qel::i18n::utf8_to_ustring;
+
+namespace {
+
+bool is_stray(const std::u16string& text, bool of_a_command) {
+    if (text.empty() || reference_of(text) != nullptr || text[0] == u'#' || is_for_a_shell(text))
+        return false;
+    if (!of_a_command && begins_as_flag(text)) return false;
+    return !resembles_a_flag(text);
+}
+
+} // namespace
 
 Edit edit_of(const Case& fault, std::size_t begin, std::size_t end, const std::vector<Token>& tokens) {
     Edit edit;
@@ -67,12 +79,19 @@ std::vector<Token> with_placeholder(const Occurrence& occurrence) {
     return {occurrence[0], value};
 }
 
-bool takes(const CommandLine& line) {
-    return ask(line).consumed();
+bool takes(const Token& flag, const std::u16string& value) {
+    // Asked again by other rules, and by those for the faults nearby.
+    static std::unordered_map<std::u16string, bool> known;
+    const auto found = known.find(flag.text + u' ' + value);
+    if (found != known.end()) return found->second;
+    const bool taken = ask({{flag, {value}}}).consumed();
+    constexpr std::size_t longest = 200; // of a value that is worth to be kept
+    if (value.size() <= longest) known.emplace(flag.text + u' ' + value, taken);
+    return taken;
 }
 
-bool takes(const Token& flag, const std::u16string& value) {
-    return takes({{flag, {value}}});
+bool takes(const Occurrence& occurrence) {
+    return occurrence.size() == 2 ? takes(occurrence[0], occurrence[1].text) : ask({occurrence}).consumed();
 }
 
 std::u16string clean_value(const Reference& flag, std::u16string_view rest) {
@@ -81,14 +100,13 @@ std::u16string clean_value(const Reference& flag, std::u16string_view rest) {
 }
 
 std::size_t end_of_strays(const WorkingLine& line, std::size_t from, bool of_a_command) {
-    const auto is_stray = [&](const std::u16string& text) {
-        if (text.empty() || reference_of(text) != nullptr || text[0] == u'#' || is_for_a_shell(text))
-            return false;
-        return !resembles_a_flag(text) && (of_a_command || !begins_as_flag(text));
-    };
-    while (from != line.size() && is_stray(line[from][0].text))
+    while (from != line.size() && is_stray(line[from][0].text, of_a_command))
         ++from;
     return from;
+}
+
+bool has_strays(const WorkingLine& line, std::size_t from) {
+    return from != line.size() && is_stray(line[from][0].text, false);
 }
 
 const Reference& reference_of(const Occurrence& occurrence) {

@@ -33,8 +33,8 @@ Advice skip(const Case& fault, std::size_t begin, std::size_t end, std::string s
 /// flag was refused with such a value already.
 std::vector<Token> with_placeholder(const Occurrence& occurrence);
 
-/// Whether the library takes them by themselves.
-bool takes(const CommandLine& line);
+/// Whether the library takes it by itself.
+bool takes(const Occurrence& occurrence);
 bool takes(const Token& flag, const std::u16string& value);
 
 /// The value that the flag takes: as it is, or without the marks around it.
@@ -42,6 +42,9 @@ std::u16string clean_value(const Reference& flag, std::u16string_view value);
 
 /// The end of the tokens from `from` on that are no flags, and are not meant as flags.
 std::size_t end_of_strays(const WorkingLine& line, std::size_t from, bool of_a_command = false);
+
+/// Whether there is at least one.
+bool has_strays(const WorkingLine& line, std::size_t from);
 
 /// What the reference says of an occurrence's flag.
 const Reference& reference_of(const Occurrence& occurrence);

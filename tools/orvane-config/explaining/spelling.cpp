@@ -31,7 +31,13 @@ bool is_upper(char16_t c) {
     return c >= u'A' && c <= u'Z';
 }
 
+/// Most characters are; no table needs to be searched for them.
+bool is_printable_ascii(char16_t c) {
+    return c >= 0x20 && c < 0x7F;
+}
+
 char16_t as_ascii(char16_t c) {
+    if (is_printable_ascii(c)) return c;
     if (is_one_of(c, dashes)) return u'-';
     if (c >= 0xFF01 && c <= 0xFF5E) return static_cast<char16_t>(c - 0xFEE0); // of full width
     const auto at = look_alikes.find(c);
@@ -73,13 +79,16 @@ std::u16string trimmed(std::u16string_view text, std::u16string_view set) {
 
 std::u16string visible(std::u16string_view text) {
     std::u16string seen;
+    seen.reserve(text.size());
     for (std::size_t i = 0; i < text.size();) {
         if (const std::size_t end = end_of_escape(text, i); end != i) {
             i = end;
             continue;
         }
         const char16_t c = text[i++];
-        if (is_one_of(c, wide_blanks))
+        if (is_printable_ascii(c))
+            seen += c;
+        else if (is_one_of(c, wide_blanks))
             seen += u' ';
         else if (!is_invisible(c))
             seen += c;

@@ -13,42 +13,52 @@ class Walker {
 public:
     /// The first occurrence that is refused, and the library's answer; line.size() when all are taken.
     std::size_t next_refused(const WorkingLine& line, Answer& refusal) {
-        for (std::size_t stride = 1;;) {
-            const std::size_t left = line.size() - base_ - taken_;
-            if (left == 0) return line.size();
-            stride = std::min(stride, left);
+        // One more than what has changed: a fault is often followed by another, and then this answer is about it.
+        std::size_t stride = changed_ + 1;
+        std::size_t refused =
+            0; // of so many from the base, `refusal` is about the last, or one before it; 0: unknown
+        while (base_ + taken_ != line.size()) {
+            const std::size_t end = refused != 0 ? refused - 1 : line.size() - base_;
+            stride = std::min(stride, end - taken_);
             Answer answer = ask(tokens_of(line.part(base_, base_ + taken_ + stride)), record_);
             if (answer.consumed()) {
                 taken_ += stride;
                 stride *= 2;
-                move_up(line);
-            } else if (stride == 1) {
-                refusal = std::move(answer);
-                return base_ + taken_;
+                const std::size_t moved = move_up(line);
+                // What the library said of those that are left behind would be in the text of the refusal.
+                refused = answer.text.empty() && refused != 0 ? refused - moved : 0;
             } else {
-                stride /= 2;
+                refused = taken_ + stride;
+                stride = std::max<std::size_t>(stride == changed_ + 1 ? changed_ : stride / 2, 1);
+                refusal = std::move(answer);
             }
+            if (refused == taken_ + 1) return base_ + taken_;
         }
+        return line.size();
     }
 
-    /// Call this when the line has changed, from this occurrence on.
-    void changed(std::size_t from) {
+    /// Call this when the line has changed: it has `count` other occurrences from this one on.
+    void changed(std::size_t from, std::size_t count) {
         base_ = std::min(base_, from);
         taken_ = 0;
+        changed_ = from + count - base_;
     }
 
 private:
-    /// The last one is asked about again with what follows it.
-    void move_up(const WorkingLine& line) {
+    /// The last one is asked about again with what follows it. Returns how many others there were.
+    std::size_t move_up(const WorkingLine& line) {
+        const std::size_t before = base_;
         for (; taken_ > 1; --taken_) {
             const Occurrence& occurrence = line[base_++];
             if (seen_.insert(occurrence[0].text).second)
                 record_ = ask(tokens_of({occurrence}), std::move(record_)).settings;
         }
+        return base_ - before;
     }
 
-    std::size_t base_ = 0;  // this many occurrences are done
-    std::size_t taken_ = 0; // and this many after them are known to be taken
+    std::size_t base_ = 0;    // this many occurrences are done
+    std::size_t taken_ = 0;   // and this many after them are known to be taken
+    std::size_t changed_ = 0; // but these changed after the last answer
     std::unordered_set<std::u16string> seen_{};
     qel::config::ServerSettings record_{};
 };
@@ -89,7 +99,7 @@ Fix fix_of(const Tokens& given, const WorkingLine& line, const Edit& edit) {
 }
 
 /// In a line that is refused: its first refused occurrence, looked for without a record.
-std::size_t first_refused(const WorkingLine& line, Answer& refusal) {
+std::size_t bisected(const WorkingLine& line, Answer& refusal) {
     std::size_t taken = 0;
     for (std::size_t refused = line.size(); refused - taken > 1;) {
         const std::size_t middle = taken + (refused - taken) / 2;
@@ -97,6 +107,14 @@ std::size_t first_refused(const WorkingLine& line, Answer& refusal) {
     }
     refusal = ask(line.part(0, taken + 1));
     return taken;
+}
+
+/// The same with a walker that came this far; `last` is about the whole line when none is refused.
+std::size_t next_refused(const WorkingLine& line, Walker& walker, Answer& last) {
+    if (const std::size_t position = walker.next_refused(line, last); position != line.size())
+        return position;
+    last = ask(line.part(0, line.size()));
+    return last.consumed() ? line.size() : bisected(line, last);
 }
 
 Fault fault_at(const WorkingLine& line, std::size_t position, const Answer& answer) {
@@ -137,12 +155,8 @@ Diagnosis diagnose(const Tokens& tokens, const Answer& answer, const FindEdit& f
     Answer last;
     std::size_t most_left = line.size() + 1; // so much is left after the last fault
     for (int standstill = 0;;) {
-        std::size_t position = walker.next_refused(line, last);
-        if (position == line.size()) {
-            last = ask(line.part(0, line.size()));
-            if (!last.code) break;
-            if (!last.consumed()) position = first_refused(line, last);
-        }
+        const std::size_t position = next_refused(line, walker, last);
+        if (!last.code) break;
         Fault& fault = diagnosis.faults.emplace_back(fault_at(line, position, last));
         // Nothing may keep the tool at one place: what is refused again and again is left out.
         standstill = line.size() - position < most_left ? 0 : standstill + 1;
@@ -158,13 +172,18 @@ Diagnosis diagnose(const Tokens& tokens, const Answer& answer, const FindEdit& f
             for (const Token& token : tokens_in(line.part(edit.begin, edit.end)))
                 lost.push_back(token);
         }
-        walker.changed(edit.begin);
+        walker.changed(edit.begin, edit.occurrences.size());
         line.replace(edit.begin, edit.end, std::move(edit.occurrences));
     }
     diagnosis.faults[0].text = answer.text;
     std::ignore = qel::config::validate_settings(last.settings, diagnosis.problems, diagnosis.involved);
     diagnosis.fixed = with_lost(line.part(0, line.size()), lost);
     return diagnosis;
+}
+
+std::size_t first_refused(const CommandLine& line, Answer& refusal) {
+    Walker walker;
+    return next_refused(WorkingLine(line), walker, refusal);
 }
 
 } // namespace orvane

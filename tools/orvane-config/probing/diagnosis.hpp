@@ -63,4 +63,7 @@ using FindEdit = std::function<Edit(const Case&)>;
 /// `answer` is the library's, for the tokens.
 Diagnosis diagnose(const Tokens& tokens, const Answer& answer, const FindEdit& find_edit);
 
+/// The first occurrence of the line that is refused, and the library's answer; the line's size when all are taken.
+std::size_t first_refused(const CommandLine& line, Answer& refusal);
+
 } // namespace orvane

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <iterator>
+#include <unordered_map>
 
 namespace orvane {
 namespace {
@@ -127,22 +128,6 @@ Synonym synonym(const Reference& reference, std::string_view entry) {
     return found;
 }
 
-enum class Hyphens { count, are_ignored };
-
-/// Whether the entry begins with the name.
-bool has_name(std::string_view entry, std::string_view name, Hyphens hyphens) {
-    entry = entry.substr(0, entry.find_first_of("=>"));
-    if (hyphens == Hyphens::count) return entry == name;
-    std::size_t at = 0;
-    for (const char c : entry) {
-        if (c == '-') continue;
-        while (at != name.size() && name[at] == '-')
-            ++at;
-        if (at == name.size() || name[at++] != c) return false;
-    }
-    return at == name.size();
-}
-
 std::vector<std::string_view> entries_of(std::string_view list) {
     std::vector<std::string_view> entries;
     for (std::size_t end = 0; !list.empty(); list.remove_prefix(std::min(end + 1, list.size()))) {
@@ -152,12 +137,36 @@ std::vector<std::string_view> entries_of(std::string_view list) {
     return entries;
 }
 
-/// The one of the entries, which are separated by spaces, that has the name; else an empty text.
-std::string_view entry_with(std::string_view name, std::string_view list, Hyphens hyphens) {
-    const auto entries = entries_of(list);
-    const auto found = std::find_if(entries.begin(), entries.end(),
-                                    [&](std::string_view entry) { return has_name(entry, name, hyphens); });
-    return found == entries.end() ? std::string_view() : *found;
+std::string without_hyphens(std::string_view name) {
+    std::string text(name);
+    std::erase(text, '-');
+    return text;
+}
+
+/// What other servers' names mean, by the name and by the name without its hyphens. The first of several stays.
+struct ForeignNames {
+    std::unordered_map<std::string_view, Synonym> exact{};
+    std::unordered_map<std::string, Synonym> loose{};
+
+    void add(const Synonym& synonym) {
+        exact.emplace(synonym.name, synonym);
+        loose.emplace(without_hyphens(synonym.name), synonym);
+    }
+};
+
+const ForeignNames& foreign_names() {
+    static const ForeignNames all = [] {
+        ForeignNames names;
+        for (const Reference& one : all_references)
+            for (const Synonym& synonym : synonyms_of(one))
+                names.add(synonym);
+#define ZEP_FOREIGN(foreign, text)                                                                           \
+    for (const std::string_view name : entries_of(foreign))                                                  \
+        names.add({name, nullptr, {}, {}, with_flags(text)});
+#include "reference/foreign.def"
+        return names;
+    }();
+    return all;
 }
 
 } // namespace
@@ -239,18 +248,11 @@ std::vector<Synonym> synonyms_of(const Reference& reference) {
 }
 
 std::optional<Synonym> synonym_of(std::string_view words) {
-    if (words.empty()) return std::nullopt;
     // "maxmemory" and "max-memory" are not the same.
-    for (const Hyphens hyphens : {Hyphens::count, Hyphens::are_ignored}) {
-        for (const Reference& one : all_references)
-            if (const auto entry = entry_with(words, one.synonyms, hyphens); !entry.empty())
-                return synonym(one, entry);
-#define ZEP_FOREIGN(foreign, text)                                                                           \
-    if (!entry_with(words, foreign, hyphens).empty())                                                        \
-        return Synonym{words, nullptr, {}, {}, with_flags(text)};
-#include "reference/foreign.def"
-    }
-    return std::nullopt;
+    const ForeignNames& names = foreign_names();
+    if (const auto exact = names.exact.find(words); exact != names.exact.end()) return exact->second;
+    const auto loose = names.loose.find(without_hyphens(words));
+    return loose == names.loose.end() ? std::nullopt : std::optional(loose->second);
 }
 
 } // namespace orvane

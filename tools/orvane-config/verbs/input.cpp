@@ -1,7 +1,7 @@
 // Where the server's flags come from.
 #include "verbs/input.hpp"
 
-#include "probing/probing.hpp"
+#include "probing/diagnosis.hpp"
 
 #include "qel/config/error_code.hpp"
 #include "qel/i18n/convert.hpp"
@@ -93,9 +93,17 @@ Tokens tokens_in(const std::string& bytes) {
 /// The position of the "--" that ends the flags, or the end. One that is the value of a flag does not: that
 /// is the case when the flags before it do not parse.
 Tokens::const_iterator end_of_flags(const Tokens& words) {
-    for (auto at = words.begin(); (at = std::find(at, words.end(), u"--")) != words.end(); ++at)
-        if (ask(Tokens(words.begin(), at)).code != qel::config::error_code::parse_error()) return at;
-    return words.end();
+    if (std::find(words.begin(), words.end(), u"--") == words.end()) return words.end();
+    using qel::config::error_code::unrecognized_flag, qel::config::error_code::parse_error;
+    const CommandLine line = occurrences_of(words);
+    Answer refusal;
+    const std::size_t refused = first_refused(line, refusal);
+    if (refused == line.size()) return words.end(); // each is a value
+    // Without its value, a flag that the library knows does not parse.
+    const bool in_place = refusal.code == unrecognized_flag();
+    const auto from = words.begin() + static_cast<std::ptrdiff_t>(in_place ? line[refused].front().number - 1
+                                                                           : line[refused].back().number);
+    return refusal.code == parse_error() ? words.end() : std::find(from, words.end(), u"--");
 }
 
 /// FLAGS from a file; the command line has at most the command.
