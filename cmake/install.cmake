@@ -37,6 +37,10 @@ if(TARGET orvane-config)
         install(FILES ${manual} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
         install(FILES ${tool_documents}/orvane-config
             DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tool)
+        install(FILES ${tool_documents}/_orvane-config
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/${zsh_functions} COMPONENT tool)
+        install(FILES ${tool_documents}/orvane-config.fish
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT tool)
     endif()
 endif()
 if(PROJECT_IS_TOP_LEVEL)

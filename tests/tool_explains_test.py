@@ -253,23 +253,6 @@ class Explains(unittest.TestCase):
             self.assertTrue(said.startswith("unrecognized option: \\u001b[2J\\u009b2J\\u202e\\u000a!\r\n"), said)
             os.close(ours), os.close(theirs)
 
-    @unittest.skipUnless(HERE, "there is no such shell")
-    def test_completions_complete_in_a_real_shell(self):
-        script = "source <(\"$@\"); COMP_WORDS=({0} ''); COMP_CWORD={1}; COMP_WORDS[{1}]='{2}'; {3}; echo ${{COMPREPLY[@]}}"
-        os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
-        Path("dir one").mkdir(), Path("file").touch()
-        for line, expected in rows("tool_completions.txt"):
-            *words, last = line.split("|")
-            server = words[0] != "orvane-config"
-            generator = [*TOOL, "completions", *(["--for", words[0]] if server else []), "bash"]
-            function = "_" + words[0].replace("-", "_") + ("_server" if server else "")
-            command = script.format(shlex.join(words), len(words), last, function)
-            done = subprocess.run(["bash", "-c", command, "bash", *generator], capture_output=True, text=True, check=True)
-            self.assertEqual((done.stdout.strip(), done.stderr), (expected.strip().replace("()", ""), ""), line)
-        self.assertIn("Register-ArgumentCompleter -Native -CommandName 'orvane'",
-                      run("completions", "--for", "orvane", "powershell")[1])
-        self.assertEqual([run("completions", *words)[0] for words in [(), ("sh",), ("--for", "$(x)", "bash")]], [2, 2, 2])
-
     @unittest.skipUnless(HERE, "there is no such tracer")
     def test_asking_changes_nothing(self):
         os.chdir(self.enterContext(tempfile.TemporaryDirectory()))

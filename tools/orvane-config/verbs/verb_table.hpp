@@ -41,7 +41,7 @@ inline constexpr Verb verbs[] = {
      "print what each warning means, or only the one with this ID"},
     {"Reference",       "usage",       "[NAME]",                       usage,
      "print the server's usage text, for a program called NAME"},
-    {"This tool",       "completions", "bash|powershell",              completions,
+    {"This tool",       "completions", "bash|zsh|fish|powershell",     completions,
      "print a script that completes flags and their values in a shell"},
     {"This tool",       "help",        "[VERB]",                       help,
      "print this text, or the help of a verb"},

@@ -1,0 +1,82 @@
+#!/usr/bin/env python3
+"""Lets real shells complete command lines with the scripts that orvane-config prints: tool_completions_test.py TOOL"""
+import os, shlex, shutil, subprocess, sys, tempfile, unittest
+from pathlib import Path
+
+TOOL = sys.argv[1:]
+del sys.argv[1:]
+HERE = Path(__file__).resolve().parent
+
+
+def rows():
+    """The words of each line, the last one unfinished, and what has to be offered for it."""
+    lines = [line for line in (HERE / "data/tool_completions.txt").read_text().splitlines() if line and line[0] != "#"]
+    for line, expected in zip(lines[::2], lines[1::2]):
+        yield line.split("|"), {*shlex.split(expected.replace("()", ""))}
+
+
+def run(*words):
+    return subprocess.run(words, capture_output=True, text=True, timeout=120, check=True)
+
+
+class Completions(unittest.TestCase):
+    def setUp(self):
+        os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
+        Path("work").mkdir()
+        self.scripts = {}
+        for shell in ["bash", "zsh", "fish", "powershell"]:
+            for program in ["orvane-config", "orvane-server"]:
+                script = Path(f"{program}.{shell}").resolve()
+                script.write_text(run(*TOOL, "completions", "--for", program, shell).stdout)
+                self.scripts[program, shell] = str(script)
+        os.chdir("work")
+        Path("dir one").mkdir(), Path("file").touch()
+
+    def expect(self, shell, offers):
+        """Compares what a shell offers with what it should; files and directories are spelt in different ways."""
+        if not shutil.which(shell):
+            self.skipTest(f"there is no {shell}")
+        lines = list(rows())
+        for program in ["orvane-config", "orvane-server"]:
+            ours = [(words, expected) for words, expected in lines if words[0] == program]
+            offered = offers(self.scripts[program, shell], [words for words, _ in ours])
+            self.assertEqual(len(offered), len(ours))
+            for (words, expected), found in zip(ours, offered):
+                with self.subTest("|".join(words)):
+                    self.assertEqual({one.rstrip("/").replace("\\", "") for one in found if one}, expected)
+
+    def test_bash_completes(self):
+        def offers(script, lines):
+            for words in lines:
+                ask = (f"source {script}; COMP_WORDS=({shlex.join(words)}); COMP_CWORD={len(words) - 1}; "
+                       f"$(complete -p {words[0]} | sed 's/.*-F //; s/ .*//'); printf '%s\\n' \"${{COMPREPLY[@]}}\"")
+                done = run("bash", "-c", ask)
+                self.assertEqual(done.stderr, "")
+                yield done.stdout.split("\n")
+        self.expect("bash", lambda *words: list(offers(*words)))
+
+    def test_fish_completes(self):
+        def offers(script, lines):
+            asked = "; ".join(f"complete -C {shlex.quote(' '.join(words))}; echo =" for words in lines)
+            done = run("fish", "--no-config", "-c", f"source {script}; {asked}")
+            self.assertEqual(done.stderr, "")
+            return [[line.split("\t")[0] for line in found.split("\n")] for found in done.stdout.split("=\n")[:-1]]
+        self.expect("fish", offers)
+
+    def test_zsh_completes(self):
+        def offers(script, lines):
+            asked, answers = Path("../lines"), Path("../answers")
+            asked.write_text("\n".join(" ".join(words) for words in lines))
+            answers.unlink(missing_ok=True), Path("../answers.done").unlink(missing_ok=True)
+            if subprocess.run(["zsh", "-f", HERE / "completions/lines.zsh", script, asked, answers], check=False, timeout=120).returncode == 77:
+                self.skipTest("zsh gets no terminal here")
+            return [line.split("\t") for line in answers.read_text().split("\n")[:-1]]
+        self.expect("zsh", offers)
+        # As the file is found when it is installed: autoloaded by its name.
+        Path("../functions").mkdir()
+        shutil.copy(self.scripts["orvane-config", "zsh"], "../functions/_orvane-config")
+        done = run("zsh", "-f", "-c", "fpath=(../functions $fpath); autoload -Uz compinit; compinit -u -D; echo $_comps[orvane-config]")
+        self.assertEqual(done.stdout, "_orvane-config\n")
+
+
+unittest.main()

@@ -1,0 +1,142 @@
+// What can follow what on a command line, for the shells' completions.
+#include "completing/choices.hpp"
+
+#include "explaining/warnings.hpp"
+#include "printing/record_text.hpp"
+#include "readiness/groups.hpp"
+#include "reference/reference.hpp"
+
+#include <boost/algorithm/string/replace.hpp>
+
+#include <algorithm>
+#include <cctype>
+#include <iterator>
+
+namespace orvane::completing {
+namespace {
+
+std::string spaced(std::string_view alternatives) {
+    std::string words(alternatives);
+    std::replace(words.begin(), words.end(), '|', ' ');
+    return words;
+}
+
+/// The words that a form begins with, alone and with each ending in the brackets after them: "a|b[;c|;d]".
+Values leading_words(std::string_view form) {
+    const std::size_t open = form.find('[');
+    const auto words = split(form.substr(0, open), '|');
+    std::string_view rest = open == form.npos ? std::string_view() : form.substr(open + 1);
+    rest = rest.substr(0, rest.find(']'));
+    std::vector<std::string> all(words.begin(), words.end());
+    if (rest.starts_with(';'))
+        for (const std::string_view word : words)
+            for (const std::string_view ending : split(rest, '|'))
+                all.push_back(std::string(word) + std::string(ending));
+    return joined(all, " ");
+}
+
+Values values_of(const Reference& one) {
+    const std::string_view form = one.value;
+    if (form.empty()) return "";
+    if (form == "<directory>") return "-d";
+    if (form == "<file>" || form == "<command>") return "-f";
+    return form.starts_with('<') || form.starts_with('[') ? "-" : leading_words(form);
+}
+
+template <class Range, class Name>
+Values names_of(const Range& all, Name name) {
+    std::vector<std::string> names;
+    names.reserve(std::size(all));
+    for (const auto& one : all)
+        names.emplace_back(name(one));
+    return joined(names, " ");
+}
+
+Values values_of(const OwnOption& option) {
+    if (option.value.empty()) return "";
+    if (option.value == "FILE") return "-f";
+    if (option.value == "SETTING") return names_of(settings_of({}), [](auto& one) { return one.name; });
+    if (option.value.starts_with("ID")) return names_of(warning_kinds(), [](auto& one) { return one.id; });
+    if (option.value.starts_with("NAME["))
+        return names_of(readiness::groups, [](auto& one) { return one.name; });
+    if (option.value.find('|') != option.value.npos) return spaced(option.value);
+    return "-";
+}
+
+} // namespace
+
+std::vector<Choice> flag_choices() {
+    std::vector<Choice> choices;
+    for (const Reference& one : references())
+        choices.push_back({std::string(one.flag), one.meaning(), values_of(one)});
+    return choices;
+}
+
+std::vector<Choice> verb_choices() {
+    std::vector<Choice> choices;
+    for (const Verb& verb : verbs)
+        choices.push_back({std::string(verb.name), std::string(verb.meaning)});
+    return choices;
+}
+
+std::vector<Choice> option_choices(const Verb& verb) {
+    std::vector<Choice> choices;
+    for (const OwnOption& option : own_options)
+        if (takes(verb, option))
+            choices.push_back({spelled(option), std::string(option.meaning), values_of(option)});
+    return choices;
+}
+
+Values words_of(const Verb& verb) {
+    if (takes_names_of_flags(verb)) return joined(texts(flag_choices()), " ");
+    if (verb.arguments == "[VERB]") return joined(texts(verb_choices()), " ");
+    if (verb.arguments == "[ID]") return names_of(warning_kinds(), [](auto& one) { return one.id; });
+    return verb.arguments.find('|') == verb.arguments.npos ? "-" : spaced(verb.arguments);
+}
+
+std::string what_follows(const Verb& verb) {
+    return takes_command(verb) ? "COMMAND" : takes_flags(verb) ? "FLAGS" : words_of(verb);
+}
+
+std::string table(const std::vector<Choice>& choices) {
+    std::vector<std::string> entries;
+    entries.reserve(choices.size());
+    for (const Choice& choice : choices)
+        entries.push_back("[" + choice.text + "]=" + quoted(choice.values, "'\\''"));
+    return joined(entries, " ");
+}
+
+std::string joined(const std::vector<std::string>& words, std::string_view between) {
+    std::string text;
+    for (const std::string& word : words)
+        text.append(text.empty() ? "" : between).append(word);
+    return text;
+}
+
+std::vector<std::string> texts(const std::vector<Choice>& choices) {
+    std::vector<std::string> all;
+    all.reserve(choices.size());
+    for (const Choice& choice : choices)
+        all.push_back(choice.text);
+    return all;
+}
+
+std::string function_name(std::string_view program) {
+    std::string name(program);
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; },
+        '_');
+    return "_" + name;
+}
+
+std::string quoted(std::string_view text, std::string_view escaped) {
+    return "'" + boost::replace_all_copy(std::string(text), "'", escaped) + "'";
+}
+
+std::string filled(std::string script, const std::vector<std::pair<std::string, std::string>>& parts) {
+    for (const auto& [name, text] : parts)
+        boost::replace_all(script, "@" + name + "@", text);
+    return script;
+}
+
+} // namespace orvane::completing
