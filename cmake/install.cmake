@@ -38,7 +38,7 @@ if(TARGET orvane-config)
         install(FILES ${tool_documents}/orvane-config
             DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tool)
         install(FILES ${tool_documents}/_orvane-config
-            DESTINATION ${CMAKE_INSTALL_DATADIR}/${zsh_functions} COMPONENT tool)
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT tool)
         install(FILES ${tool_documents}/orvane-config.fish
             DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT tool)
     endif()
@@ -65,8 +65,8 @@ file(RELATIVE_PATH path_to_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(cmake/zep_config.pc.in zep_config.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zep_config.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 
-# Programs find the libraries next to them wherever the tree is; Debian's are where the system searches.
-if(NOT WIN32 AND NOT ZEP_CONFIG_DEBIAN)
+# Programs find the libraries next to them wherever the tree is.
+if(NOT WIN32)
     set_target_properties(zep_config PROPERTIES INSTALL_RPATH "$ORIGIN")
     if(TARGET orvane-config)
         set_target_properties(orvane-config PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
@@ -81,7 +81,4 @@ set(CPACK_PACKAGE_VENDOR "the Orvane server's developers")
 set(CPACK_GENERATOR ZIP)
 set(CPACK_ARCHIVE_COMPONENT_INSTALL OFF)
 set(CPACK_STRIP_FILES ON)
-if(ZEP_CONFIG_DEBIAN)
-    include(cmake/debian.cmake)
-endif()
 include(CPack)

@@ -12,11 +12,4 @@ add_custom_command(OUTPUT ${manual} ${tool_documents}/orvane-config
     COMMAND orvane-config completions zsh > ${tool_documents}/_orvane-config
     COMMAND orvane-config completions fish > ${tool_documents}/orvane-config.fish
     DEPENDS orvane-config VERBATIM)
-# Debian's zsh looks for the functions of packages elsewhere than where other systems' do.
-set(zsh_functions zsh/site-functions)
-if(ZEP_CONFIG_DEBIAN)
-    set(zsh_functions zsh/vendor-completions)
-    add_custom_command(OUTPUT ${manual}.gz COMMAND gzip -9n < ${manual} > ${manual}.gz DEPENDS ${manual} VERBATIM)
-    string(APPEND manual .gz)
-endif()
 add_custom_target(tool_documents ALL DEPENDS ${manual} ${tool_documents}/flags.md ${tool_documents}/warnings.md)

@@ -62,6 +62,6 @@ build_packages=(g++ cmake ninja-build libboost1.81-dev libutfcpp-dev)
 # What the tests need wherever they run.
 # shellcheck disable=SC2034
 test_packages=(binutils ccache clang curl fish git libgtest-dev pkg-config procps python3 python3-jsonschema strace valgrind zsh)
-# What cpack asks for shared libraries and their dependencies.
+# What builds the Debian packages.
 # shellcheck disable=SC2034
-debian_packages=(dpkg-dev file)
+debian_packages=(debhelper dpkg-dev)
