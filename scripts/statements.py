@@ -42,7 +42,8 @@ def bodies(code):
             if not re.match(r"(inline\s+)?(namespace|struct|class|enum|union|extern)\b", text) or "enum" in text[:6]:
                 at = matching(code, found.start())
                 is_function = ")" in text and not text.endswith("=")
-                yield found.end(), at - 1, is_function
+                if not text.startswith("consteval"):  # only the compiler executes it
+                    yield found.end(), at - 1, is_function
                 head = at if is_function else head
             else:
                 head = at

@@ -7,8 +7,10 @@
 #include <boost/system/system_error.hpp>
 
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <filesystem>
+#include <thread>
 
 #include <fcntl.h>
 #include <netdb.h>
@@ -86,12 +88,18 @@ TEST(RuntimeFiles, have_the_mode_of_any_new_file_and_no_endpoint_where_the_resol
             EXPECT_EQ(asked, host);
         }
     }
-    // What is not a file is read to the end of the value, and no further.
+    // What is not a file is read to the end of the value, even if it comes in pieces.
     std::filesystem::remove(root / "main.pid");
     EXPECT_EQ(::mkfifo((root / "main.pid").c_str(), 0600), 0);
     const int pipe = ::open((root / "main.pid").c_str(), O_RDWR);
-    EXPECT_EQ(::write(pipe, "12\n", 3), 3);
-    EXPECT_EQ(read_master_pid(settings), 12U);
+    {
+        EXPECT_EQ(::write(pipe, "1", 1), 1);
+        const std::jthread later([pipe] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            EXPECT_EQ(::write(pipe, "2\n", 2), 2);
+        });
+        EXPECT_EQ(read_master_pid(settings), 12U);
+    }
     ::close(pipe);
     std::filesystem::remove_all(root);
 }
