@@ -93,7 +93,8 @@ LookUp look_up(const std::wstring& host, int flags) {
 int connect_until(const ADDRINFOW& where, Clock::time_point deadline) {
     const Socket connection(where.ai_family);
     u_long without_waiting = 1;
-    if (connection.get() == INVALID_SOCKET || ioctlsocket(connection.get(), FIONBIO, &without_waiting) != 0)
+    if (connection.get() == INVALID_SOCKET ||
+        ioctlsocket(connection.get(), static_cast<long>(FIONBIO), &without_waiting) != 0)
         return WSAGetLastError();
     if (connect(connection.get(), where.ai_addr, static_cast<int>(where.ai_addrlen)) == 0) return 0;
     if (WSAGetLastError() != WSAEWOULDBLOCK) return WSAGetLastError();
@@ -146,7 +147,8 @@ BindTrial try_to_bind(const std::string& address, unsigned short port) {
     if (tried.get() == INVALID_SOCKET) return failed_with(WSAGetLastError());
     // Without it, the port of another program could be had as well.
     const DWORD yes = 1;
-    setsockopt(tried.get(), SOL_SOCKET, SO_EXCLUSIVEADDRUSE, reinterpret_cast<const char*>(&yes), sizeof yes);
+    setsockopt(tried.get(), SOL_SOCKET, static_cast<int>(SO_EXCLUSIVEADDRUSE),
+               reinterpret_cast<const char*>(&yes), sizeof yes);
     if (bind(tried.get(), where->ai_addr, static_cast<int>(where->ai_addrlen)) == 0)
         return {BindTrial::Outcome::free};
     return failed_with(WSAGetLastError());

@@ -45,7 +45,7 @@ std::vector<std::byte> table_of(ULONG family) {
     return table;
 }
 
-void add(int family, const void* address, DWORD pid, std::vector<PortHolder>& holders) {
+void add(int family, void* address, DWORD pid, std::vector<PortHolder>& holders) {
     std::array<char, INET6_ADDRSTRLEN> text{};
     if (inet_ntop(family, address, text.data(), text.size()) == nullptr) return;
     holders.push_back({text.data(), pid, program_of(pid)});
@@ -60,13 +60,13 @@ bool is(unsigned short port, DWORD row_port) {
 
 std::vector<PortHolder> holders_of(unsigned short port) {
     std::vector<PortHolder> holders;
-    const auto ipv4 = table_of(AF_INET);
-    const auto* rows = reinterpret_cast<const MIB_TCPTABLE_OWNER_PID*>(ipv4.data());
+    auto ipv4 = table_of(AF_INET);
+    auto* rows = reinterpret_cast<MIB_TCPTABLE_OWNER_PID*>(ipv4.data());
     for (DWORD i = 0; !ipv4.empty() && i != rows->dwNumEntries; ++i)
         if (is(port, rows->table[i].dwLocalPort))
             add(AF_INET, &rows->table[i].dwLocalAddr, rows->table[i].dwOwningPid, holders);
-    const auto ipv6 = table_of(AF_INET6);
-    const auto* rows6 = reinterpret_cast<const MIB_TCP6TABLE_OWNER_PID*>(ipv6.data());
+    auto ipv6 = table_of(AF_INET6);
+    auto* rows6 = reinterpret_cast<MIB_TCP6TABLE_OWNER_PID*>(ipv6.data());
     for (DWORD i = 0; !ipv6.empty() && i != rows6->dwNumEntries; ++i)
         if (is(port, rows6->table[i].dwLocalPort))
             add(AF_INET6, rows6->table[i].ucLocalAddr, rows6->table[i].dwOwningPid, holders);
