@@ -9,7 +9,8 @@ del sys.argv[1:]
 # connecting sockets that send nothing.
 CHANGING = r"O_WRONLY|O_RDWR|O_CREAT|O_TRUNC|O_APPEND|O_TMPFILE|" \
            r"^\d+ +(mkdir|mknod|unlink|rmdir|rename|link|symlink|truncate|ftruncate|fallocate|chmod|fchmod|chown|fchown|lchown|" \
-           r"utime|futimes|setxattr|fsetxattr|removexattr|mount|umount|flock|listen|accept|fork|vfork|creat|pwrite|sendfile|copy_file_range)\w*\(|kill\(-?\d+, SIG"
+           r"utime|futimes|setxattr|fsetxattr|removexattr|mount|umount|flock|listen|accept|fork|vfork|creat|pwrite|sendfile|copy_file_range)\w*\(|" \
+           r"kill\(-?\d+, SIG"
 SPEAKING = r"^\d+ +(connect|sendto|sendmsg|sendmmsg)\((?!\d+<(NETLINK|UDP|UDPv6|UNIX))"
 PATIENCE = [shutil.which("timeout") or "timeout", "--signal=KILL", "40"]
 LARGEST = 300 * 1024  # KiB: sanitizers need some of it

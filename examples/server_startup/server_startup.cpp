@@ -122,8 +122,10 @@ private:
 tcp::endpoint address_of(asio::io_context& context, const config::HttpSettings& http) {
     if (!http.host()) return {tcp::v4(), http.port()};
     tcp::resolver resolver(context);
-    const auto found =
-        resolver.resolve(qel::i18n::ustring_to_utf8(*http.host()), std::to_string(http.port()));
+    std::string host = qel::i18n::ustring_to_utf8(*http.host());
+    // An IPv6 address is given in brackets, which keep its colons from the port's.
+    if (host.starts_with('[') && host.ends_with(']')) host = host.substr(1, host.size() - 2);
+    const auto found = resolver.resolve(host, std::to_string(http.port()));
     return *found.begin();
 }
 

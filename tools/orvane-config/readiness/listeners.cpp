@@ -42,9 +42,22 @@ void look_at_one(const Place& place, Findings& findings) {
     if (place.flag != flag::control_port && place.port != 0) look_at_the_others(place, findings);
 }
 
+/// Readers of the file take the host up to the first colon.
+void look_at_endpoint(std::u16string_view flag, const qel::config::HttpSettings& listener,
+                      Findings& findings) {
+    if (listener.host() && listener.host()->find(u':') != std::u16string::npos)
+        findings.add(Kind::unreadable_endpoint, flag,
+                     "the endpoint file would hold an address with colons, which its readers cannot read",
+                     "Write a host name with this address, or only the port.");
+}
+
 } // namespace
 
 void look_at_listeners(const Context& context, Findings& findings) {
+    const auto& settings = context.settings;
+    if (settings.endpoint_root() && settings.http()) look_at_endpoint(flag::http, *settings.http(), findings);
+    if (settings.endpoint_root() && settings.https())
+        look_at_endpoint(flag::https, settings.https()->http(), findings);
     Hosts hosts;
     std::vector<Place> earlier;
     for (const Place& place : places_of_listeners(context, hosts, findings)) {
