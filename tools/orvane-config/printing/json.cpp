@@ -121,10 +121,32 @@ json::value to_json(const Fix& fix) {
     return object;
 }
 
-json::value to_json(const Fault& fault, const Advice& advice) {
+/// Of those tokens that were read from a file.
+json::array to_json(const Places& places, const json::array& tokens) {
+    json::array array;
+    for (const json::value& token : tokens) {
+        const Place* const place = place_of(places, token.to_number<std::size_t>());
+        if (place == nullptr) continue;
+        json::object object{{"token", token}, {"file", to_json(place->file)}};
+        if (place->spot.line != 0) {
+            object["line"] = place->spot.line;
+            object["column"] = place->spot.column;
+        }
+        array.push_back(std::move(object));
+    }
+    return array;
+}
+
+void add_places(json::object& object, const Places& places, const json::array& tokens) {
+    if (json::array array = to_json(places, tokens); !array.empty()) object["places"] = std::move(array);
+}
+
+json::value to_json(const Fault& fault, const Places& places, const Advice& advice) {
     json::object object{{"code", to_json(fault.code)}, {"text", to_json(fault.text)}};
     if (const Occurrence& occurrence = fault.occurrence; !occurrence.empty()) {
-        object["tokens"] = numbers_of_tokens(occurrence);
+        json::array numbers = numbers_of_tokens(occurrence);
+        add_places(object, places, numbers);
+        object["tokens"] = std::move(numbers);
         object["flag"] = to_json(occurrence[0].text);
         if (occurrence.size() == 2) object["value"] = to_json(occurrence[1].text);
     }
@@ -155,6 +177,7 @@ json::object head_of(const Verdict& verdict) {
     for (const Warning& warning : verdict.warnings) {
         json::object object{{"id", warning.id}, {"text", to_json(warning.text)}};
         if (warning.token != 0) object["token"] = warning.token;
+        add_places(object, verdict.places, {warning.token});
         warnings.push_back(std::move(object));
     }
     return {{"format", json_format},
@@ -169,7 +192,7 @@ std::string check_json(const Verdict& verdict) {
     json::object object = head_of(verdict);
     json::array faults;
     for (std::size_t i = 0; i != verdict.advice.size(); ++i)
-        faults.push_back(to_json(verdict.diagnosis.faults[i], verdict.advice[i]));
+        faults.push_back(to_json(verdict.diagnosis.faults[i], verdict.places, verdict.advice[i]));
     object["faults"] = std::move(faults);
     object["problems"] = array_of(verdict.diagnosis.problems);
     object["involved"] = array_of(verdict.diagnosis.involved);

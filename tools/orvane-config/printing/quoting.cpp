@@ -2,6 +2,7 @@
 #include "printing/quoting.hpp"
 
 #include "explaining/spelling.hpp"
+#include "formats/sh.hpp"
 
 #include "qel/i18n/convert.hpp"
 
@@ -12,26 +13,19 @@ namespace orvane {
 using qel::i18n::ustring_to_utf8;
 
 std::string shown(const std::u16string& token) {
-    constexpr std::u16string_view plain =
-        u"abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_./:,=@%+";
-    const bool visible = std::none_of(token.begin(), token.end(), is_invisible);
-    const bool safe = !token.empty() && std::all_of(token.begin(), token.end(), [&](char16_t c) {
-        return is_one_of(c, plain) || (c >= 0x80 && visible);
-    });
+    if (std::none_of(token.begin(), token.end(), is_invisible)) return sh_word(ustring_to_utf8(token));
     std::u16string quoted;
     for (const char16_t c : token) {
         if (is_invisible(c)) {
             quoted += u"\\u";
             for (int shift = 12; shift >= 0; shift -= 4)
                 quoted += u"0123456789abcdef"[c >> shift & 15];
-        } else if (c == u'\'') {
-            quoted += visible ? u"'\\''" : u"\\'";
         } else {
-            quoted += !visible && c == u'\\' ? u"\\\\" : std::u16string(1, c);
+            if (c == u'\'' || c == u'\\') quoted += u'\\';
+            quoted += c;
         }
     }
-    const std::string text = ustring_to_utf8(quoted);
-    return safe ? text : (visible ? "'" : "$'") + text + "'";
+    return "$'" + ustring_to_utf8(quoted) + "'";
 }
 
 std::string shown(const Occurrence& occurrence) {

@@ -20,11 +20,12 @@ namespace {
 constexpr std::size_t most_faults = 20;
 
 /// The occurrence and its neighbours; on a terminal a second line marks the occurrence.
-void show_place(const Fault& fault, std::ostream& err) {
+void show_place(const Fault& fault, const Places& places, std::ostream& err) {
     const bool terminal = is_terminal(Stream::err);
     const bool colour = errors_in_colour();
 
-    std::string before = "  " + numbers_of(fault.occurrence) + ": " + (fault.more_before ? "... " : "");
+    std::string before = "  " + numbers_of(fault.occurrence) + at_place(places, fault.occurrence[0].number) +
+                         ": " + (fault.more_before ? "... " : "");
     if (!fault.before.empty()) before += shown(fault.before) + " ";
     const std::string refused = shown(fault.occurrence);
     err << before << (colour ? mark_begin : "") << refused << (colour ? mark_end : "");
@@ -36,8 +37,8 @@ void show_place(const Fault& fault, std::ostream& err) {
     err << std::string(columns(before), ' ') << '^' << std::string(columns(refused) - 1, '~') << '\n';
 }
 
-void show_fault(const Fault& fault, const Advice& advice, std::ostream& err) {
-    if (!fault.occurrence.empty()) show_place(fault, err);
+void show_fault(const Fault& fault, const Places& places, const Advice& advice, std::ostream& err) {
+    if (!fault.occurrence.empty()) show_place(fault, places, err);
     for (const std::string& sentence : advice.sentences)
         err << "    " << sentence << '\n';
 }
@@ -69,7 +70,8 @@ void show_involved(const Verdict& verdict, std::ostream& err) {
     };
     for (const Occurrence& occurrence : verdict.line)
         if (verdict.diagnosis.involved.contains(occurrence[0].text) || is_named(occurrence))
-            err << "  " << numbers_of(occurrence) << ": " << shown(occurrence) << '\n';
+            err << "  " << numbers_of(occurrence) << at_place(verdict.places, occurrence[0].number) << ": "
+                << shown(occurrence) << '\n';
 }
 
 /// The faults from the first to show on, each with the library's text, except that of the first, which is there already.
@@ -80,7 +82,7 @@ void show_faults(const Verdict& verdict, std::ostream& err) {
         const Fault& fault = diagnosis.faults[i];
         if (i != 0)
             err << "after fixing that: " << ended(fault.text.empty() ? fault.code.message() : fault.text);
-        show_fault(fault, verdict.advice[i], err);
+        show_fault(fault, verdict.places, verdict.advice[i], err);
     }
     if (const std::size_t more = diagnosis.faults.size() - shown; more != 0)
         err << "and " << more << " more\n";
@@ -103,8 +105,10 @@ void explain(const Verdict& verdict, std::ostream& err) {
         show_involved(verdict, err);
     for (const Warning& warning : verdict.warnings)
         err << "orvane-config: warning: "
-            << (warning.token == 0 ? "" : "token " + std::to_string(warning.token) + ": ") << warning.text
-            << " [" << warning.id << "]\n";
+            << (warning.token == 0 ? ""
+                                   : "token " + std::to_string(warning.token) +
+                                         at_place(verdict.places, warning.token) + ": ")
+            << warning.text << " [" << warning.id << "]\n";
 }
 
 void explain_fixes(const Verdict& verdict, std::ostream& err) {

@@ -7,8 +7,8 @@
 
 namespace orvane {
 
-std::optional<qel::config::ServerSettings> accepted(const Tokens& flags, std::ostream& err) {
-    Answer answer = ask(flags);
+std::optional<qel::config::ServerSettings> accepted(const Input& input, std::ostream& err) {
+    Answer answer = ask(input.flags);
     qel::config::ProblemList problems;
     qel::config::FlagSet involved;
     if (!answer.code && !qel::config::validate_settings(answer.settings, problems, involved)) {
@@ -16,7 +16,7 @@ std::optional<qel::config::ServerSettings> accepted(const Tokens& flags, std::os
         err << answer.text;
         return std::move(answer.settings);
     }
-    explain(judge(flags, false), err);
+    explain(judge(input, false), err);
     return std::nullopt;
 }
 

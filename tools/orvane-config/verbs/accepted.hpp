@@ -1,7 +1,7 @@
 // The first step of verbs that need the settings of a line: accepting or refusing it.
 #pragma once
 
-#include "system/tokens.hpp"
+#include "verbs/input.hpp"
 
 #include "qel/config/server_settings.hpp"
 
@@ -11,6 +11,6 @@
 namespace orvane {
 
 /// The settings with which the server would run. None when it would refuse the line; `err` then says what `check` says.
-std::optional<qel::config::ServerSettings> accepted(const Tokens& flags, std::ostream& err);
+std::optional<qel::config::ServerSettings> accepted(const Input& input, std::ostream& err);
 
 } // namespace orvane

@@ -49,8 +49,7 @@ void refuse_if_option(const Verb& verb, const std::u16string& token) {
     if (may_be_flag && kind_of(token.substr(0, token.find(u'='))) != FlagKind::no_flag) return;
     const std::string text = qel::i18n::ustring_to_term(token);
     if (const OwnOption* others = option_of(name_in(text))) {
-        std::vector<std::string_view> names = split(others->verbs, ' ');
-        throw Misused(spelled(*others) + " works only with " + one_of(names));
+        throw Misused(spelled(*others) + " works only with " + one_of(verbs_with(*others)));
     }
     if (const auto similar = similar_options(verb, token); !similar.empty())
         throw Misused("there is no option '" + text + "'; did you mean " +
@@ -63,7 +62,7 @@ void read_option(Call& call, const OwnOption& option, Tokens::const_iterator& at
                  Tokens::const_iterator end) {
     const std::string token = qel::i18n::ustring_to_utf8(*at);
     const auto equals = token.find('=');
-    std::string& value = call.options[&option];
+    std::string& value = call.options.emplace_back(&option, "").second;
     if (option.value.empty()) {
         if (equals != token.npos) throw Misused(spelled(option) + " takes no value");
         return;

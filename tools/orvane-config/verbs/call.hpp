@@ -5,9 +5,10 @@
 #include "verbs/option_table.hpp"
 
 #include <iosfwd>
-#include <map>
 #include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace orvane {
 
@@ -20,18 +21,26 @@ struct Call {
     const Verb& verb;
     std::ostream& out;
     std::ostream& err;
-    /// The own options that were given, with their values.
-    std::map<const OwnOption*, std::string> options{};
+    /// The own options that were given, with their values, in order.
+    std::vector<std::pair<const OwnOption*, std::string>> options{};
     /// Whether a -- ended them.
     bool ended = false;
     /// What is left.
     Tokens words{};
 
-    bool has(const OwnOption& option) const { return options.contains(&option); }
+    bool has(const OwnOption& option) const { return given(option) != options.rend(); }
 
+    /// The last one that was given.
     std::string value(const OwnOption& option, const std::string& without = {}) const {
-        const auto given = options.find(&option);
-        return given == options.end() ? without : given->second;
+        const auto last = given(option);
+        return last == options.rend() ? without : last->second;
+    }
+
+private:
+    std::vector<std::pair<const OwnOption*, std::string>>::const_reverse_iterator
+    given(const OwnOption& option) const {
+        return std::find_if(options.rbegin(), options.rend(),
+                            [&](const auto& one) { return one.first == &option; });
     }
 };
 

@@ -17,7 +17,7 @@ ExitCode exit_code(const Verdict& verdict, bool strict) {
 } // namespace
 
 ExitCode check(const Call& call) {
-    const Verdict verdict = judge(input_of(call).flags, false, ignored_warnings(call));
+    const Verdict verdict = judge(input_of(call), false, ignored_warnings(call));
     const bool strict = call.has(own("strict"));
     if (call.has(own("quiet"))) return exit_code(verdict, strict);
     if (call.has(own("json"))) {

@@ -35,7 +35,7 @@ ExitCode fix_refused(const Verdict& verdict, const Call& call) {
 } // namespace
 
 ExitCode fix(const Call& call) {
-    const Verdict verdict = judge(input_of(call).flags, false, ignored_warnings(call));
+    const Verdict verdict = judge(input_of(call), false, ignored_warnings(call));
     if (verdict.answer.code) return fix_refused(verdict, call);
     explain(verdict, call.err);
     std::vector<Token> tokens;

@@ -75,7 +75,10 @@ std::string manual_head() {
     text += ".SH OPTIONS\n" + roff(own_options_first) + "\n";
     for (const OwnOption& option : own_options)
         text += ".TP\n.B " + roff(with(spelled(option), option.value)) + "\n" +
-                roff(option.verbs.empty() ? "every verb" : option.verbs) + ": " + roff(option.meaning) + "\n";
+                roff(option.verbs.empty()        ? "every verb"
+                     : option.verbs == any_flags ? "every verb that takes FLAGS"
+                                                 : option.verbs) +
+                ": " + roff(option.meaning) + "\n";
     text += ".SH EXIT STATUS\n";
     for (const auto& [code, meaning] : exit_codes)
         text += ".TP\n.B " + std::to_string(static_cast<int>(code)) + "\n" + roff(meaning) + "\n";

@@ -1,137 +1,161 @@
 // Where the server's flags come from.
 #include "verbs/input.hpp"
 
+#include "explaining/meant_flags.hpp"
+#include "explaining/spelling.hpp"
+#include "formats/content.hpp"
+#include "formats/format_table.hpp"
 #include "probing/diagnosis.hpp"
+#include "system/process_line.hpp"
 
 #include "qel/config/error_code.hpp"
 #include "qel/i18n/convert.hpp"
-#include "qel/util/native_path.hpp"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
-#include <fstream>
+#include <charconv>
 #include <ostream>
 #include <stdexcept>
-#include <system_error>
 
 namespace orvane {
 namespace {
 
-constexpr std::size_t largest_input = 4 << 20; // some devices have no end
-
-[[noreturn]] void fail(const std::string& what) {
-    const int error = errno;
-    throw std::runtime_error(what + (error == 0 ? "" : ": " + std::generic_category().message(error)));
-}
-
-/// `read` fills a piece of memory as far as it can, and returns how far.
-template <class Read>
-std::string all_of(const Read& read, const std::string& name) {
-    std::string text, piece(1 << 16, '\0');
-    while (const std::size_t count = read(piece)) {
-        text.append(piece, 0, count);
-        if (text.size() > largest_input)
-            throw std::runtime_error(name + " is too large: at most 4 MiB of flags are read");
-    }
-    return text;
-}
-
-/// Through the C library: to a C++ stream, a failure to read standard input looks like its end.
-std::string content_of_standard_input() {
-    const std::string name = "standard input";
-    const auto read = [&](std::string& piece) {
-        errno = 0;
-        const std::size_t count = std::fread(piece.data(), 1, piece.size(), stdin);
-        if (std::ferror(stdin) != 0) fail("cannot read " + name);
-        return count;
-    };
-    return all_of(read, name);
-}
-
-std::string content_of(const std::string& name) {
-    if (name == "-") return content_of_standard_input();
-    const qel::util::filesystem::Path path(qel::i18n::utf8_to_ustring(name));
-    errno = 0;
-    std::ifstream in(qel::util::filesystem::native(path), std::ios_base::binary);
-    if (!in) fail("cannot open " + name);
-    const auto read = [&](std::string& piece) {
-        in.read(piece.data(), static_cast<std::streamsize>(piece.size()));
-        if (in.bad()) fail("cannot read " + name);
-        return static_cast<std::size_t>(in.gcount());
-    };
-    return all_of(read, name);
-}
-
-/// UTF-16, as some editors and redirections write it, is marked by its first two bytes.
-std::string utf8_of(const std::string& text) {
-    const bool big = text.starts_with("\xFE\xFF");
-    if (!big && !text.starts_with("\xFF\xFE")) return text;
-    std::u16string units;
-    for (std::size_t i = 2; i + 1 < text.size(); i += 2) {
-        const auto byte = [&text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-        units += static_cast<char16_t>(big ? byte(i) << 8 | byte(i + 1) : byte(i + 1) << 8 | byte(i));
-    }
-    return qel::i18n::ustring_to_utf8(units);
-}
-
-Tokens tokens_in(const std::string& bytes) {
-    std::string text = utf8_of(bytes);
-    const bool by_zeros = text.find('\0') != text.npos;
-    if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3); // some editors mark UTF-8 files with it
-    Tokens tokens;
-    for (std::size_t begin = 0; begin < text.size();) {
-        const std::size_t end = std::min(text.find(by_zeros ? '\0' : '\n', begin), text.size());
-        std::string token = text.substr(begin, end - begin);
-        if (!by_zeros && token.ends_with('\r')) token.pop_back();
-        tokens.push_back(qel::i18n::utf8_to_ustring(token));
-        begin = end + 1;
-    }
-    return tokens;
-}
-
 /// The position of the "--" that ends the flags, or the end. One that is the value of a flag does not: that
 /// is the case when the flags before it do not parse.
-Tokens::const_iterator end_of_flags(const Tokens& words) {
+Tokens::const_iterator end_of_flags(const Tokens& before, const Tokens& words) {
     if (std::find(words.begin(), words.end(), u"--") == words.end()) return words.end();
     using qel::config::error_code::unrecognized_flag, qel::config::error_code::parse_error;
-    const CommandLine line = occurrences_of(words);
+    Tokens all = before;
+    all.insert(all.end(), words.begin(), words.end());
+    const CommandLine line = occurrences_of(all);
     Answer refusal;
     const std::size_t refused = first_refused(line, refusal);
-    if (refused == line.size()) return words.end(); // each is a value
-    // Without its value, a flag that the library knows does not parse.
+    // Each may be a value. Without its value, a flag that the library knows does not parse.
+    if (refused == line.size() || refusal.code == parse_error()) return words.end();
     const bool in_place = refusal.code == unrecognized_flag();
-    const auto from = words.begin() + static_cast<std::ptrdiff_t>(in_place ? line[refused].front().number - 1
-                                                                           : line[refused].back().number);
-    return refusal.code == parse_error() ? words.end() : std::find(from, words.end(), u"--");
+    const std::size_t from = in_place ? line[refused].front().number - 1 : line[refused].back().number;
+    const std::size_t skipped = from < before.size() ? 0 : from - before.size();
+    return std::find(words.begin() + static_cast<std::ptrdiff_t>(skipped), words.end(), u"--");
 }
 
-/// FLAGS from a file; the command line has at most the command.
-Input from_file(const Call& call, const std::string& name) {
-    const bool command = takes_command(call.verb) && call.ended;
-    if (!call.words.empty() && !command)
-        throw Misused("there are flags both in " + name + " and on the command line");
-    Input input{tokens_in(content_of(name)), {}};
-    if (command) input.command = call.words;
-    if (input.flags.empty())
-        call.err << "orvane-config: " << (name == "-" ? "standard input" : name) << " contains no flags\n";
-    return input;
+bool lacks_a_value(const Tokens& flags) {
+    const CommandLine line = occurrences_of(flags);
+    return !line.empty() && line.back().size() == 1 && kind_of(line.back()[0].text) == FlagKind::value_flag;
 }
 
-Input from_command_line(const Call& call) {
-    if (!takes_command(call.verb)) return {call.words, {}};
-    const auto end = end_of_flags(call.words);
-    Input input{{call.words.begin(), end}, {}};
-    if (end != call.words.end()) input.command.emplace(end + 1, call.words.end());
-    return input;
+/// No flag, but flags follow.
+bool is_program(const Tokens& before, const Tokens& tokens) {
+    return tokens.size() > 1 && !tokens[0].empty() && !begins_as_flag(tokens[0]) &&
+           folded(tokens[1]).starts_with(u"--") && flag_spelled(split_token(tokens[0]).name) == nullptr &&
+           !lacks_a_value(before);
+}
+
+unsigned pid_in(const std::string& text) {
+    unsigned pid = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), pid);
+    if (error != std::errc() || end != text.data() + text.size() || pid == 0)
+        throw Misused(spelled(own("pid")) + " takes the number of a process, not '" + text + "'");
+    return pid;
+}
+
+/// A file of flags.
+struct Source {
+    std::string path;
+    std::string name; ///< for people
+    bool is_process;
+};
+
+Source source_of(const OwnOption& option, const std::string& value) {
+    if (&option != &own("pid")) return {value, value == "-" ? "standard input" : value, false};
+    const std::string file = process_line_file(pid_in(value));
+    return {file, file, true};
+}
+
+struct Content {
+    const LineFormat& format;
+    ReadTokens tokens;
+};
+
+Content content_in(const Call& call, const Source& source) {
+    const std::string text = content_of(source.path);
+    const std::string wanted = source.is_process ? "nul" : call.value(own("format-in"));
+    const LineFormat& format = wanted.empty() ? format_of(text) : format_named(wanted);
+    try {
+        return {format, read(format, text)};
+    } catch (const NotUnderstood& fault) {
+        throw std::runtime_error(
+            Place{source.name, fault.spot}.text() + ": " + fault.what() + " (format " +
+            std::string(format.name) +
+            (wanted.empty() ? "; " + spelled(own("format-in")) + " chooses another)" : ")"));
+    }
+}
+
+void add(Input& input, const Call& call, const Source& source) {
+    const Content content = content_in(call, source);
+    Tokens tokens;
+    for (const ReadToken& token : content.tokens)
+        tokens.push_back(qel::i18n::utf8_to_ustring(token.text));
+    const auto note = [&](const std::string& text) { call.err << "orvane-config: " << text << '\n'; };
+    std::size_t skipped = 0;
+    if (!tokens.empty() &&
+        (content.format.has_program || source.is_process || is_program(input.flags, tokens))) {
+        skipped = 1;
+        note(Place{source.name, content.tokens[0].spot}.text() + ": left out '" + content.tokens[0].text +
+             "', the program in front of the flags");
+    }
+    if (content.format.has_program) note(source.name + ": drop-ins of the unit are not read");
+    if (tokens.size() == skipped) note(source.name + " contains no flags");
+    for (std::size_t i = skipped; i != tokens.size(); ++i) {
+        input.flags.push_back(std::move(tokens[i]));
+        input.places.push_back({source.name, content.tokens[i].spot});
+    }
+}
+
+bool is_source(const OwnOption* option) {
+    return option == &own("from") || option == &own("pid");
+}
+
+bool has_source(const Call& call) {
+    return std::any_of(call.options.begin(), call.options.end(),
+                       [](const auto& option) { return is_source(option.first); });
+}
+
+/// What is on the command line: flags, then perhaps a command.
+void add_words(Input& input, const Call& call) {
+    auto end = call.words.end();
+    if (takes_command(call.verb)) {
+        // After the sources, and the -- that ends the tool's options, a command needs no second --.
+        const bool flags_follow = !call.words.empty() && begins_as_flag(call.words.front());
+        if (has_source(call) && call.ended && !flags_follow) {
+            input.command = call.words;
+            return;
+        }
+        end = end_of_flags(input.flags, call.words);
+        if (end != call.words.end()) input.command.emplace(end + 1, call.words.end());
+    }
+    input.flags.insert(input.flags.end(), call.words.begin(), end);
 }
 
 } // namespace
 
+Input input_from(const Call& call, const OwnOption& option, const std::string& name) {
+    Input input;
+    add(input, call, source_of(option, name));
+    return input;
+}
+
 Input input_of(const Call& call) {
-    Input input = call.has(own("from")) ? from_file(call, call.value(own("from"))) : from_command_line(call);
+    Input input;
+    for (const auto& [option, value] : call.options)
+        if (is_source(option)) add(input, call, source_of(*option, value));
+    add_words(input, call);
     if (input.command && input.command->empty()) throw Misused("no command after '--'");
     return input;
+}
+
+Verdict judge(const Input& input, bool with_origins, const WarningIds& ignored) {
+    Verdict verdict = judge(input.flags, with_origins, ignored);
+    verdict.places = input.places;
+    return verdict;
 }
 
 } // namespace orvane

@@ -1,6 +1,7 @@
 // Where the server's flags come from.
 #pragma once
 
+#include "explaining/verdict.hpp"
 #include "verbs/call.hpp"
 
 #include <optional>
@@ -9,12 +10,19 @@ namespace orvane {
 
 /// What a verb that takes FLAGS works on.
 struct Input {
-    Tokens flags;
-    std::optional<Tokens> command; ///< after the --, for a verb that takes a COMMAND
+    Tokens flags{};
+    Places places{};
+    std::optional<Tokens> command{}; ///< after the --, for a verb that takes a COMMAND
 };
 
-/// From the command line, or from the file that --from names: a token a line, or each ended by a zero byte when there is
-/// one; "-" is standard input. Throws Misused, and std::runtime_error when the file cannot be read.
+/// From the files and processes that options name, in the order in which they are given, then from the command line.
+/// Throws Misused, and std::runtime_error when a file cannot be read or understood.
 Input input_of(const Call& call);
+
+/// The same from one option, or from a file that is named without one.
+Input input_from(const Call& call, const OwnOption& option, const std::string& name);
+
+/// The verdict on the flags, which knows their places.
+Verdict judge(const Input& input, bool with_origins, const WarningIds& ignored = {});
 
 } // namespace orvane

@@ -79,7 +79,7 @@ double seconds_in(const std::string& text) {
 
 ExitCode locate(const Call& call) {
     const double seconds = seconds_in(call.value(own("wait"), "0"));
-    const auto settings = accepted(input_of(call).flags, call.err);
+    const auto settings = accepted(input_of(call), call.err);
     if (!settings) return ExitCode::refused;
 
     using Clock = std::chrono::steady_clock;

@@ -1,6 +1,7 @@
 // The tool's own options, a row each. Parsing, help, completions, the manual page and advice read this table.
 #pragma once
 
+#include "formats/format_table.hpp"
 #include "verbs/verb_table.hpp"
 
 #include <algorithm>
@@ -10,21 +11,29 @@
 
 namespace orvane {
 
+/// Of options for all verbs that take the server's flags.
+inline constexpr std::string_view any_flags = "FLAGS";
+
 struct OwnOption {
     std::string_view name;  ///< without its hyphens
     std::string_view value; ///< its name in the help; a|b: one of these words; empty for a switch
-    std::string_view verbs; ///< the verbs that take it; empty when all do
+    std::string_view verbs; ///< the verbs that take it; any_flags; empty when all do
     std::string_view meaning;
 };
 
 // clang-format off
 inline constexpr OwnOption own_options[] = {
-    {"strict",  "",                  "check preflight",               "fail on warnings: the exit code is then 3"},
-    {"ignore",  "ID[,ID]...",        "check show fix preflight",      "turn off these warnings; 'orvane-config warnings' lists them all"},
-    {"json",    "",                  "check show preflight locate",   "answer in JSON"},
-    {"from",    "FILE",              "check show fix preflight locate publish",
-                                                                      "read the FLAGS from FILE, or with - from standard input: "
-                                                                      "one token per line, or each token ended by a zero byte"},
+    {"strict",    "",                "check preflight",               "fail on warnings: the exit code is then 3"},
+    {"ignore",    "ID[,ID]...",      "check show fix preflight",      "turn off these warnings; 'orvane-config warnings' lists them all"},
+    {"json",      "",                "check show preflight locate",   "answer in JSON"},
+    {"from",      "FILE",            any_flags,                       "read FLAGS from FILE, or with - from standard input; may be repeated, "
+                                                                      "and FLAGS on the command line come last"},
+    {"format-in", FormatNames<true>::text, any_flags,                 "format of the files; by default told from their content"},
+    {"pid",       "PID",             any_flags,                       "read FLAGS from a running process (Linux)"},
+    {"to",        FormatNames<false>::text, "convert",                "the format to write"},
+    {"tidy",      "",                "convert",                       "leave out what has no effect, and sort the flags as the reference does; "
+                                                                      "the settings stay the same"},
+    {"program",   "PATH",            "convert",                       "write this program in front of the flags"},
     {"only",    "NAME[,NAME]...",    "preflight",                     "look only at these groups"},
     {"skip",    "NAME[,NAME]...",    "preflight",                     "do not look at these groups"},
     {"network", "",                  "preflight",                     "also contact other machines: the caches to attach to"},
@@ -50,8 +59,16 @@ constexpr std::vector<std::string_view> split(std::string_view list, char separa
 }
 
 constexpr bool takes(const Verb& verb, const OwnOption& option) {
+    if (option.verbs == any_flags) return takes_flags(verb);
     const auto names = split(option.verbs, ' ');
     return names.empty() || std::find(names.begin(), names.end(), verb.name) != names.end();
+}
+
+constexpr std::vector<std::string_view> verbs_with(const OwnOption& option) {
+    std::vector<std::string_view> names;
+    for (const Verb& verb : verbs)
+        if (takes(verb, option)) names.push_back(verb.name);
+    return names;
 }
 
 /// Null when no verb has an option of that name.
@@ -63,9 +80,10 @@ constexpr const OwnOption* option_of(std::string_view name) {
 
 static_assert(std::ranges::all_of(own_options,
                                   [](const OwnOption& option) {
-                                      return std::ranges::all_of(split(option.verbs, ' '), [](auto name) {
-                                          return verb_of(name)->name == name;
-                                      });
+                                      return option.verbs == any_flags ||
+                                             std::ranges::all_of(split(option.verbs, ' '), [](auto name) {
+                                                 return verb_of(name)->name == name;
+                                             });
                                   }),
               "an option names a verb that is not in the table of verbs");
 

@@ -53,7 +53,7 @@ ExitCode exit_code(const Report& report, const Verdict& verdict, bool strict) {
 } // namespace
 
 ExitCode preflight(const Call& call) {
-    const Verdict verdict = judge(input_of(call).flags, true, ignored_warnings(call));
+    const Verdict verdict = judge(input_of(call), true, ignored_warnings(call));
     const bool json = call.has(own("json"));
     if (!json) explain(verdict, call.err);
     if (!verdict.accepted()) {

@@ -123,7 +123,7 @@ void withdraw(std::unique_ptr<Published> published, const ServerSettings& settin
 
 ExitCode publish(const Call& call) {
     const Input input = input_of(call);
-    const auto settings = accepted(input.flags, call.err);
+    const auto settings = accepted(input, call.err);
     if (!settings) return ExitCode::refused;
     std::string why = obstacle(*settings);
     if (why.empty()) {

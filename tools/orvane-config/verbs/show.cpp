@@ -74,7 +74,7 @@ ExitCode print_setting(const Setting& setting, std::ostream& out) {
 } // namespace
 
 ExitCode show(const Call& call) {
-    const Verdict verdict = judge(input_of(call).flags, true, ignored_warnings(call));
+    const Verdict verdict = judge(input_of(call), true, ignored_warnings(call));
     const bool json = call.has(own("json")), one = call.has(own("get"));
     if (json && one) throw Misused("--get and --json exclude each other");
     if (!verdict.accepted() || (!json && !one)) explain(verdict, call.err);

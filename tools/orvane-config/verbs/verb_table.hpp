@@ -10,7 +10,7 @@ namespace orvane {
 struct Call;
 using Run = ExitCode(const Call& call);
 
-Run check, show, fix, preflight, locate, publish, flags, warnings, completions, usage, help, version;
+Run check, show, fix, convert, preflight, locate, publish, flags, warnings, completions, usage, help, version;
 
 struct Verb {
     std::string_view group;
@@ -29,6 +29,8 @@ inline constexpr Verb verbs[] = {
      "print every setting, and which of the FLAGS it comes from"},
     {"Command lines",   "fix",         "FLAGS...",                     fix,
      "print the corrected command line, and what was wrong with the FLAGS"},
+    {"Command lines",   "convert",     "FLAGS...",                     convert,
+     "write the FLAGS in another format, for a file, a shell, a unit or a container"},
     {"Command lines",   "preflight",   "FLAGS...",                     preflight,
      "say whether a server with these FLAGS can start on this machine now, as this user; change nothing"},
     {"Running servers", "locate",      "FLAGS...",                     locate,

@@ -1,0 +1,119 @@
+#!/usr/bin/env python3
+"""Holds orvane-config's formats of command lines against the programs whose formats they are: tool_formats_test.py TOOL..."""
+import json, os, random, re, shlex, subprocess, sys, tempfile, unittest
+from pathlib import Path
+
+import tool_schemas
+
+TOOL = sys.argv[1:]
+del sys.argv[1:]
+HERE = not TOOL[-1].endswith(".exe")
+DATA = Path(__file__).resolve().parent / "data"
+HOSTILE = ["", " ", "'", "''", '"', "\\", "\\\\", "a b", "a\nb", "\n", "\t", "\r", "a\r\n", "#", "# c", ";", "\\;", "=", "=ls", "~", "~/x", "$HOME",
+           "${HOME}", "$$", "$(id)", "`id`", "%i", "%%", "100%", "*", "?", "[a]", "{a,b}", "!", "!!", "&", "|", "<", ">", "(", ")", "^", "-", "--", "-n",
+           "é", "日本", "😀", "\u00a0", "\u2019", "\u2028", "\ufffe", "\ufdd0", "\U0001ffff", "\x01", "\x1b[2J", "\x7f", "\\n", "\\x41", "'\"'", "a'b\"c",
+           "x" * 3000, "if", "a=b", "@x", "+x", ",", "--%", "$'a'", "\\u0041", "@(a)", "a\\", "ü\\ \"'$%\n"]
+
+
+def run(*words, data=b"", program=None, **more):
+    return subprocess.run([*(program or TOOL), *words], input=data, capture_output=True, timeout=120, check=False, **more)
+
+
+def ended(words):
+    return "".join(word + "\0" for word in words).encode()
+
+
+def convert(words, *options):
+    done = run("convert", *options, "--from", "-", data=ended(words))
+    return done.returncode, done.stdout, done.stderr.decode()
+
+
+def shell(name):
+    def split(text):
+        Path("script").write_bytes(b"set -- " + text + b"printf '%s\\0' \"$@\"")
+        return run("script", program=[name]).stdout.decode().split("\0")[:-1]
+    return split
+
+
+def systemd(text):
+    """The command as systemd says that it has understood it, in its own notation."""
+    Path("x.service").write_bytes(b"[Service]\n" + text)
+    verify = run("verify", "./x.service", program=["systemd-analyze"], env={**os.environ, "SYSTEMD_LOG_LEVEL": "debug"})
+    said = b"".join((verify.stdout, verify.stderr))
+    assert verify.returncode == 0 and re.search(rb"x.service:\d", said) is None, said
+    line = re.search(rb"Command Line: /bin/true ?(.*)\n", said)[1].decode("latin-1")
+    words = [word[1:-1] if word[0] == '"' else word for word in re.findall(r'"(?:[^"\\]|\\.)*"|[^ ]+', line)]
+    known = {"n": "\n", "t": "\t", "r": "\r", "a": "\a", "b": "\b", "f": "\f", "v": "\v"}
+    words = [re.sub(r"\\(x..|\d{3}|.)", lambda found: known.get(found[1]) or (chr(int(found[1][1:], 16)) if found[1][0] == "x" else
+             chr(int(found[1], 8)) if len(found[1]) == 3 else found[1]), word) for word in words]
+    # Only when the unit starts are its variables replaced: $$ is for $.
+    return [re.sub(r"\$(.)", r"\1", word.encode("latin-1").decode()) for word in words]
+
+
+JUDGES = [("sh", shell("bash")), ("sh", shell("dash")), ("sh", shell("zsh")), ("sh", lambda text: shlex.split(text.decode())),
+          ("json", json.loads), ("nul", lambda text: text.decode().split("\0")[:-1]), ("systemd", systemd)]
+
+
+class Formats(unittest.TestCase):
+    def setUp(self):
+        os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
+
+    def test_what_is_read_and_what_is_refused(self):
+        lines = [line for line in (DATA / "tool_formats.txt").read_text(encoding="utf-8").splitlines() if line and not line.startswith("# ")]
+        for text, expected in list(zip(*[iter(lines)] * 2))[::1 if HERE else 5]:
+            Path("flags").write_bytes(re.sub(r"\\(x..|u....|.)", lambda found: eval(f"'\\{found[1]}'"), text).encode())
+            done = run("convert", "--to", "json", "--from", "flags")
+            with self.subTest(text):
+                if expected[0] == "[":
+                    self.assertEqual((done.stdout and json.loads(done.stdout), done.returncode), (json.loads(expected), 0), done.stderr)
+                else:
+                    self.assertRegex(done.stderr.decode(), "^orvane-config: flags:" + expected)
+                    self.assertEqual((done.returncode, done.stdout), (7, b""))
+
+    def test_what_is_written_means_the_same_to_those_whose_format_it_is(self):
+        chance = random.Random(1)
+        mixed = ["".join(chance.choices([*HOSTILE[:-1], *"ab \\'\"$%\n"], k=6)) for _ in range(80)]
+        line = [word for token in HOSTILE + mixed for word in ("--user-data", token)]
+        for name, judge in JUDGES if HERE else JUDGES[4:6]:
+            options = ["--program", "/bin/true"] if name == "systemd" else []
+            code, text, err = convert(line, "--to", name, *options)
+            self.assertEqual((code, err), (0, ""))
+            self.assertEqual(judge(text), line, name)
+            self.assertEqual(run("convert", "--to", "nul", "--from", "-", data=text).stdout, ended(line), name)
+
+    def test_a_format_refuses_what_it_cannot_hold(self):
+        for token in ["a\nb", " \t", " #", "''", "a\r"]:
+            self.assertEqual(convert([token], "--to", "lines")[:2], (7, b""), token)
+        self.assertEqual(convert(["--wait", ""], "--to", "lines")[:2], (0, b"--wait\n''\n"))
+        self.assertEqual(convert(["--wait"], "--to", "systemd", "--program", "-x")[0], 7)
+        self.assertEqual(convert(["--wait"], "--to", "sh", "--program", "a b")[1], b"'a b' --wait\n")
+        self.assertEqual(convert(["--http", "it\u2019s 'x'"], "--to", "powershell", "--program", "x")[1].decode(),
+                         "& 'x' `\n    --http 'it\u2019\u2019s ''x'''\n")
+
+    def test_a_tidy_line_is_sorted_and_without_what_has_no_effect(self):
+        lines = (DATA / "tool_tidy.txt").read_text().splitlines()
+        for line, expected in zip(*[(one for one in lines if one and one[0] != "#")] * 2):
+            done = run("convert", "--to", "sh", "--tidy", *shlex.split(line))
+            self.assertEqual((done.stdout.decode().strip(), done.returncode), (expected, 0), done.stderr)
+        self.assertEqual((done := run("convert", "--to", "sh", "--tidy", "--wait")).returncode, 1)
+        self.assertEqual(done.stdout, b"")
+
+    def test_sources_come_in_their_order_and_faults_have_their_places(self):
+        Path("a.service").write_text("[Service]\nExecStart=/bin/x --auto-deploy-root /D --log-root\n")
+        Path("b").write_text("# the rest\n/l\n--num-worker\n4\n")
+        done = run("check", "--json", "--from", "a.service", "--from=b", "--ignore", "no-listener", "--waist")
+        faults = tool_schemas.answer("check", done.stdout)["faults"]
+        self.assertEqual([fault.get("places") for fault in faults], [[{"token": 5, "file": "b", "line": 3, "column": 1}], None])
+        self.assertEqual([fault["tokens"] for fault in faults], [[5], [7]])
+        self.assertEqual(re.findall(r"^orvane-config: (.*)$", done.stderr.decode(), re.M), [
+            "a.service:2:11: left out '/bin/x', the program in front of the flags", "a.service: drop-ins of the unit are not read"])
+        said = run("check", "--from", "a.service", "--from", "b", "--waist").stderr.decode()
+        self.assertIn("  token 5, b:3:1: ... --log-root /l --num-worker 4 ...\n", said)
+        self.assertIn("  token 7: ", said)
+        said = run("check", "--format-in", "sh", "--from", "b", "--auto-deploy-root", "~", "--log-root", "~").stderr.decode()
+        self.assertIn("b:3:1: a second command", said)
+        Path("b").write_text("--auto-deploy-root \\\n  /é --log-root '~'")
+        self.assertIn("warning: token 4, b:2:17: ", run("check", "--from", "b").stderr.decode())
+
+
+unittest.main()

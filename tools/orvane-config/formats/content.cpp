@@ -1,0 +1,84 @@
+// The content of files and of standard input.
+#include "formats/content.hpp"
+
+#include "system/exact_bytes.hpp"
+
+#include "qel/i18n/convert.hpp"
+#include "qel/util/native_path.hpp"
+
+#include <cerrno>
+#include <cstdio>
+#include <fstream>
+#include <stdexcept>
+#include <system_error>
+
+namespace orvane {
+namespace {
+
+constexpr std::size_t largest_input = 4 << 20; // some devices have no end
+
+[[noreturn]] void fail(const std::string& what) {
+    const int error = errno;
+    throw std::runtime_error(what + (error == 0 ? "" : ": " + std::generic_category().message(error)));
+}
+
+/// `read` fills a piece of memory as far as it can, and returns how far.
+template <class Read>
+std::string all_of(const Read& read, const std::string& name) {
+    std::string text, piece(1 << 16, '\0');
+    while (const std::size_t count = read(piece)) {
+        text.append(piece, 0, count);
+        if (text.size() > largest_input)
+            throw std::runtime_error(name + " is too large: at most 4 MiB of flags are read");
+    }
+    return text;
+}
+
+/// Through the C library: to a C++ stream, a failure to read standard input looks like its end.
+std::string bytes_of_standard_input() {
+    const std::string name = "standard input";
+    keep_bytes(stdin);
+    const auto read = [&](std::string& piece) {
+        errno = 0;
+        const std::size_t count = std::fread(piece.data(), 1, piece.size(), stdin);
+        if (std::ferror(stdin) != 0) fail("cannot read " + name);
+        return count;
+    };
+    return all_of(read, name);
+}
+
+std::string bytes_of(const std::string& name) {
+    if (name == "-") return bytes_of_standard_input();
+    const qel::util::filesystem::Path path(qel::i18n::utf8_to_ustring(name));
+    errno = 0;
+    std::ifstream in(qel::util::filesystem::native(path), std::ios_base::binary);
+    if (!in) fail("cannot open " + name);
+    const auto read = [&](std::string& piece) {
+        in.read(piece.data(), static_cast<std::streamsize>(piece.size()));
+        if (in.bad()) fail("cannot read " + name);
+        return static_cast<std::size_t>(in.gcount());
+    };
+    return all_of(read, name);
+}
+
+/// UTF-16, as some editors and redirections write it, is marked by its first two bytes.
+std::string utf8_of(const std::string& text) {
+    const bool big = text.starts_with("\xFE\xFF");
+    if (!big && !text.starts_with("\xFF\xFE")) return text;
+    std::u16string units;
+    for (std::size_t i = 2; i + 1 < text.size(); i += 2) {
+        const auto byte = [&text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+        units += static_cast<char16_t>(big ? byte(i) << 8 | byte(i + 1) : byte(i + 1) << 8 | byte(i));
+    }
+    return qel::i18n::ustring_to_utf8(units);
+}
+
+} // namespace
+
+std::string content_of(const std::string& name) {
+    std::string text = utf8_of(bytes_of(name));
+    if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3); // some editors mark UTF-8 files with it
+    return text;
+}
+
+} // namespace orvane

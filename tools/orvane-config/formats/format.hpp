@@ -1,0 +1,102 @@
+// What the formats of command lines have in common.
+#pragma once
+
+#include "system/tokens.hpp"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvane {
+
+/// A place in a text, counted from 1, the column in characters. Line 0: the text has no lines.
+struct Spot {
+    std::uint32_t line = 0, column = 0;
+};
+
+/// Text, UTF-8, whose bytes know where they were in the file.
+struct LocatedText {
+    std::string bytes{};
+    std::vector<Spot> spots{}; ///< of each byte
+
+    void append(const LocatedText& from, std::size_t begin, std::size_t end);
+    void append(char byte, Spot spot);
+};
+
+/// The text of a whole file.
+LocatedText located(std::string_view text);
+
+/// A token, UTF-8, and where it begins.
+struct ReadToken {
+    std::string text;
+    Spot spot;
+};
+using ReadTokens = std::vector<ReadToken>;
+
+/// Thrown by readers that meet what they do not understand.
+struct NotUnderstood : std::runtime_error {
+    NotUnderstood(Spot where, const std::string& why) : runtime_error(why), spot(where) {}
+    Spot spot;
+};
+
+/// Thrown by writers of formats that cannot hold a token.
+struct CannotHold : std::runtime_error {
+    using runtime_error::runtime_error;
+};
+
+/// Tokens, UTF-8, that belong on one line: a flag and its value.
+using TokenGroup = std::vector<std::string>;
+using TokenGroups = std::vector<TokenGroup>;
+
+/// All tokens, each written by `quoted`, with `between` after each group but the last.
+std::string joined(const TokenGroups& groups, std::string (*quoted)(const std::string&),
+                   std::string_view between);
+
+/// The first line that is neither blank nor a comment.
+std::string_view first_line_of(std::string_view text);
+
+/// A reader's way through a text.
+class Walk {
+public:
+    explicit Walk(const LocatedText& text) : text_(text) {}
+
+    bool done() const { return at_ == text_.bytes.size(); }
+    /// A byte that is still to come; 0 after the end.
+    char peek(std::size_t ahead = 0) const {
+        return at_ + ahead < text_.bytes.size() ? text_.bytes[at_ + ahead] : '\0';
+    }
+    char next() { return text_.bytes[at_++]; }
+    bool comes(std::string_view what) const {
+        return std::string_view(text_.bytes).substr(at_).starts_with(what);
+    }
+    /// Moves over it if it is what comes next.
+    bool skip(std::string_view what) {
+        const bool comes_now = comes(what);
+        at_ += comes_now ? what.size() : 0;
+        return comes_now;
+    }
+    void skip_any_of(std::string_view bytes) {
+        at_ = std::min(text_.bytes.find_first_not_of(bytes, at_), text_.bytes.size());
+    }
+    /// Up to the first of these bytes, or the end.
+    void skip_to(std::string_view bytes) {
+        at_ = std::min(text_.bytes.find_first_of(bytes, at_), text_.bytes.size());
+    }
+    void move_to(std::size_t at) { at_ = std::min(at, text_.bytes.size()); }
+    Spot spot() const {
+        if (text_.spots.empty()) return {1, 1};
+        if (!done()) return text_.spots[at_];
+        return {text_.spots.back().line, text_.spots.back().column + 1};
+    }
+    [[noreturn]] void refuse(const std::string& why) const { throw NotUnderstood(spot(), why); }
+
+private:
+    const LocatedText& text_;
+    std::size_t at_ = 0;
+};
+
+} // namespace orvane

@@ -1,0 +1,71 @@
+// The format json: an array of strings.
+#include "formats/format_table.hpp"
+
+#include <boost/json.hpp>
+
+namespace orvane {
+namespace {
+
+namespace json = boost::json;
+
+[[noreturn]] void refuse(const LocatedText& text, std::size_t at, const std::string& why) {
+    Walk walk(text);
+    walk.move_to(at);
+    walk.refuse(why);
+}
+
+json::value parsed(const LocatedText& text) {
+    json::parser parser;
+    boost::system::error_code error;
+    std::size_t read = parser.write_some(text.bytes, error);
+    if (error) refuse(text, read, "this is no JSON: " + error.message());
+    read = text.bytes.find_first_not_of(" \t\r\n", read);
+    if (read != text.bytes.npos) refuse(text, read, "something follows the array");
+    return parser.release();
+}
+
+/// Where the strings begin in a text that is an array of strings.
+std::vector<Spot> starts_of_strings(const LocatedText& text) {
+    std::vector<Spot> starts;
+    bool inside = false;
+    for (std::size_t i = 0; i != text.bytes.size(); ++i) {
+        if (inside && text.bytes[i] == '\\') {
+            ++i;
+        } else if (text.bytes[i] == '"') {
+            inside = !inside;
+            if (inside) starts.push_back(text.spots[i]);
+        }
+    }
+    return starts;
+}
+
+} // namespace
+
+bool is_json(std::string_view text) {
+    const std::string_view line = first_line_of(text);
+    return line.starts_with('[') || line.starts_with('{');
+}
+
+ReadTokens read_json(const LocatedText& text) {
+    const json::value value = parsed(text);
+    const json::array* const array = value.if_array();
+    if (array == nullptr) refuse(text, 0, "this is no array of strings");
+    for (const json::value& element : *array)
+        if (!element.is_string())
+            refuse(text, 0, "the array contains something else than strings: " + json::serialize(element));
+    ReadTokens tokens;
+    const std::vector<Spot> starts = starts_of_strings(text);
+    for (std::size_t i = 0; i != array->size(); ++i)
+        tokens.push_back({std::string((*array)[i].get_string()), starts[i]});
+    return tokens;
+}
+
+std::string as_json(const TokenGroups& groups) {
+    std::string text;
+    for (const TokenGroup& group : groups)
+        for (const std::string& token : group)
+            text.append(text.empty() ? "" : ", ").append(json::serialize(json::value(token)));
+    return "[" + text + "]\n";
+}
+
+} // namespace orvane

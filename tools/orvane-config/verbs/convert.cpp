@@ -1,0 +1,45 @@
+// The verb `convert`: the same flags in another format.
+#include "formats/format_table.hpp"
+#include "printing/verdict_text.hpp"
+#include "probing/tidying.hpp"
+#include "system/exact_bytes.hpp"
+#include "verbs/input.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <ostream>
+
+namespace orvane {
+namespace {
+
+std::string written(const Call& call, const CommandLine& line) {
+    std::vector<Tokens> groups;
+    for (const Occurrence& occurrence : line)
+        groups.push_back(tokens_of({occurrence}));
+    const LineFormat& format = format_named(call.value(own("to")));
+    return write(format, qel::i18n::utf8_to_ustring(call.value(own("program"))), groups);
+}
+
+} // namespace
+
+ExitCode convert(const Call& call) {
+    if (!call.has(own("to"))) throw Misused(spelled(own("to")) + " is missing: the format to write");
+    const Input input = input_of(call);
+    CommandLine line = occurrences_of(input.flags);
+    if (call.has(own("tidy"))) {
+        const Verdict verdict = judge(input, true);
+        if (!verdict.accepted()) {
+            explain(verdict, call.err);
+            return ExitCode::refused;
+        }
+        if (auto tidy = tidied(line, verdict.answer, verdict.effects))
+            line = std::move(*tidy);
+        else
+            call.err << "orvane-config: nothing in the line can be moved or left out safely\n";
+    }
+    call.out << written(call, line);
+    keep_bytes(stdout);
+    return ExitCode::done;
+}
+
+} // namespace orvane
