@@ -75,6 +75,13 @@ void read_option(Call& call, const OwnOption& option, Tokens::const_iterator& at
         throw Misused(spelled(option) + " is " + one_of(words) + ", not '" + value + "'");
 }
 
+/// Whether it is a flag of the server that only looks like the option: what follows cannot be the option's value.
+bool is_given_back(const Verb& verb, const OwnOption& option, Tokens::const_iterator at,
+                   Tokens::const_iterator end) {
+    const bool may_be_flag = takes_flags(verb) && !option.value.empty() && kind_of(*at) != FlagKind::no_flag;
+    return may_be_flag && (at + 1 == end || at[1].starts_with(u"--"));
+}
+
 /// Holds the words against the form of the verb's arguments.
 void check_words(const Call& call) {
     const std::string_view form = call.verb.arguments;
@@ -103,6 +110,7 @@ Call read_call(const Verb& verb, const Tokens& args, std::ostream& out, std::ost
         }
         const OwnOption* const option = option_of(name_in(qel::i18n::ustring_to_utf8(*at)));
         if (option != nullptr && takes(verb, *option)) {
+            if (is_given_back(verb, *option, at, args.end())) break;
             read_option(call, *option, at, args.end());
             continue;
         }
