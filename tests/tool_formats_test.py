@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Holds orvane-config's formats of command lines against the programs whose formats they are: tool_formats_test.py TOOL..."""
-import json, os, random, re, shlex, subprocess, sys, tempfile, unittest
+import json, os, random, re, shlex, signal, subprocess, sys, tempfile, unittest
 from pathlib import Path
 
 import tool_schemas
@@ -114,6 +114,56 @@ class Formats(unittest.TestCase):
         self.assertIn("b:3:1: a second command", said)
         Path("b").write_text("--auto-deploy-root \\\n  /é --log-root '~'")
         self.assertIn("warning: token 4, b:2:17: ", run("check", "--from", "b").stderr.decode())
+
+    def test_lines_are_compared_by_what_they_set(self):
+        Path("a").write_text("--auto-deploy-root\nD\n--num-workers\n4\n--https\nh:1\n--user-data\nk v")
+        line = ["--auto-deploy-root", "D", "--num-workers", "8", "--log-root", "/l", "--user-data", "k v"]
+        done = run("diff", "--json", "a", "--", *line)
+        answer = tool_schemas.answer("diff", done.stdout)
+        found = {one["setting"]: [(side["value"], side["tokens"]) for side in (one["before"], one["after"])] for one in answer["differences"]}
+        self.assertEqual({name: found[name] for name in ("num_workers", "log_root", "https.http.host")}, {
+            "num_workers": [(4, [3, 4]), (8, [3, 4])], "log_root": [(None, []), ("/l", [5, 6])], "https.http.host": [("h", [5, 6]), (None, [])]})
+        shown = [tool_schemas.answer("show", run("show", "--json", *words).stdout)["settings"] for words in (["--from", "a"], line)]
+        self.assertEqual({name.split(".")[0] for name in found}, {name for name in shown[0] if shown[0][name] != shown[1][name]})
+        said = run("diff", "a", "--", *line).stdout.decode().replace("\r\n", "\n")
+        self.assertIn("- num_workers = 4  # --num-workers (tokens 3 and 4, a:3:1)\n+ num_workers = 8  # --num-workers (tokens 3 and 4)\n", said)
+        Path("b").write_text("orvane --num-workers 3 --https h:1 --user-data 'k v' --num-workers 4 --auto-deploy-root D # sorted")
+        for words, code, pattern in [(["a", "b"], 0, "the lines differ, the settings are equal\n"), (["--from", "a", "--from", "a"], 0, "the lines are equal\n"),
+                                     (["a", "--from"], 2, ""), (["a", "none"], 2, ""), (["a", "--", "--wait"], 2, ""), (["a"], 2, ""),
+                                     (["a", "b", "a"], 2, ""), (["--wait", "--", "--wait"], 2, "")]:
+            done = run("diff", *words)
+            self.assertEqual((done.returncode, done.stdout.decode().replace("\r\n", "\n")), (code, pattern), words)
+
+    def test_a_server_is_started_with_the_flags_that_were_checked(self):
+        flags = ["--auto-deploy-root", "/D", "--log-root", "/l '$x\" é%"]
+        Path("flags").write_bytes("\n".join(flags).encode())
+        echo = [sys.executable, "-c", "import json, sys; print(json.dumps(sys.argv[1:])); sys.exit(3)"] if HERE else [TOOL[-1], "convert", "--to", "json"]
+        done = run("exec", "--from", "flags", "--wait", "--", *echo)
+        self.assertEqual((json.loads(done.stdout), done.returncode), ([*flags, "--wait"], 3 if HERE else 0), done.stderr)
+        for words, code in [(["--from", "flags", "--", "./none"], 127), (["--from", "flags", "--", "."], 126), (["--from", "flags"], 2), (["--waist", "--", *echo], 1)]:
+            done = run("exec", *words)
+            self.assertEqual((done.returncode, done.stdout), (code, b""), (words, done.stderr))
+        Path("flags").write_text("--auto-deploy-root\n/nowhere/at/all\n--log-root\n/proc/no\n")
+        self.assertEqual((done := run("exec", "--preflight", "--from", "flags", "--", *echo)).returncode, 8 if HERE else done.returncode, done.stderr)
+
+    @unittest.skipUnless(HERE, "there processes do not become others, and show no command line")
+    def test_a_server_is_the_process_that_was_checked(self):
+        read, write = os.pipe()
+        script = 'trap "exit 5" TERM; echo $$ >&"$0"; while :; do sleep 0.1; done'
+        server = subprocess.Popen([*TOOL, "exec", "--auto-deploy-root", "/D", "--", "sh", "-c", script, str(write)], pass_fds=[write])
+        self.addCleanup(server.kill)
+        os.close(write)
+        with os.fdopen(read) as said:
+            self.assertEqual(int(said.readline()), server.pid)
+        server.send_signal(signal.SIGTERM)
+        self.assertEqual(server.wait(60), 5)
+        server = subprocess.Popen([*TOOL, "publish", "--auto-deploy-root", "/D", "--pid-root", ".", "--num-workers", "4"])
+        self.addCleanup(server.wait), self.addCleanup(server.terminate)
+        while not os.path.exists("main.pid"):
+            pass
+        done = run("check", "--format-in", "json", "--pid", str(server.pid))
+        self.assertRegex(done.stderr.decode(), f"left out '.*orvane-config'.*\nunrecognized option: publish\n.*\n  token 1, /proc/{server.pid}/cmdline: publish")
+        self.assertEqual([run("check", "--pid", number).returncode for number in ("4194305", "x")], [7, 2])
 
 
 unittest.main()

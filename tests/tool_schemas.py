@@ -6,6 +6,8 @@ import jsonschema
 
 SCHEMAS = Path(__file__).resolve().parents[1] / "tools/orvane-config/schemas"
 
+AT = "http://localhost/"  # only so that one can refer to another; all are in the store
+
 
 def closed(schema):
     """The schema without room for members that it does not name: programs have to expect new ones, tests do not."""
@@ -23,7 +25,8 @@ def validator(name):
     jsonschema.Draft202012Validator.check_schema(read[name + ".json"])
     with warnings.catch_warnings():  # newer versions have another way, Debian's has only this one
         warnings.simplefilter("ignore", DeprecationWarning)
-        resolver = jsonschema.RefResolver("", closed(read[name + ".json"]), {one: closed(schema) for one, schema in read.items()})
+        store = {AT + one: closed(schema) for one, schema in read.items()}
+        resolver = jsonschema.RefResolver(AT + name + ".json", store[AT + name + ".json"], store)
     return jsonschema.Draft202012Validator(closed(read[name + ".json"]), resolver=resolver)
 
 

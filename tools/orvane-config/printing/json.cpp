@@ -121,26 +121,6 @@ json::value to_json(const Fix& fix) {
     return object;
 }
 
-/// Of those tokens that were read from a file.
-json::array to_json(const Places& places, const json::array& tokens) {
-    json::array array;
-    for (const json::value& token : tokens) {
-        const Place* const place = place_of(places, token.to_number<std::size_t>());
-        if (place == nullptr) continue;
-        json::object object{{"token", token}, {"file", to_json(place->file)}};
-        if (place->spot.line != 0) {
-            object["line"] = place->spot.line;
-            object["column"] = place->spot.column;
-        }
-        array.push_back(std::move(object));
-    }
-    return array;
-}
-
-void add_places(json::object& object, const Places& places, const json::array& tokens) {
-    if (json::array array = to_json(places, tokens); !array.empty()) object["places"] = std::move(array);
-}
-
 json::value to_json(const Fault& fault, const Places& places, const Advice& advice) {
     json::object object{{"code", to_json(fault.code)}, {"text", to_json(fault.text)}};
     if (const Occurrence& occurrence = fault.occurrence; !occurrence.empty()) {
@@ -170,6 +150,25 @@ json::array numbers_of_tokens(const Occurrence& occurrence) {
     for (const Token& word : occurrence)
         numbers.insert(word.number);
     return json::array(numbers.begin(), numbers.end());
+}
+
+void add_places(json::object& object, const Places& places, const json::array& tokens) {
+    json::array array;
+    for (const json::value& token : tokens) {
+        const Place* const place = place_of(places, token.to_number<std::size_t>());
+        if (place == nullptr) continue;
+        json::object entry{{"token", token}, {"file", to_json(place->file)}};
+        if (place->spot.line != 0) {
+            entry["line"] = place->spot.line;
+            entry["column"] = place->spot.column;
+        }
+        array.push_back(std::move(entry));
+    }
+    if (!array.empty()) object["places"] = std::move(array);
+}
+
+json::value json_of(const qel::config::ServerSettings& settings) {
+    return to_json(settings);
 }
 
 json::object head_of(const Verdict& verdict) {

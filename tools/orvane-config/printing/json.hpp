@@ -2,6 +2,7 @@
 #pragma once
 
 #include "explaining/verdict.hpp"
+#include "probing/differences.hpp"
 
 #include <string>
 
@@ -11,5 +12,7 @@ inline constexpr int json_format = 1;
 
 std::string check_json(const Verdict& verdict);
 std::string show_json(const Verdict& verdict);
+std::string diff_json(const Verdict& before, const Verdict& after, const std::vector<Difference>& found,
+                      bool same_tokens);
 
 } // namespace orvane

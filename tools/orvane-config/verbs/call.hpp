@@ -27,6 +27,8 @@ struct Call {
     bool ended = false;
     /// What is left.
     Tokens words{};
+    /// The command that the tool becomes when the verb has answered.
+    mutable Tokens successor{};
 
     bool has(const OwnOption& option) const { return given(option) != options.rend(); }
 

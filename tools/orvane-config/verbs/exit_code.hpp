@@ -5,7 +5,7 @@
 
 namespace orvane {
 
-/// What scripts can rely on. `publish` also ends with the exit code of its command.
+/// What scripts can rely on. `publish` and `exec` also end with the exit codes of their commands.
 enum class ExitCode {
     done = 0,
     refused = 1,
@@ -26,8 +26,8 @@ struct ExitMeaning {
 // clang-format off
 inline constexpr ExitMeaning exit_codes[] = {
     {ExitCode::done,               "accepted, located or done"},
-    {ExitCode::refused,            "refused by the library, or by the state of the server's files"},
-    {ExitCode::misused,            "orvane-config was used wrongly"},
+    {ExitCode::refused,            "refused by the library, or by the state of the server's files; diff: different"},
+    {ExitCode::misused,            "orvane-config was used wrongly; diff: any trouble"},
     {ExitCode::warned,             "accepted, but --strict found a warning"},
     {ExitCode::not_published,      "not published, or not yet, or not set"},
     {ExitCode::stale_or_malformed, "published, but stale or malformed"},

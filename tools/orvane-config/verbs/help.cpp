@@ -23,6 +23,9 @@ constexpr std::string_view code_of_publish =
     "'publish' ends with the exit code of COMMAND, or with 128 plus the number of the signal that ended it; "
     "without COMMAND, with 0 after the signals INT and TERM.";
 
+constexpr std::string_view code_of_exec =
+    "'exec' ends as COMMAND does, or with 127 if there is no such command, or 126 if it cannot be started.";
+
 /// The column of the explanations.
 constexpr std::size_t text_column = 22;
 
@@ -59,7 +62,8 @@ std::string help_text(const Verb& verb) {
     for (const OwnOption& option : own_options)
         if (takes(verb, option))
             text += beside("  " + with(spelled(option), option.value), option.meaning, text_column) + "\n";
-    if (takes_command(verb)) text += "\n" + wrapped(code_of_publish, 0) + "\n";
+    if (takes_command(verb))
+        text += "\n" + wrapped(code_of_publish, 0) + " " + wrapped(code_of_exec, 0) + "\n";
     return text;
 }
 

@@ -19,24 +19,6 @@
 namespace orvane {
 namespace {
 
-/// The position of the "--" that ends the flags, or the end. One that is the value of a flag does not: that
-/// is the case when the flags before it do not parse.
-Tokens::const_iterator end_of_flags(const Tokens& before, const Tokens& words) {
-    if (std::find(words.begin(), words.end(), u"--") == words.end()) return words.end();
-    using qel::config::error_code::unrecognized_flag, qel::config::error_code::parse_error;
-    Tokens all = before;
-    all.insert(all.end(), words.begin(), words.end());
-    const CommandLine line = occurrences_of(all);
-    Answer refusal;
-    const std::size_t refused = first_refused(line, refusal);
-    // Each may be a value. Without its value, a flag that the library knows does not parse.
-    if (refused == line.size() || refusal.code == parse_error()) return words.end();
-    const bool in_place = refusal.code == unrecognized_flag();
-    const std::size_t from = in_place ? line[refused].front().number - 1 : line[refused].back().number;
-    const std::size_t skipped = from < before.size() ? 0 : from - before.size();
-    return std::find(words.begin() + static_cast<std::ptrdiff_t>(skipped), words.end(), u"--");
-}
-
 bool lacks_a_value(const Tokens& flags) {
     const CommandLine line = occurrences_of(flags);
     return !line.empty() && line.back().size() == 1 && kind_of(line.back()[0].text) == FlagKind::value_flag;
@@ -141,6 +123,29 @@ Input input_from(const Call& call, const OwnOption& option, const std::string& n
     Input input;
     add(input, call, source_of(option, name));
     return input;
+}
+
+Tokens::const_iterator end_of_flags(const Tokens& before, const Tokens& words) {
+    if (std::find(words.begin(), words.end(), u"--") == words.end()) return words.end();
+    using qel::config::error_code::unrecognized_flag, qel::config::error_code::parse_error;
+    Tokens all = before;
+    all.insert(all.end(), words.begin(), words.end());
+    const CommandLine line = occurrences_of(all);
+    Answer refusal;
+    const std::size_t refused = first_refused(line, refusal);
+    // Each may be a value. Without its value, a flag that the library knows does not parse.
+    if (refused == line.size() || refusal.code == parse_error()) return words.end();
+    const bool in_place = refusal.code == unrecognized_flag();
+    const std::size_t from = in_place ? line[refused].front().number - 1 : line[refused].back().number;
+    const std::size_t skipped = from < before.size() ? 0 : from - before.size();
+    return std::find(words.begin() + static_cast<std::ptrdiff_t>(skipped), words.end(), u"--");
+}
+
+std::vector<Input> inputs_of_options(const Call& call) {
+    std::vector<Input> inputs;
+    for (const auto& [option, value] : call.options)
+        if (is_source(option)) inputs.push_back(input_from(call, *option, value));
+    return inputs;
 }
 
 Input input_of(const Call& call) {

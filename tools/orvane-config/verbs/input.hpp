@@ -22,6 +22,13 @@ Input input_of(const Call& call);
 /// The same from one option, or from a file that is named without one.
 Input input_from(const Call& call, const OwnOption& option, const std::string& name);
 
+/// The same from every option that names a file or process, each by itself.
+std::vector<Input> inputs_of_options(const Call& call);
+
+/// The position of the "--" that ends the flags, or the end. One that is the value of a flag does not: that
+/// is the case when the flags before it do not parse.
+Tokens::const_iterator end_of_flags(const Tokens& before, const Tokens& words);
+
 /// The verdict on the flags, which knows their places.
 Verdict judge(const Input& input, bool with_origins, const WarningIds& ignored = {});
 

@@ -25,7 +25,7 @@ struct OwnOption {
 inline constexpr OwnOption own_options[] = {
     {"strict",    "",                "check preflight",               "fail on warnings: the exit code is then 3"},
     {"ignore",    "ID[,ID]...",      "check show fix preflight",      "turn off these warnings; 'orvane-config warnings' lists them all"},
-    {"json",      "",                "check show preflight locate",   "answer in JSON"},
+    {"json",      "",                "check show diff preflight locate", "answer in JSON"},
     {"from",      "FILE",            any_flags,                       "read FLAGS from FILE, or with - from standard input; may be repeated, "
                                                                       "and FLAGS on the command line come last"},
     {"format-in", FormatNames<true>::text, any_flags,                 "format of the files; by default told from their content"},
@@ -34,6 +34,8 @@ inline constexpr OwnOption own_options[] = {
     {"tidy",      "",                "convert",                       "leave out what has no effect, and sort the flags as the reference does; "
                                                                       "the settings stay the same"},
     {"program",   "PATH",            "convert",                       "write this program in front of the flags"},
+    {"preflight", "",                "exec",                          "also look at the machine, as the verb preflight does, and stop if the "
+                                                                      "server would not start"},
     {"only",    "NAME[,NAME]...",    "preflight",                     "look only at these groups"},
     {"skip",    "NAME[,NAME]...",    "preflight",                     "do not look at these groups"},
     {"network", "",                  "preflight",                     "also contact other machines: the caches to attach to"},

@@ -4,6 +4,7 @@
 #include "printing/verdict_text.hpp"
 #include "verbs/ignored_warnings.hpp"
 #include "verbs/input.hpp"
+#include "verbs/look_around.hpp"
 
 #include <algorithm>
 #include <ostream>
@@ -32,6 +33,8 @@ std::set<std::string_view> groups_in(const Call& call, const OwnOption& option) 
     return names;
 }
 
+} // namespace
+
 Report look_around(const Call& call, const Verdict& verdict) {
     const auto only = groups_in(call, own("only")), skipped = groups_in(call, own("skip"));
     Report report{std::make_shared<Context>(
@@ -43,6 +46,8 @@ Report look_around(const Call& call, const Verdict& verdict) {
     }
     return report;
 }
+
+namespace {
 
 ExitCode exit_code(const Report& report, const Verdict& verdict, bool strict) {
     if (!report.ready()) return ExitCode::not_ready;

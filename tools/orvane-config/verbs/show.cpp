@@ -1,9 +1,8 @@
 // The verb `show`: the settings that a line makes, and where each comes from.
 #include "explaining/spelling.hpp"
 #include "printing/json.hpp"
-#include "printing/quoting.hpp"
+#include "printing/origin_text.hpp"
 #include "printing/verdict_text.hpp"
-#include "probing/settings_of_flag.hpp"
 #include "verbs/ignored_warnings.hpp"
 #include "verbs/input.hpp"
 
@@ -14,39 +13,6 @@
 
 namespace orvane {
 namespace {
-
-/// The flag that would set what the library completed.
-std::string default_of(const Setting& setting) {
-    for (const Reference& one : references()) {
-        const auto names = settings_of_flag(one);
-        if (std::find(names.begin(), names.end(), setting.name) != names.end())
-            return "default of " + std::string(one.flag);
-    }
-    return "completed by the library";
-}
-
-/// Where a setting comes from.
-std::string origin_of(const Setting& setting, const Effects& effects) {
-    std::string text;
-    const auto occurrences = effects.origins.find(setting.name);
-    if (occurrences != effects.origins.end())
-        for (const Occurrence& occurrence : occurrences->second)
-            text += (text.empty() ? "" : ", ") + qel::i18n::ustring_to_utf8(occurrence[0].text) + " (" +
-                    numbers_of(occurrence) + ")";
-    if (!effects.completed.contains(setting.name)) return text;
-    return text.empty() ? default_of(setting) : text + ", completed by the library";
-}
-
-void show_setting(const Setting& setting, const Effects& effects, std::ostream& out) {
-    if (setting.lines.empty()) {
-        out << setting.name << "  # not set\n";
-        return;
-    }
-    for (const auto& line : setting.lines) {
-        print(line, out);
-        out << (&line == &setting.lines.back() ? "  # " + origin_of(setting, effects) : "") << '\n';
-    }
-}
 
 /// The setting whose lines --get prints.
 Setting wanted_setting(const std::string& name, const qel::config::ServerSettings& settings) {
@@ -85,7 +51,7 @@ ExitCode show(const Call& call) {
         return ExitCode::done;
     }
     for (const Setting& setting : settings_of(verdict.answer.settings))
-        show_setting(setting, verdict.effects, call.out);
+        print_with_origin("", setting, verdict, call.out);
     return ExitCode::done;
 }
 

@@ -4,6 +4,7 @@
 #include "explaining/meant_flags.hpp"
 #include "explaining/spelling.hpp"
 #include "printing/escape.hpp"
+#include "system/become.hpp"
 #include "system/terminal.hpp"
 #include "verbs/call.hpp"
 #include "verbs/help.hpp"
@@ -40,7 +41,7 @@ std::string no_verb(const std::u16string& word) {
     return text;
 }
 
-ExitCode run_verb(const Tokens& args, std::ostream& out, std::ostream& err) {
+ExitCode run_verb(const Tokens& args, std::ostream& out, std::ostream& err, Tokens& successor) {
     const std::u16string word = verb_meant(args.front());
     std::string name = "orvane-config";
     try {
@@ -48,9 +49,13 @@ ExitCode run_verb(const Tokens& args, std::ostream& out, std::ostream& err) {
         if (verb == nullptr) throw Misused(no_verb(word));
         name += " " + std::string(verb->name);
         const Call call = read_call(*verb, Tokens(args.begin() + 1, args.end()), out, err);
-        if (!call.has(own("help"))) return verb->run(call);
-        out << help_text(*verb);
-        return ExitCode::done;
+        if (call.has(own("help"))) {
+            out << help_text(*verb);
+            return ExitCode::done;
+        }
+        const ExitCode code = verb->run(call);
+        successor = call.successor;
+        return code;
     } catch (const Misused& fault) {
         err << name << ": " << fault.what() << "\nsee '" << name << " "
             << (name.ends_with("-config") ? "help" : "--help") << "'\n";
@@ -85,7 +90,8 @@ ExitCode run(const Tokens& args, std::ostream& out, std::ostream& err) {
         return ExitCode::misused;
     }
     std::ostringstream answer, complaint;
-    const ExitCode code = run_verb(args, answer, complaint);
+    Tokens successor;
+    const ExitCode code = run_verb(args, answer, complaint, successor);
     write(complaint.str(), Stream::err, err);
     errno = 0;
     if (!write(answer.str(), Stream::out, out)) {
@@ -94,7 +100,7 @@ ExitCode run(const Tokens& args, std::ostream& out, std::ostream& err) {
             << '\n';
         return ExitCode::failed_io;
     }
-    return code;
+    return successor.empty() ? code : static_cast<ExitCode>(become(successor, err));
 }
 
 } // namespace orvane

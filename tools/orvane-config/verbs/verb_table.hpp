@@ -10,7 +10,8 @@ namespace orvane {
 struct Call;
 using Run = ExitCode(const Call& call);
 
-Run check, show, fix, convert, preflight, locate, publish, flags, warnings, completions, usage, help, version;
+Run check, show, fix, convert, diff, exec, preflight, locate, publish, flags, warnings, completions, usage,
+    help, version;
 
 struct Verb {
     std::string_view group;
@@ -31,10 +32,14 @@ inline constexpr Verb verbs[] = {
      "print the corrected command line, and what was wrong with the FLAGS"},
     {"Command lines",   "convert",     "FLAGS...",                     convert,
      "write the FLAGS in another format, for a file, a shell, a unit or a container"},
+    {"Command lines",   "diff",        "FLAGS... -- FLAGS...",         diff,
+     "print the settings that differ; a file may stand in the place of FLAGS: diff FILE FILE"},
     {"Command lines",   "preflight",   "FLAGS...",                     preflight,
      "say whether a server with these FLAGS can start on this machine now, as this user; change nothing"},
     {"Running servers", "locate",      "FLAGS...",                     locate,
      "read the runtime files of the server with these FLAGS, and say whether they can be trusted"},
+    {"Running servers", "exec",        "FLAGS... -- COMMAND ARGS...",  exec,
+     "check the FLAGS, then become COMMAND, with ARGS and the FLAGS as its arguments"},
     {"Running servers", "publish",     "FLAGS... [-- COMMAND ARGS...]", publish,
      "publish the runtime files of a server with these FLAGS while COMMAND runs; without COMMAND, until a signal comes"},
     {"Reference",       "flags",       "[FLAG|WORD]...",               flags,
@@ -64,6 +69,11 @@ constexpr bool takes_names_of_flags(const Verb& verb) {
 
 constexpr bool takes_command(const Verb& verb) {
     return verb.arguments.find("COMMAND") != verb.arguments.npos;
+}
+
+/// Whether files may stand in the place of flags.
+constexpr bool takes_files(const Verb& verb) {
+    return verb.arguments.ends_with("-- FLAGS...");
 }
 
 /// Null when there is none of that name.

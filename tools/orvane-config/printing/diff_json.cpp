@@ -1,0 +1,54 @@
+// What differs between two lines, for programs.
+#include "printing/json.hpp"
+#include "printing/json_parts.hpp"
+
+namespace orvane {
+namespace {
+
+namespace json = boost::json;
+
+/// The value of a setting that is named as in `show`; null when it is not set.
+json::value value_of(const json::value& settings, const Setting& setting) {
+    if (setting.lines.empty()) return nullptr;
+    const json::value* at = &settings;
+    for (std::string_view left = setting.name; !left.empty();) {
+        const std::string_view name = left.substr(0, left.find('.'));
+        left.remove_prefix(std::min(name.size() + 1, left.size()));
+        at = &at->as_object().at({name.data(), name.size()});
+    }
+    return *at;
+}
+
+/// One side of a difference.
+json::object side_json(const Setting& setting, const Verdict& verdict, const json::value& settings) {
+    json::array tokens;
+    if (const auto occurrences = verdict.effects.origins.find(setting.name);
+        occurrences != verdict.effects.origins.end())
+        for (const Occurrence& occurrence : occurrences->second)
+            for (const json::value& number : numbers_of_tokens(occurrence))
+                tokens.push_back(number);
+    json::object side{{"value", value_of(settings, setting)},
+                      {"completed", verdict.effects.completed.contains(setting.name)}};
+    add_places(side, verdict.places, tokens);
+    side["tokens"] = std::move(tokens);
+    return side;
+}
+
+} // namespace
+
+std::string diff_json(const Verdict& before, const Verdict& after, const std::vector<Difference>& found,
+                      bool same_tokens) {
+    const json::value old_settings = json_of(before.answer.settings),
+                      new_settings = json_of(after.answer.settings);
+    json::array entries;
+    for (const Difference& one : found)
+        entries.push_back({{"setting", one.before.name},
+                           {"before", side_json(one.before, before, old_settings)},
+                           {"after", side_json(one.after, after, new_settings)}});
+    return json::serialize(json::object{{"format", json_format},
+                                        {"equal", found.empty()},
+                                        {"same_tokens", same_tokens},
+                                        {"differences", std::move(entries)}});
+}
+
+} // namespace orvane

@@ -1,0 +1,16 @@
+// What differs between the settings of two lines.
+#pragma once
+
+#include "printing/record_text.hpp"
+
+namespace orvane {
+
+struct Difference {
+    Setting before, after;
+};
+
+/// In the order in which `show` prints the settings.
+std::vector<Difference> differences(const qel::config::ServerSettings& before,
+                                    const qel::config::ServerSettings& after);
+
+} // namespace orvane
