@@ -25,11 +25,6 @@ if(WIN32)
     target_compile_definitions(zep_config_rules INTERFACE _WIN32_WINNT=0x0A00 NOMINMAX)
     target_link_libraries(zep_config_rules INTERFACE ws2_32 mswsock)
 endif()
-# For code in which signed numbers may overflow: they wrap around.
-if(NOT MSVC)
-    set(zep_config_wrapping -fwrapv)
-endif()
-
 if(ZEP_CONFIG_SANITIZE)
     target_compile_options(zep_config_rules INTERFACE
         -fsanitize=${ZEP_CONFIG_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -1,4 +1,4 @@
-// Common forms of values are read without a stream. The results must be those of the casts that define them.
+// Values are read without a stream. The results must be those of the casts that define them.
 #include "support.hpp"
 
 #include "qel/util/storage_size.hpp"
@@ -36,6 +36,15 @@ public:
         return text;
     }
 
+    /// What durations are made of, in any order.
+    std::u16string next_duration() {
+        std::u16string text;
+        for (auto parts = random_() % 7; parts-- != 0;)
+            text += digits(random_() % 4) + (random_() % 2 == 0 ? u":" : pick(parts_));
+        if (random_() % 4 == 0 && !text.empty()) text.erase(random_() % text.size(), 1);
+        return text;
+    }
+
 private:
     std::u16string digits(std::size_t count) {
         std::u16string text;
@@ -52,6 +61,10 @@ private:
                            u"-",          u"+",          u" ",          u"",        u"65535",
                            u"65536",      u"4294967295", u"4294967296", u"\uFF11",  u"18446744073709551615",
                            u" B",         u",",          u"'",          u"00:00:01"};
+    // 2562047789 hours wrap around.
+    const Tokens parts_ = {u".", u"\t",     u"2562047789", u"9223372036854775807", u"9223372036854775808",
+                           u"x", u"\u00E9", u"-infinity",  u"not-a-date-time",     u"minimum-date-time",
+                           u"-", u"\xD800", u"+Infinity",  u"MAXIMUM-DATE-TIME",   u"00000000000000000000"};
 };
 
 /// The flag's value must be what the cast gives for the text, as `Stored`; `get` reads it from the record.
@@ -83,7 +96,8 @@ void expect_all_as_cast(int rounds) {
             u"--log-rotation-size", text, [](const S& s) { return *s.log_rotation_size(); },
             [](const util::storage_size& size) { return size.bytes(); });
         expect_as_cast<time_duration>(
-            u"--request-timeout", text, [](const S& s) { return *s.request_timeout(); }, same);
+            u"--request-timeout", i % 2 == 0 ? text : texts.next_duration(),
+            [](const S& s) { return *s.request_timeout(); }, same);
 
         // Only the names of severities are accepted.
         const Parsed severity = parse({u"--log-severity", text});

@@ -1,8 +1,7 @@
-// Numbers and durations in the forms that command lines nearly always use.
+// Numbers in the form that command lines nearly always use.
 //
-// boost::lexical_cast defines what a text means. For some types it needs a stream and its locale: hundreds of thousands
-// of instructions for one duration. The functions here know only the common forms. Each returns what the cast would
-// return, or nothing; then the cast decides.
+// boost::lexical_cast defines what a text means, and asks the locale. The function here knows only the common form: it
+// returns what the cast would return, or nothing; then the cast decides.
 #pragma once
 
 #include "qel/config/types.hpp"
@@ -18,12 +17,6 @@ namespace qel::config {
 
 /// Decimal digits only.
 optional<std::uint64_t> plain_number(std::u16string_view text) noexcept;
-
-/// H...H:MM:SS[.f...f] with up to nine digits of hours and six of the fraction.
-optional<time_duration> plain_duration(std::u16string_view text) noexcept;
-
-/// H...H or H...H:MM with up to nine digits of hours; the missing parts count as zero.
-optional<time_duration> short_duration(std::u16string_view text);
 
 /// The value that lexical_cast gives. Throws boost::bad_lexical_cast.
 template <class T>

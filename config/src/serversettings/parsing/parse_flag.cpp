@@ -1,36 +1,18 @@
 // Values of each kind, taken from the token after the flag.
 #include "parsing/parse_flag.hpp"
 
+#include "parsing/duration_values.hpp"
 #include "parsing/fast_paths.hpp"
 
 #include "qel/i18n/convert.hpp"
 
-#include <boost/date_time/posix_time/posix_time_io.hpp>
-#include <boost/io/ios_state.hpp>
 #include <boost/throw_exception.hpp>
 
 #include <algorithm>
-#include <istream>
-#include <locale>
 #include <stdexcept>
 
 namespace qel::config {
 namespace {
-
-/// A duration that is read from a stream.
-struct Duration {
-    time_duration value;
-};
-
-// Boost's operator gives a stream without this facet a new one, and leaks it if memory runs out just then. So the
-// stream gets one before.
-std::istream& operator>>(std::istream& in, Duration& duration) {
-    using Facet = boost::posix_time::time_input_facet;
-    if (std::has_facet<Facet>(in.getloc())) return in >> duration.value;
-    Facet facet(1); // destroyed here, after the stream has its own locale again
-    const boost::io::ios_locale_saver saver(in, std::locale(in.getloc(), &facet));
-    return in >> duration.value;
-}
 
 /// lexical_cast defines the values of numbers, sizes, durations and severities, even the surprising ones: "-1" is the
 /// largest unsigned number, and "5" is five hours.
@@ -50,9 +32,9 @@ std::uint64_t convert<storage_size>(const std::u16string& token) {
 
 template <>
 time_duration convert<time_duration>(const std::u16string& token) {
-    if (const auto duration = plain_duration(token)) return *duration;
-    if (const auto duration = short_duration(token)) return *duration;
-    return boost::lexical_cast<Duration>(i18n::ustring_to_utf8(token)).value;
+    const auto duration = read_duration(token);
+    if (!duration) throw boost::bad_lexical_cast();
+    return *duration;
 }
 
 template <>
