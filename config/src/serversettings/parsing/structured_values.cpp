@@ -60,8 +60,10 @@ void parse_profile_directives(const char* begin, const char* end, std::vector<Pr
 }
 
 std::pair<std::u16string, std::u16string> parse_user_data_pair(std::u16string_view value) {
-    // Nearly always there are no quotes or escapes, and the only blank separates the two.
-    const auto is_special = [](char16_t c) { return c == u' ' || c == u'\t' || c == u'"' || c == u'\\'; };
+    // Nearly always there are no quotes or escapes, and the only blank separates the two. Letters are above all four.
+    const auto is_special = [](char16_t c) {
+        return c <= u'\\' && (c == u' ' || c == u'\t' || c == u'"' || c == u'\\');
+    };
     const auto blank = std::find_if(value.begin(), value.end(), is_special);
     if (value.end() - blank > 1 && *blank == u' ' && std::none_of(blank + 1, value.end(), is_special))
         return {std::u16string(value.begin(), blank), std::u16string(blank + 1, value.end())};
