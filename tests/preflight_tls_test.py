@@ -1,0 +1,218 @@
+#!/usr/bin/env python3
+"""Asks orvane-config preflight about TLS files made by openssl: preflight_tls_test.py TOOL..."""
+import base64, json, os, re, shlex, subprocess, sys, tempfile, unittest
+from pathlib import Path
+
+TOOL = sys.argv[1:]
+del sys.argv[1:]
+HERE = not TOOL[-1].endswith(".exe")
+KEY, CHAIN, DH = "--x509-private-key", "--x509-cert-chain", "--ssl-tmp-dh-param"
+GOOD = {"--https": "www.example.org:9943", KEY: "server.key", CHAIN: "full.pem"}
+SECRET = "correct horse battery staple"
+
+# How the files are made that the table names.
+AUTHORITIES = r"""
+for one in root inter forged server; do openssl ecparam -name prime256v1 -genkey -noout -out $one.key; done
+openssl req -x509 -key root.key -subj /CN=root -days 99 -out root.pem
+openssl req -x509 -key inter.key -subj /CN=inter -days 99 -CA root.pem -CAkey root.key -addext subjectKeyIdentifier=01 -out inter.pem
+openssl req -x509 -key forged.key -subj /CN=inter -days 99 -CA root.pem -CAkey root.key -addext subjectKeyIdentifier=01 -out forged-inter.pem
+openssl req -new -key server.key -subj /CN=server -out server.csr
+openssl x509 -req -in server.csr -CA inter.pem -CAkey inter.key -days 99 -extfile server.ext -out server.pem
+cat server.pem inter.pem root.pem >full.pem
+"""
+RECIPES = r"""
+openssl x509 -in server.pem -outform DER -out server.der
+openssl pkey -in server.key -outform DER -out server.key.der
+openssl pkcs12 -export -in server.pem -inkey server.key -passout pass: -out server.p12
+openssl crl2pkcs7 -nocrl -certfile full.pem -out server.p7b
+openssl pkcs8 -topk8 -in server.key -passout file:right.phrase -out locked.key
+openssl pkcs8 -topk8 -v1 PBE-SHA1-RC4-128 -provider legacy -provider default -in server.key -passout file:right.phrase -out legacy.key
+openssl ec -in server.key -aes128 -passout file:right.phrase -out old-locked.key
+openssl genpkey -genparam -algorithm DH -pkeyopt group:ffdhe2048 -out dh.pem
+openssl dhparam -dsaparam -out weak-dh.pem 1024
+openssl genpkey -algorithm ED25519 -out ed.key
+openssl req -x509 -days 99 -key ed.key -subj /CN=ed -addext $SAN -out ed.pem
+openssl genrsa -traditional -out small.key 1024
+openssl req -x509 -days 99 -key small.key -sha1 -subj /CN=small -addext $SAN -CA root.pem -CAkey root.key -out small.pem
+openssl ecparam -name secp256k1 -genkey -noout -out koblitz.key
+openssl req -x509 -days 99 -key koblitz.key -subj /CN=k -addext $SAN -out koblitz.pem
+openssl x509 -req -in server.csr -CA root.pem -CAkey root.key -days 20 -extfile san.ext -out soon.pem
+openssl x509 -req -in server.csr -CA root.pem -CAkey root.key -days -1 -extfile san.ext -out expired.pem
+openssl x509 -req -in server.csr -CA root.pem -CAkey root.key -days 99 -out nameless.pem
+openssl x509 -req -in server.csr -CA root.pem -CAkey root.key -days 99 -extfile client.ext -out client.pem
+openssl ca -config ca.conf -batch -notext -startdate 20900101000000Z -enddate 20910101000000Z -in server.csr -out early.pem
+openssl ca -config ca.conf -gencrl -crldays 9 -out crl.pem
+openssl ca -config ca.conf -gencrl -crl_lastupdate 20200101000000Z -crl_nextupdate 20200201000000Z -out old-crl.pem
+ssh-keygen -q -t ecdsa -N "" -f ssh.key
+"""
+TEXTS = {
+    "right.phrase": SECRET + "\n", "wrong.phrase": "wrong\n", "raw.phrase": SECRET, "windows.phrase": SECRET + "\r\n",
+    "san.ext": "subjectAltName=DNS:www.example.org\n", "client.ext": "subjectAltName=DNS:www.example.org\nextendedKeyUsage=clientAuth\n",
+    "server.ext": "subjectAltName=DNS:www.example.org\nbasicConstraints=CA:FALSE\nauthorityInfoAccess=caIssuers;URI:http://ca.example.org/inter\n",
+    "ca.conf": "[ca]\ndefault_ca=d\n[d]\ndatabase=index\nserial=serial\nnew_certs_dir=.\ncertificate=root.pem\nprivate_key=root.key\n"
+               "default_md=sha256\npolicy=p\nx509_extensions=x\n[p]\ncommonName=supplied\n[x]\nsubjectAltName=DNS:www.example.org\n",
+    "index": "", "serial": "01\n", "empty.pem": "\n", "garbage.pem": "rubbish " * 99,
+}
+# Files put together from others.
+JOINED = {
+    "full.pem": "server inter root", "short.pem": "server inter", "alone.pem": "server", "swapped.pem": "server root inter",
+    "reversed.pem": "root inter server", "gap.pem": "server root", "forged.pem": "server forged-inter root", "twice.pem": "server inter root server",
+    "soon-full.pem": "soon root", "expired-full.pem": "expired root", "early-full.pem": "early root", "nameless-full.pem": "nameless root",
+    "client-full.pem": "client root", "small-full.pem": "small root", "ca.pem": "root inter", "ca-crl.pem": "root crl",
+    "ca-old-crl.pem": "root old-crl", "ca-half.pem": "root expired",
+}
+
+
+def der(tag, *parts):
+    body = b"".join(parts)
+    return bytes([tag]) + (bytes([len(body)]) if len(body) < 128 else bytes([0x82]) + len(body).to_bytes(2, "big")) + body
+
+
+def endless_key():
+    """An encrypted key that takes two thousand million rounds to open."""
+    oid = lambda text: der(6, bytes.fromhex(text))
+    pbkdf2 = der(0x30, oid("2a864886f70d01050c"), der(0x30, der(4, b"8 bytes."), der(2, bytes.fromhex("7fffffff"))))
+    pbes2 = der(0x30, oid("2a864886f70d01050d"), der(0x30, pbkdf2, der(0x30, oid("608648016503040102"), der(4, bytes(16)))))
+    return pem("ENCRYPTED PRIVATE KEY", der(0x30, pbes2, der(4, bytes(160))))
+
+
+def pem(label, data):
+    return f"-----BEGIN {label}-----\n{base64.encodebytes(data).decode()}-----END {label}-----\n"
+
+
+def make(where, recipes):
+    subprocess.run("set -e\n" + recipes, shell=True, cwd=where, check=True, capture_output=True, env=os.environ | {"SAN": "subjectAltName=DNS:www.example.org"})
+
+
+# A wrong file, the words that come before the printed command, and the file that the command makes right.
+CONVERTED = [
+    (CHAIN, "server.der", "certificate in DER", "server.der.pem"), (KEY, "server.key.der", "key in DER", "server.key.der.pem"),
+    (CHAIN, "server.p7b", "PKCS#7", "server.p7b.pem"), (CHAIN, "server.p12", "PKCS#12", "server.p12.pem"),
+    (CHAIN, "utf16.pem", "UTF-16", "utf16.pem.pem"), (CHAIN, "escaped.pem", "written as", "escaped.pem"),
+    (CHAIN, "indent ed.pem", "indented", "indent ed.pem"), (DH, "weak-dh.pem", "only", "weak-dh.pem"),
+    (KEY, "exposed.key", "every user", "exposed.key"), (KEY, "ssh.key", "key for SSH", "ssh.key"),
+    (KEY, "legacy.key", "no longer supports", "legacy.key.pem"),
+]
+
+
+def without_dropped(given):
+    """Without the flags that have a - for a value."""
+    dropped = [i for i, word in enumerate(given) if word == "-"]
+    return [word for i, word in enumerate(given) if i not in dropped and i + 1 not in dropped]
+
+
+def rows():
+    lines = (Path(__file__).resolve().parent / "data/preflight_tls.txt").read_text(encoding="utf-8").splitlines()
+    for given, kinds, words in zip(*[iter(line.strip() for line in lines if line and line[0] != "#")] * 3):
+        yield given, set() if kinds == "-" else set(kinds.split(", ")), words
+
+
+class Tls(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.TemporaryDirectory()
+        cls.where = Path(cls.folder.name)
+        for name, text in TEXTS.items():
+            (cls.where / name).write_text(text)
+        cls.secrets = [SECRET]
+        if HERE:
+            cls.make_files()
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.folder.cleanup()
+
+    @classmethod
+    def make_files(cls):
+        where = cls.where
+        make(where, AUTHORITIES + RECIPES)
+        for name, parts in JOINED.items():
+            (where / name).write_text("".join((where / f"{part}.pem").read_text() for part in parts.split()))
+        key, full = (where / "server.key").read_text(), (where / "full.pem").read_text()
+        made = {
+            "exposed.key": key, "with-key.pem": full + key, "cut.pem": full[:1000], "endless.key": endless_key(),
+            "odd.pem": pem("CERTIFICATE", b"rubbish"), "odd.key": pem("PRIVATE KEY", b"rubbish"), "odd-dh.pem": pem("DH PARAMETERS", b"rubbish"),
+            "escaped.pem": full.replace("\n", "\\n"), "indent ed.pem": full.replace("-----B", "  -----B"),
+        }
+        for name, text in made.items():
+            (where / name).write_text(text)
+        (where / "utf16.pem").write_text(full, encoding="utf-16")
+        (where / "bom.pem").write_text(full, encoding="utf-8-sig")
+        os.mkfifo(where / "pipe")
+        (where / "loop").symlink_to("loop")
+        (where / "dangling").symlink_to("nowhere")
+        with open(where / "sparse", "wb") as file:
+            file.truncate(1 << 30)
+        for file in [*where.glob("*.key"), *where.glob("*.phrase"), where / "empty.pem"]:
+            file.chmod(0o600)
+        for name in ["exposed.key", "with-key.pem"]:
+            (where / name).chmod(0o644)
+        for file in where.glob("*.key"):
+            cls.secrets += [line for line in file.read_text().splitlines() if len(line) > 20 and line[0] != "-"]
+
+    def ask(self, given, *options, user=(), env={}):
+        """The exit code, what is found (without what is fine), and all texts."""
+        flags = []
+        for flag, value in GOOD.items():
+            flags += [] if flag in given else [flag, value]
+        words = [*TOOL, "preflight", "--only", "tls", *options, "--auto-deploy-root", "D", *flags, *without_dropped(given)]
+        done = subprocess.run([*user, *words], capture_output=True, text=True, cwd=self.where, timeout=60, check=False,
+                              env=os.environ | {"LANG": "C"} | env)
+        for secret in self.secrets:
+            self.assertNotIn(secret, done.stdout + done.stderr)
+        return done
+
+    def found(self, given, **more):
+        done = self.ask(given, "--json", **more)
+        self.assertIn(done.returncode, [0, 8], done.stderr)
+        findings = json.loads(done.stdout)["findings"]
+        self.assertEqual(done.returncode, 8 * any(one["severity"] in ("blocking", "unknown") for one in findings), findings)
+        ids = {f"{one['id']} {one['flag']}" for one in findings if one["severity"] != "fine"}
+        self.assertEqual(len(ids), sum(one["severity"] != "fine" for one in findings), findings)
+        return ids, "\n".join(one["what"] + "\n" + one["advice"] for one in findings)
+
+    @unittest.skipUnless(HERE, "this build does not look")
+    def test_each_fault_is_found_and_no_other(self):
+        for given, wanted, words in rows():
+            with self.subTest(given):
+                ids, text = self.found(shlex.split(given))
+                self.assertEqual(ids, wanted, text)
+                self.assertTrue(re.search(words, text, re.S), text)
+
+    @unittest.skipUnless(HERE, "this build does not look")
+    def test_the_printed_command_converts_the_file(self):
+        for flag, wrong, words, right in CONVERTED:
+            with self.subTest(wrong):
+                phrase = ["--x509-passphrase", "right.phrase"] * (wrong == "legacy.key")
+                _, text = self.found([flag, wrong, *phrase])
+                self.assertTrue(re.search(words, text, re.S), text)
+                command = re.search(r": ((openssl|iconv|sed|chmod|ssh-keygen) .*)", text)
+                self.assertTrue(command, text)
+                more = {"ssh.key": " -N ''", "legacy.key": " -passin file:right.phrase -passout 'pass:" + SECRET + "'",
+                        "server.p12": " -passin pass: -noenc"}.get(wrong, "")
+                subprocess.run(command[1] + more, shell=True, cwd=self.where, check=True, capture_output=True)
+                left = {one.split()[0] for one in self.found([flag, right, *phrase])[0]}
+                self.assertLessEqual(left, {"chain-incomplete", "key-mismatch"} if wrong.startswith(("server.", "ssh")) else set())
+
+    @unittest.skipUnless(HERE, "this build does not look")
+    def test_what_this_user_and_this_system_lack(self):
+        store = "--x509-use-system-store"
+        self.assertEqual(self.found([store], env={"SSL_CERT_FILE": "pipe", "SSL_CERT_DIR": "/none"})[0], {f"system-store-missing {store}"})
+        (self.where / "store").mkdir()
+        make(self.where, "cp root.pem store/$(openssl x509 -noout -hash -in root.pem).0")
+        for place in [{"SSL_CERT_FILE": "root.pem"}, {"SSL_CERT_DIR": "store"}]:
+            self.assertEqual(self.found([store, CHAIN, "short.pem"], env=place)[0], set())
+        self.where.chmod(0o755)
+        (self.where / "server.key").chmod(0o000 if os.geteuid() else 0o600)
+        user = [] if os.geteuid() else ["setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"]
+        ids, text = self.found([], user=user)
+        (self.where / "server.key").chmod(0o600)
+        self.assertEqual(ids, {f"tls-file-unreadable {KEY}"}, text)
+
+    def test_text_says_the_same(self):
+        done = self.ask([KEY, "none.key", CHAIN, "garbage.pem"])
+        self.assertEqual(done.returncode, 8, done.stderr)
+        self.assertRegex(done.stdout, "(?s)tls-file-missing.*" + ("tls-file-content" if HERE else "not looked at in this build"))
+
+
+unittest.main()

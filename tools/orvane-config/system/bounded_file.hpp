@@ -1,0 +1,32 @@
+// Files of any kind and size, read without harm.
+#pragma once
+
+#include "qel/util/path.hpp"
+
+#include <cstddef>
+#include <string>
+
+namespace orvane {
+
+/// What came of reading a file.
+struct BoundedFile {
+    enum class Outcome {
+        read,
+        missing,
+        no_access, ///< this user may not read it, or may not enter a directory on the way
+        not_a_file, ///< a directory, a pipe, a device; not opened, because that can hang or take something from it
+        too_large,
+        failed,
+    };
+
+    Outcome outcome = Outcome::failed;
+    /// The content if it was read; else what is there instead, or the system's reason.
+    std::string text{};
+    /// Whether its permissions let every user read it. Not asked on Windows.
+    bool others_read = false;
+};
+
+/// The content of a regular file of at most `limit` bytes.
+BoundedFile read_bounded(const qel::util::filesystem::Path& path, std::size_t limit);
+
+} // namespace orvane
