@@ -33,6 +33,14 @@ def measure(command):
     return {name: [instructions[name], *map(int, exact)] for name, *exact in rows}
 
 
+def whole_process(command):
+    """The instructions of a process from its first to its last."""
+    with tempfile.NamedTemporaryFile() as profile:
+        subprocess.run(["valgrind", "--quiet", "--tool=callgrind", f"--callgrind-out-file={profile.name}", *command],
+                       check=True)
+        return int(re.search(r"^(?:totals|summary): (\d+)", profile.read().decode(errors="replace"), re.M)[1])
+
+
 def expected(file):
     rows = (line.split("\t") for line in open(file) if not line.startswith("#"))
     return {name: list(map(int, figures)) for name, *figures in rows}

@@ -9,7 +9,7 @@ import pathlib
 import subprocess
 import sys
 
-from measure import measure
+from measure import measure, whole_process
 import plots
 
 folder = pathlib.Path(sys.argv[1])
@@ -42,11 +42,11 @@ def draw(counts):
     for name, (instructions, *_) in counts.items():
         line, parser, flags = name.split("/")
         if line == "repeated":
-            by_flags[parser][int(flags)] = instructions
+            by_flags[parser][int(flags)] = instructions / int(flags)
         else:
             by_line[parser][line] = instructions
     plots.bars(folder_of_plots / "lines.svg", "Instructions of one parse (logarithmic)", by_line)
-    plots.curves(folder_of_plots / "repeated.svg", "Instructions by number of repeated flags", by_flags)
+    plots.curves(folder_of_plots / "repeated.svg", "Instructions per flag, by number of repeated flags (logarithmic)", by_flags)
 
 
 def contest():
@@ -88,6 +88,16 @@ def stages():
     table(["stage", "instructions", "ns", "allocations", "questions"], rows)
 
 
+def processes():
+    line = pathlib.Path(__file__).with_name("corpora").joinpath("full.txt").read_text().splitlines()
+    empty, *others = (whole_process([folder / f"start_{step}", *line]) for step in range(4))
+    names = ["has a stream", "and makes the tokens", "and loads the libraries and parses"]
+    table(["process, above an empty one", "instructions"],
+          [[name, f"{instructions - empty:,}"] for name, instructions in zip(names, others, strict=True)])
+
+
 contest()
 print()
 stages()
+print()
+processes()

@@ -32,9 +32,9 @@ private:
 
 inline Arguments arguments(const Corpus& corpus, const Peer& peer) {
     std::vector<std::string> tokens = corpus.narrow;
-    if (peer.parse == parse_with_abseil)
+    if (peer.token != nullptr)
         for (std::string& token : tokens)
-            token = abseil_token(token);
+            token = peer.token(token);
     return Arguments(tokens);
 }
 
