@@ -12,11 +12,6 @@ namespace {
 struct Section {
     const Occurrence* occurrence; ///< null: about the group
     std::vector<const Finding*> findings{};
-
-    bool fine() const {
-        return std::ranges::all_of(
-            findings, [](const Finding* one) { return about(one->kind).severity == Severity::fine; });
-    }
 };
 
 /// In the order of the first finding about each.
@@ -31,30 +26,29 @@ std::vector<Section> sections_of(const GroupReport& group, const Context& contex
     return sections;
 }
 
+/// What is fine on one line, the rest on a line for each.
 std::string text_of(const Section& section) {
-    std::string text;
+    std::string text, fine;
     if (section.occurrence != nullptr)
         text = "  " + shown(*section.occurrence) + " (" + numbers_of(*section.occurrence) + ")\n";
     const std::string indent(text.empty() ? 2 : 4, ' ');
     for (const Finding* finding : section.findings) {
         const auto& [group, id, severity, meaning] = about(finding->kind);
-        if (severity == Severity::fine) continue;
+        if (severity == Severity::fine) {
+            fine += (fine.empty() ? "fine: " : "; ") + escape(finding->what);
+            continue;
+        }
         text.append(indent).append(to_text(severity)).append(": ").append(escape(finding->what));
         text.append(" [").append(id).append("]\n");
         if (!finding->advice.empty()) text.append(indent + "  ").append(escape(finding->advice)).append("\n");
     }
-    return text;
+    return fine.empty() ? text : text + indent + fine + "\n";
 }
 
 std::string text_of(const GroupReport& group, const Context& context) {
-    std::string text, fine;
-    for (const Section& section : sections_of(group, context)) {
-        if (!section.fine())
-            text += text_of(section);
-        else if (section.occurrence != nullptr)
-            fine += (fine.empty() ? "fine: " : ", ") + shown(*section.occurrence);
-    }
-    if (!fine.empty()) text += "  " + fine + "\n";
+    std::string text;
+    for (const Section& section : sections_of(group, context))
+        text += text_of(section);
     return text.empty() ? text : std::string(group.group->name) + "\n" + text;
 }
 

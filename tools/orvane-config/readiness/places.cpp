@@ -75,7 +75,7 @@ void report_not_here(const Place& place, const std::string& address, Findings& f
 }
 
 /// The occurrence that a place is from, as the user wrote it.
-std::string shown(const Place& place, const Context& context) {
+std::string as_given(const Place& place, const Context& context) {
     const Occurrence* const given = occurrence_of({{}, place.flag, {}, {}, place.position}, context);
     return given == nullptr ? "another listener" : orvane::shown(*given) + " (" + numbers_of(*given) + ")";
 }
@@ -131,14 +131,14 @@ void compare(const Place& place, const std::vector<Place>& earlier, const Contex
         if (exclude_each_other(place.addresses.front(), other.addresses.front()))
             findings.add(Kind::address_clash, place.flag,
                          "cannot have " + with_port(place.addresses.front(), place.port) + ": " +
-                             shown(other, context) + " takes " +
+                             as_given(other, context) + " takes " +
                              with_port(other.addresses.front(), other.port),
                          "Choose another port for one of them.", place.position);
         else if (std::ranges::any_of(place.addresses, among_the_others))
-            findings.add(Kind::possible_clash, place.flag,
-                         shown(other, context) + " has the same port, and some of the addresses are the same",
-                         "Choose another port for one of them, or write an address for each.",
-                         place.position);
+            findings.add(
+                Kind::possible_clash, place.flag,
+                as_given(other, context) + " has the same port, and some of the addresses are the same",
+                "Choose another port for one of them, or write an address for each.", place.position);
     }
 }
 

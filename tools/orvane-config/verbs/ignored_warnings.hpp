@@ -6,7 +6,7 @@
 
 namespace orvane {
 
-/// Those of --ignore. Throws Misused when one of them is no kind of warning.
-WarningIds ignored_warnings(const Call& call);
+/// Those of --ignore. Throws Misused when one of them is no kind of warning, and not among the verb's `others`.
+WarningIds ignored_warnings(const Call& call, const WarningIds& others = {});
 
 } // namespace orvane

@@ -33,16 +33,30 @@ std::set<std::string_view> groups_in(const Call& call, const OwnOption& option) 
     return names;
 }
 
+/// Whatever would not stop the server can be ignored.
+WarningIds findings_to_ignore() {
+    WarningIds ids;
+    for (const KindOfFinding& kind : kinds_of_findings())
+        if (kind.severity == Severity::warning) ids.emplace(kind.id);
+    return ids;
+}
+
 } // namespace
 
 Report look_around(const Call& call, const Verdict& verdict) {
+    const WarningIds ignored = ignored_warnings(call, findings_to_ignore());
     const auto only = groups_in(call, own("only")), skipped = groups_in(call, own("skip"));
     Report report{std::make_shared<Context>(
         Context{verdict.line, verdict.effects, verdict.answer.settings, call.has(own("network"))})};
     for (const Group& group : groups) {
         const bool wanted = (only.empty() || only.contains(group.name)) && !skipped.contains(group.name);
         report.groups.push_back({&group, wanted});
-        if (wanted) report.groups.back().findings = look_at(group, report.context);
+        if (!wanted) continue;
+        report.groups.back().findings = look_at(group, report.context);
+        std::erase_if(report.groups.back().findings, [&](const Finding& one) {
+            const KindOfFinding& kind = about(one.kind);
+            return kind.severity == Severity::warning && ignored.contains(kind.id);
+        });
     }
     return report;
 }
@@ -58,7 +72,7 @@ ExitCode exit_code(const Report& report, const Verdict& verdict, bool strict) {
 } // namespace
 
 ExitCode preflight(const Call& call) {
-    const Verdict verdict = judge(input_of(call), true, ignored_warnings(call));
+    const Verdict verdict = judge(input_of(call), true, ignored_warnings(call, findings_to_ignore()));
     const bool json = call.has(own("json"));
     if (!json) explain(verdict, call.err);
     if (!verdict.accepted()) {

@@ -51,11 +51,11 @@ const WarningKind& kind_of_warning(const std::string& id) {
 
 } // namespace
 
-WarningIds ignored_warnings(const Call& call) {
+WarningIds ignored_warnings(const Call& call, const WarningIds& others) {
     const std::string list = call.value(own("ignore"));
     WarningIds ignored;
     for (const std::string_view id : split(list, ','))
-        ignored.emplace(kind_of_warning(std::string(id)).id);
+        ignored.emplace(others.contains(id) ? id : kind_of_warning(std::string(id)).id);
     return ignored;
 }
 

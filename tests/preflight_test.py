@@ -1,0 +1,140 @@
+#!/usr/bin/env python3
+"""Asks `orvane-config preflight` about machines that lack something, and starts the example server on them:
+preflight_test.py [--server SERVER] TOOL..."""
+import json, os, re, shlex, subprocess, sys, tempfile, time, unittest
+from pathlib import Path
+
+SERVER = sys.argv[2] if sys.argv[1] == "--server" else None
+TOOL = sys.argv[3:] if SERVER else sys.argv[1:]
+del sys.argv[1:]
+HERE = not TOOL[-1].endswith(".exe")
+DATA = Path(__file__).resolve().parent / "data"
+# Where root runs the tests, its privileges are taken away: they would open every door.
+AS_NOBODY = ["setpriv", "--reuid", "65534", "--regid", "65534", "--clear-groups", "--inh-caps=-all"] if HERE and os.geteuid() == 0 else []
+QUIET = ["--ignore", "no-listener,no-certificate,archive,relative-directory"]
+REQUIRED = ["--auto-deploy-root", "deploy", "--extract-root", "unpack"]
+
+
+def run(*words, **more):
+    return subprocess.run([*AS_NOBODY, *words], capture_output=True, timeout=60, check=False, **more)
+
+
+def preflight(*words):
+    done = run(*TOOL, "preflight", "--json", *QUIET, *words)
+    assert done.stdout, done
+    return done.returncode, json.loads(done.stdout)
+
+
+def ids(findings):
+    """Everything that is not fine, as "flag id"; the group's name stands for a missing flag."""
+    return {f"{one.get('flag', one['group']).lstrip('-')} {one['id']}" for one in findings if one["severity"] != "fine"}
+
+
+def runs_as_nobody():
+    return not AS_NOBODY or run(*TOOL, "version").returncode == 0
+
+
+class Preflight(unittest.TestCase):
+    def setUp(self):
+        os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
+        self.addCleanup(lambda: run_quietly("chmod", "-R", "u+rwx", "."))
+        os.chmod(".", 0o755)
+        for name in ["deploy", "unpack"]:
+            os.mkdir(name)
+        self.own(".")
+
+    def own(self, name):
+        if AS_NOBODY:
+            run_quietly("chown", "-R", "65534:65534", name)
+
+    def prepare(self, script):
+        """As the user who runs the server, in a shell; what must belong to another user comes after `sudo`."""
+        for part in script.split(" && "):
+            words = ["sh", "-c", part.removeprefix("sudo ")]
+            if part.startswith("sudo ") and not AS_NOBODY:
+                self.skipTest("needs a second user")
+            done = subprocess.run(words if part.startswith("sudo ") else [*AS_NOBODY, *words], capture_output=True, check=False)
+            self.assertEqual(done.returncode, 0, done)
+
+    def starts(self, flags):
+        """Whether the example server publishes what the flags name."""
+        wanted = ("--pid-root" in flags) + ("--endpoint-root" in flags) * (("--http" in flags) + ("--control-port" in flags))
+        deadline = time.monotonic() + 20
+        with open("said", "w") as said, subprocess.Popen([*AS_NOBODY, SERVER, *flags], stderr=said) as server:
+            while server.poll() is None and len(re.findall("^(process|listening|controlled) ", Path("said").read_text(), re.M)) < wanted:
+                self.assertLess(time.monotonic(), deadline)
+                time.sleep(0.01)
+            started = server.poll() is None
+            server.terminate()
+        return started
+
+    @unittest.skipUnless(HERE and runs_as_nobody(), "rights differ there, or no other user may run this program")
+    def test_what_is_missing_is_found_and_the_example_server_starts_exactly_when_preflight_says_ready(self):
+        lines = [line for line in (DATA / "preflight.txt").read_text().splitlines() if line and line[0] != "#"]
+        for name, row in enumerate(lines):
+            script, flags, expected = (part.strip() for part in re.split(r" \|(?= |$)", row))
+            with self.subTest(row):
+                os.mkdir(str(name))
+                os.chdir(str(name))
+                for directory in ["deploy", "unpack"]:
+                    os.mkdir(directory)
+                self.own(".")
+                try:
+                    self.prepare(script)
+                    words = [*REQUIRED, *shlex.split(flags.replace("$PWD", os.getcwd()))]
+                    code, answer = preflight("--skip", "listeners,tls,caches", *words)
+                    self.assertEqual(ids(answer["findings"]), {one for one in expected.rstrip("*").strip().split(", ") if one}, answer["findings"])
+                    self.assertEqual((code, answer["ready"]), (0, True) if not answer["counts"]["blocking"] else (8, False))
+                    # A star marks what the example does not use: it cannot fail there.
+                    if SERVER and not expected.endswith("*"):
+                        self.assertEqual(self.starts(words), answer["ready"], answer["findings"])
+                finally:
+                    os.chdir("..")
+
+
+    def test_each_system_answers_in_its_way(self):
+        Path("file").touch()
+        os.makedirs("run/http")
+        os.mkdir("old")
+        Path("run/main.pid").write_text("text")
+        Path("orvane-tool.exe").touch(0o755)
+        self.own(".")
+        program = "./orvane-tool.exe" if HERE else ".\\orvane-tool"
+        for flags, expected in [
+            (["--pid-root", "old"], ""), (["--pid-root", "none"], "pid-root missing-directory"), (["--log-root", "file"], "log-root not-a-directory"),
+            (["--log-root", "file/x"], "log-root not-a-directory"), (["--pid-root", "run"], "pid-root not-a-runtime-file"),
+            (["--endpoint-root", "run", "--http", "0"], "endpoint-root in-the-way"), (["--driver", program + " -n 5"], "driver relative-program"),
+            (["--driver", TOOL[-1] + " help"], "" if HERE else "driver relative-program"), (["--driver", "no-such-program"], "driver missing-program"),
+            (["--worker-restart-memory-limit", "4EiB"], "worker-restart-memory-limit out-of-reach"),
+            (["--response-archive-root", "old", "--response-archive-limit", "4EiB"], "response-archive-limit little-space"),
+        ]:
+            with self.subTest(flags):
+                code, answer = preflight("--only", "directories,programs,resources,runtime", *REQUIRED, *flags)
+                self.assertEqual(ids(answer["findings"]), {expected} - {""}, answer["findings"])
+                self.assertEqual((code, answer["ready"]), (8, False) if answer["counts"]["blocking"] else (0, True))
+
+    def test_every_flag_that_names_a_directory_is_looked_at(self):
+        flags = re.findall(r"^ *(--[a-z-]+) <directory>", run(*TOOL, "flags").stdout.decode(), re.M)
+        self.assertIn("--log-root", flags)
+        answer = preflight("--only", "directories", *[word for flag in flags for word in (flag, f"none/{flag}")])[1]
+        self.assertEqual(ids(answer["findings"]), {f"{flag[2:]} missing-directory" for flag in flags})
+
+    def test_a_finding_says_where_it_comes_from_and_what_to_do(self):
+        code, answer = preflight("--only", "directories", *REQUIRED, "--lumo-root", "deploy", "--lumo-root", "none")
+        finding = next(one for one in answer["findings"] if one["id"] == "missing-directory")
+        self.assertEqual((code, finding["tokens"], finding["value"], finding["severity"]), (8, [7, 8], "none", "blocking"))
+        self.assertRegex(finding["advice"], "^Create it: .*none")
+        skipped = [one["name"] for one in answer["groups"] if not one["looked_at"]]
+        self.assertEqual(skipped, ["listeners", "tls", "programs", "caches", "resources", "runtime"])
+        lines = run(*TOOL, "preflight", *QUIET, "--only", "directories", *REQUIRED, "--log-root", "none\n").stdout.decode().splitlines()
+        self.assertRegex(lines[-3], r"^ +blocking: there is no directory .*none\\u000a.* \[missing-directory\]$")
+        self.assertRegex(lines[-1], "^not ready: 1 blocking finding; skipped: listeners, ")
+        self.assertEqual(run(*TOOL, "preflight", "--only", "directories", "--strict", "--ignore", "no-listener", *REQUIRED).returncode, 3)
+        self.assertEqual(run(*TOOL, "preflight", "--only", "directories", "--strict", *QUIET, *REQUIRED).returncode, 0)
+
+
+def run_quietly(*words):
+    subprocess.run(words, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
+
+
+unittest.main()

@@ -1,0 +1,64 @@
+// The settings that name directories, and what the server does in them, a row each.
+#pragma once
+
+#include "reference/flag_texts.hpp"
+
+#include "qel/config/server_settings.hpp"
+
+#include <string_view>
+#include <vector>
+
+namespace orvane::readiness {
+
+using qel::config::Path;
+using qel::config::ServerSettings;
+
+struct DirectorySetting {
+    std::u16string_view flag;
+    bool lists;  ///< the server reads which files are there
+    bool writes; ///< the server creates files there
+    std::vector<Path> (*directories)(const ServerSettings&);
+};
+
+namespace detail {
+
+inline std::vector<Path> listed(const Path& path) {
+    return {path};
+}
+inline std::vector<Path> listed(const std::vector<Path>& paths) {
+    return paths;
+}
+inline std::vector<Path> listed(const boost::optional<Path>& path) {
+    return path ? std::vector<Path>{*path} : std::vector<Path>();
+}
+inline std::vector<Path> listed(const boost::optional<std::u16string>& path) {
+    return path ? std::vector<Path>{Path(*path)} : std::vector<Path>();
+}
+
+} // namespace detail
+
+#define ZEP_DIRECTORY(setting, lists, writes)                                                                \
+    {                                                                                                        \
+        flag::setting, lists, writes,                                                                        \
+            [](const ServerSettings& settings) { return detail::listed(settings.setting()); }                \
+    }
+
+// clang-format off
+inline constexpr DirectorySetting directory_settings[] = {
+    //                                   lists  writes
+    ZEP_DIRECTORY(auto_deploy_root,      true,  false),
+    ZEP_DIRECTORY(extract_root,          true,  true),
+    ZEP_DIRECTORY(lumo_root,             true,  false),
+    ZEP_DIRECTORY(files_root,            false, false),
+    ZEP_DIRECTORY(log_root,              true,  true),
+    ZEP_DIRECTORY(log_archive_root,      true,  true),
+    ZEP_DIRECTORY(pid_root,              false, true),
+    ZEP_DIRECTORY(endpoint_root,         false, true),
+    ZEP_DIRECTORY(socket_root,           false, true),
+    ZEP_DIRECTORY(response_archive_root, true,  true),
+};
+// clang-format on
+
+#undef ZEP_DIRECTORY
+
+} // namespace orvane::readiness
