@@ -16,7 +16,9 @@ HOSTILE = ["", " ", "'", "''", '"', "\\", "\\\\", "a b", "a\nb", "\n", "\t", "\r
 
 
 def run(*words, data=b"", program=None, **more):
-    return subprocess.run([*(program or TOOL), *words], input=data, capture_output=True, timeout=120, check=False, **more)
+    done = subprocess.run([*(program or TOOL), *words], input=data, capture_output=True, timeout=120, check=False, **more)
+    done.stderr = done.stderr.replace(b"\r\n", b"\n")
+    return done
 
 
 def ended(words):

@@ -143,7 +143,7 @@ LocatedText undoubled(const LocatedText& word, std::string_view mark, const std:
 std::string marks_of(LocatedText& program) {
     const std::size_t size =
         std::min(program.bytes.find_first_not_of(marks_before_program), program.bytes.size());
-    const std::string marks = program.bytes.substr(0, size);
+    std::string marks = program.bytes.substr(0, size);
     LocatedText rest;
     rest.append(program, size, program.bytes.size());
     program = std::move(rest);
