@@ -119,6 +119,28 @@ class Preflight(unittest.TestCase):
         answer = preflight("--only", "directories", *[word for flag in flags for word in (flag, f"none/{flag}")])[1]
         self.assertEqual(ids(answer["findings"]), {f"{flag[2:]} missing-directory" for flag in flags})
 
+    @unittest.skipUnless(HERE and subprocess.run(["unshare", "-rm", "true"], capture_output=True, check=False).returncode == 0, "no file system can be mounted here")
+    def test_a_file_system_that_is_full_or_read_only_is_found(self):
+        os.mkdir("disk"), os.mkdir("mine")
+        for options, script, expected in [
+            ("size=64k", "true", "log-rotation-size little-space"), ("size=64k,nr_inodes=500", "true", "log-rotation-size little-space, log-root few-files"),
+            ("size=64k", "head -c 64k /dev/zero >disk/x", "log-rotation-size little-space, log-root no-space"),
+            ("size=64k,nr_inodes=2", "touch disk/x", "log-rotation-size little-space, log-root no-space"),
+            ("size=64k", "mount -o remount,ro disk", "log-rotation-size little-space, log-root read-only"),
+        ]:
+            mounted = f'mount -t tmpfs -o {options} tmpfs disk && {script} && exec "$@"'
+            words = [*TOOL, "preflight", "--json", "--only", "directories", *QUIET, "--auto-deploy-root", "deploy", "--extract-root", "mine", "--log-root", "disk", "--log-rotation-size", "1M"]
+            done = subprocess.run(["unshare", "-rm", "sh", "-c", mounted, "sh", *words], capture_output=True, timeout=60, check=False)
+            with self.subTest(options + script):
+                self.assertEqual(ids(json.loads(done.stdout)["findings"]), set(expected.split(", ")), done)
+
+    def test_the_document_lists_every_finding(self):
+        root = DATA.parents[1]
+        kinds = re.findall(r'^ZEP_FINDING\(\w+, "(.*)", (\w+), "(.*)"\)$', (root / "tools/orvane-config/readiness/findings.def").read_text(), re.M)
+        rows = re.findall(r"^\| `([a-z0-9-]+)` \| (\w+) \| (.*) \|$", (root / "docs/preflight.md").read_text(), re.M)
+        self.assertGreater(len(kinds), 50)
+        self.assertEqual(rows, kinds)
+
     def test_a_finding_says_where_it_comes_from_and_what_to_do(self):
         code, answer = preflight("--only", "directories", *REQUIRED, "--lumo-root", "deploy", "--lumo-root", "none")
         finding = next(one for one in answer["findings"] if one["id"] == "missing-directory")

@@ -137,8 +137,10 @@ void look_at_setting(const DirectorySetting& setting, const Context& context, Fi
             used = path.parent_path();
             there = entry_at(used);
         }
-        const Subject subject{setting, given_flag(setting, context), position++,
-                              qel::util::filesystem::canonicalize(used), findings};
+        const std::u16string_view flag = given_flag(setting, context);
+        // What is missing has been said for the flag that names it.
+        if (flag != setting.flag && there.state != Entry::State::directory) continue;
+        const Subject subject{setting, flag, position++, qel::util::filesystem::canonicalize(used), findings};
         if (!qel::util::filesystem::native(path).is_absolute())
             subject.add(Kind::relative_directory, "this means " + subject.name() + " now",
                         "Write the full path: the server may be started elsewhere.");

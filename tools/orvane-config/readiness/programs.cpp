@@ -52,7 +52,7 @@ std::optional<Path> in_path(const std::u16string& name, const ProgramSearch& sea
     using qel::i18n::operator/;
     std::optional<Path> found;
     for (const Path& directory : search.directories) {
-        const auto file = with_ending(directory / name, search);
+        auto file = with_ending(directory / name, search);
         if (file && can_be_run(*file)) return file;
         if (!found) found = file;
     }
