@@ -17,9 +17,11 @@ using qel::config::Path;
 using qel::config::SslContext;
 using FileOutcome = BoundedFile::Outcome;
 
+using OptionalPath = qel::config::optional<Path>;
+
 struct FileRow {
     std::u16string_view flag;
-    const qel::config::optional<Path>& (SslContext::*path)() const noexcept;
+    const OptionalPath& (*path)(const SslContext& settings);
     std::optional<std::string> TlsFiles::*content;
     bool secret;
     std::size_t limit;
@@ -27,13 +29,14 @@ struct FileRow {
 
 constexpr std::size_t kib = 1024, mib = 1024 * kib;
 
+// Functions that call the getters: their addresses are no constants where they come from a DLL.
 // clang-format off
 constexpr FileRow file_rows[] = {
-    {flag::https_private_key_file,    &SslContext::private_key_file,    &TlsFiles::key,           true,  mib},
-    {flag::https_key_passphrase_file, &SslContext::key_passphrase_file, &TlsFiles::passphrase,    true,  64 * kib},
-    {flag::https_cert_chain_file,     &SslContext::cert_chain_file,     &TlsFiles::chain,         false, mib},
-    {flag::https_ca_file,             &SslContext::ca_file,             &TlsFiles::ca,            false, 16 * mib},
-    {flag::https_tmp_dh_param_file,   &SslContext::tmp_dh_param_file,   &TlsFiles::dh_parameters, false, mib},
+    {flag::https_private_key_file,    [](const SslContext& tls) -> const OptionalPath& { return tls.private_key_file(); },    &TlsFiles::key,           true,  mib},
+    {flag::https_key_passphrase_file, [](const SslContext& tls) -> const OptionalPath& { return tls.key_passphrase_file(); }, &TlsFiles::passphrase,    true,  64 * kib},
+    {flag::https_cert_chain_file,     [](const SslContext& tls) -> const OptionalPath& { return tls.cert_chain_file(); },     &TlsFiles::chain,         false, mib},
+    {flag::https_ca_file,             [](const SslContext& tls) -> const OptionalPath& { return tls.ca_file(); },             &TlsFiles::ca,            false, 16 * mib},
+    {flag::https_tmp_dh_param_file,   [](const SslContext& tls) -> const OptionalPath& { return tls.tmp_dh_param_file(); },   &TlsFiles::dh_parameters, false, mib},
 };
 // clang-format on
 
@@ -87,7 +90,7 @@ bool is_secret(const FileRow& row, const std::string& content) {
 TlsFiles read_tls_files(const SslContext& settings, Findings& findings) {
     TlsFiles files;
     for (const FileRow& row : file_rows) {
-        const auto& path = (settings.*row.path)();
+        const auto& path = row.path(settings);
         if (!path) continue;
         BoundedFile file = read_bounded(*path, row.limit);
         report_file(row, *path, file, findings);
