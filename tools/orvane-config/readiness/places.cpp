@@ -124,21 +124,24 @@ void compare(const Place& place, const std::vector<Place>& earlier, const Contex
     for (const Place& other : earlier) {
         if (place.port == 0 || place.port != other.port || place.addresses.empty() || other.addresses.empty())
             continue;
+        const std::string &ours = place.addresses.front(), &theirs = other.addresses.front();
         const auto among_the_others = [&](const std::string& one) {
             return std::ranges::any_of(other.addresses,
                                        [&](const auto& two) { return exclude_each_other(one, two); });
         };
-        if (exclude_each_other(place.addresses.front(), other.addresses.front()))
+        if (exclude_each_other(ours, theirs))
             findings.add(Kind::address_clash, place.flag,
-                         "cannot have " + with_port(place.addresses.front(), place.port) + ": " +
-                             as_given(other, context) + " takes " +
-                             with_port(other.addresses.front(), other.port),
+                         "cannot have " + with_port(ours, place.port) + ": " + as_given(other, context) +
+                             " takes " + with_port(theirs, other.port),
                          "Choose another port for one of them.", place.position);
         else if (std::ranges::any_of(place.addresses, among_the_others))
             findings.add(
                 Kind::possible_clash, place.flag,
                 as_given(other, context) + " has the same port, and some of the addresses are the same",
                 "Choose another port for one of them, or write an address for each.", place.position);
+        else
+            continue;
+        return;
     }
 }
 

@@ -23,7 +23,7 @@ std::vector<Place> places_of_listeners(const Context& context, Hosts& hosts, Fin
 /// Whether the port can be taken now on the address; if not, says so to `findings`.
 bool can_be_taken(const Place& place, const std::string& address, Findings& findings);
 
-/// Reports a place that an earlier one excludes.
+/// Reports the first of the earlier places that excludes this one.
 void compare(const Place& place, const std::vector<Place>& earlier, const Context& context,
              Findings& findings);
 
