@@ -59,8 +59,7 @@ void report_missing(const Subject& subject, bool link) {
                                " is read-only",
                            "Mount it for writing, or choose another directory.");
     if (there.state != Entry::State::directory && there.state != Entry::State::unreachable)
-        return subject.add(Kind::not_a_directory, above + " is not a directory",
-                           "Choose another name, or remove what is there.");
+        return subject.add(Kind::not_a_directory, above + " is not a directory", "Choose another name.");
     const bool may = there.write && there.execute;
     subject.add(Kind::missing_directory,
                 (link ? "a link leads to " + subject.name() + ", which does not exist"
@@ -106,7 +105,7 @@ void look_at_subject(const Subject& subject, const Entry& there) {
     case Entry::State::file:
     case Entry::State::other:
         return subject.add(Kind::not_a_directory, subject.name() + " is not a directory",
-                           "Choose another name, or remove what is there.");
+                           "Choose another name.");
     case Entry::State::loop:
         return subject.add(Kind::link_loop, "a symbolic link in " + subject.name() + " leads back to itself",
                            "Correct the link.");
