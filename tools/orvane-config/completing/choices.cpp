@@ -1,6 +1,7 @@
 // What can follow what on a command line, for the shells' completions.
 #include "completing/choices.hpp"
 
+#include "explaining/kinds.hpp"
 #include "explaining/warnings.hpp"
 #include "printing/record_text.hpp"
 #include "readiness/groups.hpp"
@@ -90,7 +91,7 @@ std::vector<Choice> option_choices(const Verb& verb) {
 Values words_of(const Verb& verb) {
     if (takes_names_of_flags(verb)) return joined(texts(flag_choices()), " ");
     if (verb.arguments == "[VERB]") return joined(texts(verb_choices()), " ");
-    if (verb.arguments == "[ID]") return names_of(warning_kinds(), [](auto& one) { return one.id; });
+    if (verb.arguments == "[ID]") return names_of(all_kinds(), [](auto& one) { return one.id; });
     return verb.arguments.find('|') == verb.arguments.npos ? "-" : spaced(verb.arguments);
 }
 

@@ -27,7 +27,8 @@ std::vector<Warning> warnings_of(const CommandLine& line, const Answer& answer, 
 struct WarningKind {
     std::string_view id;
     std::string_view summary;
-    std::string_view explanation; ///< why, and what to do
+    std::string_view explanation;  ///< why, and what to do
+    std::string_view example, fix; ///< as in warnings.def
 };
 
 /// All kinds, in the order in which they are looked for.

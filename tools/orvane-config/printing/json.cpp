@@ -1,6 +1,7 @@
 // Answers for programs.
 #include "printing/json.hpp"
 
+#include "explaining/kinds.hpp"
 #include "printing/json_parts.hpp"
 #include "printing/record_fields.hpp"
 
@@ -122,7 +123,7 @@ json::value to_json(const Fix& fix) {
 }
 
 json::value to_json(const Fault& fault, const Places& places, const Advice& advice) {
-    json::object object{{"code", to_json(fault.code)}, {"text", to_json(fault.text)}};
+    json::object object{{"id", id_of(fault)}, {"code", to_json(fault.code)}, {"text", to_json(fault.text)}};
     if (const Occurrence& occurrence = fault.occurrence; !occurrence.empty()) {
         json::array numbers = numbers_of_tokens(occurrence);
         add_places(object, places, numbers);
@@ -194,6 +195,10 @@ std::string check_json(const Verdict& verdict) {
         faults.push_back(to_json(verdict.diagnosis.faults[i], verdict.places, verdict.advice[i]));
     object["faults"] = std::move(faults);
     object["problems"] = array_of(verdict.diagnosis.problems);
+    json::array ids;
+    for (const std::u16string& problem : verdict.diagnosis.problems)
+        ids.emplace_back(id_of(problem));
+    object["problem_ids"] = std::move(ids);
     object["involved"] = array_of(verdict.diagnosis.involved);
     if (verdict.accepted()) object["settings"] = to_json(verdict.answer.settings);
     return json::serialize(object);

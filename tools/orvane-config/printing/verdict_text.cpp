@@ -1,6 +1,7 @@
 // A verdict for people.
 #include "printing/verdict_text.hpp"
 
+#include "explaining/kinds.hpp"
 #include "printing/escape.hpp"
 #include "printing/quoting.hpp"
 #include "system/terminal.hpp"
@@ -74,33 +75,56 @@ void show_involved(const Verdict& verdict, std::ostream& err) {
                 << shown(occurrence) << '\n';
 }
 
+/// The library's text on lines that end, with the id where it was asked for.
+std::string with_id(std::string text, std::string_view id, Ids ids) {
+    text = ended(text);
+    if (ids == Ids::everywhere) text.insert(text.size() - 1, " [" + std::string(id) + "]");
+    return text;
+}
+
+std::string text_of(const Fault& fault, Ids ids) {
+    return with_id(fault.text.empty() ? fault.code.message() : fault.text, id_of(fault), ids);
+}
+
+/// The ids of the first fault or of the problems: what the library says about them stays as it is.
+std::string ids_of(const Verdict& verdict, Ids ids) {
+    std::string text;
+    if (ids == Ids::of_warnings) return text;
+    const Diagnosis& diagnosis = verdict.diagnosis;
+    if (!diagnosis.faults.empty()) return " [" + std::string(id_of(diagnosis.faults[0])) + "]";
+    for (const std::u16string& problem : diagnosis.problems)
+        text += " [" + std::string(id_of(problem)) + "]";
+    return text;
+}
+
 /// The faults from the first to show on, each with the library's text, except that of the first, which is there already.
-void show_faults(const Verdict& verdict, std::ostream& err) {
+void show_faults(const Verdict& verdict, Ids ids, std::ostream& err) {
     const Diagnosis& diagnosis = verdict.diagnosis;
     const std::size_t shown = std::min(diagnosis.faults.size(), most_faults);
     for (std::size_t i = 0; i != shown; ++i) {
         const Fault& fault = diagnosis.faults[i];
-        if (i != 0)
-            err << "after fixing that: " << ended(fault.text.empty() ? fault.code.message() : fault.text);
+        if (i != 0) err << "after fixing that: " << text_of(fault, ids);
         show_fault(fault, verdict.places, verdict.advice[i], err);
     }
     if (const std::size_t more = diagnosis.faults.size() - shown; more != 0)
         err << "and " << more << " more\n";
     for (const std::u16string& problem : diagnosis.problems)
-        err << "after fixing that: " << escape(qel::i18n::ustring_to_utf8(problem)) << '\n';
+        err << "after fixing that: "
+            << with_id(escape(qel::i18n::ustring_to_utf8(problem)), id_of(problem), ids);
 }
 
 } // namespace
 
-void explain(const Verdict& verdict, std::ostream& err) {
+void explain(const Verdict& verdict, std::ostream& err, Ids ids) {
     err << library_text(verdict);
     const Diagnosis& diagnosis = verdict.diagnosis;
     if (!verdict.answer.code && !diagnosis.problems.empty())
         qel::config::report_problems(diagnosis.problems, diagnosis.involved, err);
     if (!verdict.accepted())
-        err << "orvane-config: configuration refused: " << verdict.code().message() << '\n';
+        err << "orvane-config: configuration refused: " << verdict.code().message() << ids_of(verdict, ids)
+            << '\n';
     if (verdict.answer.code)
-        show_faults(verdict, err);
+        show_faults(verdict, ids, err);
     else if (!verdict.accepted())
         show_involved(verdict, err);
     for (const Warning& warning : verdict.warnings)
@@ -111,10 +135,9 @@ void explain(const Verdict& verdict, std::ostream& err) {
             << warning.text << " [" << warning.id << "]\n";
 }
 
-void explain_fixes(const Verdict& verdict, std::ostream& err) {
-    const std::vector<Fault>& faults = verdict.diagnosis.faults;
-    err << ended(faults[0].text.empty() ? faults[0].code.message() : faults[0].text);
-    show_faults(verdict, err);
+void explain_fixes(const Verdict& verdict, std::ostream& err, Ids ids) {
+    err << text_of(verdict.diagnosis.faults[0], ids);
+    show_faults(verdict, ids, err);
 }
 
 } // namespace orvane

@@ -95,18 +95,6 @@ static_assert(each_flag_once(), "a flag of flags.def has no row in reference.def
 
 constexpr auto all_references = make_references();
 
-/// `text` with each {name} replaced by the flag of that name.
-std::string with_flags(std::string_view raw) {
-    std::string text(raw);
-    for (std::size_t open = 0; (open = text.find('{', open)) != text.npos;) {
-        const std::size_t close = text.find('}', open);
-        const auto name =
-            std::find(std::begin(flag_names), std::end(flag_names), text.substr(open + 1, close - open - 1));
-        text.replace(open, close - open + 1, narrow_texts[name - std::begin(flag_names)]);
-    }
-    return text;
-}
-
 /// The words of an example, some of them in single quotes.
 std::vector<std::string> words_of(std::string_view text) {
     std::vector<std::string> words;
@@ -170,6 +158,18 @@ const ForeignNames& foreign_names() {
 }
 
 } // namespace
+
+std::string with_flags(std::string_view raw) {
+    std::string text(raw);
+    for (std::size_t open = 0; (open = text.find('{', open)) != text.npos; ++open) {
+        const std::size_t close = text.find('}', open);
+        const auto name =
+            std::find(std::begin(flag_names), std::end(flag_names), text.substr(open + 1, close - open - 1));
+        if (name != std::end(flag_names))
+            text.replace(open, close - open + 1, narrow_texts[name - std::begin(flag_names)]);
+    }
+    return text;
+}
 
 std::string Reference::meaning() const {
     return with_flags(raw_meaning);

@@ -56,6 +56,9 @@ std::span<const Reference> references();
 const Reference* reference_of(std::u16string_view flag);
 const Reference* reference_of(std::string_view flag);
 
+/// `text` with each {name} replaced by the flag of that name, where there is one.
+std::string with_flags(std::string_view text);
+
 /// The first flag of the reference with this trait.
 const Reference& flag_with(Trait trait);
 

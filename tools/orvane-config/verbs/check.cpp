@@ -24,7 +24,7 @@ ExitCode check(const Call& call) {
         call.out << check_json(verdict) << '\n';
         return exit_code(verdict, strict);
     }
-    explain(verdict, call.err);
+    explain(verdict, call.err, wanted_ids(call));
     if (verdict.accepted()) {
         call.out << "configuration accepted\n";
         for (const Setting& setting : settings_of(verdict.answer.settings))

@@ -20,7 +20,7 @@ Tokens texts_of(const std::vector<Token>& tokens) {
 /// The line that was refused, as far as it can be fixed.
 ExitCode fix_refused(const Verdict& verdict, const Call& call) {
     std::ostream& err = call.err;
-    explain_fixes(verdict, err);
+    explain_fixes(verdict, err, wanted_ids(call));
     const Diagnosis& diagnosis = verdict.diagnosis;
     call.out << shown(diagnosis.fixed) << '\n';
     const bool has_placeholder = std::any_of(diagnosis.fixed.begin(), diagnosis.fixed.end(),
@@ -37,7 +37,7 @@ ExitCode fix_refused(const Verdict& verdict, const Call& call) {
 ExitCode fix(const Call& call) {
     const Verdict verdict = judge(input_of(call), false, ignored_warnings(call));
     if (verdict.answer.code) return fix_refused(verdict, call);
-    explain(verdict, call.err);
+    explain(verdict, call.err, wanted_ids(call));
     std::vector<Token> tokens;
     for (const Occurrence& occurrence : verdict.line)
         tokens.insert(tokens.end(), occurrence.begin(), occurrence.end());

@@ -24,7 +24,7 @@ struct OwnOption {
 // clang-format off
 inline constexpr OwnOption own_options[] = {
     {"strict",    "",                "check preflight",               "fail on warnings: the exit code is then 3"},
-    {"ignore",    "ID[,ID]...",      "check show fix preflight",      "turn off these warnings; 'orvane-config warnings' lists them all"},
+    {"ignore",    "ID[,ID]...",      "check show fix preflight",      "turn off these warnings; 'orvane-config explain' lists them all"},
     {"json",      "",                "check show diff preflight locate", "answer in JSON"},
     {"from",      "FILE",            any_flags,                       "read FLAGS from FILE, or with - from standard input; may be repeated, "
                                                                       "and FLAGS on the command line come last"},
@@ -40,10 +40,11 @@ inline constexpr OwnOption own_options[] = {
     {"skip",    "NAME[,NAME]...",    "preflight",                     "do not look at these groups"},
     {"network", "",                  "preflight",                     "also contact other machines: the caches to attach to"},
     {"wait",    "SECONDS",           "locate",                        "wait for the server, at most this long"},
+    {"ids",     "",                  "check show fix preflight",      "print the id of each fault and rule after its text"},
     {"get",     "SETTING",           "show",                          "print only the value of this setting, a line for each element of a list; "
                                                                       "the exit code is 4 if it is not set"},
     {"quiet",   "",                  "check",                         "print nothing about the FLAGS: the exit code says whether they are accepted"},
-    {"format",  "text|markdown|man|json", "flags warnings",           "output format; by default text"},
+    {"format",  "text|markdown|man|json", "flags explain",            "output format; by default text"},
     {"for",     "NAME",              "completions",                   "complete the flags of a server called NAME, instead of orvane-config"},
     {"help",    "",                  "",                              "print this help"},
 };

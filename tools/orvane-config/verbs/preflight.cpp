@@ -74,7 +74,7 @@ ExitCode exit_code(const Report& report, const Verdict& verdict, bool strict) {
 ExitCode preflight(const Call& call) {
     const Verdict verdict = judge(input_of(call), true, ignored_warnings(call, findings_to_ignore()));
     const bool json = call.has(own("json"));
-    if (!json) explain(verdict, call.err);
+    if (!json) explain(verdict, call.err, wanted_ids(call));
     if (!verdict.accepted()) {
         if (json) call.out << check_json(verdict) << '\n';
         return ExitCode::refused;

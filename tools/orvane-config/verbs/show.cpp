@@ -43,7 +43,7 @@ ExitCode show(const Call& call) {
     const Verdict verdict = judge(input_of(call), true, ignored_warnings(call));
     const bool json = call.has(own("json")), one = call.has(own("get"));
     if (json && one) throw Misused("--get and --json exclude each other");
-    if (!verdict.accepted() || (!json && !one)) explain(verdict, call.err);
+    if (!verdict.accepted() || (!json && !one)) explain(verdict, call.err, wanted_ids(call));
     if (!verdict.accepted()) return ExitCode::refused;
     if (one) return print_setting(wanted_setting(call.value(own("get")), verdict.answer.settings), call.out);
     if (json) {

@@ -10,7 +10,7 @@ namespace orvane {
 struct Call;
 using Run = ExitCode(const Call& call);
 
-Run check, show, fix, convert, diff, exec, preflight, locate, publish, flags, warnings, completions, usage,
+Run check, show, fix, convert, diff, exec, preflight, locate, publish, flags, explain, completions, usage,
     help, version;
 
 struct Verb {
@@ -44,8 +44,8 @@ inline constexpr Verb verbs[] = {
      "publish the runtime files of a server with these FLAGS while COMMAND runs; without COMMAND, until a signal comes"},
     {"Reference",       "flags",       "[FLAG|WORD]...",               flags,
      "print the reference of the server's flags, or of those that are called or about WORD"},
-    {"Reference",       "warnings",    "[ID]",                         warnings,
-     "print what each warning means, or only the one with this ID"},
+    {"Reference",       "explain",     "[ID]",                         explain,
+     "print cause, example and fix of everything that the tool finds, or only of what has this ID"},
     {"Reference",       "usage",       "[NAME]",                       usage,
      "print the server's usage text, for a program called NAME"},
     {"This tool",       "completions", "bash|zsh|fish|powershell",     completions,

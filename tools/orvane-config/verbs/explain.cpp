@@ -1,0 +1,143 @@
+// The verb `explain`: what the kinds of faults, rules, warnings and findings mean.
+#include "explaining/kinds.hpp"
+#include "explaining/spelling.hpp"
+#include "printing/json.hpp"
+#include "printing/roff.hpp"
+#include "printing/wrapping.hpp"
+#include "reference/reference.hpp"
+#include "verbs/call.hpp"
+#include "verbs/ignored_warnings.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <boost/json.hpp>
+
+#include <algorithm>
+#include <ostream>
+
+namespace orvane {
+namespace {
+
+using qel::i18n::ustring_to_utf8;
+using Entries = std::vector<Entry>;
+
+/// What follows the summary: a name and a text.
+std::vector<std::pair<const char*, std::string>> details(const Entry& kind) {
+    std::vector<std::pair<const char*, std::string>> rows;
+    if (!kind.cause.empty()) rows.emplace_back("Cause", kind.cause);
+    if (!kind.example.empty()) rows.emplace_back("Example", kind.example);
+    if (!kind.cause.empty()) rows.emplace_back("Fix", kind.fix.empty() ? "leave the flag out" : kind.fix);
+    return rows;
+}
+
+bool is_code(const char* name, const Entry& kind) {
+    return *name == 'E' || (*name == 'F' && !kind.fix.empty());
+}
+
+void write_entries_as_text(const Entries& kinds, std::ostream& out) {
+    for (const Entry& kind : kinds) {
+        out << wrapped(kind.id + " (" + std::string(kind.about) + "): " + kind.summary, 0) << '\n';
+        for (const auto& [name, text] : details(kind))
+            out << wrapped(std::string(name) + ": " + text, 4, 2, is_code(name, kind) ? " \\" : "") << '\n';
+        out << '\n';
+    }
+}
+
+void write_entries_as_markdown(const Entries& kinds, std::ostream& out) {
+    for (const Entry& kind : kinds) {
+        out << "### `" << kind.id << "`: " << kind.summary << "\n\n" << kind.cause << "\n\n";
+        for (const auto& [name, text] : details(kind))
+            if (*name != 'C')
+                out << "- " << name << ": " << (is_code(name, kind) ? "`" + text + "`" : text) << '\n';
+        out << '\n';
+    }
+}
+
+void write_entries_as_man(const Entries& kinds, std::ostream& out) {
+    for (const Entry& kind : kinds) {
+        out << ".TP\n.B " << roff(kind.id) << '\n' << roff(kind.summary) << ".\n";
+        for (const auto& [name, text] : details(kind))
+            out << (*name == 'C' ? "" : std::string(".br\n") + name + ": ") << roff(text) << '\n';
+    }
+}
+
+void write_entries_as_json(const Entries& kinds, std::ostream& out) {
+    boost::json::array all;
+    for (const Entry& kind : kinds) {
+        boost::json::object object{{"id", kind.id}, {"about", kind.about}, {"summary", kind.summary}};
+        if (!kind.cause.empty())
+            object.insert({{"cause", kind.cause}, {"example", kind.example}, {"fix", kind.fix}});
+        all.push_back(std::move(object));
+    }
+    out << boost::json::object{{"format", json_format}, {"kinds", std::move(all)}} << '\n';
+}
+
+/// The headings of the page, with what leads to them.
+constexpr struct {
+    const char *about, *heading, *where;
+} parts[] = {
+    {"fault", "Faults", "What the library refuses while it reads a line."},
+    {"rule", "Rules",
+     "What it refuses because settings do not go together. [validation-rules.md](validation-rules.md) has "
+     "the library's texts."},
+    {"warning", "Warnings",
+     "What the server accepts, but that was probably not intended. With `--strict`, `check` "
+     "fails on warnings; `--ignore ID` turns one kind off. Each value gets at most one "
+     "warning about its text."},
+};
+
+void write_page_of_entries(const Entries& kinds, std::ostream& out) {
+    out << "# What the tool finds, by id\n\n`orvane-config explain ID` prints one entry. The ids are in JSON "
+           "answers, "
+        << "after warnings, and with `--ids` after everything else that `check`, `show` and `fix` find. "
+           "Without an "
+        << "ID it also lists what `preflight` finds on a machine. An example is what follows `"
+        << flag_with(Trait::required).flag << " DIRECTORY` in a line.\n\n";
+    for (const auto& part : parts) {
+        out << "## " << part.heading << "\n\n" << part.where << "\n\n";
+        Entries some;
+        std::copy_if(kinds.begin(), kinds.end(), std::back_inserter(some),
+                     [&](const Entry& kind) { return kind.about == part.about; });
+        write_entries_as_markdown(some, out);
+    }
+}
+
+/// Throws Misused when there is none.
+const Entry& kind_called(const std::string& id, std::string_view about = {}) {
+    std::vector<std::string> ids;
+    for (const Entry& kind : all_kinds()) {
+        if (!about.empty() && kind.about != about) continue;
+        if (kind.id == id) return kind;
+        ids.push_back(kind.id);
+    }
+    const auto similar = most_like(qel::i18n::utf8_to_ustring(id), ids);
+    throw Misused(
+        "there is no " + std::string(about.empty() ? "id" : about) + " '" + id + "'" +
+        (similar.empty() ? "; 'orvane-config explain' lists them" : "; did you mean '" + similar[0] + "'?"));
+}
+
+} // namespace
+
+WarningIds ignored_warnings(const Call& call, const WarningIds& others) {
+    const std::string list = call.value(own("ignore"));
+    WarningIds ignored;
+    for (const std::string_view id : split(list, ','))
+        ignored.emplace(others.contains(id) ? id : kind_called(std::string(id), "warning").id);
+    return ignored;
+}
+
+ExitCode explain(const Call& call) {
+    const std::string format = call.value(own("format"), "text");
+    const bool all = call.words.empty();
+    const Entries kinds = all ? all_kinds() : Entries{kind_called(ustring_to_utf8(call.words.front()))};
+    const auto write = format == "json"              ? write_entries_as_json
+                       : format == "man"             ? write_entries_as_man
+                       : format == "markdown" && all ? write_page_of_entries
+                       : format == "markdown"        ? write_entries_as_markdown
+                                                     : write_entries_as_text;
+    if (format == "man" && all) call.out << ".SH FAULTS, RULES, WARNINGS AND FINDINGS\n";
+    write(kinds, call.out);
+    return ExitCode::done;
+}
+
+} // namespace orvane
