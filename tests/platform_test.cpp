@@ -180,15 +180,24 @@ TEST_F(Files, canonical_forms_are_equal_exactly_for_one_place_and_one_walk_finds
 TEST_F(Files, what_does_not_exist_is_folded_as_text) {
     const Name zero(1, u'\0'), too_long(70000, u'x'), base = canonicalize(path_of(root)).text();
     link("link0", "a");
+    link("a/in", "b");
     EXPECT_EQ(native(Path(u"a" + zero)), disk::path()) << "or it would be the file a";
     const std::pair<Name, disk::path> rows[] = {{u"x/./y//../z/", u"/a/x/z"},
                                                 {u"../x/../a/../../x/../" + root.filename().u16string(), u""},
                                                 {u"../link0" + zero + u"/b", u"/link0" + zero + u"/b"},
                                                 {too_long + u"/../b", u"/a/b"},
+                                                {u"../x/../a/in", refused ? u"/a/in" : u"/a/b"},
                                                 {too_long, u"/a/" + too_long}};
     for (auto [path, expected] : rows)
         EXPECT_TRUE(canonicalize(Path(path)).text() == base + expected.make_preferred().u16string())
             << ustring_to_utf8(path).substr(0, 100);
+
+    link("top", "/");
+    EXPECT_TRUE(refused || canonicalize(Path(u"../top/..")) == canonicalize(Path(u"/")));
+
+    // What was compared before an absolute link is compared again.
+    link("a/same", root / "z/c");
+    EXPECT_FALSE(Canonicalizer().is_same_or_below(Path(u"./same"), Path(u"c")));
 
     // The system gives up on a long chain, too.
     for (int i = 1; i <= 40; ++i) {
