@@ -86,9 +86,7 @@ std::u16string visible(std::u16string_view text) {
             continue;
         }
         const char16_t c = text[i++];
-        if (is_printable_ascii(c))
-            seen += c;
-        else if (is_one_of(c, wide_blanks))
+        if (!is_printable_ascii(c) && is_one_of(c, wide_blanks))
             seen += u' ';
         else if (!is_invisible(c))
             seen += c;
