@@ -8,6 +8,8 @@
 #include "qel/config/error_code.hpp"
 #include "qel/i18n/convert.hpp"
 
+#include <algorithm>
+
 namespace orvane {
 namespace {
 
@@ -62,8 +64,13 @@ std::vector<Entry> make_kinds() {
         kinds.push_back(kind_of("rule", row));
     for (const WarningKind& row : warning_kinds())
         kinds.push_back(kind_of("warning", row));
-    for (const auto& row : readiness::kinds_of_findings())
+    const auto warnings = warning_kinds();
+    for (const auto& row : readiness::kinds_of_findings()) {
+        // Where preflight finds what check warns of, the id is the same.
+        const auto warned = [&](const WarningKind& warning) { return warning.id == row.id; };
+        if (std::any_of(warnings.begin(), warnings.end(), warned)) continue;
         kinds.push_back({"finding", std::string(row.id), std::string(row.meaning)});
+    }
     return kinds;
 }
 
