@@ -44,8 +44,12 @@ Content content_of(std::string_view label) {
     return found == std::end(labels) ? Content::other : found->content;
 }
 
+struct ReleasesMemory {
+    void operator()(void* memory) const { OPENSSL_free(memory); }
+};
+
 template <class T>
-using Allocated = std::unique_ptr<T, Releases<[](T* memory) { OPENSSL_free(memory); }>>;
+using Allocated = std::unique_ptr<T, ReleasesMemory>;
 
 } // namespace
 
