@@ -51,8 +51,9 @@ endfunction()
 
 set(programs ${WORK}/bin)
 if(WAY STREQUAL "add_subdirectory")
-    set(FLAGS "")
-    set(options -DZEP_CONFIG_SOURCE=${SOURCE} -DZEP_CONFIG_WERROR=ON)
+    # A strict server passes its flags on to what it takes in.
+    set(FLAGS "-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wundef -Wold-style-cast -Werror")
+    set(options -DZEP_CONFIG_SOURCE=${SOURCE})
     build(${SOURCE}/tests/use/embedding ${options})
     # What is installed must not need the build directory.
     run(${CMAKE_COMMAND} --install ${WORK}/embedding --prefix ${stage})
