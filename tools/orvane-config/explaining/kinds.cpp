@@ -21,7 +21,8 @@ struct FaultKind {
     std::string_view form, summary, explanation, example, fix;
 };
 
-constexpr FaultKind fault_kinds[] = {
+// Not constexpr: on Windows the address of an imported function is not a constant.
+const FaultKind fault_kinds[] = {
 #define ZEP_FAULT(id, code, ...) {id, error_code::code, __VA_ARGS__},
 #define ZEP_RULE(...)
 #include "explaining/faults.def"
