@@ -18,14 +18,19 @@ template <class Look>
 std::optional<std::invoke_result_t<Look&>> within(std::chrono::milliseconds limit, Look look) {
     const auto promise = std::make_shared<std::promise<std::invoke_result_t<Look&>>>();
     auto answer = promise->get_future();
-    std::thread([promise, look = std::move(look)]() mutable {
+    std::thread thread([promise, look = std::move(look)]() mutable {
         try {
             promise->set_value(look());
         } catch (...) {
             promise->set_exception(std::current_exception());
         }
-    }).detach();
-    if (answer.wait_for(limit) != std::future_status::ready) return std::nullopt;
+    });
+    if (answer.wait_for(limit) != std::future_status::ready) {
+        thread.detach();
+        return std::nullopt;
+    }
+    // Under Wine a thread that starts while another one ends sometimes never runs.
+    thread.join();
     return answer.get();
 }
 
