@@ -182,7 +182,7 @@ class Network(unittest.TestCase):
         if first > 1:
             self.expect([("--http 127.0.0.1:1", "http privileged-port", f"below {first}.*CAP_NET_BIND_SERVICE")], prefix=AS_NOBODY)
         if AS_NOBODY:
-            self.expect([(f"--http {self.held('127.0.0.1')}", "http port-taken", "user with the number 0.*This user is not told")], prefix=AS_NOBODY)
+            self.expect([(f"--http {self.held('127.0.0.1')}", "http port-taken", "user with ID 0.*To see which program")], prefix=AS_NOBODY)
 
     @unittest.skipUnless(HERE and available("unshare", "-rmn", "true"), "there are no namespaces for this user")
     def test_a_silent_name_server_is_given_up(self):

@@ -58,7 +58,7 @@ Values values_of(const OwnOption& option) {
     if (option.value == "FILE") return "-f";
     if (option.value == "SETTING") return names_of(settings_of({}), [](auto& one) { return one.name; });
     if (option.value.starts_with("ID")) return names_of(warning_kinds(), [](auto& one) { return one.id; });
-    if (option.value.starts_with("NAME["))
+    if (option.value.starts_with("GROUP["))
         return names_of(readiness::groups, [](auto& one) { return one.name; });
     if (option.value.find('|') != option.value.npos) return spaced(option.value);
     return "-";

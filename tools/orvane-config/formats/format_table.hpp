@@ -30,7 +30,7 @@ struct LineFormat {
 // clang-format off
 inline constexpr LineFormat line_formats[] = {
     {"nul",        is_nul,     read_nul,     as_nul,        false, "",
-     "each token ended by a zero byte, as in /proc/PID/cmdline",
+     "each token followed by a zero byte, as in /proc/PID/cmdline",
      "a zero byte",
      "nothing"},
     {"systemd",    is_systemd, read_systemd, as_systemd,    true,  "ExecStart=",
@@ -48,7 +48,7 @@ inline constexpr LineFormat line_formats[] = {
     {"lines",      is_lines,   read_lines,   as_lines,      false, "",
      "one token per line, '' for an empty one; blank lines and lines with # are skipped",
      "everything else",
-     "tokens with a line end or of blanks only, those that begin with #, and '' itself"},
+     "tokens that contain a line break, are blank or begin with #, and '' itself"},
     {"powershell", nullptr,    nullptr,      as_powershell, false, "& ",
      "a command line of PowerShell 7.3 or later",
      "",

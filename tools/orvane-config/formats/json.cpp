@@ -18,9 +18,9 @@ json::value parsed(const LocatedText& text) {
     json::parser parser;
     boost::system::error_code error;
     std::size_t read = parser.write_some(text.bytes, error);
-    if (error) refuse(text, read, "this is no JSON: " + error.message());
+    if (error) refuse(text, read, "this is not JSON: " + error.message());
     read = text.bytes.find_first_not_of(" \t\r\n", read);
-    if (read != text.bytes.npos) refuse(text, read, "something follows the array");
+    if (read != text.bytes.npos) refuse(text, read, "there is text after the array");
     return parser.release();
 }
 
@@ -49,10 +49,10 @@ bool is_json(std::string_view text) {
 ReadTokens read_json(const LocatedText& text) {
     const json::value value = parsed(text);
     const json::array* const array = value.if_array();
-    if (array == nullptr) refuse(text, 0, "this is no array of strings");
+    if (array == nullptr) refuse(text, 0, "this is not an array of strings");
     for (const json::value& element : *array)
         if (!element.is_string())
-            refuse(text, 0, "the array contains something else than strings: " + json::serialize(element));
+            refuse(text, 0, "the array contains something other than a string: " + json::serialize(element));
     ReadTokens tokens;
     const std::vector<Spot> starts = starts_of_strings(text);
     for (std::size_t i = 0; i != array->size(); ++i)

@@ -45,9 +45,10 @@ std::string as_lines(const TokenGroups& groups) {
             const bool has_form = token.empty() || !(is_skipped(token) || token == empty_line_token ||
                                                      token.find('\n') != token.npos || token.ends_with('\r'));
             if (!has_form)
-                throw CannotHold("a token has a line end in it, only blanks, or looks like a comment or an "
-                                 "empty token, so it cannot be a line: " +
-                                 sh_word(token));
+                throw CannotHold(
+                    "this token cannot be a line, because it contains a line break, is blank, or "
+                    "looks like a comment or an empty token: " +
+                    sh_word(token));
             text.append(token.empty() ? empty_line_token : token) += '\n';
         }
     return text;

@@ -16,10 +16,10 @@ struct Special {
 };
 constexpr Special specials_of_shells[] = {
     {"$`", "the shell would replace this; write the value, or quote it with '"},
-    {"*?[]{}", "the shell might replace this by the names of files; quote it"},
+    {"*?[]{}", "the shell might replace this with file names; quote it"},
     {";&|()", "a second command; only one is read"},
     {"<>", "redirections are not read"},
-    {"\r", "a carriage return would be part of the token; save the file with Unix line ends"},
+    {"\r", "a carriage return would be part of the token; save the file with Unix line endings"},
 };
 
 /// Reads the first command of a text.
@@ -71,13 +71,13 @@ private:
             if (special.characters.find(walk_.peek()) != std::string_view::npos)
                 walk_.refuse(std::string(special.what));
         if (walk_.peek() == '~' && (text.empty() || text.ends_with('=') || text.ends_with(':')))
-            walk_.refuse("the shell would replace ~ by a home directory; write the directory, or quote it");
+            walk_.refuse("the shell would replace ~ with a home directory; write the directory, or quote it");
         text += walk_.next();
     }
 
     void escaped(std::string& text) {
         if (walk_.skip("\\\n")) return;
-        if (walk_.peek(1) == '\0' || walk_.peek(1) == '\r') walk_.refuse("a \\ before nothing");
+        if (walk_.peek(1) == '\0' || walk_.peek(1) == '\r') walk_.refuse("there is nothing after this \\");
         walk_.next();
         text += walk_.next();
     }

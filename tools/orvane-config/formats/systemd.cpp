@@ -117,7 +117,7 @@ private:
         const bool whole = digits.size() == code.digits && end == digits.data() + digits.size() &&
                            error == std::errc() && number != 0;
         if (!whole || (code.is_byte ? number > 0xFF : !is_character(number)))
-            begin.refuse("systemd does not take this number for a character");
+            begin.refuse("systemd does not accept this number as a character");
         for (const char byte : code.is_byte ? std::string(1, static_cast<char>(number)) : utf8_of(number))
             word.append(byte, begin.spot());
     }
@@ -203,9 +203,9 @@ ReadTokens read_systemd(const LocatedText& text) {
         // The second word is then what the program is told it is called.
         if (i == 1 && marks.find('@') != marks.npos) continue;
         LocatedText word =
-            undoubled(words[i], "%", "the manager would replace this; write the value, or %% for a %");
+            undoubled(words[i], "%", "systemd would replace this; write the value, or %% for a %");
         if (i != 0 && marks.find(':') == marks.npos)
-            word = undoubled(word, "$", "the manager would replace this; write the value, or $$ for a $");
+            word = undoubled(word, "$", "systemd would replace this; write the value, or $$ for a $");
         tokens.push_back({word.bytes, reader.starts()[i]});
     }
     return tokens;

@@ -38,7 +38,7 @@ void contact(const Place& place, milliseconds& left, Findings& findings) {
     if (why.empty())
         findings.add(Kind::cache_answers, place.flag, "the cache accepts connections", "", place.position);
     else
-        findings.add(Kind::cache_silent, place.flag, "no connection within 2 s: " + why,
+        findings.add(Kind::cache_silent, place.flag, "no connection: " + why,
                      "Start the cache, or correct its host and port. A firewall may be in between.",
                      place.position);
 }

@@ -59,10 +59,10 @@ void report_missing(const Subject& subject, bool link) {
                                " is read-only",
                            "Mount it for writing, or choose another directory.");
     if (there.state != Entry::State::directory && there.state != Entry::State::unreachable)
-        return subject.add(Kind::not_a_directory, above + " is not a directory", "Choose another name.");
+        return subject.add(Kind::not_a_directory, above + " is not a directory", "Choose another path.");
     const bool may = there.write && there.execute;
     subject.add(Kind::missing_directory,
-                (link ? "a link leads to " + subject.name() + ", which does not exist"
+                (link ? "a symbolic link points to " + subject.name() + ", which does not exist"
                       : "there is no directory " + subject.name()) +
                     (may ? "" : ", and user " + user_name() + " may not create it in " + above),
                 "Create it: " + command_to_create(subject.path, !may));
@@ -89,7 +89,7 @@ void look_at_rights(const Subject& subject, const Entry& there) {
         return report_missing_right(subject, Right::write, "create files in", subject.path, there.own);
     if (lists && !there.read)
         return report_missing_right(subject, Right::list, "list", subject.path, there.own);
-    std::string what = there.link ? "a link to " + subject.name() + "; " : "";
+    std::string what = there.link ? "a symbolic link to " + subject.name() + "; " : "";
     what += std::string("can be entered") + (lists ? ", listed" : "") + (writes ? ", written" : "");
     if (const auto room = writes ? room_in(subject.path) : std::nullopt; room)
         what += "; " + amount(room->bytes) + " free";
@@ -105,7 +105,7 @@ void look_at_subject(const Subject& subject, const Entry& there) {
     case Entry::State::file:
     case Entry::State::other:
         return subject.add(Kind::not_a_directory, subject.name() + " is not a directory",
-                           "Choose another name.");
+                           "Choose another path.");
     case Entry::State::loop:
         return subject.add(Kind::link_loop, "a symbolic link in " + subject.name() + " leads back to itself",
                            "Correct the link.");

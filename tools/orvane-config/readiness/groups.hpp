@@ -27,9 +27,9 @@ inline constexpr Group groups[] = {
     {"listeners",   "the hosts and ports of the listeners and of the control interface", look_at_listeners},
     {"tls",         "keys, certificates, and what the HTTPS listener offers its clients", look_at_tls},
     {"programs",    "the commands of the driver and of the log handlers", look_at_programs},
-    {"caches",      "the ports of the caches to start and the hosts of the caches to attach to", look_at_caches},
-    {"resources",   "memory limits and thresholds against the memory of this machine", look_at_resources},
-    {"runtime",     "the files of running and former servers", look_at_runtime},
+    {"caches",      "the ports of the caches to start, and the hosts of the caches to attach to", look_at_caches},
+    {"resources",   "memory limits and thresholds, compared with the memory of this machine", look_at_resources},
+    {"runtime",     "the runtime files of servers that run or have run", look_at_runtime},
 };
 // clang-format on
 

@@ -36,13 +36,13 @@ std::vector<std::string> Hosts::addresses_of(const std::u16string& host, std::u1
         findings.add(
             Kind::time_limit, flag,
             "the name servers did not answer within " + std::to_string(longest_look_up.count()) + " s",
-            "Check that this machine reaches its name servers, or write the address instead of the name.",
+            "Check that this machine can reach its name servers, or write the address instead of the name.",
             position);
         return {};
     }
     if (found->addresses.empty())
         findings.add(Kind::host_not_found, flag, "the host has no address: " + found->why,
-                     "Check the spelling, the hosts file, and that the name servers know the name.",
+                     "Check the spelling, the hosts file, and whether the name servers know the name.",
                      position);
     return found->addresses;
 }

@@ -22,7 +22,7 @@ void look_at_the_others(const Place& place, Findings& findings) {
             continue;
         findings.add(Kind::other_address, place.flag,
                      with_port(place.addresses.front(), place.port) + " can be bound, but not " +
-                         with_port(address, place.port) + ", which the host also means: " + trial.why,
+                         with_port(address, place.port) + ", another address of the host: " + trial.why,
                      everywhere ? "Clients that use IPv6 reach another program. Choose another port."
                                 : "Write the address instead of the name.");
         return;
@@ -33,7 +33,7 @@ void look_at_one(const Place& place, Findings& findings) {
     if (place.addresses.empty()) return;
     if (place.port > largest_port) {
         findings.add(Kind::no_such_port, place.flag, "there is no port " + std::to_string(place.port),
-                     "Choose one up to 65535.");
+                     "Choose a port up to 65535.");
         return;
     }
     if (!can_be_taken(place, place.addresses.front(), findings)) return;

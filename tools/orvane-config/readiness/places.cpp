@@ -40,9 +40,9 @@ void report_taken(const Place& place, const std::string& address, Findings& find
     if (holder && holder->pid != 0)
         by += " (process " + std::to_string(holder->pid) + ")";
     else if (holder && !holder->user.empty())
-        by += " of the user with the number " + holder->user;
+        by += " of the user with ID " + holder->user;
     if (!holder || holder->pid == 0)
-        advice += " This user is not told which it is: run " + how_to_find_the_holder(port) + ".";
+        advice += " To see which program it is, run " + how_to_find_the_holder(port) + ".";
     if (holder && holder->address != address) by += ", which listens on " + with_port(holder->address, port);
     findings.add(Kind::port_taken, place.flag, with_port(address, port) + " is taken" + by, advice,
                  place.position);
@@ -53,24 +53,24 @@ void report_forbidden(const Place& place, const std::string& where, const std::s
     const unsigned first = first_unprivileged_port();
     if (place.port < first)
         findings.add(Kind::privileged_port, place.flag,
-                     where + " needs a privilege that this user does not have, as all ports below " +
-                         std::to_string(first) + " do",
+                     "this user lacks the privilege to bind to " + where + ", which all ports below " +
+                         std::to_string(first) + " need",
                      "Choose another port, or give the server the privilege: " + how_to_give_the_privilege() +
                          ".",
                      place.position);
     else
         findings.add(Kind::cannot_bind, place.flag, "this user may not bind to " + where + ": " + why,
-                     "Look for a security policy of this machine that restricts the port.", place.position);
+                     "Check whether a security policy of this machine restricts the port.", place.position);
 }
 
 void report_not_here(const Place& place, const std::string& address, Findings& findings) {
     if (address.find(':') != std::string::npos && !has_ipv6())
-        findings.add(Kind::no_ipv6, place.flag, "this machine has no IPv6, so there is no " + address,
-                     "Write an IPv4 address, or switch IPv6 on.", place.position);
+        findings.add(Kind::no_ipv6, place.flag, "this machine has no IPv6, so it cannot have " + address,
+                     "Write an IPv4 address, or enable IPv6.", place.position);
     else
         findings.add(Kind::foreign_address, place.flag, address + " is not an address of this machine",
-                     "Write one that it has, which are " + listed(own_addresses()) +
-                         "; or only the port, to listen on all of them.",
+                     "Use one that it has (" + listed(own_addresses()) +
+                         "), or write only the port, to listen on all of them.",
                      place.position);
 }
 
@@ -131,14 +131,14 @@ void compare(const Place& place, const std::vector<Place>& earlier, const Contex
         };
         if (exclude_each_other(ours, theirs))
             findings.add(Kind::address_clash, place.flag,
-                         "cannot have " + with_port(ours, place.port) + ": " + as_given(other, context) +
-                             " takes " + with_port(theirs, other.port),
+                         "cannot bind to " + with_port(ours, place.port) + ": " + as_given(other, context) +
+                             " uses " + with_port(theirs, other.port),
                          "Choose another port for one of them.", place.position);
         else if (std::ranges::any_of(place.addresses, among_the_others))
-            findings.add(
-                Kind::possible_clash, place.flag,
-                as_given(other, context) + " has the same port, and some of the addresses are the same",
-                "Choose another port for one of them, or write an address for each.", place.position);
+            findings.add(Kind::possible_clash, place.flag,
+                         as_given(other, context) + " uses the same port, and the hosts share some addresses",
+                         "Choose another port for one of them, or write an address for each.",
+                         place.position);
         else
             continue;
         return;

@@ -78,7 +78,7 @@ void look_at_resources(const Context& context, Findings& findings) {
                              [&](const auto& one) { return one.bytes(settings).has_value(); }))
         return;
     const auto memory = memory_here();
-    if (!memory) return findings.add(Kind::look_failed, u"", "the system does not tell its memory");
+    if (!memory) return findings.add(Kind::look_failed, u"", "the system does not report its memory");
     const std::uint64_t usable = std::min(memory->physical, memory->limit.value_or(memory->physical));
     for (const MemorySetting& setting : memory_settings)
         look_at_one(setting, *memory, usable, settings, findings);

@@ -23,7 +23,7 @@ void look_at_malformed(const FileReport& file, const Entry& there, Findings& fin
     const std::string name = shown(file.path.text());
     if (there.state == Entry::State::file)
         findings.add(Kind::not_a_runtime_file, flag_of(file),
-                     name + " is not what a server writes, and would be overwritten (" + file.text + ")",
+                     name + " is not a runtime file, and would be overwritten (" + file.text + ")",
                      "Move it away if it is still needed.");
     else
         findings.add(Kind::in_the_way, flag_of(file), name + " is in the way: " + file.text,
@@ -42,18 +42,18 @@ void look_at_file(const FileReport& file, Findings& findings) {
     case FileState::alive:
         if (file.pid != 0)
             findings.add(Kind::server_alive, flag,
-                         name + " is that of process " + std::to_string(file.pid) + ", which runs",
+                         name + " belongs to process " + std::to_string(file.pid) + ", which is running",
                          "Stop that server, or choose another directory for this one.");
         return;
     case FileState::published:
         return findings.add(Kind::may_be_alive, flag,
                             name + " announces " + file.text +
-                                ", and no pid file tells whether that server runs",
-                            "Make sure that it does not: this server would take over the file.");
+                                ", and no pid file says whether that server is running",
+                            "Make sure that it has stopped: this server would overwrite the file.");
     case FileState::starting:
         return findings.add(Kind::may_be_alive, flag,
-                            name + " is empty: a server is starting, or was killed while it did",
-                            "Look again in a moment.");
+                            name + " is empty: a server is starting, or was killed while starting",
+                            "Run preflight again in a moment.");
     case FileState::stale:
         return findings.add(Kind::stale_file, flag, name + " is stale, and will be replaced: " + file.text);
     case FileState::not_published:
@@ -71,8 +71,8 @@ void look_at_neighbour(const qel::config::ServerSettings& settings, Findings& fi
     const FileReport file = inspect_runtime_files(neighbour).front();
     if (file.state == FileState::alive && file.pid != 0)
         findings.add(Kind::server_alive, flag::endpoint_root,
-                     shown(file.path.text()) + " is that of process " + std::to_string(file.pid) +
-                         ", which runs: the directory belongs to another server",
+                     shown(file.path.text()) + " belongs to process " + std::to_string(file.pid) +
+                         ", which is running: another server uses this directory",
                      "Give each server a different endpoint root.");
 }
 

@@ -23,7 +23,7 @@ std::string written(const Call& call, const CommandLine& line) {
 } // namespace
 
 ExitCode convert(const Call& call) {
-    if (!call.has(own("to"))) throw Misused(spelled(own("to")) + " is missing: the format to write");
+    if (!call.has(own("to"))) throw Misused(spelled(own("to")) + " is missing: name the format to write");
     const Input input = input_of(call);
     CommandLine line = occurrences_of(input.flags);
     if (call.has(own("tidy"))) {

@@ -34,8 +34,7 @@ std::vector<Input> sides_of(const Call& call) {
         for (const std::u16string& word : words)
             sides.push_back(side_of(call, {word}));
     }
-    if (sides.size() != 2)
-        throw Misused("it compares two lines: two files, or FLAGS and FLAGS with -- between them");
+    if (sides.size() != 2) throw Misused("give two command lines: two files, or FLAGS -- FLAGS");
     return sides;
 }
 

@@ -55,7 +55,8 @@ void write_entries_as_markdown(const Entries& kinds, std::ostream& out) {
 
 void write_entries_as_man(const Entries& kinds, std::ostream& out) {
     for (const Entry& kind : kinds) {
-        out << ".TP\n.B " << roff(kind.id) << '\n' << roff(kind.summary) << ".\n";
+        out << ".TP\n.B " << roff(kind.id) << '\n'
+            << roff(kind.summary) << (kind.cause.empty() ? "\n" : ".\n"); // findings have only a sentence
         for (const auto& [name, text] : details(kind))
             out << (*name == 'C' ? "" : std::string(".br\n") + name + ": ") << roff(text) << '\n';
     }

@@ -18,7 +18,7 @@ namespace {
 Lookup asked_for(const Call& call) {
     Lookup found = look_up({call.words.begin(), call.words.end()});
     if (found.unknown.empty()) return found;
-    std::string text = "no flag is called or about '" + found.unknown[0] + "'";
+    std::string text = "no flag matches '" + found.unknown[0] + "'";
     if (const auto similar = flags_like(normalized(qel::i18n::utf8_to_ustring(found.unknown[0])));
         !similar.empty())
         text += "; did you mean " + std::string(similar[0]->flag) + "?";

@@ -35,7 +35,7 @@ unsigned pid_in(const std::string& text) {
     unsigned pid = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), pid);
     if (error != std::errc() || end != text.data() + text.size() || pid == 0)
-        throw Misused(spelled(own("pid")) + " takes the number of a process, not '" + text + "'");
+        throw Misused(spelled(own("pid")) + " takes a process ID, not '" + text + "'");
     return pid;
 }
 

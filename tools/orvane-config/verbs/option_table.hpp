@@ -26,22 +26,22 @@ inline constexpr OwnOption own_options[] = {
     {"strict",    "",                "check preflight",               "fail on warnings: the exit code is then 3"},
     {"ignore",    "ID[,ID]...",      "check show fix preflight",      "turn off these warnings; 'orvane-config explain' lists them all"},
     {"json",      "",                "check show diff preflight locate", "answer in JSON"},
-    {"from",      "FILE",            any_flags,                       "read FLAGS from FILE, or with - from standard input; may be repeated, "
-                                                                      "and FLAGS on the command line come last"},
-    {"format-in", FormatNames<true>::text, any_flags,                 "format of the files; by default told from their content"},
+    {"from",      "FILE",            any_flags,                       "read FLAGS from FILE, or from standard input if FILE is -; can be "
+                                                                      "repeated, and FLAGS on the command line come last"},
+    {"format-in", FormatNames<true>::text, any_flags,                 "format of the files; by default detected from their content"},
     {"pid",       "PID",             any_flags,                       "read FLAGS from a running process (Linux)"},
     {"to",        FormatNames<false>::text, "convert",                "the format to write"},
     {"tidy",      "",                "convert",                       "leave out what has no effect, and sort the flags as the reference does; "
                                                                       "the settings stay the same"},
-    {"program",   "PATH",            "convert",                       "write this program in front of the flags"},
-    {"preflight", "",                "exec",                          "also look at the machine, as the verb preflight does, and stop if the "
-                                                                      "server would not start"},
-    {"only",    "NAME[,NAME]...",    "preflight",                     "look only at these groups"},
-    {"skip",    "NAME[,NAME]...",    "preflight",                     "do not look at these groups"},
-    {"network", "",                  "preflight",                     "also contact other machines: the caches to attach to"},
+    {"program",   "PATH",            "convert",                       "put this program before the flags"},
+    {"preflight", "",                "exec",                          "also check the machine, as the verb preflight does, and stop if the "
+                                                                      "server would not start, or if that cannot be told"},
+    {"only",    "GROUP[,GROUP]...",  "preflight",                     "check only these groups"},
+    {"skip",    "GROUP[,GROUP]...",  "preflight",                     "do not check these groups"},
+    {"network", "",                  "preflight",                     "also connect to the caches that the server attaches to"},
     {"wait",    "SECONDS",           "locate",                        "wait for the server, at most this long"},
     {"ids",     "",                  "check show fix preflight",      "print the id of each fault and rule after its text"},
-    {"get",     "SETTING",           "show",                          "print only the value of this setting, a line for each element of a list; "
+    {"get",     "SETTING",           "show",                          "print only the value of this setting, one line per element of a list; "
                                                                       "the exit code is 4 if it is not set"},
     {"quiet",   "",                  "check",                         "print nothing about the FLAGS: the exit code says whether they are accepted"},
     {"format",  "text|markdown|man|json", "flags explain",            "output format; by default text"},

@@ -95,7 +95,7 @@ void look_at_use(const TlsLook& look, const Certificates& chain) {
         if (X509_check_ca(chain[i].get()) == 0)
             look.findings.add(Kind::certificate_use, flag::https_cert_chain_file,
                               "certificate " + std::to_string(i + 1) + " is not for issuing certificates",
-                              "After the server's certificate come only those of its issuers.");
+                              "After the server's certificate, put only those of its issuers.");
 }
 
 } // namespace

@@ -71,10 +71,9 @@ void look_at_order(const TlsLook& look, const Numbers& path, std::size_t count) 
     for (std::size_t one = 0; one < count; ++one)
         if (std::find(path.begin(), path.end(), one) == path.end()) others.push_back(one);
     if (!others.empty())
-        look.findings.add(
-            Kind::chain_order, flag::https_cert_chain_file,
-            "the issuers of the first certificate do not include certificate " + listed(others),
-            "Remove what does not belong here, or add the issuer that is missing between them.");
+        look.findings.add(Kind::chain_order, flag::https_cert_chain_file,
+                          "the issuers of the first certificate do not include certificate " + listed(others),
+                          "Remove what does not belong here, or insert the missing issuer.");
 }
 
 /// Where the issuer says that its certificate can be got; empty: it does not say.
@@ -115,7 +114,7 @@ bool key_matches(const TlsLook& look, EVP_PKEY* key, const Certificates& chain) 
     else
         look.findings.add(Kind::key_mismatch, flag::https_cert_chain_file,
                           "the key belongs to certificate " + std::to_string(owner - chain.begin() + 1) +
-                              " of the file, and the server uses the first",
+                              " of the file, but the server uses the first",
                           "Put the server's certificate first, and its issuers after it.");
     return false;
 }
@@ -129,7 +128,7 @@ void look_at_issuers(const TlsLook& look, const Certificates& chain, X509_STORE*
             look.findings.add(
                 Kind::certificate_self_signed, flag::https_cert_chain_file,
                 "the server's certificate is its own issuer",
-                "For clients that were not told to trust it, get one from a certificate authority.");
+                "For clients that are not configured to trust it, get one from a certificate authority.");
         return;
     }
     if (knows_issuer(store, last)) return;

@@ -44,10 +44,11 @@ constexpr FileRow file_rows[] = {
 std::string missing(const Path& path) {
     const auto name = qel::util::filesystem::native(path);
     std::error_code error;
-    if (std::filesystem::is_symlink(name, error)) return "this is a link to a file that does not exist";
+    if (std::filesystem::is_symlink(name, error))
+        return "this is a symbolic link to a file that does not exist";
     if (name.is_absolute()) return "the file does not exist";
     return "the file does not exist in " + orvane::shown(std::filesystem::current_path(error).u16string()) +
-           ", where a relative name starts";
+           ", where relative paths start";
 }
 
 void report_file(const FileRow& row, const Path& path, const BoundedFile& file, Findings& findings) {

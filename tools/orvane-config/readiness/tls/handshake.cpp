@@ -35,7 +35,7 @@ Handshake try_handshake(SSL_CTX* server_settings) {
             return {true,
                     std::string(SSL_get_version(client.get())) + ", " + SSL_get_cipher_name(client.get())};
     }
-    return {false, "it does not come to an end"};
+    return {false, "the handshake does not finish"};
 }
 
 } // namespace orvane::readiness

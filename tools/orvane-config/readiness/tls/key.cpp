@@ -82,7 +82,7 @@ void report_closed(const TlsLook& look, const Opened& opened) {
     const std::string passphrase = qel::i18n::ustring_to_utf8(flag::https_key_passphrase_file);
     if (!opened.encrypted) {
         look.findings.add(Kind::tls_file_content, flag, "the key is damaged: " + opened.reason,
-                          "Get the file again from where it came from.");
+                          "Copy the file again from its source.");
     } else if (opened.unsupported) {
         const std::string file = shown(look.settings().private_key_file()->text());
         look.findings.add(Kind::tls_file_content, flag,
@@ -100,7 +100,7 @@ void report_closed(const TlsLook& look, const Opened& opened) {
         look.findings.add(
             Kind::passphrase_wrong, flag::https_key_passphrase_file,
             "the pass phrase in this file does not open the key",
-            "The first line of the file has to be the pass phrase, without quotes and blanks around it.");
+            "The first line of the file has to be the pass phrase, without quotes or spaces around it.");
     }
 }
 

@@ -55,12 +55,12 @@ struct Form {
 constexpr Form forms[] = {
     {is_blank, "the file is empty", "", ""},
     {is_java_keystore, "this is a Java keystore, not PEM", "Export the key and the certificates as PEM.", ""},
-    {is_putty_key, "this is a key in PuTTY's form, not PEM", "A TLS key comes with a certificate; look for that key.", ""},
+    {is_putty_key, "this is a key in PuTTY's format, not PEM", "A TLS key comes with a certificate; look for that key.", ""},
     {is_utf16, "the text is in UTF-16", "Convert it:", "iconv -f UTF-16 -t ASCII {} >{}.pem"},
-    {has_escaped_line_ends, "the line ends are written as \\n", "Convert them:", "sed -i 's/\\\\n/\\n/g' {}"},
-    {is_indented, "the lines are indented, so that nothing begins with -----BEGIN", "Remove the blanks:", "sed -i 's/^[[:blank:]]*//' {}"},
-    {is_der<d2i_X509, X509_free>, "this is a certificate in DER form, not PEM", "Convert it:", "openssl x509 -inform DER -in {} -out {}.pem"},
-    {is_der<d2i_AutoPrivateKey, EVP_PKEY_free>, "this is a key in DER form, not PEM", "Convert it:", "openssl pkey -inform DER -in {} -out {}.pem"},
+    {has_escaped_line_ends, "the line breaks are written as \\n", "Convert them:", "sed -i 's/\\\\n/\\n/g' {}"},
+    {is_indented, "the lines are indented, so none begins with -----BEGIN", "Remove the spaces:", "sed -i 's/^[[:blank:]]*//' {}"},
+    {is_der<d2i_X509, X509_free>, "this is a certificate in DER format, not PEM", "Convert it:", "openssl x509 -inform DER -in {} -out {}.pem"},
+    {is_der<d2i_AutoPrivateKey, EVP_PKEY_free>, "this is a key in DER format, not PEM", "Convert it:", "openssl pkey -inform DER -in {} -out {}.pem"},
     {is_der<d2i_PKCS12, PKCS12_free>, "this is a PKCS#12 file, not PEM", "Convert it:", "openssl pkcs12 -in {} -out {}.pem"},
 };
 // clang-format on
@@ -110,7 +110,7 @@ Mistake mistake_in(const PemFile& pem, Content wanted, const std::string& text,
                    const qel::config::Path& path) {
     if (!pem.damage.empty())
         return {"block " + std::to_string(pem.blocks.size() + 1) + " of the file is damaged: " + pem.damage,
-                "Get the file again from where it came from."};
+                "Copy the file again from its source."};
     if (!pem.blocks.empty()) return wrong_content(pem.blocks.front(), wanted, path);
     const auto* const form =
         std::find_if(std::begin(forms), std::end(forms), [&](const Form& one) { return one.applies(text); });

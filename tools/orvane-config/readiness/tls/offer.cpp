@@ -42,7 +42,7 @@ void look_at_cipher(const TlsLook& look, SSL_CTX* scratch, const std::string& na
     constexpr auto flag = flag::https_cipher_list;
     if (name.starts_with('@') || SSL_CTX_set_cipher_list(scratch, name.c_str()) == 1) return;
     if (SSL_CTX_set_ciphersuites(scratch, name.c_str()) == 1)
-        ignored(look, flag, quoted(name) + " is a cipher of TLS 1.3, which this list does not switch");
+        ignored(look, flag, quoted(name) + " is a TLS 1.3 cipher, which this list does not control");
     else
         ignored(look, flag, "no cipher is called " + quoted(name));
 }
@@ -132,7 +132,7 @@ bool offer_dh_parameters(const TlsLook& look, SSL_CTX* tls) {
         return false;
     Key parameters(PEM_read_bio_Parameters(reader_of(text).get(), nullptr));
     const std::string make_new =
-        "Make new ones: openssl genpkey -genparam -algorithm DH -pkeyopt group:ffdhe3072 -out " +
+        "Generate new ones: openssl genpkey -genparam -algorithm DH -pkeyopt group:ffdhe3072 -out " +
         shown(path.text());
     if (!parameters) {
         look.findings.add(Kind::tls_file_content, flag, "the parameters are damaged: " + openssl_reason(),
@@ -164,11 +164,11 @@ void look_at_offer(const TlsLook& look, EVP_PKEY* key, const Certificates& chain
     const Handshake handshake = try_handshake(tls.get());
     if (!handshake.done)
         look.findings.add(Kind::handshake_failed, flag::https,
-                          "a TLS client of today cannot connect: " + handshake.text,
-                          "Key, ciphers, protocols and curve have to fit together.");
+                          "a current TLS client cannot connect: " + handshake.text,
+                          "Check that key, ciphers, protocols and curve work together.");
     else
         look.findings.add(Kind::handshake_done, flag::https,
-                          "a TLS client of today connects with " + handshake.text, {});
+                          "a current TLS client connects with " + handshake.text, {});
 }
 
 } // namespace orvane::readiness

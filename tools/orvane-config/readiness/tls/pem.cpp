@@ -94,7 +94,7 @@ Certificates certificates_in(const PemFile& pem, std::u16string_view flag, Findi
             findings.add(Kind::tls_file_content, flag,
                          "certificate " + std::to_string(certificates.size() + 1) +
                              " is damaged: " + openssl_reason(),
-                         "Get the file again from where it came from.");
+                         "Copy the file again from its source.");
             break;
         }
         certificates.push_back(std::move(certificate));

@@ -31,12 +31,12 @@ void look_at_ca_times(const TlsLook& look, const Certificates& ca) {
     if (valid == count) return;
     if (valid == 0)
         look.findings.add(Kind::certificate_expired, flag, "no certificate in the file is valid now",
-                          "Replace them by the authorities' new certificates.");
+                          "Replace them with the authorities' new certificates.");
     else
         look.findings.add(Kind::ca_expired, flag,
                           std::to_string(count - valid) + " of the " + std::to_string(count) +
                               " certificates in the file are not valid now",
-                          "Replace them by the authorities' new certificates.");
+                          "Replace them with the authorities' new certificates.");
 }
 
 const char* from_environment(const char* variable, const char* otherwise) {
@@ -106,7 +106,7 @@ void look_at_lists_in(const TlsLook& look, const std::string& file, const Certif
                           text_of(X509_get_subject_name(first->get())) +
                           (more == 0 ? "" : " and of " + std::to_string(more) + " more"),
                       "Clients with certificates of such an issuer may be refused. Append the issuer's list "
-                      "to the file, in PEM form.");
+                      "to the file, in PEM format.");
 }
 
 } // namespace
@@ -131,10 +131,10 @@ void look_at_revocation_lists(const TlsLook& look, const Certificates& ca) {
         return;
     }
     if (look.settings().use_system_store() && !has_hashed_names(store_directory(), ".r"))
-        look.findings.add(
-            Kind::revocation_list, flag::https_use_crl,
-            "the system's store has no revocation lists in " + store_directory(),
-            "Verified clients may be refused. Put the lists there, or use a file of authorities with them.");
+        look.findings.add(Kind::revocation_list, flag::https_use_crl,
+                          "the system's store has no revocation lists in " + store_directory(),
+                          "Verified clients may be refused. Put the lists there, or use a file that contains "
+                          "the authorities and the lists.");
     if (look.files.ca) look_at_lists_in(look, *look.files.ca, ca);
 }
 
