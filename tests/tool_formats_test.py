@@ -108,7 +108,7 @@ class Formats(unittest.TestCase):
         self.assertEqual([fault.get("places") for fault in faults], [[{"token": 5, "file": "b", "line": 3, "column": 1}], None])
         self.assertEqual([fault["tokens"] for fault in faults], [[5], [7]])
         self.assertEqual(re.findall(r"^orvane-config: (.*)$", done.stderr.decode(), re.M), [
-            "a.service:2:11: left out '/bin/x', the program in front of the flags", "a.service: drop-ins of the unit are not read"])
+            "a.service:2:11: left out '/bin/x', the program before the flags", "a.service: drop-ins of the unit are not read"])
         said = run("check", "--from", "a.service", "--from", "b", "--waist").stderr.decode()
         self.assertIn("  token 5, b:3:1: ... --log-root /l --num-worker 4 ...\n", said)
         self.assertIn("  token 7: ", said)

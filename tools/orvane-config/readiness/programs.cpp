@@ -94,7 +94,7 @@ void look_at_program(const Program& program, const ProgramSearch& search) {
     const CommandWords words = words_of(program.command);
     if (!words.shell_syntax.empty())
         program.add(Kind::shell_syntax,
-                    "no shell reads this command, so " + shown(words.shell_syntax) + " has no effect",
+                    "no shell reads this command, so " + shown(words.shell_syntax) + " is not interpreted",
                     "Put the command into a script, or start a shell: sh -c '...'");
     const std::u16string& name = words.program;
     if (name.empty()) return program.add(Kind::missing_program, "the command is empty", "Name a program.");

@@ -26,8 +26,8 @@ struct ExitMeaning {
 // clang-format off
 inline constexpr ExitMeaning exit_codes[] = {
     {ExitCode::done,               "accepted, located or done"},
-    {ExitCode::refused,            "refused by the library, or by the state of the server's files; diff: different"},
-    {ExitCode::misused,            "orvane-config was used wrongly; diff: a line is refused or cannot be read"},
+    {ExitCode::refused,            "refused by the library, or by the state of the server's files (diff: the settings differ)"},
+    {ExitCode::misused,            "orvane-config was used wrongly (diff: also if a line is refused or cannot be read)"},
     {ExitCode::warned,             "accepted, but --strict found a warning"},
     {ExitCode::not_published,      "not published, or not yet, or not set"},
     {ExitCode::stale_or_malformed, "published, but stale or malformed"},

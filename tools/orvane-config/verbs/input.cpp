@@ -82,7 +82,7 @@ void add(Input& input, const Call& call, const Source& source) {
         (content.format.has_program || source.is_process || is_program(input.flags, tokens))) {
         skipped = 1;
         note(Place{source.name, content.tokens[0].spot}.text() + ": left out '" + content.tokens[0].text +
-             "', the program in front of the flags");
+             "', the program before the flags");
     }
     if (content.format.has_program) note(source.name + ": drop-ins of the unit are not read");
     if (tokens.size() == skipped) note(source.name + " contains no flags");
