@@ -4,6 +4,8 @@ preflight_test.py [--server SERVER] TOOL..."""
 import json, os, re, shlex, subprocess, sys, tempfile, time, unittest
 from pathlib import Path
 
+import tool_schemas
+
 SERVER = sys.argv[2] if sys.argv[1] == "--server" else None
 TOOL = sys.argv[3:] if SERVER else sys.argv[1:]
 del sys.argv[1:]
@@ -153,6 +155,50 @@ class Preflight(unittest.TestCase):
         self.assertRegex(lines[-1], "^not ready: 1 blocking finding; skipped: listeners, ")
         self.assertEqual(run(*TOOL, "preflight", "--only", "directories", "--strict", "--ignore", "no-listener", *REQUIRED).returncode, 3)
         self.assertEqual(run(*TOOL, "preflight", "--only", "directories", "--strict", *QUIET, *REQUIRED).returncode, 0)
+
+    def test_warnings_fail_only_strict_runs_and_can_be_ignored(self):
+        Path("orvane-tool.exe").touch(0o755)
+        self.own(".")
+        program = "./orvane-tool.exe" if HERE else ".\\orvane-tool"
+        odd, missing = ["--driver", program], ["--driver", "no-such-program"]
+        more = ["--log-handler", f"text/json {program}"]
+        quiet = ["--ignore", QUIET[1] + ",relative-program"]
+        for options, flags, code, found, last in [
+            (QUIET, odd, 0, {"relative-program"}, "ready: .*; 1 warning; skipped: .*"),
+            (["--strict", *QUIET], odd, 3, {"relative-program"}, "ready: .*; 1 warning; .*"),
+            (["--strict", *quiet], odd, 0, set(), "ready: [^;]*; skipped: .*"),
+            (["--strict", *QUIET], odd + more, 3, {"relative-program"}, "ready: .*; 2 warnings; .*"),
+            (["--strict", *QUIET], missing, 8, {"missing-program"}, "not ready: 1 blocking finding; .*"),
+            (["--strict", *QUIET], missing + more, 8, {"missing-program", "relative-program"}, "not ready: 1 blocking finding, 1 warning; .*"),
+        ][::1 if HERE else 5]:
+            with self.subTest(options=options, flags=flags):
+                words = [*TOOL, "preflight", "--only", "programs", *options]
+                answer = tool_schemas.answer("preflight", run(*words, "--json", *REQUIRED, *flags).stdout)
+                severities = [one["severity"] for one in answer["findings"]]
+                self.assertEqual(answer["counts"], {name: severities.count(name) for name in answer["counts"]})
+                self.assertEqual(answer["warnings"], [])
+                wrong = [one for one in answer["findings"] if one["severity"] != "fine"]
+                self.assertEqual({one["id"] for one in wrong}, found)
+                done = run(*words, *REQUIRED, *flags)
+                said = done.stdout.decode().replace("\r\n", "\n")
+                self.assertEqual(done.returncode, code, done)
+                self.assertRegex(said.splitlines()[-1], f"^{last}$")
+                self.assertEqual([one["advice"] for one in wrong if f"]\n      {one['advice']}\n" not in said], [])
+        self.assertIn(b"[no-listener]", run(*TOOL, "preflight", "--only", "programs", *REQUIRED).stderr)
+
+    @unittest.skipUnless(HERE and runs_as_nobody(), "there, a path without a drive is another one")
+    def test_a_server_is_started_only_on_a_machine_that_is_ready(self):
+        Path("tool").touch(0o755)
+        self.own(".")
+        for flags, code, expected in [
+            (["--driver", "none"], 8, r"programs\n.*blocking: .*\[missing-program\]\n.*\nnot ready: 1 blocking finding\b"),
+            (["--wait=1"], 1, "^unrecognized option: --wait=1\n"), (["--driver", "./tool"], 0, "^$"),
+        ]:
+            with self.subTest(flags):
+                done = run(*TOOL, "exec", "--preflight", *REQUIRED, *flags, "--", "echo", "started")
+                self.assertRegex(done.stderr.decode(), re.compile(expected, re.S))
+                words = shlex.join(["started", *REQUIRED, *flags]) + "\n"
+                self.assertEqual((done.returncode, done.stdout.decode()), (code, "" if code else words))
 
 
 def run_quietly(*words):

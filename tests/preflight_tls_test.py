@@ -103,7 +103,7 @@ def without_dropped(given):
 
 def rows():
     lines = (Path(__file__).resolve().parent / "data/preflight_tls.txt").read_text(encoding="utf-8").splitlines()
-    for given, kinds, words in zip(*[iter(line.strip() for line in lines if line and line[0] != "#")] * 3):
+    for given, kinds, words in zip(*[iter(line.strip() for line in lines if line and line[0] != "#")] * 3, strict=True):
         yield given, set() if kinds == "-" else set(kinds.split(", ")), words
 
 

@@ -11,7 +11,7 @@ HERE = Path(__file__).resolve().parent
 def rows():
     """The words of each line, the last one unfinished, and what has to be offered for it."""
     lines = [line for line in (HERE / "data/tool_completions.txt").read_text().splitlines() if line and line[0] != "#"]
-    for line, expected in zip(lines[::2], lines[1::2]):
+    for line, expected in zip(lines[::2], lines[1::2], strict=True):
         yield line.split("|"), {*shlex.split(expected.replace("()", ""))}
 
 

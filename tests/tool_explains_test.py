@@ -40,7 +40,7 @@ def repaired(words, fault):
 
 def rows(name):
     lines = (DATA / name).read_text(encoding="utf-8").splitlines()
-    pairs = list(zip(*[iter(line for line in lines if line and line[0] != "#")] * 2))
+    pairs = list(zip(*[iter(line for line in lines if line and line[0] != "#")] * 2, strict=True))
     # The answers do not depend on the system, and an emulated start takes long.
     return pairs if HERE else pairs[::8]
 

@@ -62,7 +62,7 @@ class Formats(unittest.TestCase):
 
     def test_what_is_read_and_what_is_refused(self):
         lines = [line for line in (DATA / "tool_formats.txt").read_text(encoding="utf-8").splitlines() if line and not line.startswith("# ")]
-        for text, expected in list(zip(*[iter(lines)] * 2))[::1 if HERE else 5]:
+        for text, expected in list(zip(*[iter(lines)] * 2, strict=True))[::1 if HERE else 5]:
             Path("flags").write_bytes(re.sub(r"\\(x..|u....|.)", lambda found: eval(f"'\\{found[1]}'"), text).encode())
             done = run("convert", "--to", "json", "--from", "flags")
             with self.subTest(text):
@@ -91,10 +91,36 @@ class Formats(unittest.TestCase):
         self.assertEqual(convert(["--wait"], "--to", "sh", "--program", "a b")[1], b"'a b' --wait\n")
         self.assertEqual(convert(["--http", "it\u2019s 'x'"], "--to", "powershell", "--program", "x")[1].decode(),
                          "& 'x' `\n    --http 'it\u2019\u2019s ''x'''\n")
+        # A lone -- and a line without a program need care, too.
+        self.assertEqual(convert(["--x", "\u2018\u201a\u201b", "--"], "--to", "powershell")[1].decode(),
+                         "--x `\n    '\u2018\u2018\u201a\u201a\u201b\u201b' `\n    '--'\n")
+        for path in ["/a%b", "/a$b"]:
+            self.assertEqual(convert(["--wait"], "--to", "systemd", "--program", path)[:2], (7, b""), path)
+        self.assertEqual(convert(["--wait"], "--to", "systemd")[1], b"ExecStart=orvane \\\n    --wait\n")
+
+    def test_a_source_is_named_where_it_cannot_be_used(self):
+        Path("x.service").write_text("ExecStart=/bin/x\n")
+        Path("bad").write_text("--a b; c\n")
+        for words, data, expected in [
+            (["--from", "x.service"], b"", "orvane-config: x.service contains no flags\n"),
+            (["--from", "-"], b"", "orvane-config: standard input contains no flags\n"),
+            (["--from", "-"], b"orvane\n--waist\n", "  token 1, standard input:2:1: --waist\n"),
+            (["--from", "bad"], b"", "bad:1:6: a second command; only one is read (format sh; --format-in chooses another)\n"),
+            (["--format-in", "sh", "--from", "bad"], b"", "bad:1:6: a second command; only one is read (format sh)\n"),
+            (["--format-in", "sh", "--format-in", "lines", "--from", "bad"], b"", "token 1, bad:1:1: "),
+        ][::1 if HERE else 4]:
+            done = run("check", *words, data=data)
+            self.assertIn(expected, done.stderr.decode(), words)
+        Path("large").write_text("--user-data\nk v\n" * 200_000)  # not yet 4 MiB
+        self.assertEqual(run("convert", "--to", "lines", "--from", "large").stdout.count(b"\n"), 400_000)
+        # Without any verb, the help is a complaint.
+        done = run()
+        self.assertEqual((done.returncode, done.stdout), (2, b""))
+        self.assertIn(b"Usage: orvane-config VERB ", done.stderr)
 
     def test_a_tidy_line_is_sorted_and_without_what_has_no_effect(self):
         lines = (DATA / "tool_tidy.txt").read_text().splitlines()
-        for line, expected in zip(*[(one for one in lines if one and one[0] != "#")] * 2):
+        for line, expected in zip(*[(one for one in lines if one and one[0] != "#")] * 2, strict=True):
             done = run("convert", "--to", "sh", "--tidy", *shlex.split(line))
             self.assertEqual((done.stdout.decode().strip(), done.returncode), (expected, 0), done.stderr)
         self.assertEqual((done := run("convert", "--to", "sh", "--tidy", "--wait")).returncode, 1)
@@ -129,6 +155,16 @@ class Formats(unittest.TestCase):
         self.assertEqual({name.split(".")[0] for name in found}, {name for name in shown[0] if shown[0][name] != shown[1][name]})
         said = run("diff", "a", "--", *line).stdout.decode().replace("\r\n", "\n")
         self.assertIn("- num_workers = 4  # --num-workers (tokens 3 and 4, a:3:1)\n+ num_workers = 8  # --num-workers (tokens 3 and 4)\n", said)
+        # However the first line is named, it stays the first.
+        for words, data in [(["--from", "a"], b""), (["-", "--"], Path("a").read_bytes())]:
+            again = run("diff", *words, *line, data=data).stdout.decode().replace("\r\n", "\n")
+            self.assertEqual(again, said.replace(", a:", ", standard input:") if data else said)
+        answer = tool_schemas.answer("diff", run("diff", "--json", "--from", "a", "--auto-deploy-root", "E", "--num-workers", "4", "--https", "h:1").stdout)
+        sides = {one["setting"]: (one["before"], one["after"]) for one in answer["differences"]}
+        self.assertEqual({name: [side["completed"] for side in both] for name, both in sides.items()}, {
+            "auto_deploy_root": [False, False], "extract_root": [True, True], "user_data": [False, False]})
+        self.assertEqual([one.get("places") for one in sides["extract_root"]], [
+            [{"token": 1, "file": "a", "line": 1, "column": 1}, {"token": 2, "file": "a", "line": 2, "column": 1}], None])
         Path("b").write_text("orvane --num-workers 3 --https h:1 --user-data 'k v' --num-workers 4 --auto-deploy-root D # sorted")
         for words, code, pattern in [(["a", "b"], 0, "the lines differ, the settings are equal\n"), (["--from", "a", "--from", "a"], 0, "the lines are equal\n"),
                                      (["a", "--from"], 2, ""), (["a", "none"], 2, ""), (["a", "--", "--wait"], 2, ""), (["a"], 2, ""),
@@ -145,6 +181,13 @@ class Formats(unittest.TestCase):
         for words, code in [(["--from", "flags", "--", "./none"], 127), (["--from", "flags", "--", "."], 126), (["--from", "flags"], 2), (["--waist", "--", *echo], 1)]:
             done = run("exec", *words)
             self.assertEqual((done.returncode, done.stdout), (code, b""), (words, done.stderr))
+        # Where the flags end after a file, after the tool's options, and after a -- that is a value.
+        for words, expected in [
+            (["--from", "flags"], flags), (["--from", "flags", "--", "--wait"], [*flags, "--wait"]),
+            (["--from", "flags", "--lumo-root", "--"], [*flags, "--lumo-root", "--"]),
+        ][:None if HERE else 1]:
+            done = run("exec", *words, "--", *echo)
+            self.assertEqual(done.stdout and json.loads(done.stdout), expected, (words, done.stderr))
         Path("flags").write_text("--auto-deploy-root\n/nowhere/at/all\n--log-root\n/proc/no\n")
         self.assertEqual((done := run("exec", "--preflight", "--from", "flags", "--", *echo)).returncode, 8 if HERE else done.returncode, done.stderr)
 
