@@ -186,6 +186,18 @@ class Preflight(unittest.TestCase):
                 self.assertEqual([one["advice"] for one in wrong if f"]\n      {one['advice']}\n" not in said], [])
         self.assertIn(b"[no-listener]", run(*TOOL, "preflight", "--only", "programs", *REQUIRED).stderr)
 
+    @unittest.skipUnless(HERE, "so many files take long there")
+    def test_what_could_not_be_found_out_is_not_taken_for_ready(self):
+        os.mkdir("old")
+        for number in range(20_001):
+            os.mknod(f"old/{number}")
+        self.own("old")
+        words = ["--only", "directories", *REQUIRED, "--log-archive-root", "old", "--log-archive-max-size", "4EiB"]
+        code, answer = preflight(*words)
+        self.assertEqual((code, answer["ready"], ids(answer["findings"])), (8, False, {"log-archive-max-size size-limit"}), answer)
+        said = run(*TOOL, "preflight", *QUIET, *words).stdout.decode()
+        self.assertRegex(said, r"\n +unknown: .*too many files .*\[size-limit\]\n(.*\n)*not known to be ready: 1 unknown; skipped: ")
+
     @unittest.skipUnless(HERE and runs_as_nobody(), "there, a path without a drive is another one")
     def test_a_server_is_started_only_on_a_machine_that_is_ready(self):
         Path("tool").touch(0o755)
