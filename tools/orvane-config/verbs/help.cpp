@@ -52,7 +52,9 @@ std::string help_text() {
         text += beside("  " + with(verb.name, verb.arguments), verb.meaning, text_column) + "\n";
     }
     return text + "\n" + wrapped(own_options_first, 0) + "\n\n" +
-           wrapped(exit_code_list() + " " + std::string(code_of_publish), 0) + "\n";
+           wrapped(exit_code_list() + " " + std::string(code_of_publish) + " " + std::string(code_of_exec),
+                   0) +
+           "\n";
 }
 
 std::string help_text(const Verb& verb) {
@@ -63,7 +65,7 @@ std::string help_text(const Verb& verb) {
         if (takes(verb, option))
             text += beside("  " + with(spelled(option), option.value), option.meaning, text_column) + "\n";
     if (takes_command(verb))
-        text += "\n" + wrapped(code_of_publish, 0) + " " + wrapped(code_of_exec, 0) + "\n";
+        text += "\n" + wrapped(std::string(code_of_publish) + " " + std::string(code_of_exec), 0) + "\n";
     return text;
 }
 
@@ -86,7 +88,7 @@ std::string manual_head() {
     text += ".SH EXIT STATUS\n";
     for (const auto& [code, meaning] : exit_codes)
         text += ".TP\n.B " + std::to_string(static_cast<int>(code)) + "\n" + roff(meaning) + "\n";
-    return text + ".PP\n" + roff(code_of_publish) + "\n.SH FLAGS OF THE SERVER\n";
+    return text + ".PP\n" + roff(code_of_publish) + "\n" + roff(code_of_exec) + "\n.SH FLAGS OF THE SERVER\n";
 }
 
 ExitCode help(const Call& call) {
