@@ -93,7 +93,8 @@ class Harmless(unittest.TestCase):
         """The exit code; or too much memory; or what took too long."""
         with tempfile.TemporaryFile() as output:
             process = subprocess.Popen([*PATIENCE, *TOOL, "preflight", "--json", *words], stdout=output,
-                                       stderr=subprocess.DEVNULL, stdin=subprocess.DEVNULL, env={**os.environ, "ASAN_OPTIONS": "quarantine_size_mb=16", **environment})
+                                       stderr=subprocess.DEVNULL, stdin=subprocess.DEVNULL,
+                                       env={**os.environ, "ASAN_OPTIONS": "quarantine_size_mb=16", **environment})
             _, status, used = os.wait4(process.pid, 0)
             process.returncode = os.waitstatus_to_exitcode(status)
             output.seek(0)

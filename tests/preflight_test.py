@@ -93,7 +93,6 @@ class Preflight(unittest.TestCase):
                 finally:
                     os.chdir("..")
 
-
     def test_each_system_answers_in_its_way(self):
         Path("file").touch()
         os.makedirs("run/http")
@@ -121,7 +120,8 @@ class Preflight(unittest.TestCase):
         answer = preflight("--only", "directories", *[word for flag in flags for word in (flag, f"none/{flag}")])[1]
         self.assertEqual(ids(answer["findings"]), {f"{flag[2:]} missing-directory" for flag in flags})
 
-    @unittest.skipUnless(HERE and subprocess.run(["unshare", "-rm", "true"], capture_output=True, check=False).returncode == 0, "no file system can be mounted here")
+    @unittest.skipUnless(HERE and subprocess.run(["unshare", "-rm", "true"], capture_output=True, check=False).returncode == 0,
+                         "no file system can be mounted here")
     def test_a_file_system_that_is_full_or_read_only_is_found(self):
         os.mkdir("disk"), os.mkdir("mine")
         for options, script, expected in [
@@ -131,7 +131,8 @@ class Preflight(unittest.TestCase):
             ("size=64k", "mount -o remount,ro disk", "log-rotation-size little-space, log-root read-only"),
         ]:
             mounted = f'mount -t tmpfs -o {options} tmpfs disk && {script} && exec "$@"'
-            words = [*TOOL, "preflight", "--json", "--only", "directories", *QUIET, "--auto-deploy-root", "deploy", "--extract-root", "mine", "--log-root", "disk", "--log-rotation-size", "1M"]
+            words = [*TOOL, "preflight", "--json", "--only", "directories", *QUIET,
+                     "--auto-deploy-root", "deploy", "--extract-root", "mine", "--log-root", "disk", "--log-rotation-size", "1M"]
             done = subprocess.run(["unshare", "-rm", "sh", "-c", mounted, "sh", *words], capture_output=True, timeout=60, check=False)
             with self.subTest(options + script):
                 self.assertEqual(ids(json.loads(done.stdout)["findings"]), set(expected.split(", ")), done)

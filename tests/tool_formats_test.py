@@ -166,7 +166,8 @@ class Formats(unittest.TestCase):
         self.assertEqual([one.get("places") for one in sides["extract_root"]], [
             [{"token": 1, "file": "a", "line": 1, "column": 1}, {"token": 2, "file": "a", "line": 2, "column": 1}], None])
         Path("b").write_text("orvane --num-workers 3 --https h:1 --user-data 'k v' --num-workers 4 --auto-deploy-root D # sorted")
-        for words, code, pattern in [(["a", "b"], 0, "the lines differ, the settings are equal\n"), (["--from", "a", "--from", "a"], 0, "the lines are equal\n"),
+        for words, code, pattern in [(["a", "b"], 0, "the lines differ, the settings are equal\n"),
+                                     (["--from", "a", "--from", "a"], 0, "the lines are equal\n"),
                                      (["a", "--from"], 2, ""), (["a", "none"], 2, ""), (["a", "--", "--wait"], 2, ""), (["a"], 2, ""),
                                      (["a", "b", "a"], 2, ""), (["--wait", "--", "--wait"], 2, "")]:
             done = run("diff", *words)
@@ -178,7 +179,8 @@ class Formats(unittest.TestCase):
         echo = [sys.executable, "-c", "import json, sys; print(json.dumps(sys.argv[1:])); sys.exit(3)"] if HERE else [TOOL[-1], "convert", "--to", "json"]
         done = run("exec", "--from", "flags", "--wait", "--", *echo)
         self.assertEqual((json.loads(done.stdout), done.returncode), ([*flags, "--wait"], 3 if HERE else 0), done.stderr)
-        for words, code in [(["--from", "flags", "--", "./none"], 127), (["--from", "flags", "--", "."], 126), (["--from", "flags"], 2), (["--waist", "--", *echo], 1)]:
+        for words, code in [(["--from", "flags", "--", "./none"], 127), (["--from", "flags", "--", "."], 126),
+                            (["--from", "flags"], 2), (["--waist", "--", *echo], 1)]:
             done = run("exec", *words)
             self.assertEqual((done.returncode, done.stdout), (code, b""), (words, done.stderr))
         # Where the flags end after a file, after the tool's options, and after a -- that is a value.
@@ -207,7 +209,8 @@ class Formats(unittest.TestCase):
         while not os.path.exists("main.pid"):
             pass
         done = run("check", "--format-in", "json", "--pid", str(server.pid))
-        self.assertRegex(done.stderr.decode(), f"left out '.*orvane-config'.*\nunrecognized option: publish\n.*\n  token 1, /proc/{server.pid}/cmdline: publish")
+        self.assertRegex(done.stderr.decode(), f"left out '.*orvane-config'.*\nunrecognized option: publish\n.*\n"
+                         f"  token 1, /proc/{server.pid}/cmdline: publish")
         self.assertEqual([run("check", "--pid", number).returncode for number in ("4194305", "x")], [7, 2])
 
 

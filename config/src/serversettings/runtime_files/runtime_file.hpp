@@ -8,6 +8,7 @@
 
 #include <boost/throw_exception.hpp>
 
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <locale>
@@ -48,7 +49,8 @@ Path write_file(const Path& file, const T& value) {
 /// The content of a regular file that a single read gets completely; not set for other files. Two reads could give the
 /// front of an old value and the end of a longer new one, if a writer comes between them.
 inline optional<std::string> read_at_once(std::ifstream& in, const std::filesystem::path& name) {
-    constexpr std::streamsize less_than_a_buffer = 4096;
+    // What is larger may fill the stream's buffer, and then there may be more in the file.
+    constexpr std::streamsize less_than_a_buffer = BUFSIZ - 1;
     in.peek(); // fills the buffer
     const std::streamsize size = in.rdbuf()->in_avail();
     std::error_code ignored;
