@@ -53,16 +53,17 @@ private:
     }
 
     void word() {
-        ReadToken& token = tokens_.emplace_back(ReadToken{{}, walk_.spot()});
+        tokens_.push_back({{}, walk_.spot()});
+        std::string& text = tokens_.back().text;
         while (!walk_.done() && std::string_view(" \t\n").find(walk_.peek()) == std::string_view::npos) {
             if (walk_.peek() == '\'')
-                in_single_quotes(token.text);
+                in_single_quotes(text);
             else if (walk_.peek() == '"')
-                in_double_quotes(token.text);
+                in_double_quotes(text);
             else if (walk_.peek() == '\\')
-                escaped(token.text);
+                escaped(text);
             else
-                unquoted(token.text);
+                unquoted(text);
         }
     }
 
