@@ -76,7 +76,7 @@ std::vector<Choice> flag_choices() {
 std::vector<Choice> verb_choices() {
     std::vector<Choice> choices;
     for (const Verb& verb : verbs)
-        choices.push_back({std::string(verb.name), std::string(verb.meaning)});
+        choices.push_back({std::string(verb.name), std::string(verb.summary)});
     return choices;
 }
 

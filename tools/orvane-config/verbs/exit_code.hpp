@@ -5,6 +5,9 @@
 
 namespace orvane {
 
+/// Of a row of a table: for all verbs that take the server's flags.
+inline constexpr std::string_view any_flags = "FLAGS";
+
 /// What scripts can rely on. `publish` and `exec` also end with the exit codes of their commands.
 enum class ExitCode {
     done = 0,
@@ -20,20 +23,26 @@ enum class ExitCode {
 
 struct ExitMeaning {
     ExitCode code;
+    std::string_view verbs; ///< as in the table of options
     std::string_view meaning;
 };
 
 // clang-format off
 inline constexpr ExitMeaning exit_codes[] = {
-    {ExitCode::done,               "accepted, located or done"},
-    {ExitCode::refused,            "refused by the library, or by the state of the server's files (diff: the settings differ)"},
-    {ExitCode::misused,            "orvane-config was used wrongly (diff: also if a line is refused or cannot be read)"},
-    {ExitCode::warned,             "accepted, but --strict found a warning"},
-    {ExitCode::not_published,      "not published, or not yet, or not set"},
-    {ExitCode::stale_or_malformed, "published, but stale or malformed"},
-    {ExitCode::timed_out,          "timed out waiting"},
-    {ExitCode::failed_io,          "input or output failed"},
-    {ExitCode::not_ready,          "on this machine the server would not start with these flags, or preflight cannot tell"},
+    {ExitCode::done,               "",                                      "accepted, located, equal or done"},
+    {ExitCode::refused,            "check show fix convert preflight exec", "refused by the library"},
+    {ExitCode::refused,            "locate publish",                        "refused by the library, or by the state of the server's files"},
+    {ExitCode::refused,            "diff",                                  "the settings differ"},
+    {ExitCode::misused,            "",                                      "orvane-config was used wrongly"},
+    {ExitCode::misused,            "diff",                                  "a line is refused or cannot be read"},
+    {ExitCode::warned,             "check preflight",                       "accepted, but --strict found a warning"},
+    {ExitCode::warned,             "fix",                                   "corrected, except that you have to replace a <value>"},
+    {ExitCode::not_published,      "locate",                                "not published, or not yet"},
+    {ExitCode::not_published,      "show",                                  "the setting that --get names is not set"},
+    {ExitCode::stale_or_malformed, "locate",                                "published, but stale or malformed"},
+    {ExitCode::timed_out,          "locate",                                "timed out waiting"},
+    {ExitCode::failed_io,          "",                                      "input or output failed"},
+    {ExitCode::not_ready,          "preflight exec",                        "on this machine the server would not start with these flags, or preflight cannot tell"},
 };
 // clang-format on
 

@@ -7,10 +7,13 @@
 
 namespace orvane {
 
-/// Every verb.
+/// For a call without arguments.
+std::string short_help();
+
+/// Every verb: one screen.
 std::string help_text();
 
-/// One verb, and its options.
+/// One verb, its options and its exit codes.
 std::string help_text(const Verb& verb);
 
 /// A manual page, up to the place where the server's flags follow.

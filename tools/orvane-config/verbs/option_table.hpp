@@ -11,9 +11,6 @@
 
 namespace orvane {
 
-/// Of options for all verbs that take the server's flags.
-inline constexpr std::string_view any_flags = "FLAGS";
-
 struct OwnOption {
     std::string_view name;  ///< without its hyphens
     std::string_view value; ///< its name in the help; a|b: one of these words; empty for a switch
@@ -61,10 +58,15 @@ constexpr std::vector<std::string_view> split(std::string_view list, char separa
     return words;
 }
 
-constexpr bool takes(const Verb& verb, const OwnOption& option) {
-    if (option.verbs == any_flags) return takes_flags(verb);
-    const auto names = split(option.verbs, ' ');
+/// Whether the row of a table that names these verbs is for the verb.
+constexpr bool is_for(std::string_view named, const Verb& verb) {
+    if (named == any_flags) return takes_flags(verb);
+    const auto names = split(named, ' ');
     return names.empty() || std::find(names.begin(), names.end(), verb.name) != names.end();
+}
+
+constexpr bool takes(const Verb& verb, const OwnOption& option) {
+    return is_for(option.verbs, verb);
 }
 
 constexpr std::vector<std::string_view> verbs_with(const OwnOption& option) {
@@ -81,14 +83,16 @@ constexpr const OwnOption* option_of(std::string_view name) {
     return nullptr;
 }
 
-static_assert(std::ranges::all_of(own_options,
-                                  [](const OwnOption& option) {
-                                      return option.verbs == any_flags ||
-                                             std::ranges::all_of(split(option.verbs, ' '), [](auto name) {
-                                                 return verb_of(name)->name == name;
-                                             });
-                                  }),
-              "an option names a verb that is not in the table of verbs");
+/// Whether each row names only verbs that are there.
+template <class Table>
+constexpr bool names_verbs(const Table& rows) {
+    return std::ranges::all_of(rows, [](const auto& row) {
+        return row.verbs == any_flags ||
+               std::ranges::all_of(split(row.verbs, ' '), [](auto name) { return verb_of(name) != nullptr; });
+    });
+}
+static_assert(names_verbs(own_options) && names_verbs(exit_codes),
+              "an option or exit code names a verb that is not in the table of verbs");
 
 /// The row of an option that is there: any other name does not compile.
 consteval const OwnOption& own(std::string_view name) {

@@ -86,7 +86,7 @@ ExitCode version(const Call& call) {
 
 ExitCode run(const Tokens& args, std::ostream& out, std::ostream& err) {
     if (args.empty()) {
-        err << help_text();
+        err << short_help();
         return ExitCode::misused;
     }
     std::ostringstream answer, complaint;

@@ -3,6 +3,7 @@
 
 #include "verbs/exit_code.hpp"
 
+#include <algorithm>
 #include <string_view>
 
 namespace orvane {
@@ -19,43 +20,69 @@ struct Verb {
     std::string_view
         arguments; ///< [X]: optional, [X]...: any number; a|b: one of these words; else the server's FLAGS, or nothing
     Run* run;
-    std::string_view meaning;
+    std::string_view summary; ///< one line in the list of verbs
+    std::string_view more;    ///< sentences that the verb's own help adds
 };
 
 // clang-format off
 inline constexpr Verb verbs[] = {
     {"Command lines",   "check",       "FLAGS...",                     check,
-     "parse and validate the server's FLAGS; print what they set, or what is wrong with them"},
+     "say whether the server accepts FLAGS, and what they set",
+     "It prints the settings that the server would run with, or everything that is wrong and where."},
     {"Command lines",   "show",        "FLAGS...",                     show,
-     "print every setting, and which of the FLAGS it comes from"},
+     "print every setting, and the flags that it comes from",
+     "Values that the library completes are marked as defaults."},
     {"Command lines",   "fix",         "FLAGS...",                     fix,
-     "print the corrected command line, and what was wrong with the FLAGS"},
+     "print the corrected command line",
+     "What was wrong goes to standard error. A value that cannot be guessed becomes a <value> to replace."},
     {"Command lines",   "convert",     "FLAGS...",                     convert,
-     "write the FLAGS in another format, for a file, a shell, a unit or a container"},
+     "write FLAGS for a file, a shell, a unit or a container",
+     "The server need not accept them."},
     {"Command lines",   "diff",        "FLAGS... -- FLAGS...",         diff,
-     "print the settings that differ between two command lines; either can be a file: diff FILE FILE"},
+     "print the settings that differ between two command lines",
+     "Either side can be a file: diff FILE FILE."},
     {"Command lines",   "preflight",   "FLAGS...",                     preflight,
-     "say whether a server with these FLAGS can start now, on this machine and as this user; change nothing"},
+     "say whether the server can start now, on this machine",
+     "It checks as this user what the server needs to start, and changes nothing."},
     {"Running servers", "locate",      "FLAGS...",                     locate,
-     "read the runtime files of the server with these FLAGS, and say whether they can be trusted"},
+     "find a running server by its runtime files",
+     "It says whether the files can be trusted."},
     {"Running servers", "exec",        "FLAGS... -- COMMAND ARGS...",  exec,
-     "check the FLAGS, then replace this process with COMMAND; its arguments are ARGS and the FLAGS"},
+     "check FLAGS, then become the server with them",
+     "The arguments of COMMAND are ARGS, then the FLAGS. If FLAGS are refused, COMMAND is not started."},
     {"Running servers", "publish",     "FLAGS... [-- COMMAND ARGS...]", publish,
-     "publish the runtime files of a server with these FLAGS while COMMAND runs; without COMMAND, until a signal arrives"},
+     "publish runtime files for a program that writes none",
+     "The files exist while COMMAND runs; without COMMAND, until a signal arrives."},
     {"Reference",       "flags",       "[FLAG|WORD]...",               flags,
-     "print the reference of the server's flags: all, or those that FLAG or WORD matches"},
+     "explain the server's flags: all, or some",
+     "WORD can be another server's name for a flag, a setting, or a word of the meaning."},
     {"Reference",       "explain",     "[ID]",                         explain,
-     "explain everything that the tool can find, or only ID: cause, example and fix"},
+     "explain what the tool finds, by its id",
+     "An entry has cause, example and fix. Without ID, all entries are printed."},
     {"Reference",       "usage",       "[NAME]",                       usage,
-     "print the server's usage text, for a program called NAME"},
+     "print the server's usage text",
+     "NAME is what the program is called in it."},
     {"This tool",       "completions", "bash|zsh|fish|powershell",     completions,
-     "print a script that completes flags and their values in a shell"},
+     "print a script that completes flags in a shell",
+     "The flags' values are completed, too."},
     {"This tool",       "help",        "[VERB]",                       help,
-     "print this text, or the help of a verb"},
+     "print this list, or the help of a verb",
+     ""},
     {"This tool",       "version",     "",                             version,
-     "print the library's version"},
+     "print the library's version",
+     ""},
 };
 // clang-format on
+
+/// The column of the summaries: a list of verbs has a line for each, of 80 columns at most.
+inline constexpr std::size_t summary_column = 15;
+
+static_assert(std::ranges::all_of(verbs,
+                                  [](const Verb& verb) {
+                                      return verb.name.size() + 2 < summary_column &&
+                                             summary_column + verb.summary.size() <= 80;
+                                  }),
+              "a verb's name or summary is too long for a line");
 
 /// Whether its arguments are the server's, and everything from the first one on is for the library.
 constexpr bool takes_flags(const Verb& verb) {
