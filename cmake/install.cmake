@@ -34,7 +34,9 @@ if(TARGET orvane-config)
     # A tool built for another system does not run here, and Windows has no directory for these files.
     if(NOT CMAKE_CROSSCOMPILING AND NOT WIN32)
         include(cmake/tool_documents.cmake)
-        install(FILES ${manual} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
+        foreach(section 1 5 7)
+            install(FILES ${manual_${section}} DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section} COMPONENT tool)
+        endforeach()
         install(FILES ${tool_documents}/orvane-config
             DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tool)
         install(FILES ${tool_documents}/_orvane-config

@@ -1,15 +1,18 @@
-# The tool's documents, written by the tool: manual page, completion, references of the flags and of the warnings.
+# The tool's documents, written by the tool: manual pages, completions, references of the flags and of what it finds.
 set(tool_documents ${PROJECT_BINARY_DIR}/tool_documents)
 file(MAKE_DIRECTORY ${tool_documents})
-set(manual ${tool_documents}/orvane-config.1)
-add_custom_command(OUTPUT ${manual} ${tool_documents}/orvane-config
+set(manual_1 ${tool_documents}/orvane-config.1)
+set(manual_5 ${tool_documents}/orvane-runtime-files.5)
+set(manual_7 ${tool_documents}/orvane-flags.7)
+add_custom_command(OUTPUT ${manual_1} ${manual_5} ${manual_7} ${tool_documents}/orvane-config
     ${tool_documents}/_orvane-config ${tool_documents}/orvane-config.fish ${tool_documents}/flags.md ${tool_documents}/explain.md
-    COMMAND orvane-config flags --format man > ${manual}
-    COMMAND orvane-config explain --format man >> ${manual}
+    COMMAND orvane-config manual tool > ${manual_1}
+    COMMAND orvane-config manual files > ${manual_5}
+    COMMAND orvane-config manual flags > ${manual_7}
     COMMAND orvane-config flags --format markdown > ${tool_documents}/flags.md
     COMMAND orvane-config explain --format markdown > ${tool_documents}/explain.md
     COMMAND orvane-config completions bash > ${tool_documents}/orvane-config
     COMMAND orvane-config completions zsh > ${tool_documents}/_orvane-config
     COMMAND orvane-config completions fish > ${tool_documents}/orvane-config.fish
     DEPENDS orvane-config VERBATIM)
-add_custom_target(tool_documents ALL DEPENDS ${manual} ${tool_documents}/flags.md ${tool_documents}/explain.md)
+add_custom_target(tool_documents ALL DEPENDS ${manual_1} ${tool_documents}/flags.md ${tool_documents}/explain.md)

@@ -134,8 +134,8 @@ class Explains(unittest.TestCase):
         self.assertEqual([one["text"].split()[-2:] for one in alone["warnings"] if one["id"] == "no-effect"], [["without", "--https"]] * 13)
         elsewhere = sum((names.split(", ") for names in re.findall("^- Elsewhere: (.*)$", run("flags", "--format", "markdown")[1], re.M)), [])
         self.assertEqual(sorted({*elsewhere} - {flag[2:] for flag in flags}), sorted(elsewhere), "a name means one flag")
-        for kind, pattern in [("markdown", r"^### `(--\S+?)[ `]"), ("man", r"^\.BI (\S+)")]:
-            found = re.findall(pattern, run("flags", "--format", kind)[1], re.M)
+        for words, pattern in [(["flags", "--format", "markdown"], r"^### `(--\S+?)[ `]"), (["manual", "flags"], r"^\.BI (\S+)")]:
+            found = re.findall(pattern, run(*words)[1], re.M)
             self.assertEqual(sorted(flag.replace("\\", "") for flag in found), sorted(flags))
         for _, example in list(self.examples.values())[::1 if HERE else 16]:
             answer = ask("check", ["--auto-deploy-root", "/D", *example] if example[0] != REQUIRED[0] else example)

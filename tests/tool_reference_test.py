@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Compares what orvane-config says about flags with what the library does with them: tool_reference_test.py TOOL..."""
-import json, re, shlex, subprocess, sys, unittest
+import json, os, re, shlex, subprocess, sys, tempfile, unittest
 from pathlib import Path
 
 import tool_schemas
@@ -70,6 +70,29 @@ class Reference(unittest.TestCase):
                 fixed = answer("check", "--json", *required, *words_of(kind["fix"]))
                 left = {one["id"] for one in fixed["warnings"]} - {*usual, *([] if kind["id"] == "no-listener" else ["no-listener"])}
                 self.assertEqual((fixed["accepted"], left), (True, set()))
+
+    @unittest.skipUnless(HERE, "they are pages for Unix, and the text is the same")
+    def test_manual_pages_are_correct_and_their_examples_work(self):
+        os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
+        Path("deploy").mkdir(), Path("run").mkdir()
+        Path("orvane").write_text("#!/bin/sh\nexec sleep 0\n")
+        os.chmod("orvane", 0o755)
+        os.environ["PATH"] += f":{os.getcwd()}"
+        # The settings differ; no server is running.
+        codes = {"diff": 1, "locate": 4}
+        for page in ["tool", "flags", "files"]:
+            text = run("manual", page)[1]
+            self.assertRegex(text, r"\A\.TH ORVANE\S+ [157] \d{4}-\d\d-\d\d ")
+            lint = subprocess.run(["mandoc", "-T", "lint", "-W", "warning"], input=text, capture_output=True, text=True, check=False)
+            self.assertEqual((lint.returncode, lint.stdout), (0, ""))
+            read = subprocess.run(["mandoc", "-T", "ascii", "-O", "width=500"], input=text, capture_output=True, text=True, check=True).stdout
+            commands = re.findall(r"^ +orvane-config (.*--.*/.*|\w+ .*flags\.txt.*)$", re.sub(".\b", "", read), re.M)
+            self.assertEqual(len(commands), {"tool": 8, "flags": 0, "files": 2}[page], read)
+            for command in commands:
+                here = command.replace("/srv/orvane/", "").replace("/run/orvane", "run").replace("9910", "0").replace("sleep 60", "sleep 0")
+                with self.subTest(command):
+                    done = subprocess.run(["sh", "-c", f"{shlex.join(TOOL)} {here}"], capture_output=True, text=True, check=False)
+                    self.assertEqual(done.returncode, codes.get(command.split()[0], 0), done)
 
     def test_the_schemas_describe_every_member_and_the_page_names_them(self):
         page = (DATA.parents[1] / "docs/tool-json.md").read_text()

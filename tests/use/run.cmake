@@ -157,7 +157,8 @@ elseif(WAY STREQUAL "pkg_config" OR WAY STREQUAL "debian")
 endif()
 if(WAY STREQUAL "debian")
     run(${stage}/bin/orvane-config check --auto-deploy-root D)
-    foreach(file man/man1/orvane-config.1.gz bash-completion/completions/orvane-config
+    foreach(file man/man1/orvane-config.1.gz man/man5/orvane-runtime-files.5.gz man/man7/orvane-flags.7.gz
+            bash-completion/completions/orvane-config
             zsh/vendor-completions/_orvane-config fish/vendor_completions.d/orvane-config.fish orvane-config/schemas/check.json)
         file(SIZE ${stage}/share/${file} size)
         if(size LESS 1000)

@@ -48,7 +48,7 @@ bool is_about(std::string_view form, const Occurrence& occurrence) {
 }
 
 template <class Row>
-Entry kind_of(std::string_view about, const Row& row) {
+Explanation kind_of(std::string_view about, const Row& row) {
     return {about,
             std::string(row.id),
             std::string(row.summary),
@@ -57,8 +57,8 @@ Entry kind_of(std::string_view about, const Row& row) {
             with_flags(row.fix)};
 }
 
-std::vector<Entry> make_kinds() {
-    std::vector<Entry> kinds;
+std::vector<Explanation> make_kinds() {
+    std::vector<Explanation> kinds;
     for (const FaultKind& row : fault_kinds)
         kinds.push_back(kind_of("fault", row));
     for (const RuleKind& row : rule_kinds)
@@ -77,8 +77,8 @@ std::vector<Entry> make_kinds() {
 
 } // namespace
 
-const std::vector<Entry>& all_kinds() {
-    static const std::vector<Entry> kinds = make_kinds();
+const std::vector<Explanation>& all_kinds() {
+    static const std::vector<Explanation> kinds = make_kinds();
     return kinds;
 }
 

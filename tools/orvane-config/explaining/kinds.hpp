@@ -9,7 +9,7 @@
 
 namespace orvane {
 
-struct Entry {
+struct Explanation {
     std::string_view about; ///< fault, rule, warning or finding
     std::string id;
     std::string summary;
@@ -18,7 +18,7 @@ struct Entry {
 };
 
 /// Faults, rules, warnings and findings, in this order; each in the order in which they are looked for.
-const std::vector<Entry>& all_kinds();
+const std::vector<Explanation>& all_kinds();
 
 /// Of what the library refuses while parsing.
 std::string_view id_of(const Fault& fault);

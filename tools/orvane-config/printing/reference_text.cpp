@@ -86,16 +86,15 @@ void write_forms_as_markdown(std::ostream& out) {
 }
 
 void write_man(const Reference& one, bool new_subject, std::ostream& out) {
-    if (new_subject) out << ".SS " << one.subject << '\n';
-    out << ".TP\n.BI " << roff(std::string(one.flag))
-        << (one.value.empty() ? "" : " \" " + roff(std::string(one.value)) + "\"") << '\n'
+    if (new_subject) out << ".SH " << roff_title(one.subject) << '\n';
+    out << ".TP\n.BI " << roff(one.flag) << (one.value.empty() ? "" : " \" " + roff(one.value) + "\"") << '\n'
         << roff(one.meaning()) << '\n';
     for (const auto& [name, text] : details(one))
         out << ".br\n" << name << ": " << roff(text) << '\n';
 }
 
 void write_forms_as_man(std::ostream& out) {
-    out << ".SS Values\n";
+    out << ".SH VALUES\n";
     for (const auto& [form, kind, text] : forms)
         out << ".TP\n.B " << roff(form) << '\n' << roff(text) << '\n';
 }
@@ -111,6 +110,23 @@ constexpr ReferenceFormat formats[] = {
 const ReferenceFormat& reference_format(std::string_view name) {
     return *std::find_if(std::begin(formats), std::end(formats),
                          [&](const ReferenceFormat& one) { return one.name == name; });
+}
+
+void write(const std::vector<const Reference*>& flags, const ReferenceFormat& format, bool whole,
+           std::ostream& out) {
+    std::string_view subject;
+    for (const Reference* const one : flags) {
+        format.write(*one, whole && one->subject != subject, out);
+        subject = one->subject;
+    }
+    if (whole) format.write_forms(out);
+}
+
+std::vector<const Reference*> all_flags() {
+    std::vector<const Reference*> flags;
+    for (const Reference& one : references())
+        flags.push_back(&one);
+    return flags;
 }
 
 std::span<const ValueForm> value_forms() {

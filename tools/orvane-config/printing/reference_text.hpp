@@ -1,4 +1,4 @@
-// The reference of the flags for people, in the formats that `flags --format` has.
+// The reference of the flags for people: in a terminal, as a document, as a manual page.
 #pragma once
 
 #include "reference/reference.hpp"
@@ -6,6 +6,7 @@
 #include <iosfwd>
 #include <span>
 #include <string_view>
+#include <vector>
 
 namespace orvane {
 
@@ -18,6 +19,13 @@ struct ReferenceFormat {
 
 /// The format of that name, which has to be one of text, markdown and man.
 const ReferenceFormat& reference_format(std::string_view name);
+
+/// These flags; with the subjects, and the forms of values after them, where `whole`.
+void write(const std::vector<const Reference*>& flags, const ReferenceFormat& format, bool whole,
+           std::ostream& out);
+
+/// Every flag, in the reference's order.
+std::vector<const Reference*> all_flags();
 
 /// What stands for a value in more than one flag.
 struct ValueForm {

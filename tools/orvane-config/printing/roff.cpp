@@ -1,13 +1,44 @@
 // Text for manual pages.
 #include "printing/roff.hpp"
 
+#include <algorithm>
+#include <cctype>
+
 namespace orvane {
+namespace {
+
+/// The characters that would be set as others, or end a word of a request.
+constexpr struct {
+    char plain;
+    std::string_view escaped;
+} escapes[] = {{'-', "\\-"},   {'\\', "\\e"},  {'\'', "\\(aq"}, {'"', "\\(dq"},
+               {'`', "\\(ga"}, {'^', "\\(ha"}, {'~', "\\(ti"}};
+
+} // namespace
 
 std::string roff(std::string_view text) {
-    std::string escaped;
-    for (const char c : text)
-        escaped += c == '-' ? "\\-" : c == '\\' ? "\\e" : c == '\'' ? "\\(aq" : std::string(1, c);
+    // A line that begins with a full stop would be a request.
+    std::string escaped = text.starts_with('.') ? "\\&" : "";
+    for (const char c : text) {
+        const auto* const found = std::find_if(std::begin(escapes), std::end(escapes),
+                                               [&](const auto& one) { return one.plain == c; });
+        if (found == std::end(escapes))
+            escaped += c;
+        else
+            escaped += found->escaped;
+    }
     return escaped;
+}
+
+std::string roff_example(std::string_view purpose, std::string_view command) {
+    return ".TP\n" + roff(purpose) + "\n.nf\n" + roff(command) + "\n.fi\n";
+}
+
+std::string roff_title(std::string_view text) {
+    std::string title = roff(text);
+    std::transform(title.begin(), title.end(), title.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    return title;
 }
 
 } // namespace orvane

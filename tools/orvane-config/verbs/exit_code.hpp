@@ -46,4 +46,17 @@ inline constexpr ExitMeaning exit_codes[] = {
 };
 // clang-format on
 
+struct CommandCode {
+    std::string_view verb, meaning;
+};
+
+/// How verbs end that pass on the exit code of a command.
+inline constexpr CommandCode command_codes[] = {
+    {"publish",
+     "'publish' ends with the exit code of COMMAND, or with 128 plus the number of the signal that "
+     "ended it; without COMMAND, with 0 after the signals INT and TERM."},
+    {"exec", "'exec' ends as COMMAND does, or with 127 if there is no such command, or 126 if it cannot be "
+             "started."},
+};
+
 } // namespace orvane

@@ -2,7 +2,6 @@
 #include "explaining/kinds.hpp"
 #include "explaining/spelling.hpp"
 #include "printing/json.hpp"
-#include "printing/roff.hpp"
 #include "printing/wrapping.hpp"
 #include "reference/reference.hpp"
 #include "verbs/call.hpp"
@@ -19,10 +18,10 @@ namespace orvane {
 namespace {
 
 using qel::i18n::ustring_to_utf8;
-using Entries = std::vector<Entry>;
+using Entries = std::vector<Explanation>;
 
 /// What follows the summary: a name and a text.
-std::vector<std::pair<const char*, std::string>> details(const Entry& kind) {
+std::vector<std::pair<const char*, std::string>> details(const Explanation& kind) {
     std::vector<std::pair<const char*, std::string>> rows;
     if (!kind.cause.empty()) rows.emplace_back("Cause", kind.cause);
     if (!kind.example.empty()) rows.emplace_back("Example", kind.example);
@@ -30,12 +29,12 @@ std::vector<std::pair<const char*, std::string>> details(const Entry& kind) {
     return rows;
 }
 
-bool is_code(const char* name, const Entry& kind) {
+bool is_code(const char* name, const Explanation& kind) {
     return *name == 'E' || (*name == 'F' && !kind.fix.empty());
 }
 
 void write_entries_as_text(const Entries& kinds, std::ostream& out) {
-    for (const Entry& kind : kinds) {
+    for (const Explanation& kind : kinds) {
         out << wrapped(kind.id + " (" + std::string(kind.about) + "): " + kind.summary, 0) << '\n';
         for (const auto& [name, text] : details(kind))
             out << wrapped(std::string(name) + ": " + text, 4, 2, is_code(name, kind) ? " \\" : "") << '\n';
@@ -44,7 +43,7 @@ void write_entries_as_text(const Entries& kinds, std::ostream& out) {
 }
 
 void write_entries_as_markdown(const Entries& kinds, std::ostream& out) {
-    for (const Entry& kind : kinds) {
+    for (const Explanation& kind : kinds) {
         out << "### `" << kind.id << "`: " << kind.summary << "\n\n" << kind.cause << "\n\n";
         for (const auto& [name, text] : details(kind))
             if (*name != 'C')
@@ -53,18 +52,9 @@ void write_entries_as_markdown(const Entries& kinds, std::ostream& out) {
     }
 }
 
-void write_entries_as_man(const Entries& kinds, std::ostream& out) {
-    for (const Entry& kind : kinds) {
-        out << ".TP\n.B " << roff(kind.id) << '\n'
-            << roff(kind.summary) << (kind.cause.empty() ? "\n" : ".\n"); // findings have only a sentence
-        for (const auto& [name, text] : details(kind))
-            out << (*name == 'C' ? "" : std::string(".br\n") + name + ": ") << roff(text) << '\n';
-    }
-}
-
 void write_entries_as_json(const Entries& kinds, std::ostream& out) {
     boost::json::array all;
-    for (const Entry& kind : kinds) {
+    for (const Explanation& kind : kinds) {
         boost::json::object object{{"id", kind.id}, {"about", kind.about}, {"summary", kind.summary}};
         if (!kind.cause.empty())
             object.insert({{"cause", kind.cause}, {"example", kind.example}, {"fix", kind.fix}});
@@ -98,15 +88,15 @@ void write_page_of_entries(const Entries& kinds, std::ostream& out) {
         out << "## " << part.heading << "\n\n" << part.where << "\n\n";
         Entries some;
         std::copy_if(kinds.begin(), kinds.end(), std::back_inserter(some),
-                     [&](const Entry& kind) { return kind.about == part.about; });
+                     [&](const Explanation& kind) { return kind.about == part.about; });
         write_entries_as_markdown(some, out);
     }
 }
 
 /// Throws Misused when there is none.
-const Entry& kind_called(const std::string& id, std::string_view about = {}) {
+const Explanation& kind_called(const std::string& id, std::string_view about = {}) {
     std::vector<std::string> ids;
-    for (const Entry& kind : all_kinds()) {
+    for (const Explanation& kind : all_kinds()) {
         if (!about.empty() && kind.about != about) continue;
         if (kind.id == id) return kind;
         ids.push_back(kind.id);
@@ -132,11 +122,9 @@ ExitCode explain(const Call& call) {
     const bool all = call.words.empty();
     const Entries kinds = all ? all_kinds() : Entries{kind_called(ustring_to_utf8(call.words.front()))};
     const auto write = format == "json"              ? write_entries_as_json
-                       : format == "man"             ? write_entries_as_man
                        : format == "markdown" && all ? write_page_of_entries
                        : format == "markdown"        ? write_entries_as_markdown
                                                      : write_entries_as_text;
-    if (format == "man" && all) call.out << ".SH FAULTS, RULES, WARNINGS AND FINDINGS\n";
     write(kinds, call.out);
     return ExitCode::done;
 }

@@ -5,7 +5,6 @@
 #include "printing/reference_json.hpp"
 #include "printing/reference_text.hpp"
 #include "verbs/call.hpp"
-#include "verbs/help.hpp"
 
 #include "qel/i18n/convert.hpp"
 
@@ -25,23 +24,6 @@ Lookup asked_for(const Call& call) {
     throw Misused(text);
 }
 
-std::vector<const Reference*> all_flags() {
-    std::vector<const Reference*> flags;
-    for (const Reference& one : references())
-        flags.push_back(&one);
-    return flags;
-}
-
-void write(const std::vector<const Reference*>& flags, const ReferenceFormat& format, bool with_forms,
-           std::ostream& out) {
-    std::string_view subject;
-    for (const Reference* const one : flags) {
-        format.write(*one, with_forms && one->subject != subject, out);
-        subject = one->subject;
-    }
-    if (with_forms) format.write_forms(out);
-}
-
 } // namespace
 
 ExitCode flags(const Call& call) {
@@ -54,7 +36,6 @@ ExitCode flags(const Call& call) {
         call.out << reference_json(found.flags) << '\n';
         return ExitCode::done;
     }
-    if (wanted == "man") call.out << manual_head();
     const ReferenceFormat& format = reference_format(wanted);
     if (all) call.out << format.before;
     write(found.flags, format, all, call.out);

@@ -7,6 +7,18 @@
 
 namespace orvane {
 
+inline constexpr std::string_view purpose =
+    "Checks the Orvane server's command lines, and finds running servers.";
+inline constexpr std::string_view where_options_go =
+    "Options go before FLAGS, as --name VALUE or --name=VALUE; -- ends them. From the first flag on, "
+    "everything is passed to the library unchanged.";
+
+/// How the verb is called.
+std::string synopsis_of(const Verb& verb);
+
+/// What it does: the summary as a sentence, and what follows it.
+std::string meaning(const Verb& verb);
+
 /// For a call without arguments.
 std::string short_help();
 
@@ -15,8 +27,5 @@ std::string help_text();
 
 /// One verb, its options and its exit codes.
 std::string help_text(const Verb& verb);
-
-/// A manual page, up to the place where the server's flags follow.
-std::string manual_head();
 
 } // namespace orvane

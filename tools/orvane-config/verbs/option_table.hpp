@@ -41,7 +41,7 @@ inline constexpr OwnOption own_options[] = {
     {"get",     "SETTING",           "show",                          "print only the value of this setting, one line per element of a list; "
                                                                       "the exit code is 4 if it is not set"},
     {"quiet",   "",                  "check",                         "print nothing about the FLAGS: the exit code says whether they are accepted"},
-    {"format",  "text|markdown|man|json", "flags explain",            "output format; by default text"},
+    {"format",  "text|markdown|json", "flags explain",                "output format; by default text"},
     {"for",     "NAME",              "completions",                   "complete the flags of a server called NAME, instead of orvane-config"},
     {"help",    "",                  "",                              "print this help"},
 };
@@ -102,6 +102,16 @@ consteval const OwnOption& own(std::string_view name) {
 /// As it is typed.
 inline std::string spelled(const OwnOption& option) {
     return "--" + std::string(option.name);
+}
+
+/// A name and what follows it.
+inline std::string with(std::string_view name, std::string_view rest) {
+    return std::string(name) + (rest.empty() ? "" : " ") + std::string(rest);
+}
+
+/// As help and manual page begin its entry.
+inline std::string heading(const OwnOption& option) {
+    return with(spelled(option), option.value);
 }
 
 } // namespace orvane

@@ -11,8 +11,8 @@ namespace orvane {
 struct Call;
 using Run = ExitCode(const Call& call);
 
-Run check, show, fix, convert, diff, exec, preflight, locate, publish, flags, explain, completions, usage,
-    help, version;
+Run check, show, fix, convert, diff, exec, preflight, locate, publish, flags, explain, manual, completions,
+    usage, help, version;
 
 struct Verb {
     std::string_view group;
@@ -59,6 +59,9 @@ inline constexpr Verb verbs[] = {
     {"Reference",       "explain",     "[ID]",                         explain,
      "explain what the tool finds, by its id",
      "An entry has cause, example and fix. Without ID, all entries are printed."},
+    {"Reference",       "manual",      "tool|flags|files",             manual,
+     "print a manual page: tool, flags or runtime files",
+     "'man -l FILE' shows it."},
     {"Reference",       "usage",       "[NAME]",                       usage,
      "print the server's usage text",
      "NAME is what the program is called in it."},

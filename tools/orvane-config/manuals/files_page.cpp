@@ -1,0 +1,70 @@
+// The manual page of the runtime files.
+#include "manuals/pages.hpp"
+#include "printing/roff.hpp"
+#include "reference/reference.hpp"
+#include "runtime/runtime_state.hpp"
+
+#include <ostream>
+
+namespace orvane::manuals {
+namespace {
+
+struct Text {
+    std::string_view name, text;
+};
+
+constexpr std::string_view purpose = "A running server publishes small files, so that programs that know its "
+                                     "flags can find it. The directories are "
+                                     "those of {pid_root} and {endpoint_root}. A server publishes the pid "
+                                     "file first, an endpoint file when its "
+                                     "listener accepts connections, and removes all of them when it ends.";
+
+constexpr Text files[] = {
+    {"PID_ROOT/main.pid", "The process ID, in decimal digits: 4711"},
+    {"ENDPOINT_ROOT/control", "Address and port of the control interface: 127.0.0.1:9920, or [::1]:9920"},
+    {"ENDPOINT_ROOT/http", "Host name and port of the HTTP listener, in UTF-8: www.example.org:9910"},
+    {"ENDPOINT_ROOT/https", "The same of the HTTPS listener."},
+};
+
+constexpr std::string_view format = "No file ends with a newline. Digits are not grouped. A file is "
+                                    "truncated, then written: an empty one means that "
+                                    "the server is starting. A server that is killed leaves its files. So "
+                                    "the number in main.pid may belong to no "
+                                    "process, or to another: do not signal it unchecked.";
+
+constexpr struct {
+    FileState state;
+    std::string_view meaning;
+} states[] = {
+    {FileState::alive, "The process that published the file is running."},
+    {FileState::published, "An endpoint is published, but no pid file tells whether its process is running."},
+    {FileState::not_published, "There is no such file."},
+    {FileState::starting, "The file exists and is still empty."},
+    {FileState::stale, "No process has the number, or it started after the file was written."},
+    {FileState::malformed, "The file is not what a server writes."},
+};
+
+constexpr Text examples[] = {
+    {"Find the server with these flags:",
+     "orvane-config locate {auto_deploy_root} /srv/orvane/deploy {pid_root} /run/orvane"},
+    {"Publish the files for a program that does not write them:",
+     "orvane-config publish {auto_deploy_root} /srv/orvane/deploy {pid_root} /run/orvane -- sleep 60"},
+};
+
+} // namespace
+
+void write_files(std::ostream& out) {
+    out << ".SH DESCRIPTION\n" << roff(with_flags(purpose)) << "\n.SH FILES\n";
+    for (const auto& [name, text] : files)
+        out << ".TP\n.I " << roff(name) << '\n' << roff(text) << '\n';
+    out << ".PP\n"
+        << roff(format) << "\n.SH STATES\n"
+        << roff("'orvane-config locate' tells these states of a file:") << '\n';
+    for (const auto& [state, meaning] : states)
+        out << ".TP\n.B " << roff(to_text(state)) << '\n' << roff(meaning) << '\n';
+    out << ".SH EXAMPLES\n";
+    for (const auto& [name, text] : examples)
+        out << roff_example(name, with_flags(text));
+}
+
+} // namespace orvane::manuals
