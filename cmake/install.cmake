@@ -51,6 +51,10 @@ if(PROJECT_IS_TOP_LEVEL)
     # Users build an example in its own directory.
     install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development PATTERN build EXCLUDE)
 endif()
+if(PROJECT_IS_TOP_LEVEL AND WIN32)
+    # A Debian package has it in its own place.
+    install(FILES debian/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+endif()
 if(runtime_dlls)
     install(FILES ${runtime_dlls} DESTINATION ${binaries} COMPONENT library)
     # Programs must be built with the compiler that built the libraries.

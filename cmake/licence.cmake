@@ -1,0 +1,10 @@
+# Who holds the copyright, and under which licence: debian/copyright states both, everything else reads them there.
+set(statement ${CMAKE_CURRENT_LIST_DIR}/../debian/copyright)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${statement})
+foreach(field Copyright License)
+    file(STRINGS ${statement} ${field} REGEX "^${field}: " LIMIT_COUNT 1)
+    string(REPLACE "${field}: " "" ${field} "${${field}}")
+    if(NOT ${field})
+        message(FATAL_ERROR "${statement} has no ${field}")
+    endif()
+endforeach()
