@@ -19,4 +19,14 @@ bool is_running(unsigned process_id) {
     return kill(static_cast<pid_t>(process_id), 0) == 0 || errno == EPERM;
 }
 
+std::vector<int> ending_signals() {
+    std::vector<int> signals;
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction action = {};
+        if (sigaction(number, nullptr, &action) == 0 && action.sa_handler != SIG_IGN)
+            signals.push_back(number);
+    }
+    return signals;
+}
+
 } // namespace server_startup

@@ -1,6 +1,8 @@
 // Processes on Windows.
 #include "server_startup.hpp"
 
+#include <csignal>
+
 #include <windows.h>
 
 namespace server_startup {
@@ -17,6 +19,18 @@ bool is_running(unsigned process_id) {
     const bool running = WaitForSingleObject(process, 0) == WAIT_TIMEOUT;
     CloseHandle(process);
     return running;
+}
+
+std::vector<int> ending_signals() {
+    std::vector<int> signals;
+    // SIGBREAK is what closing the console sends.
+    for (const int number : {SIGINT, SIGTERM, SIGBREAK}) {
+        const auto before = std::signal(number, SIG_IGN);
+        if (before == SIG_IGN) continue;
+        std::signal(number, before);
+        signals.push_back(number);
+    }
+    return signals;
 }
 
 } // namespace server_startup

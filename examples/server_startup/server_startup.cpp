@@ -27,6 +27,7 @@
 #include <iostream>
 #include <limits>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 
@@ -39,9 +40,14 @@ using asio::ip::tcp;
 
 /// Turns the tokens into valid settings. Returns false on failure, with the reason on the standard error stream.
 bool configure(config::ServerSettings& settings, const std::deque<std::u16string>& tokens) {
-    if (config::parse_settings(settings, tokens, std::cerr)) {
-        // The text of a failure may lack the newline at its end, and is empty if a required flag is missing.
-        std::cerr << '\n';
+    std::ostringstream reason;
+    if (const auto failure = config::parse_settings(settings, tokens, reason)) {
+        // There is no text if the required flag is missing.
+        if (reason.view().empty())
+            reason << failure.message() << ": "
+                   << qel::i18n::ustring_to_utf8(config::option::auto_deploy_root());
+        // The newline at its end may be missing, too.
+        std::cerr << reason.view() << (reason.view().ends_with('\n') ? "" : "\n");
         config::usage(u"server_startup", std::cerr);
         return false;
     }
@@ -72,6 +78,22 @@ void refuse_second_server(const config::ServerSettings& settings) {
 
 // --- listeners
 
+/// What `attempt` returns. The exceptions of Asio would name places in Boost's sources; these say what was tried.
+template <class Attempt>
+auto trying(const std::string& what, Attempt attempt) {
+    try {
+        return attempt();
+    } catch (const boost::system::system_error& failure) {
+        throw std::runtime_error(what + ": " + failure.code().message());
+    }
+}
+
+std::string text_of(const tcp::endpoint& endpoint) {
+    std::ostringstream text;
+    text << endpoint;
+    return text.str();
+}
+
 /// A client that disconnects early gets no answer, but it counts as a connection: on the control listener it stops the
 /// server.
 asio::awaitable<void> answer(tcp::socket connection, std::string body, bool then_stop) {
@@ -91,7 +113,8 @@ asio::awaitable<void> answer(tcp::socket connection, std::string body, bool then
 class Listener {
 public:
     Listener(asio::io_context& context, const tcp::endpoint& where, const std::string& body, bool then_stop)
-        : acceptor_(context, where) {
+        : acceptor_(
+              trying("cannot listen on " + text_of(where), [&] { return tcp::acceptor(context, where); })) {
         asio::co_spawn(context, accept(acceptor_, body, then_stop), asio::detached);
     }
 
@@ -125,7 +148,8 @@ tcp::endpoint address_of(asio::io_context& context, const config::HttpSettings& 
     std::string host = qel::i18n::ustring_to_utf8(*http.host());
     // An IPv6 address is given in brackets, which keep its colons from the port's.
     if (host.starts_with('[') && host.ends_with(']')) host = host.substr(1, host.size() - 2);
-    const auto found = resolver.resolve(host, std::to_string(http.port()));
+    const auto found = trying("cannot find the host " + qel::i18n::ustring_to_term(*http.host()),
+                              [&] { return resolver.resolve(host, std::to_string(http.port())); });
     return *found.begin();
 }
 
@@ -184,7 +208,10 @@ private:
 void serve(const config::ServerSettings& settings) {
     // Handle signals before any file exists: a signal that ends the process leaves the files.
     asio::io_context context;
-    asio::signal_set signals(context, SIGINT, SIGTERM);
+    asio::signal_set signals(context);
+    if (settings.disable_control_c()) std::signal(SIGINT, SIG_IGN);
+    for (const int number : ending_signals())
+        signals.add(number);
     signals.async_wait([&](const auto&, int) { context.stop(); });
 
     std::optional<config::scoped_master_pid_file> pid_file;
