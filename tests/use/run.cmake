@@ -28,6 +28,21 @@ function(build project)
     run(${CMAKE_COMMAND} --build ${WORK}/${name})
 endfunction()
 
+# meets_boost(HEADER VERSION ACCEPTED): whether an installed header takes the Boost of another version.
+function(meets_boost header version accepted)
+    file(WRITE ${WORK}/boost/version.hpp "#define BOOST_VERSION ${version}\n")
+    file(WRITE ${WORK}/meets.cpp "#include <qel/config/${header}.hpp>\n")
+    set(headers -I${WORK} -I${stage}/include)
+    if(BOOST_HEADERS)
+        list(APPEND headers -isystem ${BOOST_HEADERS})
+    endif()
+    execute_process(COMMAND ${CXX} -std=c++20 -E ${headers} ${WORK}/meets.cpp
+        OUTPUT_QUIET ERROR_VARIABLE said RESULT_VARIABLE result)
+    if(accepted AND NOT result EQUAL 0 OR NOT accepted AND NOT said MATCHES "compile with the Boost that the library was built with")
+        message(FATAL_ERROR "${header}.hpp with Boost ${version}: ${result}\n${said}")
+    endif()
+endfunction()
+
 # hardened(BINARY): asks the binary itself, because a flag that is passed may have no effect.
 function(hardened binary)
     run(readelf --wide --segments --dynamic --symbols ${binary})
@@ -126,6 +141,15 @@ if(WAY STREQUAL "find_package" OR WAY STREQUAL "zip")
         build(${project} -DCMAKE_PREFIX_PATH=${stage} -DCMAKE_FIND_ROOT_PATH=${stage})
     endforeach()
     run(${EMULATOR} ${programs}/consumer${SUFFIX})
+    file(READ ${stage}/include/qel/config/detail/same_boost.hpp guard)
+    string(REGEX MATCH "define ZEP_CONFIG_BOOST_VERSION ([0-9]+)[0-9][0-9]\n" built_with "${guard}")
+    math(EXPR older "${CMAKE_MATCH_1} - 1")
+    math(EXPR newer "${CMAKE_MATCH_1} + 1")
+    foreach(header types error_code exceptions)
+        meets_boost(${header} ${older}99 FALSE)
+        meets_boost(${header} ${newer}00 FALSE)
+    endforeach()
+    meets_boost(config ${CMAKE_MATCH_1}99 TRUE)
     if(OTHER_CXX AND NOT TOOLCHAIN)
         # clang refers to other symbols of a class than g++ does. Instrumented libraries need g++'s sanitizer runtime, which
         # must be loaded first.

@@ -1,6 +1,7 @@
 // The library's error codes and their category.
 #pragma once
 
+#include "qel/config/detail/same_boost.hpp"
 #include "qel/config/export.hpp"
 
 #include <boost/system/error_category.hpp>

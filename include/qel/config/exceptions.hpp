@@ -5,6 +5,7 @@
 // boost::current_exception() can clone it.
 #pragma once
 
+#include "qel/config/detail/same_boost.hpp"
 #include "qel/config/export.hpp"
 
 #include <boost/exception/exception.hpp>

@@ -1,6 +1,7 @@
 // The types that the settings records are made of.
 #pragma once
 
+#include "qel/config/detail/same_boost.hpp"
 #include "qel/util/path.hpp"
 #include "qel/util/ssl_context.hpp"
 
