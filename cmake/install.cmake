@@ -59,6 +59,10 @@ endif()
 if(PROJECT_IS_TOP_LEVEL)
     install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
     install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT development PATTERN api EXCLUDE)
+    # What the tests read, for other implementations; tests/data/README.md describes it.
+    set(tables flags fields flags_accepted flags_refused values_accepted values_refused caches_refused validate full full_outcome)
+    list(TRANSFORM tables REPLACE "(.+)" "tests/data/\\1.txt")
+    install(FILES tests/data/README.md ${tables} DESTINATION ${CMAKE_INSTALL_DATADIR}/zep_config/conformance COMPONENT development)
     # Users build an example in its own directory.
     install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development PATTERN build EXCLUDE)
 endif()

@@ -189,7 +189,7 @@ elseif(WAY STREQUAL "pkg_config" OR WAY STREQUAL "debian")
         ${programs}/server_startup)
 endif()
 if(WAY STREQUAL "debian")
-    run(${stage}/bin/orvane-config check --auto-deploy-root D)
+    run(python3 ${SOURCE}/tests/conformance_test.py ${stage}/share/zep_config/conformance ${stage}/bin/orvane-config)
     foreach(file man/man1/orvane-config.1.gz man/man5/orvane-runtime-files.5.gz man/man7/orvane-flags.7.gz
             bash-completion/completions/orvane-config
             zsh/vendor-completions/_orvane-config fish/vendor_completions.d/orvane-config.fish orvane-config/schemas/check.json)
