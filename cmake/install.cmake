@@ -81,6 +81,13 @@ write_basic_package_version_file(zep_config-config-version.cmake COMPATIBILITY S
 install(FILES ${PROJECT_BINARY_DIR}/zep_config-config.cmake ${PROJECT_BINARY_DIR}/zep_config-config-version.cmake
     DESTINATION ${package_dir} COMPONENT development)
 
+# gdb looks for a library's printers beside it, if it is allowed to, and at the library's path below its own directory.
+if(NOT WIN32)
+    set(ZEP_CONFIG_GDB_DIR ${CMAKE_INSTALL_LIBDIR} CACHE STRING "where gdb's pretty printers are installed")
+    install(FILES config/gdb/printers.py RENAME libzep_config.so.${PROJECT_VERSION}-gdb.py
+        DESTINATION ${ZEP_CONFIG_GDB_DIR} COMPONENT library)
+endif()
+
 # Relative to the file itself, so that the installed tree can be moved.
 file(RELATIVE_PATH path_to_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(cmake/zep_config.pc.in zep_config.pc @ONLY)
