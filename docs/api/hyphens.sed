@@ -1,1 +1,2 @@
+# Doxygen makes a dash of two hyphens.
 /^#/!s/ --/ \\--/g
