@@ -64,7 +64,8 @@ if(PROJECT_IS_TOP_LEVEL)
     list(TRANSFORM tables REPLACE "(.+)" "tests/data/\\1.txt")
     install(FILES tests/data/README.md ${tables} DESTINATION ${CMAKE_INSTALL_DATADIR}/zep_config/conformance COMPONENT development)
     # Users build an example in its own directory.
-    install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development PATTERN build EXCLUDE)
+    install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development
+        USE_SOURCE_PERMISSIONS PATTERN build EXCLUDE)
 endif()
 if(PROJECT_IS_TOP_LEVEL AND WIN32)
     # A Debian package has it in its own place.

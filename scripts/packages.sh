@@ -61,7 +61,7 @@ build_with_steps() {
 build_packages=(g++ cmake ninja-build libboost1.81-dev libssl-dev libutfcpp-dev)
 # What the tests need wherever they run.
 # shellcheck disable=SC2034
-test_packages=(binutils ccache clang curl fish gdb git libgtest-dev mandoc pkg-config procps python3 python3-jsonschema strace systemd valgrind zsh)
+test_packages=(binutils ccache clang curl fish gdb git libgtest-dev mandoc pkg-config procps python3 python3-jsonschema python3-yaml strace systemd valgrind zsh)
 # What builds the Debian packages.
 # shellcheck disable=SC2034
 debian_packages=(debhelper dpkg-dev)

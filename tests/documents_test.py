@@ -52,6 +52,7 @@ NOT_RUN = [
     ("docs/getting-started.md", "cmake --preset visual-studio", "needs Windows"),
     ("docs/getting-started.md", "cmake --build --preset visual-studio", "needs Windows"),
     ("docs/reliability.md", "scripts/fuzz", "takes minutes; the stage dev runs the fuzz targets on their seeds"),
+    ("docs/operations.md", "", "changes the system; operations_test.py runs this page on a machine made for it"),
 ]
 # Document, language, how a block begins, and what checks it.
 CHECKED_BY = [
@@ -66,6 +67,10 @@ CHECKED_BY = [
     ("docs/runtime-files.md", "cpp", "namespace config", "snippets_test"),
     ("docs/runtime-files.md", "sh", "# server_pid", "used_by_find_package runs it against a server's files"),
     ("docs/runtime-files.md", "powershell", "# The number of", "nothing: needs PowerShell"),
+    ("docs/operations.md", "sh", "cp libzep", "the test operations runs what the image starts"),
+    ("docs/operations.md", "sh", "kubectl get", "the test operations runs what the manifest starts; these lines need a cluster"),
+    ("docs/operations.md", "conf", "[program:orvane]", "the test operations runs the command"),
+    ("docs/operations.md", "powershell", "orvane-config check", "the test operations runs what the tasks run; these lines need Windows"),
 ]
 
 
