@@ -73,11 +73,12 @@ private:
     std::shared_ptr<const Content> content_;
 };
 
-/// A function that is called with every message-ID exception just before it is thrown. The process has one such hook,
-/// and none at the start.
+/// A function that is called with every message-ID exception just before it is thrown, in the thread that throws. The
+/// process has one such hook, and none at the start. The reference is valid during the call.
 using LegacyErrorHook = void (*)(const IMsgIDException&);
 
-/// Installs `hook` (null for none) and returns the one that was installed before. May be called from any thread.
+/// Installs `hook` (null for none) and returns the one that was installed before. May be called from any thread. The
+/// earlier hook may still be running in another one, so its code must stay loaded.
 ZEP_CONFIG_PLATFORM_API LegacyErrorHook set_legacy_error_hook(LegacyErrorHook hook) noexcept;
 
 /// Calls the installed hook, if any. Call it right before throwing. Throws what the hook throws.

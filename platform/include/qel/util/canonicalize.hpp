@@ -21,6 +21,7 @@ ZEP_CONFIG_PLATFORM_API Path canonicalize(const Path& path);
 /// notice later changes, including a change of the current directory. Do not share it between threads.
 class ZEP_CONFIG_PLATFORM_API Canonicalizer {
 public:
+    /// Knows nothing yet. Throws std::bad_alloc.
     Canonicalizer();
     Canonicalizer(const Canonicalizer&) = delete;
     Canonicalizer& operator=(const Canonicalizer&) = delete;
