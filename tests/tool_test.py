@@ -12,6 +12,8 @@ PID_FLAGS = ["--auto-deploy-root", "D", "--extract-root", "E", "--pid-root", "."
 FLAGS = [*PID_FLAGS, "--endpoint-root", ".", "--control-port", "9920", "--http", "h:9910"]
 # A command that ends with 0 when it is released, on every system.
 HELD = ["--", TOOL[-1], "locate", "--wait", "60", *PID_FLAGS[:2], "--endpoint-root", "gate", "--control-port", "1"]
+# Each has its own numbers for processes, from 1.
+CONTAINER = ["unshare", "--map-root-user", "--pid", "--fork", "--mount-proc", "--kill-child"]
 DATA = Path(__file__).resolve().parent / "data"
 main_pid = Path("main.pid")
 
@@ -102,17 +104,47 @@ class Tool(unittest.TestCase):
     def test_files_that_have_become_anothers_stay(self):
         first = self.publisher("--", "sleep", "1000")
         pid = int(main_pid.read_text())
-        # Before it can remove the files, another publisher owns them, which writes through a link.
+        # Before it can remove the files, a server owns them that takes no lock and writes through a link.
         first.send_signal(signal.SIGSTOP)
         os.kill(pid, signal.SIGKILL)
-        until(lambda: state() == "stale 5")
+        until(lambda: "not a process here" in run(*TOOL, "locate", *FLAGS)[1])
         main_pid.rename("target")
         main_pid.symlink_to("target")
-        second = self.publisher()
+        main_pid.write_text(str(os.getpid()))
         first.send_signal(signal.SIGCONT)
-        self.assertEqual((first.wait(60), state(), Path("target").read_text()), (137, "alive 0", str(second.pid)))
-        second.terminate()
-        self.expect_end(second, 0, ["target"])
+        self.assertEqual((first.wait(60), state(), Path("target").read_text()), (137, "alive 0", str(os.getpid())))
+
+    def test_a_publisher_answers_for_its_process_as_long_as_it_runs(self):
+        publisher = self.publisher()
+        os.utime(main_pid, (1e9, 1e9))  # so that the process is too young to be the one
+        self.assertEqual(state(), "alive 0")
+        main_pid.write_text("4294967295")
+        self.assertEqual(state(), "stale 5", "another's number")
+        self.assertEqual(run(*TOOL, "publish", *FLAGS)[0], 1)
+        publisher.kill()
+        self.publisher()
+
+    @unittest.skipUnless(HERE and run(*CONTAINER, "true")[0] == 0, "there are no pid namespaces, or they may not be made")
+    def test_containers_that_share_a_directory_do_not_overwrite_each_other(self):
+        publish = [*CONTAINER, *TOOL, "publish", *FLAGS]
+        locate = [*CONTAINER, "sh", "-c", 'mount --bind -o ro . . && cd "$PWD" && ! touch x 2>&- && exec "$@"', "sh", *TOOL, "locate", *FLAGS]
+        for command, number in [(["--", "sh", "-c", "sleep 1000; exit 1"], "2"), ([], "1")]:
+            first = self.start(*publish, *command)
+            until(lambda: os.path.exists("http") and main_pid.read_text() == number)
+            os.utime(main_pid, (1e9, 1e9))  # a young process has the number in each of them
+            code, out, _ = run(*locate)
+            self.assertRegex(f"{code} {out}", rf"^0 main.pid +alive +{number} \(not a process here, .*\ncontrol +alive .*\nhttp +alive ")
+            self.assertRegex(run(*publish, "--", "true")[2], f"^orvane-config: the publisher of process {number} is running and owns ./main.pid\n$")
+            self.assertEqual((first.poll(), main_pid.read_text()), (None, number))
+            first.kill()
+            until(lambda: run(*locate)[0] == 5)
+        # Started again at once, a process has the number of the one that was killed.
+        main_pid.write_text("1")
+        os.remove("http")
+        self.assertEqual(run(*locate[:-len(FLAGS)], *PID_FLAGS)[0], 5)
+        again = self.start(*publish)
+        until(lambda: os.path.exists("http") or again.poll() is not None)
+        self.assertIsNone(again.poll())
 
     def test_of_two_publishers_that_start_together_one_wins(self):
         for _ in range(20 if HERE else 4):
@@ -140,7 +172,7 @@ class Tool(unittest.TestCase):
     def test_a_command_is_published_and_signalled_and_its_code_passed_on(self):
         published = '[ "$(cat main.pid control http)" = "$$127.0.0.1:9920h:9910" ] && exit 3'
         words = [*TOOL, "publish", *FLAGS, "--log-root", "--", "--", "sh", "-c"]
-        for code, script in [(3, published), (3, "rm main.pid; exit 3"), (137, "kill -9 $$")]:
+        for code, script in [(0, "sleep 9 &"), (3, published), (3, "rm main.pid; exit 3"), (137, "kill -9 $$")]:
             self.expect_end(self.start("env", "--ignore-signal=CHLD", *words, script), code)
         for number, code in [(signal.SIGTERM, 8), (signal.SIGUSR1, 9)]:
             script = "trap 'rm ready; exit 8' TERM; trap 'rm ready; exit 9' USR1; >ready; while :; do sleep 0.1; done"

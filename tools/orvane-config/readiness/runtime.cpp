@@ -42,7 +42,7 @@ void look_at_file(const FileReport& file, Findings& findings) {
     case FileState::alive:
         if (file.pid != 0)
             findings.add(Kind::server_alive, flag,
-                         name + " belongs to process " + std::to_string(file.pid) + ", which is running",
+                         name + " belongs to " + owner_of(file) + ", which is running",
                          "Stop that server, or choose another directory for this one.");
         return;
     case FileState::published:
@@ -71,7 +71,7 @@ void look_at_neighbour(const qel::config::ServerSettings& settings, Findings& fi
     const FileReport file = inspect_runtime_files(neighbour).front();
     if (file.state == FileState::alive && file.pid != 0)
         findings.add(Kind::server_alive, flag::endpoint_root,
-                     shown(file.path.text()) + " belongs to process " + std::to_string(file.pid) +
+                     shown(file.path.text()) + " belongs to " + owner_of(file) +
                          ", which is running: another server uses this directory",
                      "Give each server a different endpoint root.");
 }

@@ -2,6 +2,7 @@
 #include "runtime/runtime_state.hpp"
 
 #include "system/ages.hpp"
+#include "system/directory_lock.hpp"
 
 #include "qel/i18n/convert.hpp"
 #include "qel/util/native_path.hpp"
@@ -115,14 +116,18 @@ FileReport inspect_pid_file(const Path& root) {
     file.pid = pid_in(file.text);
     const auto written = file_age(file.path);
     const auto started = process_age(file.pid);
-    if (!written || !started) {
-        file.state = FileState::stale;
-        file.text += " (no such process)";
-    } else if (*started < *written - clock_slack) {
-        file.state = FileState::stale;
-        file.text += " (the process with that number started after the file was written)";
-    } else {
+    const bool is_gone = !written || !started;
+    const bool is_later = !is_gone && *started < *written - clock_slack;
+    // A server that had our number was killed before we started, as process 1 of a container that starts again.
+    const bool runs = !is_gone && !is_later && file.pid != own_pid();
+    if (runs || is_answered_for(root, file.pid)) {
         file.state = FileState::alive;
+        file.elsewhere = is_gone || is_later;
+        if (file.elsewhere) file.text += " (not a process here, but its publisher is running)";
+    } else {
+        file.state = FileState::stale;
+        file.text += is_gone ? " (no such process)"
+                             : " (the process with that number started after the file was written)";
     }
     return file;
 }
@@ -145,6 +150,10 @@ const char* to_text(FileState state) {
         return "malformed";
     }
     return "";
+}
+
+std::string owner_of(const FileReport& pid_file) {
+    return (pid_file.elsewhere ? "the publisher of process " : "process ") + std::to_string(pid_file.pid);
 }
 
 std::vector<FileReport> inspect_runtime_files(const ServerSettings& settings) {

@@ -13,7 +13,7 @@ using qel::util::filesystem::Path;
 
 /// In the order from good to bad: a whole server is in the worst state of its files.
 enum class FileState {
-    alive,         ///< published, and the process that published it runs
+    alive,         ///< published, and the process that published it runs, or its `publish`
     published,     ///< published, and there is no pid file to tell whether that process runs
     not_published, ///< there is no such file
     starting,      ///< the file is there and still empty
@@ -32,7 +32,12 @@ struct FileReport {
     std::string text{};
     /// The process identifier, of "main.pid" only and where it is one; else 0.
     unsigned pid = 0;
+    /// Alive, but this process cannot see it: its `publish` answers for it, from another pid namespace.
+    bool elsewhere = false;
 };
+
+/// Who keeps a pid file alive.
+std::string owner_of(const FileReport& pid_file);
 
 /// The files that a server with these settings publishes, "main.pid" first.
 std::vector<FileReport> inspect_runtime_files(const qel::config::ServerSettings& settings);

@@ -1,4 +1,4 @@
-// How old processes and files are.
+// How old processes and files are, and which process this is.
 #pragma once
 
 #include "qel/util/path.hpp"
@@ -7,6 +7,9 @@
 #include <optional>
 
 namespace orvane {
+
+/// The identifier of this process.
+unsigned own_pid();
 
 /// How long ago the process started; none when there is no such process, or it has ended and only waits to be
 /// collected. For a process that cannot be asked, a time longer ago than any file.

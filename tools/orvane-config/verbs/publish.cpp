@@ -77,9 +77,27 @@ std::string obstacle(const ServerSettings& settings) {
     return settings.https() ? obstacle(settings.https()->http()) : std::string();
 }
 
+constexpr std::chrono::milliseconds pause(20);
+
+std::string name_of(const FileReport& file) {
+    return qel::i18n::ustring_to_term(file.path.text());
+}
+
+/// Why the lock is another publisher's; empty when it is ours now. One that is about to leave is waited for.
+std::string other_publisher(const ServerSettings& settings, DirectoryLock& lock) {
+    for (int pauses = 0; !lock.try_to_lock(); ++pauses) {
+        const FileReport pid = inspect_runtime_files(settings).front();
+        const bool has_waited = pauses == 100;
+        if (pid.state == FileState::alive && (has_waited || !pid.elsewhere))
+            return owner_of(pid) + " is running and owns " + name_of(pid);
+        if (has_waited) return "another publisher is running and owns " + name_of(pid);
+        std::this_thread::sleep_for(pause);
+    }
+    return {};
+}
+
 /// Why another server's files are in the way; empty when none are. The files of a killed server are not.
 std::string occupant(const ServerSettings& settings) {
-    constexpr std::chrono::milliseconds pause(20);
     std::vector<FileReport> files = inspect_runtime_files(settings);
     // An empty file: its writer has opened it and not written yet, or was killed just then.
     for (int pauses = 0; worst_of(files) == FileState::starting && pauses != 50; ++pauses) {
@@ -87,15 +105,9 @@ std::string occupant(const ServerSettings& settings) {
         files = inspect_runtime_files(settings);
     }
     const FileReport& pid = files.front();
-    if (pid.state == FileState::alive) {
-        return "process " + std::to_string(pid.pid) + " is running and owns " +
-               qel::i18n::ustring_to_term(pid.path.text());
-    }
-    for (const FileReport& file : files) {
-        if (file.state == FileState::malformed) {
-            return qel::i18n::ustring_to_term(file.path.text()) + " is in the way: " + file.text;
-        }
-    }
+    if (pid.state == FileState::alive) return owner_of(pid) + " is running and owns " + name_of(pid);
+    for (const FileReport& file : files)
+        if (file.state == FileState::malformed) return name_of(file) + " is in the way: " + file.text;
     return {};
 }
 
@@ -105,16 +117,8 @@ std::vector<std::unique_ptr<Published>>& abandoned() {
     return *all;
 }
 
-/// Removes the files, unless another publisher has written them since the command ended.
-void withdraw(std::unique_ptr<Published> published, const ServerSettings& settings, unsigned pid,
-              std::ostream& err) {
-    std::optional<DirectoryLock> lock;
-    try {
-        lock.emplace(*settings.pid_root(), std::chrono::seconds(2));
-    } catch (const std::exception& failure) {
-        // Better without the lock than to leave the files.
-        err << "orvane-config: " << failure.what() << '\n';
-    }
+/// Removes the files, unless a server that takes no lock has written them since the command ended.
+void withdraw(std::unique_ptr<Published> published, const ServerSettings& settings, unsigned pid) {
     const FileReport now = inspect_runtime_files(settings).front();
     if (now.pid != 0 && now.pid != pid) abandoned().push_back(std::move(published));
 }
@@ -127,15 +131,16 @@ ExitCode publish(const Call& call) {
     if (!settings) return ExitCode::refused;
     std::string why = obstacle(*settings);
     if (why.empty()) {
-        // Until the files are there, signals end this process as they end any other.
-        std::optional<DirectoryLock> lock(std::in_place, *settings->pid_root(), std::chrono::seconds(10));
-        why = occupant(*settings);
+        DirectoryLock lock(*settings->pid_root());
+        why = other_publisher(*settings, lock);
+        if (why.empty()) why = occupant(*settings);
         if (why.empty()) {
+            // Until here, signals end this process as they end any other.
             ChildProcess holder(input.command.value_or(Tokens()));
+            lock.answer_for(holder.pid());
             auto published = std::make_unique<Published>(*settings, holder.pid());
-            lock.reset();
             const int result = holder.run();
-            withdraw(std::move(published), *settings, holder.pid(), call.err);
+            withdraw(std::move(published), *settings, holder.pid());
             return static_cast<ExitCode>(result);
         }
     }

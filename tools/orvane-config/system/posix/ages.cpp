@@ -29,6 +29,10 @@ milliseconds since(clockid_t clock, const timespec& then) {
 
 } // namespace
 
+unsigned own_pid() {
+    return static_cast<unsigned>(getpid());
+}
+
 std::optional<milliseconds> process_age(unsigned pid) {
     if (pid == 0 || pid > static_cast<unsigned>(INT_MAX)) return std::nullopt;
     if (kill(static_cast<pid_t>(pid), 0) != 0 && errno == ESRCH) return std::nullopt;

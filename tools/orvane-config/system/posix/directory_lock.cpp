@@ -4,10 +4,8 @@
 #include "qel/util/native_path.hpp"
 
 #include <cerrno>
-#include <stdexcept>
 #include <string>
 #include <system_error>
-#include <thread>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -16,41 +14,70 @@
 namespace orvane {
 namespace {
 
-[[noreturn]] void fail(const std::string& what, int error) {
-    throw std::system_error(error, std::generic_category(), what);
+using qel::util::filesystem::Path;
+
+std::string name_of(const Path& directory) {
+    return qel::util::filesystem::native(directory).string();
 }
+
+/// The byte that stands for a process. A directory has none; a lock does not mind.
+struct flock byte_of(unsigned pid, short kind) {
+    struct flock byte {};
+    byte.l_type = kind;
+    byte.l_whence = SEEK_SET;
+    byte.l_start = static_cast<off_t>(pid);
+    byte.l_len = 1;
+    return byte;
+}
+
+/// Closed with its owner. The command does not inherit it: it may leave processes that never end.
+class Directory {
+public:
+    explicit Directory(const Path& path)
+        : descriptor_(open(name_of(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
+    Directory(const Directory&) = delete;
+    Directory& operator=(const Directory&) = delete;
+    ~Directory() {
+        if (descriptor_ >= 0) close(descriptor_);
+    }
+    int get() const { return descriptor_; }
+
+private:
+    int descriptor_;
+};
 
 } // namespace
 
 struct DirectoryLock::State {
-    int descriptor;
+    Directory directory;
+    std::string name;
 };
 
-DirectoryLock::DirectoryLock(const qel::util::filesystem::Path& directory, std::chrono::milliseconds patience)
-    : state_(std::make_unique<State>()) {
-    const auto name = qel::util::filesystem::native(directory);
-    state_->descriptor = open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (state_->descriptor < 0) fail("cannot open " + name.string(), errno);
-    const auto deadline = std::chrono::steady_clock::now() + patience;
-    while (flock(state_->descriptor, LOCK_EX | LOCK_NB) != 0) {
-        const int error = errno;
-        const bool occupied = error == EWOULDBLOCK;
-        if (occupied && std::chrono::steady_clock::now() < deadline) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        } else if (error != EINTR) {
-            close(state_->descriptor);
-            if (occupied)
-                throw std::runtime_error("timed out after " + std::to_string(patience.count() / 1000) +
-                                         " s waiting for another publisher to leave " + name.string());
-            fail("cannot lock " + name.string(), error);
-        }
-    }
+DirectoryLock::DirectoryLock(const Path& directory)
+    : state_(new State{Directory(directory), name_of(directory)}) {
+    if (state_->directory.get() < 0)
+        throw std::system_error(errno, std::generic_category(), "cannot open " + state_->name);
 }
 
-DirectoryLock::~DirectoryLock() {
-    // A process created meanwhile still has the descriptor; closing ours alone would not unlock.
-    flock(state_->descriptor, LOCK_UN);
-    close(state_->descriptor);
+DirectoryLock::~DirectoryLock() = default;
+
+bool DirectoryLock::try_to_lock() {
+    if (flock(state_->directory.get(), LOCK_EX | LOCK_NB) == 0) return true;
+    if (errno == EWOULDBLOCK || errno == EINTR) return false;
+    throw std::system_error(errno, std::generic_category(), "cannot lock " + state_->name);
+}
+
+// A second kind of lock, because one can ask for it without taking it, and nobody else has a use for it here.
+void DirectoryLock::answer_for(unsigned pid) {
+    const struct flock byte = byte_of(pid, F_RDLCK);
+    // Where the file system has no such locks, the process is looked for by its number alone.
+    static_cast<void>(fcntl(state_->directory.get(), F_OFD_SETLK, &byte));
+}
+
+bool is_answered_for(const Path& path, unsigned pid) {
+    const Directory directory(path);
+    struct flock byte = byte_of(pid, F_WRLCK);
+    return directory.get() >= 0 && fcntl(directory.get(), F_OFD_GETLK, &byte) == 0 && byte.l_type != F_UNLCK;
 }
 
 } // namespace orvane

@@ -24,6 +24,10 @@ milliseconds since(const FILETIME& then) {
 
 } // namespace
 
+unsigned own_pid() {
+    return GetCurrentProcessId();
+}
+
 std::optional<milliseconds> process_age(unsigned pid) {
     if (pid == 0) return std::nullopt;
     const Handle process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION | SYNCHRONIZE, FALSE, pid));
