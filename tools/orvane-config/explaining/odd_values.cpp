@@ -73,19 +73,6 @@ std::optional<std::u16string_view> host_of(const GivenValue& value) {
     return std::u16string_view(value.text).substr(0, colon);
 }
 
-/// Four numbers up to 255.
-bool is_ipv4(std::u16string_view host) {
-    int parts = 0;
-    for (bool more = true; more; ++parts) {
-        const std::size_t dot = host.find(u'.');
-        const std::u16string_view part = host.substr(0, dot);
-        if (!all_digits(part) || part.size() > 3 || (part.size() == 3 && part > u"255")) return false;
-        more = dot != host.npos;
-        if (more) host.remove_prefix(dot + 1);
-    }
-    return parts == 4;
-}
-
 bool is_between_brackets(std::u16string_view host) {
     return host.size() > 2 && host.front() == u'[' && host.back() == u']';
 }

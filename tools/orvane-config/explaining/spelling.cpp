@@ -216,4 +216,26 @@ bool all_digits(std::u16string_view text) {
     return !text.empty() && text.find_first_not_of(u"0123456789") == text.npos;
 }
 
+bool is_ipv4(std::u16string_view host) {
+    int parts = 0;
+    for (bool more = true; more; ++parts) {
+        const std::size_t dot = host.find(u'.');
+        const std::u16string_view part = host.substr(0, dot);
+        if (!all_digits(part) || part.size() > 3 || (part.size() == 3 && part > u"255")) return false;
+        more = dot != host.npos;
+        if (more) host.remove_prefix(dot + 1);
+    }
+    return parts == 4;
+}
+
+bool looks_latin(char16_t c) {
+    constexpr std::u16string_view cyrillic_and_greek =
+        u"\u0430\u0435\u043E\u0440\u0441\u0443\u0445\u0456\u0455\u0458\u04BB\u0501"
+        u"\u051B\u051D\u0410\u0412\u0415\u041A\u041C\u041D\u041E\u0420\u0421\u0422"
+        u"\u0423\u0425\u0406\u0405\u0408\u03BF\u03B1\u03BD\u03C1\u03C5\u03B9\u0391"
+        u"\u0392\u0395\u0396\u0397\u0399\u039A\u039C\u039D\u039F\u03A1\u03A4\u03A5"
+        u"\u03A7";
+    return is_one_of(c, cyrillic_and_greek) || (c >= 0xFF01 && c <= 0xFF5E);
+}
+
 } // namespace orvane

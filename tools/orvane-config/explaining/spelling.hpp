@@ -53,4 +53,10 @@ bool means_off(std::u16string_view text);
 
 bool all_digits(std::u16string_view text);
 
+/// Four numbers up to 255.
+bool is_ipv4(std::u16string_view host);
+
+/// A letter of another alphabet that is drawn like a Latin one, or a full-width character.
+bool looks_latin(char16_t c);
+
 } // namespace orvane

@@ -53,7 +53,7 @@ void refuse_if_option(const Verb& verb, const std::u16string& token) {
         throw Misused(spelled(*others) + " works only with " + one_of(verbs_with(*others)));
     }
     if (const auto similar = similar_options(verb, token); !similar.empty())
-        throw Misused("there is no option '" + text + "'; did you mean " +
+        throw Misused("there is no option '" + text.substr(0, text.find('=')) + "'; did you mean " +
                       one_of({similar.begin(), similar.end()}) + "?");
     if (!may_be_flag && begins_as_flag(token)) throw Misused("there is no option '" + text + "'");
 }

@@ -24,6 +24,8 @@ std::string written(const Call& call, const CommandLine& line) {
 
 ExitCode convert(const Call& call) {
     if (!call.has(own("to"))) throw Misused(spelled(own("to")) + " is missing: name the format to write");
+    if (call.has(own("redact")) && call.has(own("program")))
+        throw Misused("--redact and --program exclude each other");
     const Input input = input_of(call);
     CommandLine line = occurrences_of(input.flags);
     if (call.has(own("tidy"))) {

@@ -4,6 +4,7 @@
 #include "printing/origin_text.hpp"
 #include "printing/verdict_text.hpp"
 #include "probing/differences.hpp"
+#include "redacting/redacting.hpp"
 #include "verbs/input.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -50,7 +51,12 @@ void print_differences(const std::vector<Difference>& found, const Verdict& befo
 constexpr ExitCode equal = ExitCode::done, different = ExitCode::refused, trouble = ExitCode::misused;
 
 ExitCode compare(const Call& call) {
-    const std::vector<Input> sides = sides_of(call);
+    std::vector<Input> sides = sides_of(call);
+    if (call.has(own("redact"))) {
+        const auto lines = redacting::redacted({sides[0].flags, sides[1].flags});
+        sides[0].flags = lines[0];
+        sides[1].flags = lines[1];
+    }
     const Verdict before = judge(sides[0], true), after = judge(sides[1], true);
     for (const Verdict* verdict : {&before, &after}) {
         if (verdict->accepted()) continue;

@@ -6,6 +6,7 @@
 #include "formats/content.hpp"
 #include "formats/format_table.hpp"
 #include "probing/diagnosis.hpp"
+#include "redacting/redacting.hpp"
 #include "system/process_line.hpp"
 
 #include "qel/config/error_code.hpp"
@@ -81,8 +82,9 @@ void add(Input& input, const Call& call, const Source& source) {
     if (!tokens.empty() &&
         (content.format.has_program || source.is_process || is_program(input.flags, tokens))) {
         skipped = 1;
-        note(Place{source.name, content.tokens[0].spot}.text() + ": left out '" + content.tokens[0].text +
-             "', the program before the flags");
+        note(Place{source.name, content.tokens[0].spot}.text() + ": left out " +
+             (call.has(own("redact")) ? "" : "'" + content.tokens[0].text + "', ") +
+             "the program before the flags");
     }
     if (content.format.has_program) note(source.name + ": drop-ins of the unit are not read");
     if (tokens.size() == skipped) note(source.name + " contains no flags");
@@ -154,6 +156,7 @@ Input input_of(const Call& call) {
         if (is_source(option)) add(input, call, source_of(*option, value));
     add_words(input, call);
     if (input.command && input.command->empty()) throw Misused("no command after '--'");
+    if (call.has(own("redact"))) input.flags = redacting::redacted({input.flags})[0];
     return input;
 }
 

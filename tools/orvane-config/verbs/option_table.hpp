@@ -40,6 +40,8 @@ inline constexpr OwnOption own_options[] = {
     {"ids",     "",                  "check show fix preflight",      "print the id of each fault and rule after its text"},
     {"get",     "SETTING",           "show",                          "print only the value of this setting, one line per element of a list; "
                                                                       "the exit code is 4 if it is not set"},
+    {"redact",  "",                "check show fix convert diff",    "put placeholders for paths, hosts, names and user data, for a bug report; "
+                                                                      "what is found stays the same; the names of files stay"},
     {"quiet",   "",                  "check",                         "print nothing about the FLAGS: the exit code says whether they are accepted"},
     {"format",  "text|markdown|json", "flags explain",                "output format; by default text"},
     {"for",     "NAME",              "completions",                   "complete the flags of a server called NAME, instead of orvane-config"},
