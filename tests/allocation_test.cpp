@@ -70,6 +70,20 @@ std::string parsed(const Tokens& tokens) {
     throw std::bad_alloc();
 }
 
+TEST(Allocation, that_fails_while_a_value_is_converted_is_told_with_the_flag_and_the_value) {
+    const Tokens tokens = {u"--log-root", u"a root whose name takes memory"};
+    S record;
+    Fixed out;
+    all_behind_fail = false;
+    failing = 1;
+    const auto code = parse_settings(record, tokens, out);
+    const Calm calm;
+    EXPECT_EQ(code, error_code::parse_error());
+    EXPECT_EQ(out.text(),
+              "invalid option '--log-root a root whose name takes memory', std::bad_alloc (at option "
+              "'--log-root')");
+}
+
 TEST(Allocation, may_fail_anywhere) {
     Tokens tokens = {u"--user-data", u"k again",    u"--user-data",    u"k 2",
                      u"--wait",      u"--log-root", u"D/.zep_deployed"};

@@ -124,6 +124,11 @@ struct Grouping : std::numpunct<char> {
 TEST(CommonForms, are_the_same_in_a_locale_that_groups_digits) {
     const std::locale before = std::locale::global(std::locale(std::locale::classic(), new Grouping));
     expect_all_as_cast(500);
+    // Whole groups are read.
+    for (const char16_t* text : {u"65'535", u"65'5355", u"6'5535"})
+        expect_as_cast<unsigned>(
+            u"--num-workers", text, [](const S& s) { return *s.num_workers(); },
+            [](unsigned number) { return number; });
     // Texts for people use their locale.
     EXPECT_EQ(parse({u"--request-size-limit", u"2147483648"}).text,
               "--request-size-limit exceeds maximum value of 2'147'483'647");

@@ -32,6 +32,7 @@ TEST(Validate, lists_problems_in_the_order_of_the_rules_and_the_flags_involved) 
 
 TEST(Validate, takes_records_that_no_flags_give) {
     S settings = parse_with_root({u"--extract-root", u"E"}).settings;
+    settings.server_memory_threshold(1);
     settings.server_memory_threshold_overflow_action(u"Archive_responses"s);
     settings.worker_pool_settings(WorkerPoolSettings(WorkerMemoryLimit(), RequestQueueTime()));
     EXPECT_EQ(validate(settings), Lines());
