@@ -68,9 +68,9 @@ CHECKED_BY = [
     ("docs/runtime-files.md", "sh", "# server_pid", "used_by_find_package runs it against a server's files"),
     ("docs/runtime-files.md", "powershell", "# The number of", "nothing: needs PowerShell"),
     ("docs/operations.md", "sh", "cp libzep", "the test operations runs what the image starts"),
-    ("docs/operations.md", "sh", "kubectl get", "the test operations runs what the manifest starts; these lines need a cluster"),
+    ("docs/operations.md", "sh", "kubectl apply", "the test operations runs what the manifest starts; these lines need a cluster"),
     ("docs/operations.md", "conf", "[program:orvane]", "the test operations runs the command"),
-    ("docs/operations.md", "powershell", "orvane-config check", "the test operations runs what the tasks run; these lines need Windows"),
+    ("docs/operations.md", "powershell", "icacls", "the test operations runs what the tasks run; these lines need Windows"),
 ]
 
 
