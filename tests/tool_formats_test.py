@@ -83,6 +83,12 @@ class Formats(unittest.TestCase):
             self.assertEqual(judge(text), line, name)
             self.assertEqual(run("convert", "--to", "nul", "--from", "-", data=text).stdout, ended(line), name)
 
+    def test_the_document_has_the_formats_in_the_order_of_detection(self):
+        rows = re.findall(r"^\| `(\w+)` \|", (DATA.parents[1] / "docs/formats.md").read_text(), re.M)
+        offered = re.search(r"--to (\S+)", run("convert", "--help").stdout.decode())[1].split("|")
+        read = re.search(r"--format-in (\S+)", run("convert", "--help").stdout.decode())[1].split("|")
+        self.assertEqual((rows, rows[:len(read)]), (offered, read))
+
     def test_a_format_refuses_what_it_cannot_hold(self):
         for token in ["a\nb", " \t", " #", "''", "a\r"]:
             self.assertEqual(convert([token], "--to", "lines")[:2], (7, b""), token)

@@ -86,8 +86,8 @@ class Redacts(unittest.TestCase):
 
     def test_what_is_odd_about_a_text_stays_odd(self):
         odd = ["/v\u0430r", "/\u0432\u0430\u0440", "/na\u00efve", "/a\u200bbc", "/ab1\u0430\u0440", "/\uff41bc", "/\u65e5\u672c", "$LOGS", "/$5abc", "%LOGS%",
-               "%L%", "/<logs>", "/<l>", "{{logs}}", "C:\\logs", "~/logs", "\u201clogs\u201d", " /logs", "/logs,", "/logs;", "=logs", "/logs\r", "/l\no", "logs",
-               "/logs --no-banner", "/Logs", "/LOGS", "/logs/", "/logs/./x", "--log-root", "--log-rot", "-", "", "/log_dir", "/10", "/10.1"]
+               "%L%", "/<logs>", "/<l>", "{{logs}}", "C:\\logs", "~/logs", "\u201clogs\u201d", " /logs", "/logs,", "/logs;", "=logs", "/logs\r", "/l\no",
+               "logs", "/logs --no-banner", "/Logs", "/LOGS", "/logs/", "/logs/./x", "--log-root", "--log-rot", "-", "", "/log_dir", "/10", "/10.1"]
         line = [*REQUIRED, *(word for text in odd for word in ["--lumo-root", text]), "--http", "80:90", "--https", "Host_x:80", "--attach-cache",
                 "a@HOST:1", "--attach-cache", "a@host:1", "--attach-cache", "a@localhost:2", "--attach-cache", "a@127.0.0.1:2", "--cors-allowed-origins",
                 "https://a/,host"]

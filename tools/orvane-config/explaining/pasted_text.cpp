@@ -49,12 +49,16 @@ std::optional<Advice> empty_token(const Case& fault) {
 std::optional<Advice> own_option(const Case& fault) {
     const std::string text = qel::i18n::ustring_to_utf8(fault.token());
     const OwnOption* const option = text.starts_with("--") ? option_of(text.substr(2)) : nullptr;
-    if (option == nullptr || !takes(*verb_of("check"), *option)) return std::nullopt;
+    if (option == nullptr) return std::nullopt;
+    const auto with_it = verbs_with(*option);
+    if (std::none_of(with_it.begin(), with_it.end(), [](auto name) { return takes_flags(*verb_of(name)); }))
+        return std::nullopt;
+    const bool all = option->verbs.empty() || option->verbs == any_flags;
+    std::string where;
+    for (std::size_t i = 0; i != with_it.size() && !all; ++i)
+        where.append(i == 0 ? " " : i + 1 == with_it.size() ? " and " : ", ").append(with_it[i]);
     return remove(fault, fault.at, end_of_strays(fault.line, fault.at + 1),
-                  text +
-                      (takes(*verb_of("show"), *option) ? " is an option of orvane-config"
-                                                        : " is an option of 'orvane-config check'") +
-                      ": it goes before the server's flags");
+                  text + " is an option of orvane-config" + where + ": it goes before the server's flags");
 }
 
 std::optional<Advice> program_before_flags(const Case& fault) {

@@ -3,6 +3,7 @@
 #include "explaining/spelling.hpp"
 #include "printing/json.hpp"
 #include "printing/wrapping.hpp"
+#include "readiness/findings.hpp"
 #include "reference/reference.hpp"
 #include "verbs/call.hpp"
 #include "verbs/ignored_warnings.hpp"
@@ -77,6 +78,23 @@ constexpr struct {
      "warning about its text."},
 };
 
+/// By groups, in which the kinds are together.
+void write_findings(std::ostream& out) {
+    out << "## Findings\n\nWhat `preflight` finds on a machine: see [preflight.md](preflight.md). A blocking "
+           "finding would stop the server, or make a setting useless. An unknown one could not be told: the "
+           "server does not count as ready.\n";
+    const std::string_view none = "-";
+    std::string_view group = none;
+    for (const readiness::KindOfFinding& kind : readiness::kinds_of_findings()) {
+        if (kind.group != group)
+            out << (kind.group.empty() ? "\n### Of every group"
+                                       : "\n### Of the group `" + std::string(kind.group) + "`")
+                << "\n\n| Finding | Severity | Meaning |\n|---|---|---|\n";
+        group = kind.group;
+        out << "| `" << kind.id << "` | " << to_text(kind.severity) << " | " << kind.meaning << " |\n";
+    }
+}
+
 void write_page_of_entries(const Entries& kinds, std::ostream& out) {
     out << "# What the tool finds, by id\n\n`orvane-config explain ID` prints one entry. The ids are in JSON "
            "answers, "
@@ -91,6 +109,7 @@ void write_page_of_entries(const Entries& kinds, std::ostream& out) {
                      [&](const Explanation& kind) { return kind.about == part.about; });
         write_entries_as_markdown(some, out);
     }
+    write_findings(out);
 }
 
 /// Throws Misused when there is none.
