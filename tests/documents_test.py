@@ -59,7 +59,7 @@ CHECKED_BY = [
     ("README.md", "cpp", "#include", "snippets_test"),
     ("docs/adding-a-flag.md", "diff", "--- a/", "tests/adding_a_flag.sh"),
     ("docs/design.md", "text", "include/qel/config/", "test_the_picture_of_the_tree_names_what_is_there"),
-    ("docs/embedding.md", "text", "(gdb) print", "gdb_test.py, which used_by_find_package runs, prints the same"),
+    ("docs/embedding.md", "gdb", "(gdb) print", "gdb_test.py, which used_by_find_package runs, prints the same"),
     ("docs/formats.md", "ini", "ExecStart=", "test_the_line_of_a_unit_starts_the_server"),
     ("docs/getting-started.md", "cmake", "find_package(", "test_the_lines_for_cmake_configure_a_server"),
     ("docs/getting-started.md", "cmake", "add_subdirectory(", "test_the_lines_for_cmake_configure_a_server"),
