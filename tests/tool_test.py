@@ -181,6 +181,13 @@ class Tool(unittest.TestCase):
             publisher.send_signal(number)
             self.expect_end(publisher, code)
 
+    @unittest.skipUnless(HERE, "there is no sh; nothing depends on the system")
+    def test_what_the_tool_has_to_say_comes_before_the_command(self):
+        Path("x.service").write_text("ExecStart=/bin/x " + shlex.join(FLAGS))
+        code, _, said = run(*TOOL, "publish", "--from", "x.service", "--", "sh", "-c", "echo ran >&2")
+        self.assertEqual(code, 0)
+        self.assertRegex(said, r"(?s)^[^\n]*left out '/bin/x'.*\nran\n$")
+
     def test_only_what_a_server_writes_is_taken_for_one(self):
         known = {"line_end": "\n", "blanks": " " * 5000}
         for name in ["own", "ended"]:

@@ -4,6 +4,7 @@
 #include "system/tokens.hpp"
 #include "verbs/option_table.hpp"
 
+#include <functional>
 #include <iosfwd>
 #include <stdexcept>
 #include <string>
@@ -29,6 +30,8 @@ struct Call {
     Tokens words{};
     /// The command that the tool becomes when the verb has answered.
     mutable Tokens successor{};
+    /// Shows what `err` was told so far: for a verb that then waits.
+    std::function<void()> tell{};
 
     bool has(const OwnOption& option) const { return given(option) != options.rend(); }
 

@@ -139,6 +139,7 @@ ExitCode publish(const Call& call) {
             ChildProcess holder(input.command.value_or(Tokens()));
             lock.answer_for(holder.pid());
             auto published = std::make_unique<Published>(*settings, holder.pid());
+            call.tell();
             const int result = holder.run();
             withdraw(std::move(published), *settings, holder.pid());
             return static_cast<ExitCode>(result);

@@ -41,14 +41,16 @@ std::string no_verb(const std::u16string& word) {
     return text;
 }
 
-ExitCode run_verb(const Tokens& args, std::ostream& out, std::ostream& err, Tokens& successor) {
+ExitCode run_verb(const Tokens& args, std::ostream& out, std::ostream& err, const std::function<void()>& tell,
+                  Tokens& successor) {
     const std::u16string word = verb_meant(args.front());
     std::string name = "orvane-config";
     try {
         const Verb* const verb = verb_of(qel::i18n::ustring_to_utf8(word));
         if (verb == nullptr) throw Misused(no_verb(word));
         name += " " + std::string(verb->name);
-        const Call call = read_call(*verb, Tokens(args.begin() + 1, args.end()), out, err);
+        Call call = read_call(*verb, Tokens(args.begin() + 1, args.end()), out, err);
+        call.tell = tell;
         if (call.has(own("help"))) {
             out << help_text(*verb);
             return ExitCode::done;
@@ -91,8 +93,12 @@ ExitCode run(const Tokens& args, std::ostream& out, std::ostream& err) {
     }
     std::ostringstream answer, complaint;
     Tokens successor;
-    const ExitCode code = run_verb(args, answer, complaint, successor);
-    write(complaint.str(), Stream::err, err);
+    const auto tell = [&] {
+        write(complaint.str(), Stream::err, err);
+        complaint.str({});
+    };
+    const ExitCode code = run_verb(args, answer, complaint, tell, successor);
+    tell();
     errno = 0;
     if (!write(answer.str(), Stream::out, out)) {
         const int error = errno;

@@ -8,7 +8,8 @@
 
 namespace orvane {
 
-/// Runs the tool with `args`: answers go to `out`, diagnostics to `err`, each in one piece.
+/// Runs the tool with `args`: answers go to `out`, diagnostics to `err`, each in one piece unless a
+/// verb waits in between.
 ExitCode run(const Tokens& args, std::ostream& out, std::ostream& err);
 
 } // namespace orvane
