@@ -8,7 +8,6 @@
 
 #include <boost/throw_exception.hpp>
 
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <locale>
@@ -49,12 +48,12 @@ Path write_file(const Path& file, const T& value) {
 /// The content of a regular file that a single read gets completely; not set for other files. Two reads could give the
 /// front of an old value and the end of a longer new one, if a writer comes between them.
 inline optional<std::string> read_at_once(std::ifstream& in, const std::filesystem::path& name) {
-    // What is larger may fill the stream's buffer, and then there may be more in the file.
-    constexpr std::streamsize less_than_a_buffer = BUFSIZ - 1;
+    // What fills the stream's buffer may not be all of the file. Of the C++ libraries, MinGW's reads the least at once.
+    constexpr std::streamsize least_buffer = 511;
     in.peek(); // fills the buffer
     const std::streamsize size = in.rdbuf()->in_avail();
     std::error_code ignored;
-    if (!in.good() || size >= less_than_a_buffer || !std::filesystem::is_regular_file(name, ignored))
+    if (!in.good() || size >= least_buffer || !std::filesystem::is_regular_file(name, ignored))
         return {};
     std::string text(static_cast<std::size_t>(size), '\0');
     in.rdbuf()->sgetn(text.data(), size);
