@@ -53,8 +53,7 @@ inline optional<std::string> read_at_once(std::ifstream& in, const std::filesyst
     in.peek(); // fills the buffer
     const std::streamsize size = in.rdbuf()->in_avail();
     std::error_code ignored;
-    if (!in.good() || size >= least_buffer || !std::filesystem::is_regular_file(name, ignored))
-        return {};
+    if (!in.good() || size >= least_buffer || !std::filesystem::is_regular_file(name, ignored)) return {};
     std::string text(static_cast<std::size_t>(size), '\0');
     in.rdbuf()->sgetn(text.data(), size);
     return text;
