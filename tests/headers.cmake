@@ -1,5 +1,5 @@
-# Every public header compiles alone, and on Windows also after <windows.h>. No macro of ours remains defined except those
-# with the library's prefix.
+# Every public header compiles alone, and all of them together with every compiler, on Windows after <windows.h>. No macro of
+# ours remains defined except those with the library's prefix.
 set(rules -std=c++20 -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 set(include ${SOURCE}/include ${SOURCE}/platform/include)
 set(flags -I${SOURCE}/include -I${SOURCE}/platform/include)
@@ -31,20 +31,23 @@ foreach(file ${files})
 endforeach()
 list(REMOVE_DUPLICATES own)
 
+list(GET COMPILERS 0 compiler)
 foreach(root ${include})
     file(GLOB_RECURSE headers RELATIVE ${root} ${root}/*.hpp)
     foreach(header ${headers})
-        foreach(compiler ${COMPILERS})
-            compile(${compiler} "#include \"${header}\"\n" -fsyntax-only)
-            if(WINDOWS)
-                compile(${compiler} "#include <windows.h>\n#include \"${header}\"\n" -fsyntax-only)
-            endif()
-        endforeach()
+        compile(${compiler} "#include \"${header}\"\n" -fsyntax-only)
         string(APPEND all "#include \"${header}\"\n")
     endforeach()
 endforeach()
+# Another compiler warns of other things, and what macros break is broken among others, too.
+foreach(other ${COMPILERS})
+    if(WINDOWS)
+        compile(${other} "#include <windows.h>\n${all}" -fsyntax-only)
+    else()
+        compile(${other} "${all}" -fsyntax-only)
+    endif()
+endforeach()
 
-list(GET COMPILERS 0 compiler)
 compile(${compiler} "${all}" -E -dM)
 list(LENGTH own count)
 if(NOT output MATCHES "#define ZEP_CONFIG_API " OR count LESS 5)
