@@ -65,7 +65,8 @@ if __name__ == "__main__":
     arguments = sys.argv[1:]
     table = None
     if arguments[:1] == ["--expect"]:
-        table = expected(arguments[1])
+        table_name = arguments[1]
+        table = expected(table_name)
         arguments = arguments[2:]
     result = measure(arguments)
     for name, figures in result.items():
@@ -73,4 +74,7 @@ if __name__ == "__main__":
     if table is not None:
         faults = compare(result, table)
         print("\n".join(faults))
+        if faults:
+            print("If that is intended, as when a flag is added, save the new figures: replace the rows of the table in",
+                  table_name, "by those above, and say in the commit why they changed.")
         sys.exit(1 if faults else 0)

@@ -17,5 +17,9 @@ cmake -S . -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_
 ninja -C "$work/build" parse_test records_test
 "$work/build/tests/parse_test" --gtest_brief=1
 "$work/build/tests/records_test" --gtest_brief=1
+scripts/settings-schema >schema.json
+for setting in drain_timeout drain DrainSettings; do
+    grep -q "\"$setting\": {" schema.json || { echo "the schema has no $setting" >&2; exit 1; }
+done
 # Of the tool, the list that has to name every flag is enough.
 c++ -std=c++20 -fsyntax-only -I include -I platform/include -I tools/orvane-config tools/orvane-config/reference/reference.cpp

@@ -1,5 +1,8 @@
 # Compares the names that a library exports with the list under version control:
-# cmake -DNM=... -DCXXFILT=... -DLIBRARY=... -DWINDOWS=0|1 -DLIST=... -P compare_exports.cmake
+# cmake -DNM=... -DCXXFILT=... -DLIBRARY=... -DWINDOWS=0|1 -DLIST=... [-DDATA=...] -P compare_exports.cmake
+#
+# What belongs to a record or a flag is not in the list: it follows from fields.txt and flags.txt in DATA. The tests compile
+# only if the accessors there have the listed types.
 #
 # The two systems differ in two ways, and both are handled only here: a 64-bit unsigned number has another type; and a DLL
 # exports a typeinfo, but not the text that it points to.
@@ -32,6 +35,41 @@ string(REGEX REPLACE "@+ZEP_CONFIG_[0-9]+" "" lines "${lines}")
 string(REGEX REPLACE "\n+" ";" exported "${lines}")
 list(FILTER exported EXCLUDE REGEX "^(ZEP_CONFIG_[0-9]+)?$")
 list(REMOVE_DUPLICATES exported)
+if(DATA)
+    file(STRINGS ${DATA}/fields.txt rows REGEX "^( |[A-Z])")
+    set(any_record "")
+    foreach(row IN LISTS rows)
+        if(row MATCHES "^([A-Za-z]+)")
+            set(record qel::config::${CMAKE_MATCH_1})
+            string(APPEND any_record "|${CMAKE_MATCH_1}")
+            set(class ${record}::${CMAKE_MATCH_1})
+            set(constructors ${exported})
+            list(FILTER constructors INCLUDE REGEX "^${class}\\(")
+            list(REMOVE_ITEM constructors "${class}()" "${class}(${record} const&)" "${class}(${record}&&)")
+            list(LENGTH constructors number)
+            if(number EQUAL 1)
+                list(REMOVE_ITEM exported ${constructors})
+            else()
+                list(APPEND expected "${class}(one that takes the fields)")
+            endif()
+            list(APPEND expected "${class}()" "${class}(${record} const&)" "${class}(${record}&&)"
+                "${record}::~${CMAKE_MATCH_1}()" "${record}::operator=(${record} const&)" "${record}::operator=(${record}&&)")
+            foreach(operator == != < <= > >=)
+                list(APPEND expected "${record}::operator${operator}(${record} const&) const")
+            endforeach()
+        elseif(row MATCHES "([a-z_]+)$")
+            set(name ${record}::${CMAKE_MATCH_1})
+            list(APPEND expected "${name}()" "${name}() const" "${name}(value)")
+        endif()
+    endforeach()
+    string(SUBSTRING "${any_record}" 1 -1 any_record)
+    list(TRANSFORM exported REPLACE "^(qel::config::(${any_record})::[a-z_]+)\\(.+\\)$" "\\1(value)")
+    file(STRINGS ${DATA}/flags.txt rows REGEX "^[a-z]")
+    foreach(row IN LISTS rows)
+        string(REGEX REPLACE "[|].*" "" name "${row}")
+        list(APPEND expected "qel::config::option::${name}()")
+    endforeach()
+endif()
 list(SORT exported)
 
 set(unlisted ${exported})
@@ -45,5 +83,5 @@ foreach(name IN LISTS missing)
     message("listed, but not exported: ${name}")
 endforeach()
 if(unlisted OR missing)
-    message(FATAL_ERROR "The interface has changed. If it is meant to, change ${LIST} too.")
+    message(FATAL_ERROR "The interface has changed. If it is meant to, change ${LIST} too; for records and flags, ${DATA}.")
 endif()

@@ -84,7 +84,7 @@ def outcome(answer, base):
                    for name, value in answer["settings"].items() if value != base.get(name)]
 
 
-for _, (record,), fields in rows("fields.txt"):
+for _, (record, _), fields in rows("fields.txt"):
     records[record] = {name: kind for kind, name in (field.rsplit(" ", 1) for field in fields)}
 
 with tempfile.TemporaryDirectory() as place:

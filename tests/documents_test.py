@@ -34,6 +34,7 @@ NOT_RUN = [
     ("CONTRIBUTING.md", "scripts/test rules dev", STAGE),
     ("docs/adding-a-flag.md", "cmake --build --preset dev", "tests/adding_a_flag.sh follows this page in a copy of the tree"),
     ("docs/adding-a-flag.md", "build/dev/tools/orvane-config/orvane-config flags", "changes the tree; the test flags_document compares"),
+    ("docs/adding-a-flag.md", "scripts/settings-schema >", "changes the tree; the test tool_reference compares"),
     ("docs/adding-a-flag.md", "ctest --preset dev", STAGE),
     ("docs/getting-started.md", "scripts/debian-packages", PACKAGES),
     ("docs/getting-started.md", "sudo apt-get install", PACKAGES),
@@ -57,7 +58,7 @@ NOT_RUN = [
 # Document, language, how a block begins, and what checks it.
 CHECKED_BY = [
     ("README.md", "cpp", "#include", "snippets_test"),
-    ("docs/adding-a-flag.md", "diff", "--- a/", "tests/adding_a_flag.sh"),
+    ("docs/adding-a-flag.md", "diff", "--- ", "tests/adding_a_flag.sh"),
     ("docs/design.md", "text", "include/qel/config/", "test_the_picture_of_the_tree_names_what_is_there"),
     ("docs/embedding.md", "gdb", "(gdb) print", "gdb_test.py, which used_by_find_package runs, prints the same"),
     ("docs/formats.md", "ini", "ExecStart=", "test_the_line_of_a_unit_starts_the_server"),

@@ -23,8 +23,12 @@ struct Field {
     void (R::*set)(const T&);
 };
 
+#define ZEP_TEXT_OF(name) #name
+#define ZEP_TEXT(name) ZEP_TEXT_OF(name)
 #define ZEP_EACH_RECORD "../tests/fields_of.inl" // as seen from include/
 #include "qel/config/detail/each_record.inl"
+#undef ZEP_TEXT
+#undef ZEP_TEXT_OF
 
 template <class R>
 constexpr const R* no_record = nullptr;
@@ -53,6 +57,8 @@ T sample(int n) {
         return std::apply([n]<class... F>(const Field<T, F>&...) { return T(sample<F>(n)...); }, fields_of(no_record<T>));
     else {
         T result; // a container, or the TLS settings
+        static_assert(is_same_v<T, SslContext> || requires { result.insert(result.end(), *result.begin()); },
+                      "a field has a type without samples: add it here; if it is a record, add it to each_record.inl");
         if constexpr (is_same_v<T, SslContext>) result.cipher_list(sample<optional<std::string>>(n));
         else for (int i = 1; i <= n; ++i) result.insert(result.end(), sample<typename T::value_type>(i));
         return result;
@@ -76,6 +82,8 @@ std::string as_text(const T& value) {
         for (const auto& element : value) text += (text.empty() ? "" : ", ") + as_text(element);
         return "[" + text + "]";
     } else {
+        static_assert(is_same_v<T, SslContext> || requires { fields_of(no_record<T>); },
+                      "a field has a type without a text: add it here; if it is a record, add it to each_record.inl");
         std::string text;
         const auto add = [&](const std::string& name, const auto& now, const auto& fresh) {
             if (!(now == fresh)) text += (text.empty() ? "" : " ") + name + "=" + as_text(now);

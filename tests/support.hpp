@@ -8,6 +8,7 @@
 #include <boost/algorithm/string/split.hpp>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <deque>
 #include <fstream>
 #include <sstream>
@@ -85,6 +86,24 @@ inline std::vector<Case> read_cases(const std::string& file_name) {
     }
     EXPECT_FALSE(cases.empty()) << file_name << " has no cases";
     return cases;
+}
+
+/// Names what only one of the lists has; if they differ in nothing else, what is at another place.
+inline void expect_same_lists(const Lines& listed, const Lines& golden, const std::string& file_name) {
+    const auto only = [](const Lines& here, const Lines& there) {
+        Lines found;
+        std::ranges::copy_if(here, std::back_inserter(found),
+                             [&](const auto& one) { return std::ranges::count(there, one) == 0; });
+        return found;
+    };
+    for (const std::string& one : only(listed, golden))
+        ADD_FAILURE() << "not in tests/data/" << file_name << ": " << one;
+    for (const std::string& one : only(golden, listed))
+        ADD_FAILURE() << "only in tests/data/" << file_name << ": " << one;
+    if (testing::Test::HasFailure()) return;
+    EXPECT_EQ(listed.size(), golden.size());
+    for (std::size_t i = 0; i < std::min(listed.size(), golden.size()); ++i)
+        ASSERT_EQ(listed[i], golden[i]) << "at another place in tests/data/" << file_name;
 }
 
 /// Code and text, unless the parse succeeded silently; then each field that differs from `base`, in the form of the

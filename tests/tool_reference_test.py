@@ -104,18 +104,8 @@ class Reference(unittest.TestCase):
         self.assertEqual(described - named, set())
         first_columns = re.findall(r"^\| (`.*?`) \|", page, re.M)
         self.assertEqual({name for cell in first_columns for name in re.findall(r"\.?(\w+)`", cell)} - described, set())
-        # A schema of records that is typed by hand, as the list of their fields is.
-        kinds = {"bool": "boolean", "std::string": "string", "std::u16string": "string", "Path": "string", "unsigned short": "integer",
-                 "unsigned int": "integer", "std::uint64_t": "integer", "std::vector": "array", "std::set": "array"}
-        for line in (DATA / "fields.txt").read_text().splitlines():
-            if line and line[0] not in "# ":
-                record = settings if line == "ServerSettings" else settings["$defs"][line]
-            elif line and line[0] == " ":
-                kind, name = re.match(r" +(?:optional<)?(.*?)(?:<.*)?>? (\w+)$", line).groups()
-                self.assertIn(name, record["required"])
-                described = record["properties"][name]
-                self.assertIn(kinds.get(kind, "null"), ["null", described.get("type"), *described.get("type", [])], line)
-                self.assertEqual("optional" in line, "null" in str(described), line)
+        made = subprocess.run([sys.executable, DATA.parents[1] / "scripts/settings-schema"], capture_output=True, text=True, check=True).stdout
+        self.assertEqual(json.loads(made), settings, "run scripts/settings-schema >tools/orvane-config/schemas/settings.json")
 
 
 unittest.main()

@@ -51,6 +51,7 @@ json::value to_json(const std::pair<std::u16string, std::u16string>& entry) {
     return {{"key", to_json(entry.first)}, {"value", to_json(entry.second)}};
 }
 
+json::value to_json(const AccessMap& clients);
 template <Record T>
 json::value to_json(const T& record);
 template <class T>
@@ -60,11 +61,19 @@ json::value to_json(const std::vector<T>& values);
 template <class T>
 json::value to_json(const std::set<T>& values);
 
+template <class T>
+json::value json_of(const T& value) {
+    static_assert(
+        requires { to_json(value); },
+        "a field has a type without JSON: add a to_json above; a record has to be in each_record.inl");
+    return to_json(value);
+}
+
 template <class Elements>
 json::value array_of(const Elements& values) {
     json::array array;
     for (const auto& value : values)
-        array.push_back(to_json(value));
+        array.push_back(json_of(value));
     return array;
 }
 
@@ -77,7 +86,7 @@ json::value to_json(const AccessMap& clients) {
 
 template <class T>
 json::value to_json(const optional<T>& value) {
-    return value ? to_json(*value) : json::value();
+    return value ? json_of(*value) : json::value();
 }
 template <class T>
 json::value to_json(const std::vector<T>& values) {
@@ -91,7 +100,7 @@ json::value to_json(const std::set<T>& values) {
 template <Record T>
 json::value to_json(const T& record) {
     json::object object;
-    for_each_field(record, [&](const char* name, const auto& value) { object[name] = to_json(value); });
+    for_each_field(record, [&](const char* name, const auto& value) { object[name] = json_of(value); });
     return object;
 }
 
