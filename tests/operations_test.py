@@ -140,7 +140,7 @@ class Machines(unittest.TestCase):
                 self.machine.expect(0, f"unshare --pid --fork --mount-proc {root}{shlex.join(start)} >/tmp/said 2>&1 & container=$!")
                 inside = "$(cat /proc/$container/task/$container/children)"
                 probe = f"nsenter --target {inside} --pid --mount --root env --chdir=/ {root}"
-                self.machine.expect(0, f"for try in {{1..50}}; do sleep 0.1; {probe}{shlex.join(probes[0])} && break; done || cat /tmp/said")
+                self.machine.expect(0, f"(for try in {{1..50}}; do sleep 0.1; {probe}{shlex.join(probes[0])} && exit; done; cat /tmp/said; exit 1)")
                 self.assertEqual(self.machine.run("cat /run/orvane/main.pid"), ("1", 0), name)
                 for words in probes:
                     self.machine.expect(0, probe + shlex.join(words))
