@@ -50,6 +50,7 @@ class Machine:
         return found
 
     def booted(self):
+        assert self.box.poll() is None, "the machine could not be made"
         children = Path(f"/proc/{self.box.pid}/task/{self.box.pid}/children").read_text().split()
         enter = children and ["nsenter", "--target", children[0], "--all", "--root"]
         asked = enter and subprocess.run([*enter, "/bin/systemctl", "is-system-running"], capture_output=True, check=False)
