@@ -69,7 +69,8 @@ set(programs ${WORK}/bin)
 if(WAY STREQUAL "add_subdirectory")
     # A strict server passes its flags on to what it takes in.
     set(FLAGS "-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wundef -Wold-style-cast -Werror")
-    set(options -DZEP_CONFIG_SOURCE=${SOURCE})
+    # The stage bench compiles each source of the library alone.
+    set(options -DZEP_CONFIG_SOURCE=${SOURCE} -DCMAKE_UNITY_BUILD=ON)
     build(${SOURCE}/tests/use/embedding ${options})
     # What is installed must not need the build directory.
     run(${CMAKE_COMMAND} --install ${WORK}/embedding --prefix ${stage})
@@ -90,7 +91,7 @@ if(WAY STREQUAL "add_subdirectory")
     endif()
 elseif(WAY STREQUAL "minimal")
     set(FLAGS "")
-    build(${SOURCE}/tests/use/minimal -DZEP_CONFIG_SOURCE=${SOURCE} -DZEP_CONFIG_WERROR=ON)
+    build(${SOURCE}/tests/use/minimal -DZEP_CONFIG_SOURCE=${SOURCE} -DZEP_CONFIG_WERROR=ON -DCMAKE_UNITY_BUILD=ON)
     run(${CMAKE_COMMAND} -E chdir ${WORK} ${EMULATOR} ${programs}/minimal${SUFFIX})
     return()
 elseif(WAY STREQUAL "zip")

@@ -13,13 +13,14 @@ struct Text {
     std::string_view name, text;
 };
 
-constexpr std::string_view purpose = "A running server publishes small files, so that programs that know its "
-                                     "flags can find it. The directories are "
-                                     "those of {pid_root} and {endpoint_root}. A server publishes the pid "
-                                     "file first, an endpoint file when its "
-                                     "listener accepts connections, and removes all of them when it ends.";
+constexpr std::string_view description =
+    "A running server publishes small files, so that programs that know its "
+    "flags can find it. The directories are "
+    "those of {pid_root} and {endpoint_root}. A server publishes the pid "
+    "file first, an endpoint file when its "
+    "listener accepts connections, and removes all of them when it ends.";
 
-constexpr Text files[] = {
+constexpr Text runtime_files[] = {
     {"PID_ROOT/main.pid", "The process ID, in decimal digits: 4711"},
     {"ENDPOINT_ROOT/control", "Address and port of the control interface: 127.0.0.1:9920, or [::1]:9920"},
     {"ENDPOINT_ROOT/http", "Host name and port of the HTTP listener, in UTF-8: www.example.org:9910"},
@@ -44,7 +45,7 @@ constexpr struct {
     {FileState::malformed, "The file is not what a server writes."},
 };
 
-constexpr Text examples[] = {
+constexpr Text uses[] = {
     {"Find the server with these flags:",
      "orvane-config locate {auto_deploy_root} /srv/orvane/deploy {pid_root} /run/orvane"},
     {"Publish the files for a program that does not write them:",
@@ -54,8 +55,8 @@ constexpr Text examples[] = {
 } // namespace
 
 void write_files(std::ostream& out) {
-    out << ".SH DESCRIPTION\n" << roff(with_flags(purpose)) << "\n.SH FILES\n";
-    for (const auto& [name, text] : files)
+    out << ".SH DESCRIPTION\n" << roff(with_flags(description)) << "\n.SH FILES\n";
+    for (const auto& [name, text] : runtime_files)
         out << ".TP\n.I " << roff(name) << '\n' << roff(text) << '\n';
     out << ".PP\n"
         << roff(format) << "\n.SH STATES\n"
@@ -63,7 +64,7 @@ void write_files(std::ostream& out) {
     for (const auto& [state, meaning] : states)
         out << ".TP\n.B " << roff(to_text(state)) << '\n' << roff(meaning) << '\n';
     out << ".SH EXAMPLES\n";
-    for (const auto& [name, text] : examples)
+    for (const auto& [name, text] : uses)
         out << roff_example(name, with_flags(text));
 }
 

@@ -30,8 +30,8 @@ std::string roff(std::string_view text) {
     return escaped;
 }
 
-std::string roff_example(std::string_view purpose, std::string_view command) {
-    return ".TP\n" + roff(purpose) + "\n.nf\n" + roff(command) + "\n.fi\n";
+std::string roff_example(std::string_view what, std::string_view command) {
+    return ".TP\n" + roff(what) + "\n.nf\n" + roff(command) + "\n.fi\n";
 }
 
 std::string roff_title(std::string_view text) {

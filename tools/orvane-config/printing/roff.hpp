@@ -10,7 +10,7 @@ namespace orvane {
 std::string roff(std::string_view text);
 
 /// A command and what it is for.
-std::string roff_example(std::string_view purpose, std::string_view command);
+std::string roff_example(std::string_view what, std::string_view command);
 
 /// As the heading of a section is written.
 std::string roff_title(std::string_view text);

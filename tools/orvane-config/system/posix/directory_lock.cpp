@@ -30,14 +30,16 @@ struct flock byte_of(unsigned pid, short kind) {
     return byte;
 }
 
+} // namespace
+
 /// Closed with its owner. The command does not inherit it: it may leave processes that never end.
-class Directory {
+class OpenDirectory {
 public:
-    explicit Directory(const Path& path)
+    explicit OpenDirectory(const Path& path)
         : descriptor_(open(name_of(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
-    Directory(const Directory&) = delete;
-    Directory& operator=(const Directory&) = delete;
-    ~Directory() {
+    OpenDirectory(const OpenDirectory&) = delete;
+    OpenDirectory& operator=(const OpenDirectory&) = delete;
+    ~OpenDirectory() {
         if (descriptor_ >= 0) close(descriptor_);
     }
     int get() const { return descriptor_; }
@@ -46,15 +48,13 @@ private:
     int descriptor_;
 };
 
-} // namespace
-
 struct DirectoryLock::State {
-    Directory directory;
+    OpenDirectory directory;
     std::string name;
 };
 
 DirectoryLock::DirectoryLock(const Path& directory)
-    : state_(new State{Directory(directory), name_of(directory)}) {
+    : state_(new State{OpenDirectory(directory), name_of(directory)}) {
     if (state_->directory.get() < 0)
         throw std::system_error(errno, std::generic_category(), "cannot open " + state_->name);
 }
@@ -75,7 +75,7 @@ void DirectoryLock::answer_for(unsigned pid) {
 }
 
 bool is_answered_for(const Path& path, unsigned pid) {
-    const Directory directory(path);
+    const OpenDirectory directory(path);
     struct flock byte = byte_of(pid, F_WRLCK);
     return directory.get() >= 0 && fcntl(directory.get(), F_OFD_GETLK, &byte) == 0 && byte.l_type != F_UNLCK;
 }
