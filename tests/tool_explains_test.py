@@ -132,7 +132,7 @@ class Explains(unittest.TestCase):
         secured = re.findall(r"^### `(--[\w-]+)", run("flags", "--format", "markdown")[1].split("\n## ")[3], re.M)
         alone = ask("check", sum((self.examples[flag][0] for flag in secured[1:]), REQUIRED))
         self.assertEqual([one["text"].split()[-2:] for one in alone["warnings"] if one["id"] == "no-effect"], [["without", "--https"]] * 13)
-        elsewhere = sum((names.split(", ") for names in re.findall("^- Elsewhere: (.*)$", run("flags", "--format", "markdown")[1], re.M)), [])
+        elsewhere = sum((names.split(", ") for names in re.findall("^- In other servers: (.*)$", run("flags", "--format", "markdown")[1], re.M)), [])
         self.assertEqual(sorted({*elsewhere} - {flag[2:] for flag in flags}), sorted(elsewhere), "a name means one flag")
         for words, pattern in [(["flags", "--format", "markdown"], r"^### `(--\S+?)[ `]"), (["manual", "flags"], r"^\.BI (\S+)")]:
             found = re.findall(pattern, run(*words)[1], re.M)

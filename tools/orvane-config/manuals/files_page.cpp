@@ -24,7 +24,7 @@ constexpr Text runtime_files[] = {
     {"PID_ROOT/main.pid", "The process ID, in decimal digits: 4711"},
     {"ENDPOINT_ROOT/control", "Address and port of the control interface: 127.0.0.1:9920, or [::1]:9920"},
     {"ENDPOINT_ROOT/http", "Host name and port of the HTTP listener, in UTF-8: www.example.org:9910"},
-    {"ENDPOINT_ROOT/https", "The same of the HTTPS listener."},
+    {"ENDPOINT_ROOT/https", "The same for the HTTPS listener."},
 };
 
 constexpr std::string_view format = "No file ends with a newline. Digits are not grouped. A file is "
@@ -60,7 +60,7 @@ void write_files(std::ostream& out) {
         out << ".TP\n.I " << roff(name) << '\n' << roff(text) << '\n';
     out << ".PP\n"
         << roff(format) << "\n.SH STATES\n"
-        << roff("'orvane-config locate' tells these states of a file:") << '\n';
+        << roff("'orvane-config locate' reports one of these states for each file:") << '\n';
     for (const auto& [state, meaning] : states)
         out << ".TP\n.B " << roff(to_text(state)) << '\n' << roff(meaning) << '\n';
     out << ".SH EXAMPLES\n";

@@ -25,7 +25,7 @@ constexpr Entry environment[] = {
     {"SSL_CERT_FILE, SSL_CERT_DIR",
      "Where 'preflight' looks for the certificates of the system instead of OpenSSL's usual places."},
     {"NO_COLOR", "If set and not empty, faults are not coloured on a terminal."},
-    {"TERM", "If it is 'dumb', faults are not coloured, either."},
+    {"TERM", "If it is 'dumb', faults are not coloured."},
 };
 
 /// They build on each other.
@@ -59,7 +59,10 @@ void write_verbs(std::ostream& out) {
     out << ".SH SYNOPSIS\n.nf\n";
     for (const Verb& verb : verbs)
         out << roff(synopsis_of(verb)) << '\n';
-    out << ".fi\n.SH DESCRIPTION\n" << roff(purpose) << "\n.SH VERBS\n";
+    out << ".fi\n.SH DESCRIPTION\n"
+        << roff(purpose) << '\n'
+        << roff("FLAGS are the server's flags: see orvane-flags(7). A token is a flag or a value.")
+        << "\n.SH VERBS\n";
     for (const Verb& verb : verbs)
         write(roff(with(verb.name, verb.arguments)), meaning(verb), out);
 }

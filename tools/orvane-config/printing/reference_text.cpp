@@ -33,7 +33,7 @@ std::vector<std::pair<std::string, std::string>> details(const Reference& one) {
     std::vector<std::pair<std::string, std::string>> rows = {{"Sets", settings(one)},
                                                              {"Repeated", one.repeated()}};
     if (!one.raw_relations.empty()) rows.emplace_back("Relations", one.relations());
-    if (!one.synonyms.empty()) rows.emplace_back("Elsewhere", other_names(one));
+    if (!one.synonyms.empty()) rows.emplace_back("In other servers", other_names(one));
     rows.emplace_back("Example", one.example());
     return rows;
 }

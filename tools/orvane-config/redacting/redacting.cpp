@@ -116,8 +116,9 @@ std::vector<Tokens> redacted(const std::vector<Tokens>& lines) {
                       (lines.size() != 2 || ((lines[0] == lines[1]) == (made[0] == made[1]) &&
                                              differing(before) == differing(after)));
     if (!same)
-        throw std::runtime_error(
-            "the line cannot be redacted: with placeholders, other things would be found in it");
+        throw std::runtime_error("cannot redact this command line: placeholders would change its faults, "
+                                 "warnings or settings; replace "
+                                 "private words by hand");
     return made;
 }
 

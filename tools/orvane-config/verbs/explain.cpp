@@ -68,21 +68,22 @@ void write_entries_as_json(const Entries& kinds, std::ostream& out) {
 constexpr struct {
     const char *about, *heading, *where;
 } parts[] = {
-    {"fault", "Faults", "What the library refuses while it reads a line."},
+    {"fault", "Faults", "What the library refuses while it reads the flags."},
     {"rule", "Rules",
-     "What it refuses because settings do not go together. [validation-rules.md](validation-rules.md) has "
+     "What the library refuses because settings conflict with or require each other. "
+     "[validation-rules.md](validation-rules.md) has "
      "the library's texts."},
     {"warning", "Warnings",
-     "What the server accepts, but that was probably not intended. With `--strict`, `check` "
-     "fails on warnings; `--ignore ID` turns one kind off. Each value gets at most one "
-     "warning about its text."},
+     "What the server accepts although it was probably not intended. With `--strict`, `check` fails on "
+     "warnings. `--ignore ID` turns one kind off. Each value gets at most one warning about its text."},
 };
 
 /// By groups, in which the kinds are together.
 void write_findings(std::ostream& out) {
     out << "## Findings\n\nWhat `preflight` finds on a machine: see [preflight.md](preflight.md). A blocking "
-           "finding would stop the server, or make a setting useless. An unknown one could not be told: the "
-           "server does not count as ready.\n";
+           "finding would stop the server, or make a setting useless. An unknown finding means that "
+           "preflight "
+           "could not tell: the server does not count as ready.\n";
     const std::string_view none = "-";
     std::string_view group = none;
     for (const readiness::KindOfFinding& kind : readiness::kinds_of_findings()) {
@@ -96,12 +97,12 @@ void write_findings(std::ostream& out) {
 }
 
 void write_page_of_entries(const Entries& kinds, std::ostream& out) {
-    out << "# What the tool finds, by id\n\n`orvane-config explain ID` prints one entry. The ids are in JSON "
-           "answers, "
-        << "after warnings, and with `--ids` after everything else that `check`, `show` and `fix` find. "
-           "Without an "
-        << "ID it also lists what `preflight` finds on a machine. An example is what follows `"
-        << flag_with(Trait::required).flag << " DIRECTORY` in a line.\n\n";
+    out << "# What the tool finds, by id\n\n`orvane-config explain ID` prints one entry, and without ID all "
+           "of "
+           "them. The id is in brackets after a warning or a finding of `preflight`. JSON answers have all "
+           "ids, "
+           "and `--ids` prints them after faults and rules, too. An example is what follows `"
+        << flag_with(Trait::required).flag << " DIRECTORY` in a command line.\n\n";
     for (const auto& part : parts) {
         out << "## " << part.heading << "\n\n" << part.where << "\n\n";
         Entries some;

@@ -31,8 +31,8 @@ inline constexpr OwnOption own_options[] = {
     {"tidy",      "",                "convert",                       "leave out what has no effect, and sort the flags as the reference does; "
                                                                       "the settings stay the same"},
     {"program",   "PATH",            "convert",                       "put this program before the flags"},
-    {"preflight", "",                "exec",                          "also check the machine, as the verb preflight does, and stop if the "
-                                                                      "server would not start, or if that cannot be told"},
+    {"preflight", "",                "exec",                          "also check the machine, as the verb preflight does; do not start COMMAND "
+                                                                      "if the server would not start, or if preflight cannot tell"},
     {"only",    "GROUP[,GROUP]...",  "preflight",                     "check only these groups"},
     {"skip",    "GROUP[,GROUP]...",  "preflight",                     "do not check these groups"},
     {"network", "",                  "preflight",                     "also connect to the caches that the server attaches to"},
@@ -40,9 +40,9 @@ inline constexpr OwnOption own_options[] = {
     {"ids",     "",                  "check show fix preflight",      "print the id of each fault and rule after its text"},
     {"get",     "SETTING",           "show",                          "print only the value of this setting, one line per element of a list; "
                                                                       "the exit code is 4 if it is not set"},
-    {"redact",  "",                "check show fix convert diff",    "put placeholders for paths, hosts, names and user data, for a bug report; "
-                                                                      "what is found stays the same; the names of files stay"},
-    {"quiet",   "",                  "check",                         "print nothing about the FLAGS: the exit code says whether they are accepted"},
+    {"redact",  "",                "check show fix convert diff",    "replace paths, hosts, names and user data by placeholders, for a bug "
+                                                                      "report; faults and warnings stay the same; the name of FILE stays"},
+    {"quiet",   "",                  "check",                         "print nothing about FLAGS; the exit code says whether they are accepted"},
     {"format",  "text|markdown|json", "flags explain",                "output format; by default text"},
     {"for",     "NAME",              "completions",                   "complete the flags of a server called NAME, instead of orvane-config"},
     {"help",    "",                  "",                              "print this help"},

@@ -58,7 +58,7 @@ inline constexpr Verb verbs[] = {
      "WORD can be another server's name for a flag, a setting, or a word of the meaning."},
     {"Reference",       "explain",     "[ID]",                         explain,
      "explain what the tool finds, by its id",
-     "An entry has cause, example and fix. Without ID, all entries are printed."},
+     "It says what is wrong, and how to fix it. Without ID, it prints all entries."},
     {"Reference",       "manual",      "tool|flags|files",             manual,
      "print a manual page: tool, flags or runtime files",
      "'man -l FILE' shows it."},
