@@ -50,8 +50,8 @@ class Tool(unittest.TestCase):
         self.addCleanup(lambda: (process.kill(), process.wait()))
         return process
 
-    def publisher(self, *command, flags=FLAGS):
-        process = self.start(*TOOL, "publish", *flags, *command)
+    def publisher(self, *command, flags=FLAGS, options=()):
+        process = self.start(*TOOL, "publish", *options, *flags, *command)
         until(lambda: state(*flags) == "alive 0")
         return process
 
@@ -123,6 +123,20 @@ class Tool(unittest.TestCase):
         self.assertEqual(run(*TOOL, "publish", *FLAGS)[0], 1)
         publisher.kill()
         self.publisher()
+
+    def test_endpoints_are_published_when_somebody_can_connect(self):
+        os.mkdir("gate")
+        Path("http").write_text("left:1")
+        with socket.socket() as listener:
+            listener.bind(("127.0.0.1", 0))  # and does not listen yet
+            publisher = self.start(*TOOL, "publish", "--ready", f"127.0.0.1:{listener.getsockname()[1]}", *FLAGS, *HELD)
+            until(lambda: state(*PID_FLAGS) == "alive 0")
+            time.sleep(0.1)  # in which it tries to connect
+            self.assertEqual(sorted(os.listdir()), ["gate", "main.pid"])
+            listener.listen()
+            until(lambda: state() == "alive 0")
+            Path("gate/control").write_text("h:1")
+            self.expect_end(publisher, 0, ["gate"])
 
     @unittest.skipUnless(HERE and run(*CONTAINER, "true")[0] == 0, "there are no pid namespaces, or they may not be made")
     def test_containers_that_share_a_directory_do_not_overwrite_each_other(self):
@@ -214,8 +228,8 @@ class Tool(unittest.TestCase):
         with socket.create_server(("127.0.0.1", 0)) as free:
             port = str(free.getsockname()[1])
         server = [sys.executable, "-m", "http.server", port, "--bind", "127.0.0.1"]
-        publisher = self.publisher("--", *server, flags=[*FLAGS[:-1], "127.0.0.1:" + port])
-        until(lambda: run("sh", "-c", "curl --fail http://$(cat http)/")[0] == 0)
+        publisher = self.publisher("--", *server, flags=[*FLAGS[:-1], "127.0.0.1:" + port], options=["--ready", "127.0.0.1:" + port])
+        self.assertEqual(run("sh", "-c", "curl --fail http://$(cat http)/")[0], 0)
         self.assertEqual(run("pgrep", "-F", "main.pid")[:2], (0, main_pid.read_text() + "\n"))
         daemon = ["start-stop-daemon", "--pidfile", main_pid.resolve()]
         self.assertEqual(run(*daemon, "--status")[0], 0)

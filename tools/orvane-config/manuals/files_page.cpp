@@ -37,7 +37,8 @@ constexpr struct {
     FileState state;
     std::string_view meaning;
 } states[] = {
-    {FileState::alive, "The process that published the file is running."},
+    {FileState::alive,
+     "The process in main.pid is running, or its 'publish' is. It may not accept connections yet."},
     {FileState::published, "An endpoint is published, but no pid file tells whether its process is running."},
     {FileState::not_published, "There is no such file."},
     {FileState::starting, "The file exists and is still empty."},
@@ -50,6 +51,10 @@ constexpr Text uses[] = {
      "orvane-config locate {auto_deploy_root} /srv/orvane/deploy {pid_root} /run/orvane"},
     {"Publish the files for a program that does not write them:",
      "orvane-config publish {auto_deploy_root} /srv/orvane/deploy {pid_root} /run/orvane -- sleep 60"},
+    {"Publish the endpoints when the program accepts connections:",
+     "orvane-config publish --ready localhost:8080 {auto_deploy_root} /srv/orvane/deploy {pid_root} "
+     "/run/orvane "
+     "{endpoint_root} /run/orvane {http} localhost:8080 -- python3 -m http.server 8080"},
 };
 
 } // namespace

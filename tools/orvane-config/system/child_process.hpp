@@ -3,20 +3,30 @@
 
 #include "system/tokens.hpp"
 
+#include <functional>
 #include <memory>
+#include <stdexcept>
+#include <string>
 
 namespace orvane {
+
+/// Thrown when there is no such command, or it cannot be executed.
+struct NotStarted : std::runtime_error {
+    NotStarted(const std::string& command, const std::string& why, bool is_missing)
+        : runtime_error("cannot start " + command + ": " + why), exit_code(is_missing ? 127 : 126) {}
+    int exit_code; ///< that of shells
+};
 
 /// Runs a command, or nothing, until it is time to go. From construction to the end of this process, whatever asks it to
 /// end (a signal that is not ignored, or the console) is kept back for run(): there may be files to remove.
 class ChildProcess {
 public:
     /// Creates a process for `command`, which does not run yet; without a command there is only this process.
-    /// Throws std::runtime_error.
+    /// Throws NotStarted or another std::runtime_error.
     explicit ChildProcess(const Tokens& command);
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
-    /// A command that has not run never will.
+    /// A command that has not run never will, and one that still runs is ended: it could not be published.
     ~ChildProcess();
 
     /// The command's process identifier, or without one this process's.
@@ -24,9 +34,9 @@ public:
 
     /// Lets the command run, passes signals on to it, and returns its exit code when it has ended; 128 and the
     /// signal's number when that ended it. Without a command, returns when it is time to go: 0 for the ordinary
-    /// signals (INT, TERM, and whatever comes from a Windows console), 128 and the number for others. Throws
-    /// std::runtime_error when the command cannot be started.
-    int run();
+    /// signals (INT, TERM, and whatever comes from a Windows console), 128 and the number for others. Meanwhile, calls
+    /// `is_done` again and again until it is. Throws NotStarted, or what `is_done` throws.
+    int run(const std::function<bool()>& is_done);
 
 private:
     struct State;

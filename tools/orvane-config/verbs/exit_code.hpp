@@ -62,7 +62,9 @@ struct CommandCode {
 inline constexpr CommandCode command_codes[] = {
     {"publish",
      "'publish' ends with the exit code of COMMAND, or with 128 plus the number of the signal that "
-     "ended it; without COMMAND, with 0 after the signals INT and TERM."},
+     "ended it; with 127 if there is no such command, or 126 if it cannot be started; without COMMAND, with "
+     "0 after "
+     "the signals INT and TERM."},
     {"exec", "'exec' ends as COMMAND does, or with 127 if there is no such command, or 126 if it cannot be "
              "started."},
 };

@@ -15,7 +15,7 @@ namespace {
 
 /// Throws Misused when a word leads to nothing.
 Lookup asked_for(const Call& call) {
-    Lookup found = look_up({call.words.begin(), call.words.end()});
+    Lookup found = look_up(std::vector<std::u16string>(call.words.begin(), call.words.end()));
     if (found.unknown.empty()) return found;
     std::string text = "no flag matches '" + found.unknown[0] + "'";
     if (const auto similar = flags_like(normalized(qel::i18n::utf8_to_ustring(found.unknown[0])));

@@ -36,6 +36,7 @@ inline constexpr OwnOption own_options[] = {
     {"only",    "GROUP[,GROUP]...",  "preflight",                     "check only these groups"},
     {"skip",    "GROUP[,GROUP]...",  "preflight",                     "do not check these groups"},
     {"network", "",                  "preflight",                     "also connect to the caches that the server attaches to"},
+    {"ready",   "HOST:PORT",         "publish",                       "publish the endpoints only when this address accepts connections"},
     {"wait",    "SECONDS",           "locate",                        "wait for the server, at most this long"},
     {"ids",     "",                  "check show fix preflight",      "print the id of each fault and rule after its text"},
     {"get",     "SETTING",           "show",                          "print only the value of this setting, one line per element of a list; "

@@ -2,16 +2,20 @@
 #include "runtime/runtime_state.hpp"
 #include "system/child_process.hpp"
 #include "system/directory_lock.hpp"
+#include "system/network.hpp"
 #include "verbs/accepted.hpp"
 #include "verbs/input.hpp"
 
 #include "qel/config/endpoint_files.hpp"
 #include "qel/config/pid_files.hpp"
 #include "qel/i18n/convert.hpp"
+#include "qel/util/native_path.hpp"
 
 #include <boost/asio/ip/tcp.hpp>
 
+#include <charconv>
 #include <chrono>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <ostream>
@@ -27,7 +31,9 @@ using namespace qel::config;
 /// The files of one server, published in order and removed in the reverse order.
 class Published {
 public:
-    Published(const ServerSettings& settings, unsigned pid) : pid_(settings, pid) {
+    Published(const ServerSettings& settings, unsigned pid) : pid_(settings, pid) {}
+
+    void announce_endpoints(const ServerSettings& settings) {
         using boost::asio::ip::address_v4;
         if (settings.control_port()) {
             const tcp_endpoint control(address_v4::loopback(),
@@ -123,9 +129,58 @@ void withdraw(std::unique_ptr<Published> published, const ServerSettings& settin
     if (now.pid != 0 && now.pid != pid) abandoned().push_back(std::move(published));
 }
 
+/// Where the command accepts connections when it is ready.
+struct Listener {
+    std::vector<std::string> addresses;
+    unsigned short port;
+};
+
+Listener listener_in(const std::string& text) {
+    const std::size_t colon = std::min(text.rfind(':'), text.size());
+    std::string host = text.substr(0, colon);
+    if (host.starts_with('[') && host.ends_with(']')) host = host.substr(1, host.size() - 2);
+    unsigned short port = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data() + std::min(colon + 1, text.size()), end, port);
+    if (host.empty() || error != std::errc() || rest != end || port == 0)
+        throw Misused(spelled(own("ready")) + " takes a host and a port, such as localhost:8080, not '" +
+                      text + "'");
+    LookUp found = look_up(qel::i18n::utf8_to_ustring(host));
+    if (found.addresses.empty()) throw std::runtime_error("cannot look up " + host + ": " + found.why);
+    return {std::move(found.addresses), port};
+}
+
+/// Endpoints of a killed server would pass for those of the next one as soon as its pid is published.
+void remove_endpoints(const ServerSettings& settings) {
+    for (const FileReport& file : inspect_runtime_files(settings))
+        if (file.name != "main.pid") std::filesystem::remove(qel::util::filesystem::native(file.path));
+}
+
+/// Publishes the files and runs the command, or waits. The lock is ours.
+int publish(const ServerSettings& settings, const Tokens& command, const std::optional<Listener>& awaited,
+            DirectoryLock& lock) {
+    // Until here, signals end this process as they end any other.
+    ChildProcess holder(command);
+    lock.answer_for(holder.pid());
+    if (awaited) remove_endpoints(settings);
+    auto published = std::make_unique<Published>(settings, holder.pid());
+    if (!awaited) published->announce_endpoints(settings);
+    const int result = holder.run([&] {
+        if (!awaited) return true;
+        constexpr std::chrono::milliseconds patience(200);
+        if (!accepts_connections(awaited->addresses, awaited->port, patience).empty()) return false;
+        published->announce_endpoints(settings);
+        return true;
+    });
+    withdraw(std::move(published), settings, holder.pid());
+    return result;
+}
+
 } // namespace
 
 ExitCode publish(const Call& call) {
+    std::optional<Listener> awaited;
+    if (call.has(own("ready"))) awaited = listener_in(call.value(own("ready")));
     const Input input = input_of(call);
     const auto settings = accepted(input, call.err);
     if (!settings) return ExitCode::refused;
@@ -135,14 +190,14 @@ ExitCode publish(const Call& call) {
         why = other_publisher(*settings, lock);
         if (why.empty()) why = occupant(*settings);
         if (why.empty()) {
-            // Until here, signals end this process as they end any other.
-            ChildProcess holder(input.command.value_or(Tokens()));
-            lock.answer_for(holder.pid());
-            auto published = std::make_unique<Published>(*settings, holder.pid());
             call.tell();
-            const int result = holder.run();
-            withdraw(std::move(published), *settings, holder.pid());
-            return static_cast<ExitCode>(result);
+            try {
+                return static_cast<ExitCode>(
+                    publish(*settings, input.command.value_or(Tokens()), awaited, lock));
+            } catch (const NotStarted& failure) {
+                call.err << "orvane-config: " << failure.what() << '\n';
+                return static_cast<ExitCode>(failure.exit_code);
+            }
         }
     }
     call.err << "orvane-config: " << why << '\n';

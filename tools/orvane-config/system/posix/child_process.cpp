@@ -23,6 +23,7 @@ struct ChildProcess::State {
     /// The command's process; 0 without a command.
     pid_t child = 0;
     bool ended = false;
+    std::string name;
     /// The child waits for a byte on the first pipe, and sends the error on the second if it cannot start the
     /// command.
     int release = -1;
@@ -81,6 +82,7 @@ ChildProcess::ChildProcess(const Tokens& command) : state_(std::make_unique<Stat
     for (std::string& text : texts)
         words.push_back(text.data());
     words.push_back(nullptr);
+    state_->name = texts[0];
 
     std::array<int, 2> release{};
     std::array<int, 2> report{};
@@ -102,25 +104,33 @@ ChildProcess::~ChildProcess() {
     // A child that waits to be released sees the pipe close, and ends.
     if (state_->release >= 0) close(state_->release);
     if (state_->report >= 0) close(state_->report);
-    if (state_->child > 0 && !state_->ended) waitpid(state_->child, nullptr, 0);
+    if (state_->child > 0 && !state_->ended) {
+        kill(state_->child, SIGTERM);
+        waitpid(state_->child, nullptr, 0);
+    }
 }
 
 unsigned ChildProcess::pid() const {
     return static_cast<unsigned>(state_->child > 0 ? state_->child : getpid());
 }
 
-int ChildProcess::run() {
+int ChildProcess::run(const std::function<bool()>& is_done) {
     if (state_->child > 0) {
         if (write(state_->release, "", 1) != 1) fail("the command's process is gone", errno);
         int error = 0;
         if (read(state_->report, &error, sizeof error) == static_cast<ssize_t>(sizeof error)) {
-            fail("the command cannot be started", error);
+            throw NotStarted(state_->name, std::generic_category().message(error), error == ENOENT);
         }
     }
+    constexpr timespec pause{0, 20'000'000};
+    bool done = is_done();
     while (true) {
         siginfo_t info{};
-        const int signal = sigwaitinfo(&state_->waited_for, &info);
-        if (signal < 0) continue;
+        const int signal = sigtimedwait(&state_->waited_for, &info, done ? nullptr : &pause);
+        if (signal < 0) {
+            done = done || is_done();
+            continue;
+        }
         if (state_->child == 0) {
             if (signal == SIGCHLD) continue;
             return signal == SIGINT || signal == SIGTERM ? 0 : 128 + signal;

@@ -3,6 +3,8 @@
 
 #include "system/windows/handle.hpp"
 
+#include "qel/i18n/convert.hpp"
+
 #include <string>
 #include <string_view>
 
@@ -42,7 +44,7 @@ struct ChildProcess::State {
     Handle process;
     Handle thread;
     DWORD pid = GetCurrentProcessId();
-    bool runs = false;
+    bool ended = false;
 };
 
 ChildProcess::ChildProcess(const Tokens& command) : state_(std::make_unique<State>()) {
@@ -60,7 +62,10 @@ ChildProcess::ChildProcess(const Tokens& command) : state_(std::make_unique<Stat
     PROCESS_INFORMATION child{};
     if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, CREATE_SUSPENDED, nullptr, nullptr,
                         &start, &child)) {
-        fail("the command cannot be started", GetLastError());
+        const DWORD error = GetLastError();
+        throw NotStarted(qel::i18n::ustring_to_utf8(command[0]),
+                         std::system_category().message(static_cast<int>(error)),
+                         error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND);
     }
     state_->process.reset(child.hProcess);
     state_->thread.reset(child.hThread);
@@ -68,7 +73,7 @@ ChildProcess::ChildProcess(const Tokens& command) : state_(std::make_unique<Stat
 }
 
 ChildProcess::~ChildProcess() {
-    if (state_->process.get() != nullptr && !state_->runs) TerminateProcess(state_->process.get(), 1);
+    if (state_->process.get() != nullptr && !state_->ended) TerminateProcess(state_->process.get(), 1);
     // The event stays valid for the handler, which is not removed: it keeps a closing console waiting to the
     // end.
     state_->asked_to_go.reset(nullptr);
@@ -78,18 +83,19 @@ unsigned ChildProcess::pid() const {
     return state_->pid;
 }
 
-int ChildProcess::run() {
-    if (state_->process.get() == nullptr) {
-        WaitForSingleObject(state_->asked_to_go.get(), INFINITE);
-        return 0;
-    }
-    if (ResumeThread(state_->thread.get()) == static_cast<DWORD>(-1)) {
+int ChildProcess::run(const std::function<bool()>& is_done) {
+    const bool has_command = state_->process.get() != nullptr;
+    if (has_command && ResumeThread(state_->thread.get()) == static_cast<DWORD>(-1)) {
         fail("the command cannot be started", GetLastError());
     }
-    state_->runs = true;
     // What the console asks of this process, it asks of the command as well: its end is waited for in any
     // case.
-    WaitForSingleObject(state_->process.get(), INFINITE);
+    const HANDLE end = has_command ? state_->process.get() : state_->asked_to_go.get();
+    bool done = is_done();
+    while (WaitForSingleObject(end, done ? INFINITE : 20) == WAIT_TIMEOUT)
+        done = is_done();
+    if (!has_command) return 0;
+    state_->ended = true;
     DWORD code = 0;
     if (!GetExitCodeProcess(state_->process.get(), &code))
         fail("the command's exit code is not known", GetLastError());
