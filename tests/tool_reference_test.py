@@ -87,7 +87,7 @@ class Reference(unittest.TestCase):
             self.assertEqual((lint.returncode, lint.stdout), (0, ""))
             read = subprocess.run(["mandoc", "-T", "ascii", "-O", "width=500"], input=text, capture_output=True, text=True, check=True).stdout
             commands = re.findall(r"^ +orvane-config (.*--.*/.*|\w+ .*flags\.txt.*)$", re.sub(".\b", "", read), re.M)
-            self.assertEqual(len(commands), {"tool": 8, "flags": 0, "files": 2}[page], read)
+            self.assertEqual(len(commands), {"tool": 8, "flags": 0, "files": 3}[page], read)
             for command in commands:
                 here = command.replace("/srv/orvane/", "").replace("/run/orvane", "run").replace("9910", "0").replace("sleep 60", "sleep 0")
                 with self.subTest(command):

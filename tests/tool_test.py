@@ -217,11 +217,27 @@ class Tool(unittest.TestCase):
         main_pid.write_text(known["own"])
         os.utime(main_pid, (1e9, 1e9))
         self.assertEqual(state(*PID_FLAGS), "stale 5", "the process started after the file was written")
+        unknown = [("/proc/sys/vm/compact_memory", "Permission denied"), ("/proc/self/mem", "Input/output error")]  # for root, too
+        for target, why in unknown if HERE else []:
+            os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
+            main_pid.symlink_to(target)
+            self.assertEqual((state(*PID_FLAGS), run(*TOOL, "locate", *PID_FLAGS)[1]), ("unreadable 7", f"main.pid unreadable    {why}  ./main.pid\n"))
+            self.assertEqual(run(*TOOL, "publish", *PID_FLAGS)[0::2], (1, f"orvane-config: ./main.pid cannot be read: {why}\n"))
+            self.assertRegex(run(*TOOL, "preflight", "--only", "runtime", *PID_FLAGS)[1], rf"cannot be read: {why} \[cannot-tell\]")
         for make in [os.mkdir, os.mkfifo, lambda name: os.symlink("/dev/zero", name)][:None if HERE else 1]:
             os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
             make("main.pid")
             self.assertEqual(state(*PID_FLAGS), "malformed 5")
             self.assertEqual(run(*TOOL, "publish", *PID_FLAGS, "--", *TOOL, "help")[0], 1)
+
+    def test_an_endpoint_on_another_port_than_the_flags_say_is_named(self):
+        Path("http").write_text("h:8081")
+        for flag, other in [("8080", 8080), ("x:8080", 8080), ("808", 808), ("8081", None), ("x:8081", None), ("0", None)]:
+            flags = [*PID_FLAGS[:4], "--endpoint-root", ".", "--http", flag]
+            answer = tool_schemas.answer("locate", run(*TOOL, "locate", "--json", *flags)[1])
+            self.assertEqual(answer["files"][0].get("expected_port"), other, flag)
+            note = f" (the flags say port {other})" if other else ""
+            self.assertEqual(run(*TOOL, "locate", *flags)[:2], (0, f"http     published     h:8081{note}\n"))
 
     @unittest.skipUnless(HERE, "there are no such tools")
     def test_other_tools_find_what_is_published(self):

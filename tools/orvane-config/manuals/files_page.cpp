@@ -44,6 +44,7 @@ constexpr struct {
     {FileState::starting, "The file exists and is still empty."},
     {FileState::stale, "No process has the number, or it started after the file was written."},
     {FileState::malformed, "The file is not what a server writes."},
+    {FileState::unreadable, "This user may not read the file, or the system cannot."},
 };
 
 constexpr Text uses[] = {
@@ -54,7 +55,7 @@ constexpr Text uses[] = {
     {"Publish the endpoints when the program accepts connections:",
      "orvane-config publish --ready localhost:8080 {auto_deploy_root} /srv/orvane/deploy {pid_root} "
      "/run/orvane "
-     "{endpoint_root} /run/orvane {http} localhost:8080 -- python3 -m http.server 8080"},
+     "{endpoint_root} /run/orvane {http} localhost:8080 -- orvane"},
 };
 
 } // namespace

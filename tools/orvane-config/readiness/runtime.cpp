@@ -60,6 +60,12 @@ void look_at_file(const FileReport& file, Findings& findings) {
         return findings.add(Kind::no_file, flag, "there is no " + name + " yet");
     case FileState::malformed:
         return look_at_malformed(file, there, findings);
+    case FileState::unreadable:
+        // Otherwise the directory has its own findings.
+        if (there.state == Entry::State::file)
+            findings.add(Kind::cannot_tell, flag, name + " cannot be read: " + file.text,
+                         "Run preflight as the server's user.");
+        return;
     }
 }
 

@@ -42,13 +42,19 @@ std::string_view without_line_end(std::string_view text) {
 
 /// Of the failure just now, as far as the system tells.
 std::string reason() {
-    return errno == 0 ? "" : ": " + std::generic_category().message(errno);
+    return errno == 0 ? "unknown reason" : std::generic_category().message(errno);
 }
 
-FileReport malformed(FileReport file, std::string why) {
-    file.state = FileState::malformed;
+FileReport useless(FileReport file, FileState state, std::string why) {
+    file.state = state;
     file.text = std::move(why);
     return file;
+}
+FileReport malformed(FileReport file, std::string why) {
+    return useless(std::move(file), FileState::malformed, std::move(why));
+}
+FileReport unreadable(FileReport file, std::string why) {
+    return useless(std::move(file), FileState::unreadable, std::move(why));
 }
 
 /// Reads the file in one go, and only a little more than a server writes; a pipe or a device is not even opened. The
@@ -61,7 +67,10 @@ FileReport inspect(const Path& root, const char* name, bool (*is_well_formed)(st
     std::error_code error;
     const auto status = std::filesystem::status(native, error);
     if (status.type() == std::filesystem::file_type::not_found) return file;
-    if (status.type() == std::filesystem::file_type::none) return malformed(file, error.message());
+    if (status.type() == std::filesystem::file_type::none) {
+        const bool is_denied = error == std::errc::permission_denied;
+        return (is_denied ? unreadable : malformed)(file, error.message());
+    }
     if (status.type() != std::filesystem::file_type::regular) return malformed(file, "not a regular file");
 
     std::string buffer(longest_file + 2, '\0'); // a stream keeps a character's room free
@@ -72,13 +81,13 @@ FileReport inspect(const Path& root, const char* name, bool (*is_well_formed)(st
     if (!in) {
         // It may have been withdrawn since.
         if (errno == ENOENT) return file;
-        return malformed(file, "cannot be opened" + reason());
+        return unreadable(file, reason());
     }
     // One read: a second one could get the rest of another value, written meanwhile.
     in.peek();
     std::string content(static_cast<std::size_t>(std::max<std::streamsize>(in.rdbuf()->in_avail(), 0)), '\0');
     in.rdbuf()->sgetn(content.data(), static_cast<std::streamsize>(content.size()));
-    if (in.bad()) return malformed(file, "cannot be read" + reason());
+    if (in.bad()) return unreadable(file, reason());
     if (content.empty()) {
         file.state = FileState::starting;
         return file;
@@ -108,6 +117,15 @@ bool is_control_endpoint(std::string_view text) {
 // As the library reads it: the host ends at the first colon.
 bool is_http_endpoint(std::string_view text) {
     return is_endpoint(text, text.find(':'));
+}
+
+/// An endpoint that the flags set up; with port 0, the server chooses one.
+FileReport inspect_endpoint(const Path& root, const char* name, unsigned port,
+                            bool (*is_well_formed)(std::string_view)) {
+    FileReport file = inspect(root, name, is_well_formed);
+    const bool is_other = !file.text.ends_with(":" + std::to_string(port));
+    if (file.state == FileState::published && is_other) file.expected_port = port;
+    return file;
 }
 
 FileReport inspect_pid_file(const Path& root) {
@@ -148,6 +166,8 @@ const char* to_text(FileState state) {
         return "stale";
     case FileState::malformed:
         return "malformed";
+    case FileState::unreadable:
+        return "unreadable";
     }
     return "";
 }
@@ -162,9 +182,13 @@ std::vector<FileReport> inspect_runtime_files(const ServerSettings& settings) {
     const FileState process = files.empty() ? FileState::published : files.front().state;
     if (settings.endpoint_root()) {
         const Path& root = *settings.endpoint_root();
-        if (settings.control_port()) files.push_back(inspect(root, "control", is_control_endpoint));
-        if (settings.http()) files.push_back(inspect(root, "http", is_http_endpoint));
-        if (settings.https()) files.push_back(inspect(root, "https", is_http_endpoint));
+        if (const auto& port = settings.control_port())
+            files.push_back(
+                inspect_endpoint(root, "control", static_cast<unsigned>(*port), is_control_endpoint));
+        if (const auto& http = settings.http())
+            files.push_back(inspect_endpoint(root, "http", http->port(), is_http_endpoint));
+        if (const auto& https = settings.https())
+            files.push_back(inspect_endpoint(root, "https", https->http().port(), is_http_endpoint));
     }
     // Whoever published the pid published the endpoints.
     if (process == FileState::alive || process == FileState::stale) {

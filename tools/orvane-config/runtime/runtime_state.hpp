@@ -19,6 +19,7 @@ enum class FileState {
     starting,      ///< the file is there and still empty
     stale,         ///< published, but that process is gone
     malformed,     ///< not what a server writes; nothing is taken from it
+    unreadable,    ///< this user may not read it, or the system cannot
 };
 
 const char* to_text(FileState state);
@@ -32,6 +33,8 @@ struct FileReport {
     std::string text{};
     /// The process identifier, of "main.pid" only and where it is one; else 0.
     unsigned pid = 0;
+    /// The port that the flags say, of an endpoint whose file says another; else 0.
+    unsigned expected_port = 0;
     /// Alive, but this process cannot see it: its `publish` answers for it, from another pid namespace.
     bool elsewhere = false;
 };

@@ -20,16 +20,17 @@ namespace {
 
 void print(const std::vector<FileReport>& files, std::ostream& out) {
     for (const FileReport& file : files) {
-        out << std::left << std::setw(9) << file.name;
-        if (file.text.empty()) {
-            out << to_text(file.state) << '\n';
-        } else {
-            out << std::setw(14) << to_text(file.state) << escape(file.text) << '\n';
-        }
+        out << std::left << std::setw(9) << file.name << std::setw(14) << to_text(file.state)
+            << escape(file.text);
+        if (file.expected_port != 0) out << " (the flags say port " << file.expected_port << ')';
+        // Where to look, if it is not what was hoped for.
+        if (file.state > FileState::published)
+            out << (file.text.empty() ? "" : "  ") << escape(qel::i18n::ustring_to_utf8(file.path.text()));
+        out << '\n';
     }
 }
 
-/// {"format", "state": worst of all, "files": [{"name", "path", "state", "text", "pid" of main.pid}]}
+/// {"format", "state": worst of all, "files": [{"name", "path", "state", "text", "pid" of main.pid, "expected_port"}]}
 void print_json(const std::vector<FileReport>& files, std::ostream& out) {
     boost::json::array entries;
     for (const FileReport& file : files) {
@@ -39,6 +40,7 @@ void print_json(const std::vector<FileReport>& files, std::ostream& out) {
             {"state", to_text(file.state)},
             {"text", qel::i18n::ustring_to_utf8(qel::i18n::utf8_to_ustring(file.text))}};
         if (file.pid != 0) entry["pid"] = file.pid;
+        if (file.expected_port != 0) entry["expected_port"] = file.expected_port;
         entries.push_back(std::move(entry));
     }
     out << boost::json::object{{"format", json_format},
@@ -58,6 +60,8 @@ ExitCode code_for(FileState state) {
     case FileState::stale:
     case FileState::malformed:
         break;
+    case FileState::unreadable:
+        return ExitCode::failed_io;
     }
     return ExitCode::stale_or_malformed;
 }

@@ -112,8 +112,10 @@ std::string occupant(const ServerSettings& settings) {
     }
     const FileReport& pid = files.front();
     if (pid.state == FileState::alive) return owner_of(pid) + " is running and owns " + name_of(pid);
-    for (const FileReport& file : files)
+    for (const FileReport& file : files) {
         if (file.state == FileState::malformed) return name_of(file) + " is in the way: " + file.text;
+        if (file.state == FileState::unreadable) return name_of(file) + " cannot be read: " + file.text;
+    }
     return {};
 }
 
