@@ -73,7 +73,7 @@ void refuse_second_server(const config::ServerSettings& settings) {
     }
     // In a container, every server has the number 1: a file with the own number is from a killed one.
     if (other != own_process_id() && is_running(other)) {
-        throw std::runtime_error("process " + std::to_string(other) + " has published here and runs");
+        throw std::runtime_error("process " + std::to_string(other) + " is running and owns main.pid");
     }
 }
 
@@ -157,7 +157,7 @@ tcp::endpoint address_of(asio::io_context& context, const config::HttpSettings& 
 /// The control interface is only for this machine.
 tcp::endpoint control_address(unsigned port) {
     if (port > std::numeric_limits<unsigned short>::max()) {
-        throw std::runtime_error("there is no port " + std::to_string(port));
+        throw std::runtime_error("the control port " + std::to_string(port) + " is not a TCP port");
     }
     return {asio::ip::address_v4::loopback(), static_cast<unsigned short>(port)};
 }

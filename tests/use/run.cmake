@@ -267,7 +267,7 @@ refuses("server_startup: error opening no/such/place" --auto-deploy-root D --pid
 refuses("server_startup: cannot find the host no.such.host.invalid: "
     --auto-deploy-root D --http no.such.host.invalid:1)
 refuses("server_startup: cannot listen on 192.0.2.1:1: " --auto-deploy-root D --http 192.0.2.1:1)
-refuses("server_startup: there is no port 65536" --auto-deploy-root D --control-port 65536
+refuses("server_startup: the control port 65536 is not a TCP port" --auto-deploy-root D --control-port 65536
     --endpoint-root ${runtime})
 
 set(flags --auto-deploy-root D --pid-root ${runtime} --endpoint-root ${runtime} --control-port 0

@@ -69,7 +69,7 @@ visit(${http} "running\n")
 
 # The second server must refuse to start, and must leave what the first has published.
 execute_process(COMMAND ${SERVER} ${FLAGS} ERROR_VARIABLE said RESULT_VARIABLE result TIMEOUT 120)
-if(NOT result EQUAL 1 OR NOT said MATCHES "process ${main.pid} has published here and runs")
+if(NOT result EQUAL 1 OR NOT said MATCHES "process ${main.pid} is running and owns main.pid")
     message(FATAL_ERROR "a second server ended with ${result}: ${said}")
 endif()
 reads(main.pid ${main.pid})

@@ -88,8 +88,8 @@ void write_findings(std::ostream& out) {
     std::string_view group = none;
     for (const readiness::KindOfFinding& kind : readiness::kinds_of_findings()) {
         if (kind.group != group)
-            out << (kind.group.empty() ? "\n### Of every group"
-                                       : "\n### Of the group `" + std::string(kind.group) + "`")
+            out << (kind.group.empty() ? "\n### In every group"
+                                       : "\n### In the group `" + std::string(kind.group) + "`")
                 << "\n\n| Finding | Severity | Meaning |\n|---|---|---|\n";
         group = kind.group;
         out << "| `" << kind.id << "` | " << to_text(kind.severity) << " | " << kind.meaning << " |\n";
