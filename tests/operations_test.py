@@ -15,7 +15,9 @@ SOURCE = Path(__file__).resolve().parents[1]
 EXAMPLES = SOURCE / "examples/operations"
 PAGE = (SOURCE / "docs/operations.md").read_text(encoding="utf-8")
 LIMIT = 60  # seconds for one command
-NAMESPACES = ["unshare", "--mount", "--pid", "--cgroup", "--net", "--uts", "--ipc", "--fork", "--kill-child", "--propagation", "private"]
+# The machine ends with this test, even if the test is killed.
+NAMESPACES = ["setpriv", "--pdeathsig", "KILL", "unshare", "--mount", "--pid", "--cgroup", "--net", "--uts", "--ipc", "--fork",
+              "--kill-child", "--propagation", "private"]
 
 
 class Machine:
