@@ -44,7 +44,7 @@ constexpr struct {
     {FileState::starting, "The file exists and is still empty."},
     {FileState::stale, "No process has the number, or it started after the file was written."},
     {FileState::malformed, "The file is not what a server writes."},
-    {FileState::unreadable, "This user may not read the file, or the system cannot."},
+    {FileState::unreadable, "This user may not read the file, or reading it failed."},
 };
 
 constexpr Text uses[] = {

@@ -1,6 +1,7 @@
 // The verb `locate`: is the server there, and where?
 #include "printing/escape.hpp"
 #include "printing/json.hpp"
+#include "reference/reference.hpp"
 #include "runtime/runtime_state.hpp"
 #include "verbs/accepted.hpp"
 #include "verbs/input.hpp"
@@ -91,7 +92,8 @@ ExitCode locate(const Call& call) {
         Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
     auto files = inspect_runtime_files(*settings);
     if (files.empty()) {
-        call.err << "orvane-config: nothing to look for: give a pid root, or an endpoint root and a port\n";
+        call.err << "orvane-config: "
+                 << with_flags("nothing to look for: give {pid_root}, or {endpoint_root} and a port") << '\n';
         return ExitCode::refused;
     }
     ExitCode code = code_for(worst_of(files));

@@ -1,4 +1,5 @@
 // The verb `publish`: the runtime files of a server, for as long as it or a stand-in runs.
+#include "reference/reference.hpp"
 #include "runtime/runtime_state.hpp"
 #include "system/child_process.hpp"
 #include "system/directory_lock.hpp"
@@ -73,7 +74,7 @@ std::string obstacle(const HttpSettings& listener) {
 
 /// Why the files cannot be published whatever the file system says; empty when they can.
 std::string obstacle(const ServerSettings& settings) {
-    if (!settings.pid_root()) return "there is no pid root to publish in";
+    if (!settings.pid_root()) return with_flags("give {pid_root}: main.pid is written there");
     if (settings.control_port() && (*settings.control_port() == 0 || *settings.control_port() > 65535)) {
         return "the control port " + std::to_string(*settings.control_port()) + " is not a TCP port";
     }
@@ -113,7 +114,8 @@ std::string occupant(const ServerSettings& settings) {
     const FileReport& pid = files.front();
     if (pid.state == FileState::alive) return owner_of(pid) + " is running and owns " + name_of(pid);
     for (const FileReport& file : files) {
-        if (file.state == FileState::malformed) return name_of(file) + " is in the way: " + file.text;
+        if (file.state == FileState::malformed)
+            return name_of(file) + " is in the way: " + file.text + "; move or remove it";
         if (file.state == FileState::unreadable) return name_of(file) + " cannot be read: " + file.text;
     }
     return {};
