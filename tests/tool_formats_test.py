@@ -172,8 +172,8 @@ class Formats(unittest.TestCase):
         self.assertEqual([one.get("places") for one in sides["extract_root"]], [
             [{"token": 1, "file": "a", "line": 1, "column": 1}, {"token": 2, "file": "a", "line": 2, "column": 1}], None])
         Path("b").write_text("orvane --num-workers 3 --https h:1 --user-data 'k v' --num-workers 4 --auto-deploy-root D # sorted")
-        for words, code, pattern in [(["a", "b"], 0, "the lines differ, the settings are equal\n"),
-                                     (["--from", "a", "--from", "a"], 0, "the lines are equal\n"),
+        for words, code, pattern in [(["a", "b"], 0, "the command lines differ, the settings are equal\n"),
+                                     (["--from", "a", "--from", "a"], 0, "the command lines are equal\n"),
                                      (["a", "--from"], 2, ""), (["a", "none"], 2, ""), (["a", "--", "--wait"], 2, ""), (["a"], 2, ""),
                                      (["a", "b", "a"], 2, ""), (["--wait", "--", "--wait"], 2, "")]:
             done = run("diff", *words)

@@ -37,7 +37,7 @@ ExitCode convert(const Call& call) {
         if (auto tidy = tidied(line, verdict.answer, verdict.effects))
             line = std::move(*tidy);
         else
-            call.err << "orvane-config: nothing in the line can be moved or left out safely\n";
+            call.err << "orvane-config: nothing can be moved or left out safely\n";
     }
     call.out << written(call, line);
     keep_bytes(stdout);

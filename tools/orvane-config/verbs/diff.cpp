@@ -61,7 +61,7 @@ ExitCode compare(const Call& call) {
     for (const Verdict* verdict : {&before, &after}) {
         if (verdict->accepted()) continue;
         call.err << "orvane-config: the " << (verdict == &before ? "first" : "second")
-                 << " line is refused\n";
+                 << " command line is refused\n";
         explain(*verdict, call.err);
         return trouble;
     }
@@ -70,7 +70,8 @@ ExitCode compare(const Call& call) {
     if (call.has(own("json")))
         call.out << diff_json(before, after, found, same_tokens) << '\n';
     else if (found.empty())
-        call.out << (same_tokens ? "the lines are equal\n" : "the lines differ, the settings are equal\n");
+        call.out << (same_tokens ? "the command lines are equal\n"
+                                 : "the command lines differ, the settings are equal\n");
     else
         print_differences(found, before, after, call.out);
     return found.empty() ? equal : different;

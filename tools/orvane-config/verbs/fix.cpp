@@ -25,7 +25,7 @@ ExitCode fix_refused(const Verdict& verdict, const Call& call) {
     call.out << shown(diagnosis.fixed) << '\n';
     const bool has_placeholder = std::any_of(diagnosis.fixed.begin(), diagnosis.fixed.end(),
                                              [](const Token& token) { return !token.sample.empty(); });
-    if (has_placeholder) err << "orvane-config: replace each <value> in the line\n";
+    if (has_placeholder) err << "orvane-config: replace each <value> before you use this command line\n";
     if (!diagnosis.complete || !diagnosis.problems.empty()) return ExitCode::refused;
     if (has_placeholder) return ExitCode::warned;
     explain(judge(texts_of(diagnosis.fixed), false, ignored_warnings(call)), err);
