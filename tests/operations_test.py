@@ -40,7 +40,7 @@ class Machine:
         self.shell = subprocess.Popen([*self.enter, "/bin/env", "--chdir=/", "/bin/bash"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                                       stderr=subprocess.STDOUT, encoding="utf-8", env={"PATH": os.environ["PATH"]})
         test.addCleanup(self.shell.communicate)
-        test.addCleanup(self.shell.kill)
+        test.addCleanup(self.box.kill)  # what still runs in it would keep the shell's output open
 
     @staticmethod
     def until(look, failure):
@@ -69,7 +69,7 @@ class Machine:
         before = "journalctl --sync\n" if command.startswith("journalctl") else ""
         self.shell.stdin.write(f"{before}{{ {command}\n}} </dev/null\nprintf '\\n=end %d\\n' $?\n")
         self.shell.stdin.flush()
-        stop = threading.Timer(LIMIT, self.shell.kill)
+        stop = threading.Timer(LIMIT, self.box.kill)
         stop.start()
         lines = []
         for line in self.shell.stdout:

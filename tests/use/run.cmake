@@ -2,7 +2,6 @@
 # and pkg_config on the result of `cmake --install`, add_subdirectory, zip (for Windows), debian (the packages). The way
 # minimal replaces the platform library, and builds and runs a separate program.
 cmake_policy(SET CMP0054 NEW)
-cmake_policy(SET CMP0057 NEW)
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
 set(stage ${WORK}/stage)
@@ -234,8 +233,8 @@ if(WAY STREQUAL "debian")
     file(GLOB printers ${stage}/share/gdb/auto-load/usr/lib/*/libzep_config.so.*)
     string(REPLACE /share/gdb/auto-load/usr/ / library "${printers}")
     string(REGEX REPLACE -gdb.py$ "" library "${library}")
-    if(NOT library IN_LIST libraries)
-        message(FATAL_ERROR "'${printers}' is not where gdb looks for the printers of ${libraries}")
+    if(NOT EXISTS "${library}" OR IS_SYMLINK "${library}")
+        message(FATAL_ERROR "'${printers}' is not where gdb looks for the printers of ${libraries}/libzep_config.so")
     endif()
     foreach(file man/man1/orvane-config.1.gz man/man5/orvane-runtime-files.5.gz man/man7/orvane-flags.7.gz
             bash-completion/completions/orvane-config
