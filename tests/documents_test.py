@@ -165,6 +165,8 @@ class Documents(unittest.TestCase):
                     used.add(listed)
                     self.look_at(command, expected)
             with self.subTest(document, line=line):
+                if "preflight" in text and "/var/log" in text and not os.access("/var/log", os.W_OK):
+                    self.skipTest("the page shows what root sees in /var/log")
                 known = {}
                 printed = self.printed_by([(command, len(expected)) for command, expected in run])
                 for (command, expected), lines in zip(run, printed):

@@ -149,6 +149,11 @@ class Preflight(unittest.TestCase):
         finding = next(one for one in answer["findings"] if one["id"] == "missing-directory")
         self.assertEqual((code, finding["tokens"], finding["value"], finding["severity"]), (8, [7, 8], "none", "blocking"))
         self.assertRegex(finding["advice"], "^Create it: .*none")
+        if AS_NOBODY:
+            self.prepare("mkdir theirs && sudo chown 0 theirs")
+            _, theirs = preflight("--only", "directories", *REQUIRED, "--log-root", "theirs")
+            advice = next(one["advice"] for one in theirs["findings"] if one["id"] == "missing-right")
+            self.assertRegex(advice, "^If only the server uses this directory: sudo chown nobody .*theirs. If not, choose another directory.$")
         skipped = [one["name"] for one in answer["groups"] if not one["looked_at"]]
         self.assertEqual(skipped, ["listeners", "tls", "programs", "caches", "resources", "runtime"])
         lines = run(*TOOL, "preflight", *QUIET, "--only", "directories", *REQUIRED, "--log-root", "none\n").stdout.decode().splitlines()

@@ -70,8 +70,14 @@ void report_missing(const Subject& subject, bool link) {
 
 void report_missing_right(const Subject& subject, Right right, const char* verb, const Path& where,
                           bool own) {
+    std::string advice = command_to_grant(right, where, own);
+    // A directory such as /var/log serves others, too.
+    if (right == Right::write && !own)
+        advice = "If only the server uses this directory: " + advice + ". If not, choose another directory.";
+    else
+        advice = "Give user " + user_name() + " this right: " + advice;
     subject.add(Kind::missing_right, "user " + user_name() + " may not " + verb + " " + shown(where.text()),
-                "Give user " + user_name() + " this right: " + command_to_grant(right, where, own));
+                advice);
 }
 
 void look_at_rights(const Subject& subject, const Entry& there) {
