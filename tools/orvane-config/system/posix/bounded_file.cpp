@@ -1,6 +1,8 @@
 // Files of any kind and size, read without harm, on POSIX.
 #include "system/bounded_file.hpp"
 
+#include "system/posix/descriptor.hpp"
+
 #include "qel/util/native_path.hpp"
 
 #include <cerrno>
@@ -30,20 +32,6 @@ BoundedFile not_a_file(mode_t mode) {
                                               : "a device";
     return {Outcome::not_a_file, kind};
 }
-
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (number_ >= 0) close(number_);
-    }
-    int get() const { return number_; }
-
-private:
-    int number_;
-};
 
 /// It may have grown since its size was looked at.
 BoundedFile read_all(int file, std::size_t limit) {

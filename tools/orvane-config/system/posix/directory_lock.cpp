@@ -1,6 +1,8 @@
 // A directory for one publisher at a time, on POSIX.
 #include "system/directory_lock.hpp"
 
+#include "system/posix/descriptor.hpp"
+
 #include "qel/util/native_path.hpp"
 
 #include <cerrno>
@@ -30,31 +32,20 @@ struct flock byte_of(unsigned pid, short kind) {
     return byte;
 }
 
+/// The command does not inherit it: it may leave processes that never end.
+int open_directory(const Path& path) {
+    return open(name_of(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
+
 } // namespace
 
-/// Closed with its owner. The command does not inherit it: it may leave processes that never end.
-class OpenDirectory {
-public:
-    explicit OpenDirectory(const Path& path)
-        : descriptor_(open(name_of(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
-    OpenDirectory(const OpenDirectory&) = delete;
-    OpenDirectory& operator=(const OpenDirectory&) = delete;
-    ~OpenDirectory() {
-        if (descriptor_ >= 0) close(descriptor_);
-    }
-    int get() const { return descriptor_; }
-
-private:
-    int descriptor_;
-};
-
 struct DirectoryLock::State {
-    OpenDirectory directory;
+    Descriptor directory;
     std::string name;
 };
 
 DirectoryLock::DirectoryLock(const Path& directory)
-    : state_(new State{OpenDirectory(directory), name_of(directory)}) {
+    : state_(new State{Descriptor(open_directory(directory)), name_of(directory)}) {
     if (state_->directory.get() < 0)
         throw std::system_error(errno, std::generic_category(), "cannot open " + state_->name);
 }
@@ -75,7 +66,7 @@ void DirectoryLock::answer_for(unsigned pid) {
 }
 
 bool is_answered_for(const Path& path, unsigned pid) {
-    const OpenDirectory directory(path);
+    const Descriptor directory(open_directory(path));
     struct flock byte = byte_of(pid, F_WRLCK);
     return directory.get() >= 0 && fcntl(directory.get(), F_OFD_GETLK, &byte) == 0 && byte.l_type != F_UNLCK;
 }

@@ -2,6 +2,7 @@
 #include "system/network.hpp"
 
 #include "qel/i18n/convert.hpp"
+#include "system/posix/descriptor.hpp"
 
 #include <algorithm>
 #include <array>
@@ -33,20 +34,9 @@ struct Close {
 };
 using AddressList = std::unique_ptr<addrinfo, Close>;
 
-/// A socket for TCP that is closed with its owner.
-class Socket {
-public:
-    Socket(int family, int flags) : descriptor_(socket(family, SOCK_STREAM | SOCK_CLOEXEC | flags, 0)) {}
-    Socket(const Socket&) = delete;
-    Socket& operator=(const Socket&) = delete;
-    ~Socket() {
-        if (descriptor_ >= 0) close(descriptor_);
-    }
-    int get() const { return descriptor_; }
-
-private:
-    int descriptor_;
-};
+int tcp_socket(int family, int flags) {
+    return socket(family, SOCK_STREAM | SOCK_CLOEXEC | flags, 0);
+}
 
 AddressList get_addresses(const std::string& host, const std::string& service, int flags, int& error) {
     addrinfo hints{};
@@ -86,7 +76,7 @@ LookUp look_up(const std::string& host, int flags) {
 
 /// 0 when the connection is made, else why not.
 int connect_until(const addrinfo& where, Clock::time_point deadline) {
-    const Socket connection(where.ai_family, SOCK_NONBLOCK);
+    const Descriptor connection(tcp_socket(where.ai_family, SOCK_NONBLOCK));
     if (connection.get() < 0) return errno;
     if (connect(connection.get(), where.ai_addr, where.ai_addrlen) == 0) return 0;
     if (errno != EINPROGRESS) return errno;
@@ -131,7 +121,7 @@ LookUp look_up(const std::u16string& host) {
 BindTrial try_to_bind(const std::string& address, unsigned short port) {
     const AddressList where = numeric_address(address, port);
     if (!where) return {BindTrial::Outcome::failed, "not an address"};
-    const Socket tried(where->ai_family, 0);
+    const Descriptor tried(tcp_socket(where->ai_family, 0));
     if (tried.get() < 0) return {outcome_of(errno), text_of(errno)};
     // As servers do it: connections that have just ended do not keep the port.
     const int yes = 1;
