@@ -83,15 +83,20 @@ void expect_as_cast(const std::u16string& flag, const std::u16string& text, Get 
     ASSERT_TRUE(get(got.settings) == convert(expected)) << told;
 }
 
+constexpr auto same = [](auto value) { return value; };
+
+void expect_port_as_cast(const std::u16string& text) {
+    expect_as_cast<unsigned short>(
+        u"--http", text, [](const S& s) { return s.http()->port(); }, same);
+}
+
 void expect_all_as_cast(int rounds) {
-    const auto same = [](auto value) { return value; };
     Texts texts;
     for (int i = 0; i != rounds; ++i) {
         const std::u16string text = texts.next();
         expect_as_cast<unsigned>(
             u"--num-workers", text, [](const S& s) { return *s.num_workers(); }, same);
-        expect_as_cast<unsigned short>(
-            u"--http", text.substr(text.rfind(u':') + 1), [](const S& s) { return s.http()->port(); }, same);
+        expect_port_as_cast(text.substr(text.rfind(u':') + 1));
         expect_as_cast<util::storage_size>(
             u"--log-rotation-size", text, [](const S& s) { return *s.log_rotation_size(); },
             [](const util::storage_size& size) { return size.bytes(); });
@@ -113,6 +118,22 @@ void expect_all_as_cast(int rounds) {
 
 TEST(CommonForms, are_what_the_casts_make_of_them) {
     expect_all_as_cast(1500);
+}
+
+/// Counts as an odometer does; after the last text of a length comes the first one that is longer.
+void count_on(std::u16string& text, std::u16string_view letters) {
+    for (char16_t& letter : text) {
+        const auto next = (letters.find(letter) + 1) % letters.size();
+        letter = letters[next];
+        if (next != 0) return;
+    }
+    text += letters[0];
+}
+
+/// The sanitizer of clang also finds what overflows on the way to a refusal; that of g++ does not.
+TEST(CommonForms, of_all_short_texts_are_the_same) {
+    for (std::u16string text; text.size() <= 6; count_on(text, u"0356-."))
+        expect_port_as_cast(text);
 }
 
 struct Grouping : std::numpunct<char> {

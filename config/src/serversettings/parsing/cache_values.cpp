@@ -26,7 +26,7 @@ bool is_host_character(char16_t c) {
 /// the cast's exception as the current one.
 bool read_port(std::u16string_view text, unsigned short& port) {
     try {
-        port = number_from<unsigned short>(text);
+        port = port_from(text);
         return true;
     } catch (const boost::bad_lexical_cast&) {
         return false;

@@ -14,4 +14,12 @@ optional<std::uint64_t> plain_number(std::u16string_view text) noexcept {
     return value;
 }
 
+unsigned short port_from(std::u16string_view text) {
+    // A sign is allowed: "-1" is 65535.
+    constexpr int most = std::numeric_limits<unsigned short>::max();
+    const int number = number_from<int>(text);
+    if (number < -most || number > most) throw boost::bad_lexical_cast();
+    return static_cast<unsigned short>(number);
+}
+
 } // namespace qel::config

@@ -119,7 +119,7 @@ HttpSettings parse_http_settings(std::u16string_view value) {
         listener.host() = std::u16string(value.substr(0, colon));
         value.remove_prefix(colon + 1);
     }
-    listener.port(number_from<unsigned short>(value));
+    listener.port(port_from(value));
     return listener;
 }
 
