@@ -296,7 +296,7 @@ TEST(Values, are_read_from_their_texts_and_from_no_others) {
 TEST(StorageSize, streams_are_read_size_by_size_and_a_failure_changes_nothing) {
     std::istringstream in(" 1\t2K\n3\v4\f5\r6.5 7"), last("3"), nothing(" "), glued("3KX");
     storage_size size;
-    for (const std::uint64_t expected : {1, 2048, 3, 4, 5})
+    for (const std::uint64_t expected : {1U, 2048U, 3U, 4U, 5U})
         EXPECT_TRUE(in >> size && size.bytes() == expected) << expected;
     EXPECT_FALSE(size.parse(in) || size.parse(nothing) || size.parse(glued));
     EXPECT_EQ(size.bytes(), 5U);
