@@ -139,7 +139,7 @@ class Preflight(unittest.TestCase):
 
     def test_the_document_lists_every_finding(self):
         root = DATA.parents[1]
-        kinds = re.findall(r'^ZEP_FINDING\(\w+, "(.*)", (\w+), "(.*)"\)$', (root / "tools/orvane-config/readiness/findings.def").read_text(), re.M)
+        kinds = re.findall(r'^ZEP_FINDING\(\w+, "(.*)", (\w+), "(.*)"\)$', (root / "tools/orvane-config/preflight/findings.def").read_text(), re.M)
         rows = re.findall(r"^\| `([a-z0-9-]+)` \| (\w+) \| (.*) \|$", (root / "docs/explain.md").read_text(), re.M)
         self.assertGreater(len(kinds), 50)
         self.assertEqual(rows, kinds)

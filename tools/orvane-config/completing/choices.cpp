@@ -3,8 +3,8 @@
 
 #include "explaining/kinds.hpp"
 #include "explaining/warnings.hpp"
-#include "printing/record_text.hpp"
-#include "readiness/groups.hpp"
+#include "preflight/groups.hpp"
+#include "probing/settings.hpp"
 #include "reference/reference.hpp"
 
 #include <boost/algorithm/string/replace.hpp>

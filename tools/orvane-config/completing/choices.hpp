@@ -1,7 +1,7 @@
 // What can follow what on a command line, for the shells' completions.
 #pragma once
 
-#include "verbs/option_table.hpp"
+#include "own/option_table.hpp"
 
 #include <string>
 #include <string_view>

@@ -2,7 +2,7 @@
 #include "explaining/advice.hpp"
 
 #include "explaining/rules.hpp"
-#include "printing/quoting.hpp"
+#include "probing/occurrence_text.hpp"
 
 #include "qel/config/error_code.hpp"
 

@@ -1,8 +1,7 @@
 // Rules about tokens that were meant as flags.
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
-#include "explaining/spelling.hpp"
-#include "printing/quoting.hpp"
+#include "text/spelling.hpp"
 
 #include <algorithm>
 

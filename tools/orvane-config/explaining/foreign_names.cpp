@@ -1,7 +1,7 @@
 // Rules about names that other servers have for a setting, or for its reverse.
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
-#include "explaining/spelling.hpp"
+#include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
 

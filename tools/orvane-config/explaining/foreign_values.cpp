@@ -1,6 +1,6 @@
 // Values in the forms of other programs, and what they mean here.
 #include "explaining/rules.hpp"
-#include "explaining/spelling.hpp"
+#include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
 

@@ -2,7 +2,7 @@
 #include "explaining/kinds.hpp"
 
 #include "explaining/warnings.hpp"
-#include "readiness/findings.hpp"
+#include "preflight/findings.hpp"
 #include "reference/reference.hpp"
 
 #include "qel/config/error_code.hpp"

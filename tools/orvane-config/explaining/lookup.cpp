@@ -2,8 +2,8 @@
 #include "explaining/lookup.hpp"
 
 #include "explaining/meant_flags.hpp"
-#include "explaining/spelling.hpp"
 #include "probing/settings_of_flag.hpp"
+#include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
 

@@ -1,8 +1,8 @@
 // Which flag was meant by a name.
 #include "explaining/meant_flags.hpp"
 
-#include "explaining/spelling.hpp"
 #include "qel/i18n/convert.hpp"
+#include "text/spelling.hpp"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 // Rules about tokens that were meant as values, but are not where a value belongs.
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
-#include "explaining/spelling.hpp"
-#include "printing/quoting.hpp"
+#include "text/quoting.hpp"
+#include "text/spelling.hpp"
 
 #include "qel/config/error_code.hpp"
 

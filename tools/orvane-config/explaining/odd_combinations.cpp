@@ -1,7 +1,8 @@
 // Combinations of flags that the server accepts, but that make no sense together.
 #include "explaining/warning_rules.hpp"
-#include "printing/quoting.hpp"
+#include "probing/occurrence_text.hpp"
 #include "reference/flag_texts.hpp"
+#include "text/quoting.hpp"
 
 #include "qel/i18n/convert.hpp"
 

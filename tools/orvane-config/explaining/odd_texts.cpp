@@ -1,8 +1,8 @@
 // Values whose text shows that something went wrong on the way to the server.
 #include "explaining/meant_flags.hpp"
-#include "explaining/spelling.hpp"
 #include "explaining/warning_rules.hpp"
-#include "printing/quoting.hpp"
+#include "text/quoting.hpp"
+#include "text/spelling.hpp"
 
 #include "qel/util/path.hpp"
 

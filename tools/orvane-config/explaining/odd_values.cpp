@@ -1,8 +1,8 @@
 // Values that do not mean what they seem to.
-#include "explaining/spelling.hpp"
 #include "explaining/warning_rules.hpp"
-#include "printing/quoting.hpp"
 #include "reference/flag_texts.hpp"
+#include "text/quoting.hpp"
+#include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
 

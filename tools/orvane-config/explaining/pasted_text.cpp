@@ -1,9 +1,9 @@
 // Rules about tokens that come from a shell, a document or a file, and were never meant for the server.
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
-#include "explaining/spelling.hpp"
-#include "printing/quoting.hpp"
-#include "verbs/option_table.hpp"
+#include "own/option_table.hpp"
+#include "text/quoting.hpp"
+#include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
 

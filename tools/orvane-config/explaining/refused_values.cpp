@@ -1,8 +1,9 @@
 // Rules about values that their flag does not take.
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
-#include "explaining/spelling.hpp"
-#include "printing/quoting.hpp"
+#include "probing/occurrence_text.hpp"
+#include "text/quoting.hpp"
+#include "text/spelling.hpp"
 
 #include "qel/config/error_code.hpp"
 #include "qel/i18n/convert.hpp"

@@ -3,8 +3,8 @@
 
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
-#include "explaining/spelling.hpp"
-#include "printing/quoting.hpp"
+#include "probing/occurrence_text.hpp"
+#include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
 

@@ -2,7 +2,7 @@
 #include "explaining/warnings.hpp"
 
 #include "explaining/warning_rules.hpp"
-#include "printing/quoting.hpp"
+#include "probing/occurrence_text.hpp"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // What the formats of command lines have in common.
 #pragma once
 
-#include "system/tokens.hpp"
+#include "text/tokens.hpp"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,6 @@
 // The format lines: one token per line.
 #include "formats/format_table.hpp"
-#include "formats/sh.hpp"
+#include "text/shell_word.hpp"
 
 namespace orvane {
 namespace {

@@ -1,13 +1,9 @@
 // The format sh: a command line of a POSIX shell. What bash, dash and zsh would not all leave as it is, is refused.
-#include "formats/sh.hpp"
-
 #include "formats/format_table.hpp"
+#include "text/shell_word.hpp"
 
 namespace orvane {
 namespace {
-
-constexpr std::string_view plain_in_sh =
-    "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_./:,=@%+";
 
 /// Characters that mean something to a shell unless they are quoted.
 struct Special {
@@ -116,19 +112,6 @@ private:
 };
 
 } // namespace
-
-std::string sh_word(const std::string& token) {
-    const auto is_plain = [](char c) {
-        return plain_in_sh.find(c) != plain_in_sh.npos || static_cast<signed char>(c) < 0;
-    };
-    // zsh takes =name for the path of a program.
-    const bool equals = token.size() > 1 && token[0] == '=';
-    if (!token.empty() && !equals && std::all_of(token.begin(), token.end(), is_plain)) return token;
-    std::string quoted = "'";
-    for (const char c : token)
-        quoted += c == '\'' ? "'\\''" : std::string(1, c);
-    return quoted + "'";
-}
 
 bool is_sh(std::string_view text) {
     const std::string_view line = first_line_of(text);

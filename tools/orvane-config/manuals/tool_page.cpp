@@ -1,9 +1,9 @@
 // The manual page of the tool, from the tables of verbs, options, exit codes and findings.
 #include "explaining/kinds.hpp"
+#include "manuals/help.hpp"
 #include "manuals/pages.hpp"
 #include "printing/roff.hpp"
 #include "reference/reference.hpp"
-#include "verbs/help.hpp"
 
 #include <ostream>
 

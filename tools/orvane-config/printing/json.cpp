@@ -3,7 +3,7 @@
 
 #include "explaining/kinds.hpp"
 #include "printing/json_parts.hpp"
-#include "printing/record_fields.hpp"
+#include "probing/record_fields.hpp"
 
 #include "qel/i18n/convert.hpp"
 

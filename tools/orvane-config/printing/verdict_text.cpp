@@ -2,9 +2,9 @@
 #include "printing/verdict_text.hpp"
 
 #include "explaining/kinds.hpp"
-#include "printing/escape.hpp"
-#include "printing/quoting.hpp"
+#include "probing/occurrence_text.hpp"
 #include "system/terminal.hpp"
+#include "text/escape.hpp"
 
 #include "qel/config/report.hpp"
 #include "qel/i18n/convert.hpp"
@@ -12,6 +12,7 @@
 #include <boost/algorithm/string/replace.hpp>
 
 #include <algorithm>
+#include <cstdlib>
 #include <ostream>
 
 namespace orvane {
@@ -19,6 +20,18 @@ namespace {
 
 /// Nobody reads more at once.
 constexpr std::size_t most_faults = 20;
+
+bool is_set_to(const char* variable, bool (*wanted)(std::string_view)) {
+    const char* const value = std::getenv(variable);
+    return value != nullptr && wanted(value);
+}
+
+/// Whether diagnostics are coloured: on a terminal that can, unless the user has asked for no colour.
+bool errors_in_colour() {
+    return is_terminal(Stream::err) &&
+           !is_set_to("NO_COLOR", [](std::string_view value) { return !value.empty(); }) &&
+           !is_set_to("TERM", [](std::string_view value) { return value == "dumb"; });
+}
 
 /// The occurrence and its neighbours; on a terminal a second line marks the occurrence.
 void show_place(const Fault& fault, const Places& places, std::ostream& err) {

@@ -1,7 +1,7 @@
 // What differs between the settings of two lines.
 #pragma once
 
-#include "printing/record_text.hpp"
+#include "probing/settings.hpp"
 
 namespace orvane {
 

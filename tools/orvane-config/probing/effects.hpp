@@ -1,8 +1,8 @@
 // What each occurrence in an accepted line does, found out by leaving it out.
 #pragma once
 
-#include "printing/record_text.hpp"
 #include "probing/probing.hpp"
+#include "probing/settings.hpp"
 
 #include <map>
 #include <optional>

@@ -2,7 +2,7 @@
 // and records are compared. Nothing here knows how a value is parsed or what a rule says.
 #pragma once
 
-#include "system/tokens.hpp"
+#include "text/tokens.hpp"
 
 #include "qel/config/server_settings.hpp"
 

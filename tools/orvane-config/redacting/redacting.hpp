@@ -1,7 +1,7 @@
 // Command lines that can be shown to others.
 #pragma once
 
-#include "system/tokens.hpp"
+#include "text/tokens.hpp"
 
 #include <vector>
 

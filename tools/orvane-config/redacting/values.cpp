@@ -2,8 +2,8 @@
 #include "redacting/values.hpp"
 
 #include "explaining/meant_flags.hpp"
-#include "explaining/spelling.hpp"
-#include "verbs/option_table.hpp"
+#include "own/option_table.hpp"
+#include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
 

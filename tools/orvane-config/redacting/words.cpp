@@ -1,7 +1,7 @@
 // Words that stand for others.
 #include "redacting/words.hpp"
 
-#include "explaining/spelling.hpp"
+#include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
 

@@ -1,7 +1,7 @@
 // Words that stand for others.
 #pragma once
 
-#include "system/tokens.hpp"
+#include "text/tokens.hpp"
 
 #include <map>
 #include <span>

@@ -1,7 +1,7 @@
 // The program that takes the tool's place.
 #pragma once
 
-#include "system/tokens.hpp"
+#include "text/tokens.hpp"
 
 #include <iosfwd>
 

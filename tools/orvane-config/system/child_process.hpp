@@ -1,7 +1,7 @@
 // The command whose runtime files are published.
 #pragma once
 
-#include "system/tokens.hpp"
+#include "text/tokens.hpp"
 
 #include <functional>
 #include <memory>

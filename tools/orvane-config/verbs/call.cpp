@@ -2,8 +2,8 @@
 #include "verbs/call.hpp"
 
 #include "explaining/meant_flags.hpp"
-#include "explaining/spelling.hpp"
 #include "probing/probing.hpp"
+#include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
 

@@ -1,8 +1,8 @@
 // One call of a verb: what it was given, and where it answers.
 #pragma once
 
-#include "system/tokens.hpp"
-#include "verbs/option_table.hpp"
+#include "own/option_table.hpp"
+#include "text/tokens.hpp"
 
 #include <functional>
 #include <iosfwd>

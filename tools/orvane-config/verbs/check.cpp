@@ -1,5 +1,6 @@
 // The verb `check`: what the library makes of a command line.
 #include "printing/json.hpp"
+#include "printing/settings_text.hpp"
 #include "printing/verdict_text.hpp"
 #include "verbs/ignored_warnings.hpp"
 #include "verbs/input.hpp"

@@ -1,7 +1,7 @@
 // The verb `diff`: what the server would do differently.
 #include "explaining/meant_flags.hpp"
 #include "printing/json.hpp"
-#include "printing/origin_text.hpp"
+#include "printing/settings_text.hpp"
 #include "printing/verdict_text.hpp"
 #include "probing/differences.hpp"
 #include "redacting/redacting.hpp"

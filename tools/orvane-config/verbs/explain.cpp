@@ -1,10 +1,10 @@
 // The verb `explain`: what the kinds of faults, rules, warnings and findings mean.
 #include "explaining/kinds.hpp"
-#include "explaining/spelling.hpp"
+#include "preflight/findings.hpp"
 #include "printing/json.hpp"
 #include "printing/wrapping.hpp"
-#include "readiness/findings.hpp"
 #include "reference/reference.hpp"
+#include "text/spelling.hpp"
 #include "verbs/call.hpp"
 #include "verbs/ignored_warnings.hpp"
 

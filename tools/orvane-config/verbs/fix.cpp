@@ -1,6 +1,6 @@
 // The verb `fix`: the corrected line.
-#include "printing/quoting.hpp"
 #include "printing/verdict_text.hpp"
+#include "probing/occurrence_text.hpp"
 #include "verbs/ignored_warnings.hpp"
 #include "verbs/input.hpp"
 

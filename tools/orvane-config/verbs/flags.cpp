@@ -1,9 +1,9 @@
 // The verb `flags`: the reference of all flags, or of those that somebody asks about.
 #include "explaining/lookup.hpp"
 #include "explaining/meant_flags.hpp"
-#include "explaining/spelling.hpp"
 #include "printing/reference_json.hpp"
 #include "printing/reference_text.hpp"
+#include "text/spelling.hpp"
 #include "verbs/call.hpp"
 
 #include "qel/i18n/convert.hpp"

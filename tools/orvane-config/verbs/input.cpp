@@ -2,12 +2,12 @@
 #include "verbs/input.hpp"
 
 #include "explaining/meant_flags.hpp"
-#include "explaining/spelling.hpp"
 #include "formats/content.hpp"
 #include "formats/format_table.hpp"
 #include "probing/diagnosis.hpp"
 #include "redacting/redacting.hpp"
 #include "system/process_line.hpp"
+#include "text/spelling.hpp"
 
 #include "qel/config/error_code.hpp"
 #include "qel/i18n/convert.hpp"

@@ -1,8 +1,8 @@
 // The verb `locate`: is the server there, and where?
-#include "printing/escape.hpp"
 #include "printing/json.hpp"
 #include "reference/reference.hpp"
 #include "runtime/runtime_state.hpp"
+#include "text/escape.hpp"
 #include "verbs/accepted.hpp"
 #include "verbs/input.hpp"
 

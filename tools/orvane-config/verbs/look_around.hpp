@@ -1,7 +1,7 @@
 // What preflight finds, for the verbs that ask for it.
 #pragma once
 
-#include "printing/readiness_json.hpp"
+#include "printing/preflight_json.hpp"
 #include "verbs/call.hpp"
 
 namespace orvane {

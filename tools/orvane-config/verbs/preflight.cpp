@@ -1,6 +1,6 @@
 // The verb `preflight`: will the server start on this machine?
 #include "printing/json.hpp"
-#include "printing/readiness_json.hpp"
+#include "printing/preflight_json.hpp"
 #include "printing/verdict_text.hpp"
 #include "verbs/ignored_warnings.hpp"
 #include "verbs/input.hpp"

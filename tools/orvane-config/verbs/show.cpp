@@ -1,8 +1,8 @@
 // The verb `show`: the settings that a line makes, and where each comes from.
-#include "explaining/spelling.hpp"
 #include "printing/json.hpp"
-#include "printing/origin_text.hpp"
+#include "printing/settings_text.hpp"
 #include "printing/verdict_text.hpp"
+#include "text/spelling.hpp"
 #include "verbs/ignored_warnings.hpp"
 #include "verbs/input.hpp"
 

@@ -2,12 +2,12 @@
 #include "verbs/tool.hpp"
 
 #include "explaining/meant_flags.hpp"
-#include "explaining/spelling.hpp"
-#include "printing/escape.hpp"
+#include "manuals/help.hpp"
 #include "system/become.hpp"
 #include "system/terminal.hpp"
+#include "text/escape.hpp"
+#include "text/spelling.hpp"
 #include "verbs/call.hpp"
-#include "verbs/help.hpp"
 
 #include "qel/config/build_info.hpp"
 #include "qel/config/report.hpp"

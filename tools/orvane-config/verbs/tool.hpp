@@ -1,8 +1,8 @@
 // The companion tool.
 #pragma once
 
-#include "system/tokens.hpp"
-#include "verbs/exit_code.hpp"
+#include "own/exit_code.hpp"
+#include "text/tokens.hpp"
 
 #include <iosfwd>
 

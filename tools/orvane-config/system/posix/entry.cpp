@@ -1,7 +1,7 @@
 // A there in the file system, on POSIX.
 #include "system/entry.hpp"
 
-#include "printing/quoting.hpp"
+#include "text/quoting.hpp"
 
 #include "qel/util/native_path.hpp"
 

@@ -15,4 +15,8 @@ std::size_t terminal_columns() {
     return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0 ? size.ws_col : 80;
 }
 
+// Nothing has to be switched here.
+Utf8Console::Utf8Console() : before_(0) {}
+Utf8Console::~Utf8Console() = default;
+
 } // namespace orvane

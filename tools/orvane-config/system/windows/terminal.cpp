@@ -19,4 +19,11 @@ std::size_t terminal_columns() {
     return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left);
 }
 
+Utf8Console::Utf8Console() : before_(GetConsoleOutputCP()) {
+    SetConsoleOutputCP(CP_UTF8);
+}
+Utf8Console::~Utf8Console() {
+    SetConsoleOutputCP(before_);
+}
+
 } // namespace orvane

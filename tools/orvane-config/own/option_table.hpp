@@ -1,0 +1,123 @@
+// The tool's own options, a row each. Parsing, help, completions, the manual page and advice read this table.
+#pragma once
+
+#include "formats/format_table.hpp"
+#include "own/verb_table.hpp"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvane {
+
+struct OwnOption {
+    std::string_view name;  ///< without its hyphens
+    std::string_view value; ///< its name in the help; a|b: one of these words; empty for a switch
+    std::string_view verbs; ///< the verbs that take it; any_flags; empty when all do
+    std::string_view meaning;
+};
+
+// clang-format off
+inline constexpr OwnOption own_options[] = {
+    {"strict",    "",                "check preflight",               "fail on warnings: the exit code is then 3"},
+    {"ignore",    "ID[,ID]...",      "check show fix preflight",      "turn off these warnings; 'orvane-config explain' lists them all"},
+    {"json",      "",                "check show diff preflight locate", "answer in JSON"},
+    {"from",      "FILE",            any_flags,                       "read FLAGS from FILE, or from standard input if FILE is -; can be "
+                                                                      "repeated, and FLAGS on the command line come last"},
+    {"format-in", FormatNames<true>::text, any_flags,                 "format of the files; by default detected from their content"},
+    {"pid",       "PID",             any_flags,                       "read FLAGS from a running process (Linux)"},
+    {"to",        FormatNames<false>::text, "convert",                "the format to write"},
+    {"tidy",      "",                "convert",                       "leave out what has no effect, and sort the flags as the reference does; "
+                                                                      "the settings stay the same"},
+    {"program",   "PATH",            "convert",                       "put this program before the flags"},
+    {"preflight", "",                "exec",                          "also check the machine, as the verb preflight does; do not start COMMAND "
+                                                                      "if the server would not start, or if preflight cannot tell"},
+    {"only",    "GROUP[,GROUP]...",  "preflight",                     "check only these groups"},
+    {"skip",    "GROUP[,GROUP]...",  "preflight",                     "do not check these groups"},
+    {"network", "",                  "preflight",                     "also connect to the caches that the server attaches to"},
+    {"ready",   "HOST:PORT",         "publish",                       "publish the endpoints only when this address accepts connections"},
+    {"wait",    "SECONDS",           "locate",                        "wait for the server, at most this long"},
+    {"ids",     "",                  "check show fix preflight",      "print the id of each fault and rule after its text"},
+    {"get",     "SETTING",           "show",                          "print only the value of this setting, one line per element of a list; "
+                                                                      "the exit code is 4 if it is not set"},
+    {"redact",  "",                "check show fix convert diff",    "replace paths, hosts, names and user data by placeholders, for a bug "
+                                                                      "report; faults and warnings stay the same; the name of FILE stays"},
+    {"quiet",   "",                  "check",                         "print nothing about FLAGS; the exit code says whether they are accepted"},
+    {"format",  "text|markdown|json", "flags explain",                "output format; by default text"},
+    {"for",     "NAME",              "completions",                   "complete the flags of a server called NAME, instead of orvane-config"},
+    {"help",    "",                  "",                              "print this help"},
+};
+// clang-format on
+
+/// The words of a list that `separator` separates.
+constexpr std::vector<std::string_view> split(std::string_view list, char separator) {
+    std::vector<std::string_view> words;
+    while (!list.empty()) {
+        const std::size_t end = std::min(list.find(separator), list.size());
+        words.push_back(list.substr(0, end));
+        list.remove_prefix(std::min(end + 1, list.size()));
+    }
+    return words;
+}
+
+/// Whether the row of a table that names these verbs is for the verb.
+constexpr bool is_for(std::string_view named, const Verb& verb) {
+    if (named == any_flags) return takes_flags(verb);
+    const auto names = split(named, ' ');
+    return names.empty() || std::find(names.begin(), names.end(), verb.name) != names.end();
+}
+
+constexpr bool takes(const Verb& verb, const OwnOption& option) {
+    return is_for(option.verbs, verb);
+}
+
+constexpr std::vector<std::string_view> verbs_with(const OwnOption& option) {
+    std::vector<std::string_view> names;
+    for (const Verb& verb : verbs)
+        if (takes(verb, option)) names.push_back(verb.name);
+    return names;
+}
+
+/// Null when no verb has an option of that name.
+constexpr const OwnOption* option_of(std::string_view name) {
+    for (const OwnOption& option : own_options)
+        if (option.name == name) return &option;
+    return nullptr;
+}
+
+/// Whether each row names only verbs that are there.
+template <class Table>
+constexpr bool names_verbs(const Table& rows) {
+    return std::ranges::all_of(rows, [](const auto& row) {
+        return row.verbs == any_flags ||
+               // g++ 12 with sanitizers takes no address for a constant here, so names are compared.
+               std::ranges::all_of(split(row.verbs, ' '), [](std::string_view name) {
+                   return std::ranges::count(verbs, name, &Verb::name) == 1;
+               });
+    });
+}
+static_assert(names_verbs(own_options) && names_verbs(exit_codes),
+              "an option or exit code names a verb that is not in the table of verbs");
+
+/// The row of an option that is there: any other name does not compile.
+consteval const OwnOption& own(std::string_view name) {
+    return *option_of(name);
+}
+
+/// As it is typed.
+inline std::string spelled(const OwnOption& option) {
+    return "--" + std::string(option.name);
+}
+
+/// A name and what follows it.
+inline std::string with(std::string_view name, std::string_view rest) {
+    return std::string(name) + (rest.empty() ? "" : " ") + std::string(rest);
+}
+
+/// As help and manual page begin its entry.
+inline std::string heading(const OwnOption& option) {
+    return with(spelled(option), option.value);
+}
+
+} // namespace orvane

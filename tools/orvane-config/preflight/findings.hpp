@@ -1,0 +1,78 @@
+// What preflight finds on this machine.
+#pragma once
+
+#include "probing/effects.hpp"
+
+#include "qel/config/server_settings.hpp"
+
+#include <mutex>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvane::readiness {
+
+/// In the order from bad to good. With one of the first or third the server is not ready.
+enum class Severity { blocking, warning, unknown, fine };
+
+std::string_view to_text(Severity severity);
+
+enum class Kind {
+#define ZEP_FINDINGS_OF(group)
+#define ZEP_FINDING(name, ...) name,
+#include "preflight/findings.def"
+};
+
+/// What a kind of finding is about.
+struct KindOfFinding {
+    std::string_view group; ///< empty: any
+    std::string_view id;
+    Severity severity;
+    std::string_view meaning;
+};
+
+/// All kinds, in the order of findings.def.
+std::span<const KindOfFinding> kinds_of_findings();
+
+const KindOfFinding& about(Kind kind);
+
+/// Of several occurrences of a flag, the one that counts.
+inline constexpr std::size_t last_given = static_cast<std::size_t>(-1);
+
+struct Finding {
+    Kind kind;
+    std::u16string_view flag{};        ///< a constant of flag_texts.hpp; empty: the group as a whole
+    std::string what{};                ///< what was found: a clause without a full stop
+    std::string advice{};              ///< what to do: sentences; empty when nothing is to be done
+    std::size_t position = last_given; ///< which occurrence of a flag that adds, counted from 0
+};
+
+/// What the groups look at: an accepted line, and what the user allows.
+struct Context {
+    CommandLine line; ///< as it was given
+    Effects effects;  ///< with origins
+    qel::config::ServerSettings settings;
+    bool network = false; ///< whether other machines may be contacted
+};
+
+/// The occurrence that a finding is about; null when its flag was not given.
+const Occurrence* occurrence_of(const Finding& finding, const Context& context);
+
+/// Collects what a group finds. Threads may share it: a look that hangs is left to itself.
+class Findings {
+public:
+    void add(Finding finding);
+    void add(Kind kind, std::u16string_view flag, std::string what, std::string advice = {},
+             std::size_t position = last_given) {
+        add({kind, flag, std::move(what), std::move(advice), position});
+    }
+
+    std::vector<Finding> so_far() const;
+
+private:
+    mutable std::mutex mutex_;
+    std::vector<Finding> findings_;
+};
+
+} // namespace orvane::readiness

@@ -1,0 +1,30 @@
+// The ports that a server takes.
+#pragma once
+
+#include "preflight/hosts.hpp"
+
+#include <string>
+#include <vector>
+
+namespace orvane::readiness {
+
+/// A port that the server is told to take.
+struct Place {
+    std::u16string_view flag;
+    std::size_t position; ///< of the occurrence, as in Finding
+    unsigned port;
+    /// Where, the first being the address that it takes if it takes only one. Empty: the host has none.
+    std::vector<std::string> addresses;
+};
+
+/// Those of the listeners and of the control interface.
+std::vector<Place> places_of_listeners(const Context& context, Hosts& hosts, Findings& findings);
+
+/// Whether the port can be taken now on the address; if not, says so to `findings`.
+bool can_be_taken(const Place& place, const std::string& address, Findings& findings);
+
+/// Reports the first of the earlier places that excludes this one.
+void compare(const Place& place, const std::vector<Place>& earlier, const Context& context,
+             Findings& findings);
+
+} // namespace orvane::readiness

@@ -1,0 +1,16 @@
+// What all groups found, and what follows from it.
+#include "preflight/report.hpp"
+
+#include <algorithm>
+
+namespace orvane::readiness {
+
+std::size_t Report::count(Severity severity) const {
+    std::size_t count = 0;
+    for (const GroupReport& group : groups)
+        count += static_cast<std::size_t>(std::ranges::count_if(
+            group.findings, [&](const Finding& one) { return about(one.kind).severity == severity; }));
+    return count;
+}
+
+} // namespace orvane::readiness

@@ -1,0 +1,31 @@
+// What all groups found, and what follows from it.
+#pragma once
+
+#include "preflight/groups.hpp"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace orvane::readiness {
+
+struct GroupReport {
+    const Group* group;
+    bool looked_at; ///< whether the user wanted this group
+    std::vector<Finding> findings{};
+};
+
+struct Report {
+    std::shared_ptr<const Context> context;
+    std::vector<GroupReport> groups{}; ///< all of them
+
+    /// How many findings have this severity.
+    std::size_t count(Severity severity) const;
+    /// Whether nothing stands in the way, as far as was looked.
+    bool ready() const { return count(Severity::blocking) == 0 && count(Severity::unknown) == 0; }
+};
+
+/// The findings by group, those about one occurrence together, and a summary.
+std::string to_text(const Report& report);
+
+} // namespace orvane::readiness

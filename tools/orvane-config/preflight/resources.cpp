@@ -1,0 +1,88 @@
+// Memory limits against the memory of this machine.
+#include "preflight/amounts.hpp"
+#include "preflight/groups.hpp"
+#include "reference/flag_texts.hpp"
+#include "system/memory.hpp"
+
+#include <algorithm>
+
+namespace orvane::readiness {
+namespace {
+
+using qel::config::ServerSettings;
+using Bytes = boost::optional<std::uint64_t>;
+
+struct MemorySetting {
+    std::u16string_view flag;
+    Bytes (*bytes)(const ServerSettings&);
+};
+
+Bytes worker_trigger(const ServerSettings& settings) {
+    const auto& pool = settings.worker_pool_settings();
+    return pool && pool->memory_limit() ? pool->memory_limit()->trigger() : Bytes();
+}
+
+/// What the server compares with the memory in use: above that memory, it never acts.
+constexpr MemorySetting memory_settings[] = {
+    {flag::worker_restart_memory_limit,
+     [](const ServerSettings& settings) { return settings.worker_restart_memory_limit(); }},
+    {flag::worker_memory_trigger, worker_trigger},
+    {flag::server_memory_threshold,
+     [](const ServerSettings& settings) { return settings.server_memory_threshold(); }},
+};
+
+/// "24 GiB of memory", and what limits it.
+std::string text_of(const Memory& memory) {
+    std::string text = "this machine has " + amount(memory.physical) + " of memory";
+    if (memory.swap != 0) text += " and " + amount(memory.swap) + " of swap space";
+    if (memory.limit) text += ", limited to " + amount(*memory.limit) + " by " + memory.limited_by;
+    return text;
+}
+
+void look_at_one(const MemorySetting& setting, const Memory& memory, std::uint64_t usable,
+                 const ServerSettings& settings, Findings& findings) {
+    const Bytes bytes = setting.bytes(settings);
+    if (!bytes) return;
+    if (*bytes > usable + memory.swap)
+        findings.add(Kind::out_of_reach, setting.flag, text_of(memory) + ", so this is never reached",
+                     "Set it below " + amount(usable) + ".");
+    else
+        findings.add(Kind::within_memory, setting.flag, amount(*bytes) + " of " + amount(usable));
+}
+
+/// All workers just below their limit, and the server below its threshold.
+void look_at_sum(const Memory& memory, std::uint64_t usable, const ServerSettings& settings,
+                 Findings& findings) {
+    const Bytes each = settings.worker_restart_memory_limit();
+    const auto& workers = settings.num_workers();
+    if (!each || !workers || *workers == 0) return;
+    // One that is out of reach is reported already.
+    const std::uint64_t threshold = settings.server_memory_threshold().value_or(0);
+    const std::uint64_t server = threshold <= usable ? threshold : 0;
+    const std::string sum = std::to_string(*workers) + " workers of " + amount(*each) +
+                            (server == 0 ? "" : " and the server's " + amount(server));
+    // Divided, because the product may not fit.
+    if (*each <= (usable - server) / *workers)
+        findings.add(Kind::within_memory, flag::num_workers, sum + " fit into " + amount(usable));
+    else
+        findings.add(Kind::memory_exceeded, flag::num_workers,
+                     sum + " can use more than there is: " + text_of(memory),
+                     "Start fewer workers, or restart them at a lower limit.");
+}
+
+} // namespace
+
+void look_at_resources(const Context& context, Findings& findings) {
+    const ServerSettings& settings = context.settings;
+    if (std::ranges::none_of(memory_settings,
+                             [&](const auto& one) { return one.bytes(settings).has_value(); }))
+        return;
+    const auto memory = memory_here();
+    if (!memory) return findings.add(Kind::look_failed, u"", "the system does not report its memory");
+    const std::uint64_t usable = std::min(memory->physical, memory->limit.value_or(memory->physical));
+    for (const MemorySetting& setting : memory_settings)
+        look_at_one(setting, *memory, usable, settings, findings);
+    look_at_sum(*memory, usable, settings, findings);
+}
+
+} // namespace orvane::readiness

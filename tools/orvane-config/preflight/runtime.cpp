@@ -1,0 +1,93 @@
+// The files of running and former servers.
+#include "preflight/groups.hpp"
+#include "reference/flag_texts.hpp"
+#include "runtime/runtime_state.hpp"
+#include "system/entry.hpp"
+
+#include "text/quoting.hpp"
+
+#include <algorithm>
+
+namespace orvane::readiness {
+namespace {
+
+/// The flag whose directory holds the file.
+std::u16string_view flag_of(const FileReport& file) {
+    return file.name == "main.pid" ? flag::pid_root : flag::endpoint_root;
+}
+
+void look_at_malformed(const FileReport& file, const Entry& there, Findings& findings) {
+    // Otherwise it is the directory that is not as it should be, which has its own findings.
+    const Entry directory = entry_at(file.path.parent_path());
+    if (directory.state != Entry::State::directory || !directory.execute) return;
+    const std::string name = shown(file.path.text());
+    if (there.state == Entry::State::file)
+        findings.add(Kind::not_a_runtime_file, flag_of(file),
+                     name + " is not a runtime file, and would be overwritten (" + file.text + ")",
+                     "Move it away if it is still needed.");
+    else
+        findings.add(Kind::in_the_way, flag_of(file), name + " is in the way: " + file.text,
+                     "Remove it, or choose another directory.");
+}
+
+void look_at_file(const FileReport& file, Findings& findings) {
+    const Entry there = entry_at(file.path);
+    const std::string name = shown(file.path.text());
+    const std::u16string_view flag = flag_of(file);
+    if (there.state == Entry::State::file && !there.write && file.state != FileState::alive)
+        findings.add(Kind::file_not_writable, flag, "user " + user_name() + " may not write " + name,
+                     "Remove it, or give user " + user_name() +
+                         " this right: " + command_to_grant(Right::write, file.path, there.own));
+    switch (file.state) {
+    case FileState::alive:
+        if (file.pid != 0)
+            findings.add(Kind::server_alive, flag,
+                         name + " belongs to " + owner_of(file) + ", which is running",
+                         "Stop that server, or choose another directory for this one.");
+        return;
+    case FileState::published:
+        return findings.add(Kind::may_be_alive, flag,
+                            name + " announces " + file.text +
+                                ", and no pid file says whether that server is running",
+                            "Make sure that it has stopped: this server would overwrite the file.");
+    case FileState::starting:
+        return findings.add(Kind::may_be_alive, flag,
+                            name + " is empty: a server is starting, or was killed while starting",
+                            "Run preflight again in a moment.");
+    case FileState::stale:
+        return findings.add(Kind::stale_file, flag, name + " is stale, and will be replaced: " + file.text);
+    case FileState::not_published:
+        return findings.add(Kind::no_file, flag, "there is no " + name + " yet");
+    case FileState::malformed:
+        return look_at_malformed(file, there, findings);
+    case FileState::unreadable:
+        // Otherwise the directory has its own findings.
+        if (there.state == Entry::State::file)
+            findings.add(Kind::cannot_tell, flag, name + " cannot be read: " + file.text,
+                         "Run preflight as the server's user.");
+        return;
+    }
+}
+
+/// Another server may keep its pid file beside its endpoints.
+void look_at_neighbour(const qel::config::ServerSettings& settings, Findings& findings) {
+    if (!settings.endpoint_root() || settings.pid_root() == settings.endpoint_root()) return;
+    qel::config::ServerSettings neighbour;
+    neighbour.pid_root(settings.endpoint_root());
+    const FileReport file = inspect_runtime_files(neighbour).front();
+    if (file.state == FileState::alive && file.pid != 0)
+        findings.add(Kind::server_alive, flag::endpoint_root,
+                     shown(file.path.text()) + " belongs to " + owner_of(file) +
+                         ", which is running: another server uses this directory",
+                     "Give each server a different endpoint root.");
+}
+
+} // namespace
+
+void look_at_runtime(const Context& context, Findings& findings) {
+    for (const FileReport& file : inspect_runtime_files(context.settings))
+        look_at_file(file, findings);
+    look_at_neighbour(context.settings, findings);
+}
+
+} // namespace orvane::readiness

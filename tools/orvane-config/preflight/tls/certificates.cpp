@@ -1,0 +1,130 @@
+// The server's certificates: what today's clients make of each.
+#include "preflight/tls/contents.hpp"
+
+#include "reference/flag_texts.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+#include <ctime>
+
+#include <openssl/err.h>
+#include <openssl/x509v3.h>
+
+namespace orvane::readiness {
+namespace {
+
+constexpr std::time_t soon = std::time_t{30} * 24 * 60 * 60;
+
+using HostNames = std::unique_ptr<GENERAL_NAMES, Releases<GENERAL_NAMES_free>>;
+
+/// The host names in the certificate, as far as they can be shown in a line.
+std::string host_names_in(X509* certificate) {
+    constexpr int most = 5;
+    const HostNames names(
+        static_cast<GENERAL_NAMES*>(X509_get_ext_d2i(certificate, NID_subject_alt_name, nullptr, nullptr)));
+    std::string text;
+    int found = 0;
+    for (int i = 0; names && i < sk_GENERAL_NAME_num(names.get()); ++i) {
+        const GENERAL_NAME* const name = sk_GENERAL_NAME_value(names.get(), i);
+        if (name->type != GEN_DNS || ++found > most) continue;
+        const auto* const data = reinterpret_cast<const char*>(ASN1_STRING_get0_data(name->d.dNSName));
+        text += (text.empty() ? "" : ", ") +
+                std::string(data, static_cast<std::size_t>(ASN1_STRING_length(name->d.dNSName)));
+    }
+    return found > most ? text + " and " + std::to_string(found - most) + " more" : text;
+}
+
+bool is_address(const std::string& host) {
+    const std::unique_ptr<ASN1_OCTET_STRING, Releases<ASN1_OCTET_STRING_free>> address(
+        a2i_IPADDRESS(host.c_str()));
+    ERR_clear_error();
+    return address != nullptr;
+}
+
+/// Clients may use other names than the one that the server listens on, but seldom where it is a name.
+void look_at_host(const TlsLook& look, X509* certificate) {
+    const auto& host = look.https.http().host();
+    const std::string name = host ? qel::i18n::ustring_to_utf8(*host) : "";
+    if (name.empty() || name.front() == '[' || is_address(name)) return;
+    if (X509_check_host(certificate, name.data(), name.size(), X509_CHECK_FLAG_NEVER_CHECK_SUBJECT,
+                        nullptr) == 1)
+        return;
+    const std::string names = host_names_in(certificate);
+    look.findings.add(Kind::certificate_host, flag::https,
+                      names.empty() ? "the certificate has no host names (subjectAltName)"
+                                    : "the certificate is not for this host, but for " + names,
+                      "Request a certificate for the name that clients use.");
+}
+
+/// Empty: every client of today takes it.
+std::string odd_key(EVP_PKEY* key) {
+    char group[80] = "";
+    const int bits = EVP_PKEY_get_bits(key);
+    if (EVP_PKEY_is_a(key, "RSA"))
+        return bits < 2048 ? "an RSA key of " + std::to_string(bits) + " bits" : "";
+    if (!EVP_PKEY_is_a(key, "EC")) return std::string("a key of the type ") + EVP_PKEY_get0_type_name(key);
+    EVP_PKEY_get_group_name(key, group, sizeof group, nullptr);
+    const std::string_view curve = group;
+    if (curve == "prime256v1" || curve == "secp384r1" || curve == "secp521r1") return {};
+    return "a key on the curve " + std::string(curve.empty() ? "(unnamed)" : curve);
+}
+
+void look_at_strength(const TlsLook& look, X509* certificate, const std::string& which) {
+    EVP_PKEY* const key = X509_get0_pubkey(certificate);
+    const std::string odd = key == nullptr ? "a key of an unknown type" : odd_key(key);
+    if (!odd.empty())
+        look.findings.add(Kind::weak_key, flag::https_cert_chain_file, which + " has " + odd,
+                          "Use an RSA key of 2048 bits or more, or a key on prime256v1.");
+    int digest = NID_undef;
+    X509_get_signature_info(certificate, &digest, nullptr, nullptr, nullptr);
+    // Nobody checks what a root says about itself.
+    if ((X509_get_extension_flags(certificate) & EXFLAG_SS) != 0) return;
+    if (digest == NID_sha1 || digest == NID_md5 || digest == NID_md5_sha1)
+        look.findings.add(Kind::weak_signature, flag::https_cert_chain_file,
+                          which + " is signed with " + OBJ_nid2ln(digest),
+                          "Have it issued with a SHA-256 signature.");
+}
+
+void look_at_use(const TlsLook& look, const Certificates& chain) {
+    if (X509_check_purpose(chain.front().get(), X509_PURPOSE_SSL_SERVER, 0) != 1)
+        look.findings.add(Kind::certificate_use, flag::https_cert_chain_file,
+                          "the first certificate is not for use by a TLS server",
+                          "Request one with the extended key usage serverAuth.");
+    for (std::size_t i = 1; i < chain.size(); ++i)
+        if (X509_check_ca(chain[i].get()) == 0)
+            look.findings.add(Kind::certificate_use, flag::https_cert_chain_file,
+                              "certificate " + std::to_string(i + 1) + " is not for issuing certificates",
+                              "After the server's certificate, put only those of its issuers.");
+}
+
+} // namespace
+
+void look_at_times(const TlsLook& look, std::u16string_view flag, const X509* certificate,
+                   const std::string& what) {
+    const ASN1_TIME *const begin = X509_get0_notBefore(certificate), *const end =
+                                                                         X509_get0_notAfter(certificate);
+    std::time_t now = std::time(nullptr), later = now + soon;
+    if (X509_cmp_time(begin, &now) > 0)
+        look.findings.add(Kind::certificate_not_yet_valid, flag,
+                          what + " is not valid before " + text_of(begin),
+                          "Check the clock of this machine: date -u");
+    if (X509_cmp_time(end, &now) < 0)
+        look.findings.add(Kind::certificate_expired, flag, what + " expired at " + text_of(end), "Renew it.");
+    else if (X509_cmp_time(end, &later) < 0)
+        look.findings.add(Kind::certificate_expires_soon, flag, what + " expires at " + text_of(end),
+                          "Renew it.");
+}
+
+void look_at_certificates(const TlsLook& look, const Certificates& chain) {
+    look_at_host(look, chain.front().get());
+    look_at_use(look, chain);
+    for (std::size_t i = 0; i < chain.size(); ++i) {
+        const std::string which = "certificate " + std::to_string(i + 1);
+        look_at_times(look, flag::https_cert_chain_file, chain[i].get(), which);
+        look_at_strength(look, chain[i].get(), which);
+    }
+    ERR_clear_error();
+}
+
+} // namespace orvane::readiness

@@ -1,0 +1,107 @@
+// The files that the TLS flags name.
+#include "preflight/tls/files.hpp"
+
+#include "reference/flag_texts.hpp"
+#include "system/bounded_file.hpp"
+#include "text/quoting.hpp"
+
+#include "qel/util/native_path.hpp"
+
+#include <filesystem>
+#include <system_error>
+
+namespace orvane::readiness {
+namespace {
+
+using qel::config::Path;
+using qel::config::SslContext;
+using FileOutcome = BoundedFile::Outcome;
+
+using OptionalPath = qel::config::optional<Path>;
+
+struct FileRow {
+    std::u16string_view flag;
+    const OptionalPath& (*path)(const SslContext& settings);
+    std::optional<std::string> TlsFiles::*content;
+    bool secret;
+    std::size_t limit;
+};
+
+constexpr std::size_t kib = 1024, mib = 1024 * kib;
+
+// Functions that call the getters: their addresses are no constants where they come from a DLL.
+// clang-format off
+constexpr FileRow file_rows[] = {
+    {flag::https_private_key_file,    [](const SslContext& tls) -> const OptionalPath& { return tls.private_key_file(); },    &TlsFiles::key,           true,  mib},
+    {flag::https_key_passphrase_file, [](const SslContext& tls) -> const OptionalPath& { return tls.key_passphrase_file(); }, &TlsFiles::passphrase,    true,  64 * kib},
+    {flag::https_cert_chain_file,     [](const SslContext& tls) -> const OptionalPath& { return tls.cert_chain_file(); },     &TlsFiles::chain,         false, mib},
+    {flag::https_ca_file,             [](const SslContext& tls) -> const OptionalPath& { return tls.ca_file(); },             &TlsFiles::ca,            false, 16 * mib},
+    {flag::https_tmp_dh_param_file,   [](const SslContext& tls) -> const OptionalPath& { return tls.tmp_dh_param_file(); },   &TlsFiles::dh_parameters, false, mib},
+};
+// clang-format on
+
+/// Which file a name means, where that is not plain.
+std::string missing(const Path& path) {
+    const auto name = qel::util::filesystem::native(path);
+    std::error_code error;
+    if (std::filesystem::is_symlink(name, error))
+        return "this is a symbolic link to a file that does not exist";
+    if (name.is_absolute()) return "the file does not exist";
+    return "the file does not exist in " + orvane::shown(std::filesystem::current_path(error).u16string()) +
+           ", where relative paths start";
+}
+
+void report_file(const FileRow& row, const Path& path, const BoundedFile& file, Findings& findings) {
+    switch (file.outcome) {
+    case FileOutcome::read:
+        break;
+    case FileOutcome::missing:
+        findings.add(Kind::tls_file_missing, row.flag, missing(path),
+                     "Create the file, or correct its name.");
+        break;
+    case FileOutcome::no_access:
+        findings.add(
+            Kind::tls_file_unreadable, row.flag, "this user cannot read the file: " + file.text,
+            "Give the server's user the right to read it and to enter its directories. If the server runs "
+            "as another user, run preflight as that user.");
+        break;
+    case FileOutcome::not_a_file:
+        findings.add(Kind::tls_file_unreadable, row.flag, "this is " + file.text + ", not a file",
+                     "Name the file itself.");
+        break;
+    case FileOutcome::too_large:
+        findings.add(Kind::size_limit, row.flag,
+                     "the file has more than " + std::to_string(row.limit / kib) + " KiB and was not read",
+                     "Check that this is the right file.");
+        break;
+    case FileOutcome::failed:
+        findings.add(Kind::tls_file_unreadable, row.flag, "the file cannot be read: " + file.text, {});
+        break;
+    }
+}
+
+/// A key can also be in the file of the certificates, and a certificate where the key should be.
+bool is_secret(const FileRow& row, const std::string& content) {
+    if (content.find(" PRIVATE KEY-----") != content.npos) return true;
+    return row.secret && content.find("-----BEGIN ") == content.npos;
+}
+
+} // namespace
+
+TlsFiles read_tls_files(const SslContext& settings, Findings& findings) {
+    TlsFiles files;
+    for (const FileRow& row : file_rows) {
+        const auto& path = row.path(settings);
+        if (!path) continue;
+        BoundedFile file = read_bounded(*path, row.limit);
+        report_file(row, *path, file, findings);
+        if (file.outcome != FileOutcome::read) continue;
+        if (file.others_read && is_secret(row, file.text))
+            findings.add(Kind::key_exposed, row.flag, "every user of this machine can read this file",
+                         "Run: chmod o= " + orvane::shown(path->text()));
+        files.*row.content = std::move(file.text);
+    }
+    return files;
+}
+
+} // namespace orvane::readiness

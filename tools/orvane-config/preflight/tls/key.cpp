@@ -1,0 +1,132 @@
+// The server's private key.
+#include "preflight/tls/contents.hpp"
+
+#include "preflight/time_limit.hpp"
+#include "preflight/tls/pem.hpp"
+#include "reference/flag_texts.hpp"
+#include "text/quoting.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+
+#include <openssl/err.h>
+#include <openssl/pem.h>
+
+namespace orvane::readiness {
+namespace {
+
+/// The file says how often its pass phrase is hashed, and may say anything.
+constexpr std::chrono::seconds opening_limit(3);
+
+struct Opened {
+    Key key{};
+    bool encrypted = false; ///< a pass phrase was asked for
+    bool unsupported = false;
+    std::string reason{};
+};
+
+struct Question {
+    const std::string* phrase; ///< null: not known
+    bool asked = false;
+};
+
+int answer(char* buffer, int size, int, void* data) {
+    auto& question = *static_cast<Question*>(data);
+    question.asked = true;
+    if (question.phrase == nullptr || question.phrase->size() > static_cast<std::size_t>(size)) return -1;
+    std::copy(question.phrase->begin(), question.phrase->end(), buffer);
+    return static_cast<int>(question.phrase->size());
+}
+
+/// OpenSSL has several reasons; that it does not support something is not always the first.
+bool takes_unsupported_out_of_the_queue() {
+    bool unsupported = false;
+    for (unsigned long error = ERR_get_error(); error != 0; error = ERR_get_error())
+        unsupported = unsupported || ERR_GET_REASON(error) == ERR_R_UNSUPPORTED;
+    return unsupported;
+}
+
+Opened open_with(const std::string& text, const std::string* phrase) {
+    Question question{phrase};
+    ERR_clear_error();
+    Opened opened;
+    opened.key.reset(PEM_read_bio_PrivateKey(reader_of(text).get(), nullptr, answer, &question));
+    opened.encrypted = question.asked;
+    return opened;
+}
+
+/// Most servers take the first line; some take the file as it is.
+std::vector<std::string> phrases_in(const std::string& text) {
+    const std::string line = text.substr(0, text.find_first_of("\r\n"));
+    return line == text ? std::vector{line} : std::vector{line, text};
+}
+
+Opened open_any(const std::string& text, const std::optional<std::string>& phrase_file) {
+    Opened opened = open_with(text, nullptr);
+    if (opened.key || !opened.encrypted || !phrase_file) {
+        opened.reason = openssl_reason();
+        return opened;
+    }
+    for (const std::string& phrase : phrases_in(*phrase_file)) {
+        opened = open_with(text, &phrase);
+        opened.encrypted = true;
+        opened.unsupported = takes_unsupported_out_of_the_queue();
+        if (opened.key) break;
+    }
+    return opened;
+}
+
+void report_closed(const TlsLook& look, const Opened& opened) {
+    constexpr auto flag = flag::https_private_key_file;
+    const std::string passphrase = qel::i18n::ustring_to_utf8(flag::https_key_passphrase_file);
+    if (!opened.encrypted) {
+        look.findings.add(Kind::tls_file_content, flag, "the key is damaged: " + opened.reason,
+                          "Copy the file again from its source.");
+    } else if (opened.unsupported) {
+        const std::string file = shown(look.settings().private_key_file()->text());
+        look.findings.add(Kind::tls_file_content, flag,
+                          "the key is encrypted in a way that OpenSSL no longer supports",
+                          "Encrypt it again: openssl pkey -provider legacy -provider default -aes256 -in " +
+                              file + " -out " + file + ".pem");
+    } else if (!look.settings().key_passphrase_file()) {
+        look.findings.add(Kind::key_needs_passphrase, flag,
+                          "the key is encrypted, and no pass phrase is given",
+                          "Write the pass phrase to a file, and name that file with " + passphrase + ".");
+    } else if (!look.files.passphrase) {
+        look.findings.add(Kind::cannot_tell, flag,
+                          "the key is encrypted, and its pass phrase could not be read");
+    } else {
+        look.findings.add(
+            Kind::passphrase_wrong, flag::https_key_passphrase_file,
+            "the pass phrase in this file does not open the key",
+            "The first line of the file has to be the pass phrase, without quotes or spaces around it.");
+    }
+}
+
+} // namespace
+
+Key open_key(const TlsLook& look) {
+    constexpr auto flag = flag::https_private_key_file;
+    if (!look.files.key) return nullptr;
+    const std::string& text = *look.files.key;
+    const PemFile pem = read_pem(text);
+    if (!has_what_is_wanted(pem, Content::private_key, text, flag, *look.settings().private_key_file(),
+                            look.findings))
+        return nullptr;
+    auto opened =
+        within(opening_limit, [text, phrase = look.files.passphrase] { return open_any(text, phrase); });
+    if (!opened) {
+        look.findings.add(Kind::time_limit, flag, "the key could not be decrypted within 3 s",
+                          "Encrypt it with fewer rounds.");
+        return nullptr;
+    }
+    if (!opened->key) report_closed(look, *opened);
+    if (opened->key && !opened->encrypted && look.files.passphrase)
+        look.findings.add(Kind::passphrase_unused, flag::https_key_passphrase_file,
+                          "the key is not encrypted, so the pass phrase is not used",
+                          "Leave the flag out, or encrypt the key.");
+    return std::move(opened->key);
+}
+
+} // namespace orvane::readiness

@@ -1,0 +1,20 @@
+// What preflight finds in the TLS files, once they are read.
+#pragma once
+
+#include "preflight/tls/files.hpp"
+
+namespace orvane::readiness {
+
+/// What the looks share.
+struct TlsLook {
+    const qel::config::HttpsSettings& https;
+    const TlsFiles& files;
+    Findings& findings;
+
+    const qel::config::SslContext& settings() const { return https.ssl_context(); }
+};
+
+/// Looks at what is in the files, and at what the listener offers its clients. Whether this build can do that.
+bool look_at_tls_contents(const TlsLook& look);
+
+} // namespace orvane::readiness

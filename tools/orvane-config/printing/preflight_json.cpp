@@ -1,0 +1,46 @@
+// What preflight found, for programs.
+#include "printing/preflight_json.hpp"
+
+#include "printing/json_parts.hpp"
+
+namespace orvane {
+namespace {
+
+namespace json = boost::json;
+using readiness::Severity;
+
+json::object finding_json(const readiness::Finding& finding, const readiness::GroupReport& group,
+                          const readiness::Context& context) {
+    const auto& kind = readiness::about(finding.kind);
+    json::object object{{"id", kind.id}, {"severity", to_text(kind.severity)}, {"group", group.group->name}};
+    if (const Occurrence* const occurrence = occurrence_of(finding, context)) {
+        object["tokens"] = numbers_of_tokens(*occurrence);
+        object["flag"] = json_text(occurrence->front().text);
+        if (occurrence->size() == 2) object["value"] = json_text(occurrence->back().text);
+    }
+    object["what"] = json_text(finding.what);
+    object["advice"] = json_text(finding.advice);
+    return object;
+}
+
+} // namespace
+
+std::string preflight_json(const Verdict& verdict, const readiness::Report& report) {
+    json::object object = head_of(verdict);
+    object["ready"] = report.ready();
+    json::object counts;
+    for (const Severity severity : {Severity::blocking, Severity::warning, Severity::unknown, Severity::fine})
+        counts[to_text(severity)] = report.count(severity);
+    object["counts"] = std::move(counts);
+    json::array groups, findings;
+    for (const readiness::GroupReport& group : report.groups) {
+        groups.push_back({{"name", group.group->name}, {"looked_at", group.looked_at}});
+        for (const readiness::Finding& finding : group.findings)
+            findings.push_back(finding_json(finding, group, *report.context));
+    }
+    object["groups"] = std::move(groups);
+    object["findings"] = std::move(findings);
+    return json::serialize(object);
+}
+
+} // namespace orvane

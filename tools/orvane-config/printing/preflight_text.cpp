@@ -1,0 +1,88 @@
+// What preflight found, for people.
+#include "preflight/report.hpp"
+#include "probing/occurrence_text.hpp"
+#include "text/escape.hpp"
+
+#include <algorithm>
+
+namespace orvane::readiness {
+namespace {
+
+/// The findings about one setting.
+struct Section {
+    const Occurrence* occurrence; ///< null: about the group
+    std::vector<const Finding*> findings{};
+};
+
+/// In the order of the first finding about each.
+std::vector<Section> sections_of(const GroupReport& group, const Context& context) {
+    std::vector<Section> sections;
+    for (const Finding& finding : group.findings) {
+        const Occurrence* const occurrence = occurrence_of(finding, context);
+        auto section = std::ranges::find(sections, occurrence, &Section::occurrence);
+        if (section == sections.end()) section = sections.insert(section, {occurrence});
+        section->findings.push_back(&finding);
+    }
+    return sections;
+}
+
+/// What is fine on one line, the rest on a line for each.
+std::string text_of(const Section& section) {
+    std::string text, fine;
+    if (section.occurrence != nullptr)
+        text = "  " + shown(*section.occurrence) + " (" + numbers_of(*section.occurrence) + ")\n";
+    const std::string indent(text.empty() ? 2 : 4, ' ');
+    for (const Finding* finding : section.findings) {
+        const auto& [group, id, severity, meaning] = about(finding->kind);
+        if (severity == Severity::fine) {
+            fine += (fine.empty() ? "fine: " : "; ") + escape(finding->what);
+            continue;
+        }
+        text.append(indent).append(to_text(severity)).append(": ").append(escape(finding->what));
+        text.append(" [").append(id).append("]\n");
+        if (!finding->advice.empty()) text.append(indent + "  ").append(escape(finding->advice)).append("\n");
+    }
+    return fine.empty() ? text : text + indent + fine + "\n";
+}
+
+std::string text_of(const GroupReport& group, const Context& context) {
+    std::string text;
+    for (const Section& section : sections_of(group, context))
+        text += text_of(section);
+    return text.empty() ? text : std::string(group.group->name) + "\n" + text;
+}
+
+std::string counted(std::size_t count, std::string_view one, std::string_view more) {
+    return std::to_string(count) + " " + std::string(count == 1 ? one : more);
+}
+
+std::string summary_of(const Report& report) {
+    const std::size_t blocking = report.count(Severity::blocking), warnings = report.count(Severity::warning),
+                      unknown = report.count(Severity::unknown);
+    std::string text = report.ready()  ? "ready: the server can start here with these flags"
+                       : blocking == 0 ? "not known to be ready"
+                                       : "not ready";
+    std::string counts;
+    const auto add = [&](std::size_t count, std::string_view one, std::string_view more) {
+        if (count != 0) counts += (counts.empty() ? "" : ", ") + counted(count, one, more);
+    };
+    add(blocking, "blocking finding", "blocking findings");
+    add(warnings, "warning", "warnings");
+    add(unknown, "unknown", "unknown");
+    if (!counts.empty()) text += (report.ready() ? "; " : ": ") + counts;
+    std::string skipped;
+    for (const GroupReport& group : report.groups)
+        if (!group.looked_at) skipped += (skipped.empty() ? "" : ", ") + std::string(group.group->name);
+    return text + (skipped.empty() ? "" : "; skipped: " + skipped);
+}
+
+} // namespace
+
+std::string to_text(const Report& report) {
+    std::string text;
+    for (const GroupReport& group : report.groups)
+        text += text_of(group, *report.context);
+    return text + summary_of(report) + "\n";
+}
+
+} // namespace orvane::readiness

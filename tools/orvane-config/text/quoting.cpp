@@ -1,0 +1,31 @@
+// Tokens as one would type them.
+#include "text/quoting.hpp"
+
+#include "text/shell_word.hpp"
+#include "text/spelling.hpp"
+
+#include "qel/i18n/convert.hpp"
+
+#include <algorithm>
+
+namespace orvane {
+
+using qel::i18n::ustring_to_utf8;
+
+std::string shown(const std::u16string& token) {
+    if (std::none_of(token.begin(), token.end(), is_invisible)) return sh_word(ustring_to_utf8(token));
+    std::u16string quoted;
+    for (const char16_t c : token) {
+        if (is_invisible(c)) {
+            quoted += u"\\u";
+            for (int shift = 12; shift >= 0; shift -= 4)
+                quoted += u"0123456789abcdef"[c >> shift & 15];
+        } else {
+            if (c == u'\'' || c == u'\\') quoted += u'\\';
+            quoted += c;
+        }
+    }
+    return "$'" + ustring_to_utf8(quoted) + "'";
+}
+
+} // namespace orvane
