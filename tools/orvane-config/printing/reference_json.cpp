@@ -61,7 +61,7 @@ json::object entry(const Reference& one) {
     if (const auto words = keywords(one); !words.empty()) object["choices"] = strings(words);
     if (const std::string text = one.by_default(); !text.empty()) object["default"] = text;
     if (one.trait == Trait::needs_https)
-        object["needs"] = {json::string(flag_with(Trait::starts_https).flag)};
+        object["needs"].as_array().emplace_back(json::string(flag_with(Trait::starts_https).flag));
     return object;
 }
 
