@@ -83,6 +83,11 @@ class Formats(unittest.TestCase):
             self.assertEqual(judge(text), line, name)
             self.assertEqual(run("convert", "--to", "nul", "--from", "-", data=text).stdout, ended(line), name)
 
+    def test_what_is_written_is_read_back_however_it_begins(self):
+        for line in [["\n--x\n\n[y", "a"], ["$x"], ["ExecStart=a", "b"], ["ExecStart", "=", "b"], ["\ufeffa", "b"], ["'a'"], ["a"], []]:
+            for name in ["sh", "json", "nul"]:
+                self.assertEqual(run("convert", "--to", "nul", "--from", "-", data=convert(line, "--to", name)[1]).stdout, ended(line), (name, line))
+
     def test_the_document_has_the_formats_in_the_order_of_detection(self):
         rows = re.findall(r"^\| `(\w+)` \|", (DATA.parents[1] / "docs/formats.md").read_text(), re.M)
         offered = re.search(r"--to (\S+)", run("convert", "--help").stdout.decode())[1].split("|")
@@ -90,7 +95,7 @@ class Formats(unittest.TestCase):
         self.assertEqual((rows, rows[:len(read)]), (offered, read))
 
     def test_a_format_refuses_what_it_cannot_hold(self):
-        for token in ["a\nb", " \t", " #", "''", "a\r"]:
+        for token in ["a\nb", " \t", " #", "''", "a\r", "a b", "[a", "ExecStart=a", "a\\", "\ufeffa"]:
             self.assertEqual(convert([token], "--to", "lines")[:2], (7, b""), token)
         self.assertEqual(convert(["--wait", ""], "--to", "lines")[:2], (0, b"--wait\n''\n"))
         self.assertEqual(convert(["--wait"], "--to", "systemd", "--program", "-x")[0], 7)

@@ -1,6 +1,7 @@
 // The content of files and of standard input.
 #include "formats/content.hpp"
 
+#include "formats/format.hpp"
 #include "system/exact_bytes.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -61,24 +62,10 @@ std::string bytes_of(const std::string& name) {
     return all_of(read, name);
 }
 
-/// UTF-16, as some editors and redirections write it, is marked by its first two bytes.
-std::string utf8_of(const std::string& text) {
-    const bool big = text.starts_with("\xFE\xFF");
-    if (!big && !text.starts_with("\xFF\xFE")) return text;
-    std::u16string units;
-    for (std::size_t i = 2; i + 1 < text.size(); i += 2) {
-        const auto byte = [&text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-        units += static_cast<char16_t>(big ? byte(i) << 8 | byte(i + 1) : byte(i + 1) << 8 | byte(i));
-    }
-    return qel::i18n::ustring_to_utf8(units);
-}
-
 } // namespace
 
 std::string content_of(const std::string& name) {
-    std::string text = utf8_of(bytes_of(name));
-    if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3); // some editors mark UTF-8 files with it
-    return text;
+    return decoded(bytes_of(name));
 }
 
 } // namespace orvane

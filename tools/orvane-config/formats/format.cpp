@@ -12,6 +12,16 @@ constexpr bool begins_character(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
 }
 
+/// From UTF-16, which its first two bytes tell.
+std::string utf8_of(const std::string& text, bool big) {
+    std::u16string units;
+    for (std::size_t i = 2; i + 1 < text.size(); i += 2) {
+        const auto byte = [&text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+        units += static_cast<char16_t>(big ? byte(i) << 8 | byte(i + 1) : byte(i + 1) << 8 | byte(i));
+    }
+    return qel::i18n::ustring_to_utf8(units);
+}
+
 std::string utf8_of_token(const std::u16string& token) {
     std::string text = qel::i18n::ustring_to_utf8(token);
     if (qel::i18n::utf8_to_ustring(text) != token)
@@ -19,7 +29,44 @@ std::string utf8_of_token(const std::u16string& token) {
     return text;
 }
 
+TokenGroup texts_of(const ReadTokens& tokens) {
+    TokenGroup texts;
+    for (const ReadToken& token : tokens)
+        texts.push_back(token.text);
+    return texts;
+}
+
+/// Whether a text that was written in a format is also read as these tokens if nobody says which format it is.
+bool is_read_as(const TokenGroup& tokens, const LineFormat& written, const std::string& text) {
+    const std::string content = decoded(text);
+    const LineFormat& told = format_of(content);
+    if (&told == &written && content == text) return true;
+    try {
+        return texts_of(read(told, content)) == tokens;
+    } catch (const NotUnderstood&) {
+        return false;
+    }
+}
+
+/// A first line that is continued, and empty, tells that a text is a shell's.
+std::string readable(const LineFormat& format, std::string text) {
+    const TokenGroup tokens = texts_of(read(format, text));
+    if (is_read_as(tokens, format, text)) return text;
+    text.insert(0, "\\\n");
+    if (texts_of(read(format, text)) == tokens && is_read_as(tokens, format, text)) return text;
+    throw CannotHold("in the format " + std::string(format.name) +
+                     ", what begins with this token would be read as something else: " + tokens.front());
+}
+
 } // namespace
+
+std::string decoded(std::string bytes) {
+    const bool big = bytes.starts_with("\xFE\xFF");
+    if (big || bytes.starts_with("\xFF\xFE")) bytes = utf8_of(bytes, big);
+    // No editor writes zero bytes.
+    if (bytes.starts_with("\xEF\xBB\xBF") && !is_nul(bytes)) bytes.erase(0, 3);
+    return bytes;
+}
 
 void LocatedText::append(const LocatedText& from, std::size_t begin, std::size_t end) {
     bytes.append(from.bytes, begin, end - begin);
@@ -97,7 +144,8 @@ std::string write(const LineFormat& format, std::u16string program, const std::v
         for (const std::u16string& token : tokens)
             group.push_back(utf8_of_token(token));
     }
-    return std::string(program.empty() ? "" : format.before_program) + format.write(texts);
+    std::string text = std::string(program.empty() ? "" : format.before_program) + format.write(texts);
+    return format.read == nullptr ? text : readable(format, std::move(text));
 }
 
 } // namespace orvane

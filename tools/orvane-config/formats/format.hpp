@@ -27,6 +27,9 @@ struct LocatedText {
     void append(char byte, Spot spot);
 };
 
+/// The text in a file's bytes: UTF-8, without the marks of editors.
+std::string decoded(std::string bytes);
+
 /// The text of a whole file.
 LocatedText located(std::string_view text);
 

@@ -48,7 +48,7 @@ inline constexpr LineFormat line_formats[] = {
     {"lines",      is_lines,   read_lines,   as_lines,      false, "",
      "one token per line, '' for an empty one; blank lines and lines with # are skipped",
      "everything else",
-     "tokens that contain a line break, are blank or begin with #, and '' itself"},
+     "tokens that contain a line break, are blank or begin with #, '' itself, and a first one that looks like another format"},
     {"powershell", nullptr,    nullptr,      as_powershell, false, "& ",
      "a command line of PowerShell 7.3 or later",
      "",
