@@ -60,7 +60,14 @@ if(TARGET orvane-config)
     endif()
 endif()
 if(PROJECT_IS_TOP_LEVEL)
-    install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+    # Two of its links lead to other places here than in the source tree.
+    file(RELATIVE_PATH conformance /${CMAKE_INSTALL_DOCDIR} /${CMAKE_INSTALL_DATADIR}/zep_config/conformance/README.md)
+    file(READ README.md readme)
+    string(REPLACE "[tests/data/README.md](tests/data/README.md)" "[the conformance tables](${conformance})" readme "${readme}")
+    string(REPLACE "[debian/copyright](debian/copyright)" "[copyright](copyright)" readme "${readme}")
+    file(WRITE ${PROJECT_BINARY_DIR}/README.md "${readme}")
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS README.md)
+    install(FILES ${PROJECT_BINARY_DIR}/README.md debian/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
     install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT development PATTERN api EXCLUDE)
     # What the tests read, for other implementations; tests/data/README.md describes it.
     set(tables flags fields flags_accepted flags_refused values_accepted values_refused caches_refused validate full full_outcome)
@@ -69,10 +76,6 @@ if(PROJECT_IS_TOP_LEVEL)
     # Users build an example in its own directory.
     install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples COMPONENT development
         USE_SOURCE_PERMISSIONS PATTERN build EXCLUDE)
-endif()
-if(PROJECT_IS_TOP_LEVEL AND WIN32)
-    # A Debian package has it in its own place.
-    install(FILES debian/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 endif()
 if(runtime_dlls)
     install(FILES ${runtime_dlls} DESTINATION ${binaries} COMPONENT library)

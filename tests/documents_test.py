@@ -7,6 +7,8 @@ differs from run to run is in VARIES. A command that is not run is in NOT_RUN, a
 import json, os, re, shlex, subprocess, sys, tempfile, unittest
 from pathlib import Path
 
+from markdown_links import dead_links
+
 BUILD, VERSION, SERVER, TOOL = sys.argv[1:]
 del sys.argv[1:]
 ROOT = Path(__file__).resolve().parents[1]
@@ -59,6 +61,7 @@ CHECKED_BY = [
     ("README.md", "cpp", "#include", "snippets_test"),
     ("docs/adding-a-flag.md", "diff", "--- ", "tests/adding_a_flag.sh"),
     ("docs/design.md", "text", "include/qel/config/", "test_the_picture_of_the_tree_names_what_is_there"),
+    ("docs/embedding.md", "cpp", "#include", "snippets_test"),
     ("docs/embedding.md", "gdb", "(gdb) print", "gdb_test.py, which used_by_find_package runs, prints the same"),
     ("docs/formats.md", "ini", "ExecStart=", "test_the_line_of_a_unit_starts_the_server"),
     ("docs/getting-started.md", "cmake", "find_package(", "test_the_lines_for_cmake_configure_a_server"),
@@ -180,7 +183,7 @@ class Documents(unittest.TestCase):
         for preset in re.findall(r"--preset (\S+)", command):
             self.assertIn(preset, {one["name"] for one in PRESETS}, command)
         for package, version in re.findall(r"^build/debian/(.*)_(.*)_amd64.deb$", "\n".join(expected), re.M):
-            self.assertRegex((ROOT / "debian/control").read_text(), rf"(?m)^Package: {package}$")
+            self.assertRegex((ROOT / "debian/control").read_text(), rf"(?m)^Package: {package.removesuffix('-dbgsym')}$")
             self.assertEqual(version, VERSION)
 
     def test_every_other_block_is_checked_somewhere(self):
@@ -214,6 +217,10 @@ class Documents(unittest.TestCase):
         named = re.findall(r"\bPLACE/[^`\s]+", DOCUMENTS["docs/getting-started.md"])
         self.assertGreater(len(named), 3)
         self.assertEqual([path for path in named if not Path(path).exists()], [])
+        self.assertEqual(list(dead_links(Path("PLACE").rglob("*.md"))), [])
+
+    def test_links_lead_somewhere(self):
+        self.assertEqual(list(dead_links(ROOT / name for name in [*DOCUMENTS, "tests/data/README.md"])), [])
 
     def test_the_picture_of_the_tree_names_what_is_there(self):
         (_, _, _, text), = blocks("text")

@@ -3,6 +3,7 @@
 #include "support.hpp"
 
 #include "qel/msgid/msgid_exception.hpp"
+#include "qel/util/bare_host.hpp"
 #include "qel/util/canonicalize.hpp"
 #include "qel/util/command_line.hpp"
 #include "qel/util/native_path.hpp"
@@ -76,6 +77,14 @@ TEST(Convert, every_character_survives_both_ways) {
     const std::string bytes(utf8.begin(), utf8.end());
     EXPECT_TRUE(ustring_to_utf8(disk::path(all).u16string()) == bytes);
     EXPECT_TRUE(utf8_to_ustring(bytes) == disk::path(all).u16string());
+}
+
+TEST(Host, loses_a_pair_of_brackets_around_something_and_nothing_else) {
+    const std::pair<Name, Name> hosts[] = {
+        {u"[::1]", u"::1"}, {u"[[x]]", u"[x]"}, {u"[::1", u"[::1"}, {u"::1]", u"::1]"},
+        {u"[]", u"[]"},     {u"[", u"["},       {u"", u""},         {u"www.x.org", u"www.x.org"}};
+    for (const auto& [host, bare] : hosts)
+        EXPECT_EQ(bare_host(host), bare);
 }
 
 TEST(Path, parents_and_joins_leave_no_separator_hanging_and_end_at_roots) {

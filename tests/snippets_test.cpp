@@ -2,33 +2,46 @@
 #include <boost/asio/ip/tcp.hpp>
 
 #include "snippets/README.inc"
+#include "snippets/embedding.inc"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
-int serve(const qel::config::ServerSettings&) {
-    return 42;
+#include <signal.h>
+#include <unistd.h>
+
+// What the servers of the documents leave to others.
+std::vector<qel::config::ServerSettings> applied;
+void apply(const qel::config::ServerSettings& settings) {
+    applied.push_back(settings);
+}
+unsigned own_process_id() {
+    return 4711;
 }
 
 namespace qel::config::test {
 namespace {
 
-TEST(Snippets, start_serves_with_valid_settings_only_and_says_what_is_wrong_with_others) {
+TEST(Snippets, configure_accepts_valid_settings_only_and_says_what_is_wrong_with_others) {
     const struct {
         std::deque<std::u16string> tokens;
-        int result;
+        bool accepted;
         std::string said;
     } cases[] = {
-        {{u"--auto-deploy-root", u"D"}, 42, ""},
-        {{}, 1, "\nmissing required flag\nUsage: orvane --auto-deploy-root"},
-        {{u"--nonsense"}, 1, "unrecognized option: --nonsense\n\nunrecognized flag\nUsage: orvane"},
-        {{u"--auto-deploy-root", u"D", u"--wait", u"--num-workers", u"1"}, 1, "One or more configuration"},
+        {{u"--auto-deploy-root", u"D"}, true, ""},
+        {{}, false, "\nmissing required flag: --auto-deploy-root\nUsage: orvane --auto-deploy-root"},
+        {{u"--nonsense"}, false, "unrecognized option: --nonsense\n\nunrecognized flag\nUsage: orvane"},
+        {{u"--auto-deploy-root", u"D", u"--wait", u"--num-workers", u"1"},
+         false,
+         "One or more configuration"},
     };
     for (const auto& one : cases) {
         testing::internal::CaptureStderr();
-        EXPECT_EQ(start(one.tokens), one.result);
+        ServerSettings settings;
+        EXPECT_EQ(::configure(settings, one.tokens), one.accepted);
         const std::string said = testing::internal::GetCapturedStderr();
         EXPECT_EQ(said.substr(0, one.said.size()), one.said);
         EXPECT_EQ(said.empty(), one.said.empty());
@@ -40,10 +53,22 @@ std::string content(const char* file) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
+/// An empty current directory, removed at the end.
+struct Place {
+    std::filesystem::path path =
+        std::filesystem::temp_directory_path() / ("snippets" + std::to_string(getpid()));
+    Place() {
+        std::filesystem::create_directory(path);
+        std::filesystem::current_path(path);
+    }
+    ~Place() {
+        std::filesystem::current_path(path.parent_path());
+        std::filesystem::remove_all(path);
+    }
+};
+
 TEST(Snippets, publish_has_the_files_in_place_until_its_end) {
-    const auto place = std::filesystem::temp_directory_path() / ("snippets" + std::to_string(std::rand()));
-    std::filesystem::create_directory(place);
-    std::filesystem::current_path(place);
+    const Place place;
     ServerSettings settings;
     settings.pid_root(Path(u"."));
     settings.endpoint_root(Path(u"."));
@@ -58,8 +83,69 @@ TEST(Snippets, publish_has_the_files_in_place_until_its_end) {
                   "4711 [::1]:80 b\u00fccher.de:80");
     }
     EXPECT_TRUE(std::filesystem::is_empty("."));
-    std::filesystem::current_path(place.parent_path());
-    std::filesystem::remove_all(place);
+}
+
+TEST(Snippets, a_reload_takes_over_what_is_accepted_and_keeps_the_old_settings_otherwise) {
+    const Place place;
+    std::filesystem::create_directory("one");
+    std::filesystem::create_directory("two");
+    // The flags that are read, and the directory that has the pid file afterwards.
+    const struct {
+        std::string flags, files;
+        bool accepted;
+    } reloads[] = {
+        {"--pid-root one --user-data a%1 --http 80", "one", true},
+        {"--pid-root ./one// --user-data a%1", "one", true},
+        {"--pid-root one --user-data a%1 --num-threads 0", "one", false},
+        {"--pid-root none --user-data a%1", "one", false},
+        {"--pid-root two --user-data a%1", "two", true},
+        {"--user-data a%1", "", true},
+    };
+    const auto tokens_of = [](const std::string& flags) {
+        Tokens tokens = {u"--auto-deploy-root", u"D"};
+        std::istringstream words(flags);
+        for (std::string word; words >> word;) {
+            std::ranges::replace(word, '%', ' ');
+            tokens.push_back(i18n::utf8_to_ustring(word));
+        }
+        return tokens;
+    };
+    const auto files = [] {
+        std::string found;
+        for (const char* directory : {"one", "two"})
+            if (content((std::string(directory) + "/main.pid").c_str()) == "4711") found += directory;
+        return found;
+    };
+    sigset_t signals, before;
+    sigemptyset(&signals);
+    for (const int number : {SIGHUP, SIGTERM})
+        sigaddset(&signals, number);
+    pthread_sigmask(SIG_BLOCK, &signals, &before);
+
+    // A reload begins when the one before has ended: then its files and settings can be looked at.
+    std::size_t next = 0, accepted = 0;
+    const auto look = [&] {
+        accepted += reloads[next].accepted;
+        EXPECT_EQ(files(), reloads[next].files) << reloads[next].flags;
+        ASSERT_EQ(applied.size(), accepted) << reloads[next].flags;
+        EXPECT_EQ(applied.back().user_data().size(), 1u);
+        EXPECT_EQ(applied.back().http().has_value(), next == 0);
+    };
+    const auto read_tokens = [&] {
+        look();
+        kill(getpid(), ++next + 1 < std::size(reloads) ? SIGHUP : SIGTERM);
+        return tokens_of(reloads[next].flags);
+    };
+    ServerSettings first;
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(::configure(first, tokens_of(reloads[0].flags)));
+    kill(getpid(), SIGHUP);
+    ::serve(first, read_tokens, signals);
+    const std::string said = testing::internal::GetCapturedStderr();
+    look();
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    EXPECT_EQ(next + 1, std::size(reloads));
+    EXPECT_TRUE(said.starts_with("--num-threads must be") && said.find("none") != said.npos) << said;
 }
 
 } // namespace

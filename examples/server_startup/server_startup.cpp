@@ -18,6 +18,7 @@
 
 #include <qel/config/config.hpp>
 #include <qel/i18n/convert.hpp>
+#include <qel/util/bare_host.hpp>
 #include <qel/util/canonicalize.hpp>
 #include <qel/util/command_line.hpp>
 
@@ -42,12 +43,13 @@ using asio::ip::tcp;
 bool configure(config::ServerSettings& settings, const std::deque<std::u16string>& tokens) {
     std::ostringstream reason;
     if (const auto failure = config::parse_settings(settings, tokens, reason)) {
-        // There is no text if the required flag is missing.
-        if (reason.view().empty())
-            reason << failure.message() << ": "
-                   << qel::i18n::ustring_to_utf8(config::option::auto_deploy_root());
-        // The newline at its end may be missing, too.
-        std::cerr << reason.view() << (reason.view().ends_with('\n') ? "" : "\n");
+        // The newline at its end may be missing.
+        const bool complete = reason.view().empty() || reason.view().ends_with('\n');
+        std::cerr << reason.view() << (complete ? "" : "\n");
+        // Nothing says that the required flag is missing: there may be no text, or only warnings.
+        if (failure == config::error_code::missing_required_flag())
+            std::cerr << failure.message() << ": "
+                      << qel::i18n::ustring_to_utf8(config::option::auto_deploy_root()) << '\n';
         config::usage(u"server_startup", std::cerr);
         return false;
     }
@@ -146,9 +148,7 @@ private:
 tcp::endpoint address_of(asio::io_context& context, const config::HttpSettings& http) {
     if (!http.host()) return {tcp::v4(), http.port()};
     tcp::resolver resolver(context);
-    std::string host = qel::i18n::ustring_to_utf8(*http.host());
-    // An IPv6 address is given in brackets, which keep its colons from the port's.
-    if (host.starts_with('[') && host.ends_with(']')) host = host.substr(1, host.size() - 2);
+    const std::string host = qel::i18n::ustring_to_utf8(qel::util::bare_host(*http.host()));
     const auto found = trying("cannot find the host " + qel::i18n::ustring_to_term(*http.host()),
                               [&] { return resolver.resolve(host, std::to_string(http.port())); });
     return *found.begin();
