@@ -292,13 +292,16 @@ TEST(CommandLine, is_taken_as_utf_8_without_the_programs_name) {
 
 TEST(Values, are_read_from_their_texts_and_from_no_others) {
     for (const auto& [tokens, none, where] : read_cases("platform_values.txt")) {
-        storage_size size;
-        ssl::SslVerifyPeerMode mode{};
-        std::string text = bytes_of(tokens[1]), got = "refused";
-        if (tokens[0] == u"size" && try_lexical_convert(text, size)) got = std::to_string(size.bytes());
-        if (tokens[0] == u"mode" && try_lexical_convert(text, mode)) got = to_text(mode);
-        EXPECT_EQ(got, bytes_of(tokens.at(2))) << where;
-        EXPECT_TRUE(got != "refused" || mode == ssl::SslVerifyPeerMode{}) << where;
+        using enum ssl::SslVerifyPeerMode;
+        for (const auto before : {no_verify_peer, verify_peer_require_peer_cert}) {
+            storage_size size;
+            ssl::SslVerifyPeerMode mode = before;
+            std::string text = bytes_of(tokens[1]), got = "refused";
+            if (tokens[0] == u"size" && try_lexical_convert(text, size)) got = std::to_string(size.bytes());
+            if (tokens[0] == u"mode" && try_lexical_convert(text, mode)) got = to_text(mode);
+            EXPECT_EQ(got, bytes_of(tokens.at(2))) << where;
+            EXPECT_TRUE(got != "refused" || mode == before) << where;
+        }
     }
 }
 

@@ -28,11 +28,12 @@ extern "C" [[gnu::visibility("default")]] int gethostname(char* name, std::size_
 
 static std::string asked;
 
-// No failure, and no address.
+// No failure and no address, unless a code is set.
+static int no_address;
 extern "C" [[gnu::visibility("default")]] int getaddrinfo(const char* host, const char*, const addrinfo*,
                                                           addrinfo** result) {
     asked = host == nullptr ? "" : host;
-    return *result = nullptr, 0;
+    return *result = nullptr, no_address;
 }
 
 namespace qel::config::test {
@@ -88,6 +89,16 @@ TEST(RuntimeFiles, have_the_mode_of_any_new_file_and_no_endpoint_where_the_resol
             EXPECT_EQ(asked, host);
         }
     }
+    for (const auto error :
+         {boost::asio::error::host_not_found, boost::asio::error::host_not_found_try_again}) {
+        no_address = error == boost::asio::error::host_not_found ? EAI_NONAME : EAI_AGAIN;
+        try {
+            FAIL() << read_control_endpoint(settings);
+        } catch (const boost::system::system_error& thrown) {
+            EXPECT_EQ(thrown.code().message(), make_error_code(error).message());
+        }
+    }
+    no_address = 0;
     // What is not a file is read to the end of the value, even if it comes in pieces.
     std::filesystem::remove(root / "main.pid");
     EXPECT_EQ(::mkfifo((root / "main.pid").c_str(), 0600), 0);
