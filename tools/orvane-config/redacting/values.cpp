@@ -79,32 +79,18 @@ bool is_port(std::u16string_view text) {
     return text.find_first_not_of(u"+-0123456789") == text.npos;
 }
 
+/// In an address that is written in another way.
 bool of_an_address(std::u16string_view word) {
     constexpr std::u16string_view names[] = {u"http", u"https", u"tcp", u"redis", u"localhost"};
     return all_digits(word) ||
            std::find(std::begin(names), std::end(names), lower(std::u16string(word))) != std::end(names);
 }
 
-/// An address that is written in another way.
-std::u16string odd_address(std::u16string_view text, Words& words) {
-    constexpr std::u16string_view numeric = u"0123456789.";
-    std::u16string made;
-    while (!text.empty()) {
-        const bool number = is_one_of(text[0], numeric);
-        const std::size_t other = number ? text.find_first_not_of(numeric) : text.find_first_of(numeric);
-        const std::u16string_view piece = text.substr(0, other);
-        const bool host = number && std::count(piece.begin(), piece.end(), u'.') > 1;
-        made += host ? words.host(piece) : words.replaced(piece, of_an_address);
-        text.remove_prefix(piece.size());
-    }
-    return made;
-}
-
 /// [host:]port
 std::u16string address(std::u16string_view text, Words& words) {
     const std::size_t colon = text.rfind(u':');
     const std::u16string_view port = text.substr(colon == text.npos ? 0 : colon + 1);
-    if (!is_port(port) || text.find(u'/') != text.npos) return odd_address(text, words);
+    if (!is_port(port) || text.find(u'/') != text.npos) return words.replaced(text, of_an_address);
     return colon == text.npos ? std::u16string(text)
                               : words.host(text.substr(0, colon)) + u":" + std::u16string(port);
 }
@@ -112,16 +98,16 @@ std::u16string address(std::u16string_view text, Words& words) {
 /// A path; the server itself makes the directory .zep_deployed.
 std::u16string path(std::u16string_view text, Words& words) {
     constexpr std::u16string_view own = u".zep_deployed";
-    const std::size_t at = text.find(own);
-    if (at == text.npos) return words.replaced(text, nothing);
-    return words.replaced(text.substr(0, at), nothing).append(own) +
-           path(text.substr(at + own.size()), words);
+    const std::size_t at = text.find(own), end = at + own.size();
+    if (at == text.npos || (end != text.size() && !is_one_of(text[end], u"/\\")))
+        return words.replaced(text, nothing);
+    return words.replaced(text.substr(0, at), nothing).append(own) + path(text.substr(end), words);
 }
 
 /// <provider>@[<host>:]<port>
 std::u16string cache(std::u16string_view text, Words& words) {
     const std::size_t at = text.find(u'@');
-    if (at == text.npos) return odd_address(text, words);
+    if (at == text.npos) return words.replaced(text, of_an_address);
     return words.replaced(text.substr(0, at), is_known) + u"@" + address(text.substr(at + 1), words);
 }
 

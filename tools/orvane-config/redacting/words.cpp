@@ -28,15 +28,30 @@ bool is_of_a_word(char16_t c) {
     return !is_invisible(c) && !is_one_of(c, quotes) && !is_one_of(c, dashes) && c != u'\u2022';
 }
 
-/// Calls `see` for each word and for what is between them.
+/// How much of the text is an address, or nearly one: digits and at least three dots.
+std::size_t size_of_address(std::u16string_view text) {
+    std::size_t size = std::min(text.find_first_not_of(u"0123456789."), text.size());
+    while (size != 0 && text[size - 1] == u'.')
+        --size;
+    const std::u16string_view numbers = text.substr(0, size);
+    return is_digit(text[0]) && std::count(numbers.begin(), numbers.end(), u'.') >= 3 ? size : 0;
+}
+
+enum class Piece { between, word, number_of_address, address };
+
+/// Calls `see` for each word, for what is between them, and for each address.
 template <class See>
 void for_each_piece(std::u16string_view text, See see) {
-    while (!text.empty()) {
-        const bool word = is_of_a_word(text[0]);
-        std::size_t end = 1;
-        while (end != text.size() && is_of_a_word(text[end]) == word)
+    for (std::size_t numbers = 0, end = 0; !text.empty(); numbers -= std::min(numbers, end)) {
+        if (numbers == 0) numbers = size_of_address(text);
+        const bool word = is_of_a_word(text[0]), address = is_ipv4(text.substr(0, numbers));
+        end = address ? numbers : 1;
+        while (!address && end != text.size() && end != numbers && is_of_a_word(text[end]) == word)
             ++end;
-        see(text.substr(0, end), word);
+        see(text.substr(0, end), address        ? Piece::address
+                                 : !word        ? Piece::between
+                                 : numbers == 0 ? Piece::word
+                                                : Piece::number_of_address);
         text.remove_prefix(end);
     }
 }
@@ -101,8 +116,9 @@ std::u16string address_of(std::size_t number) {
 Words::Words(std::span<const Tokens> lines) {
     for (const Tokens& line : lines)
         for (const std::u16string& token : line)
-            for_each_piece(token, [&](std::u16string_view piece, bool word) {
-                if (word) numbers_.emplace(lower(std::u16string(piece)), 0);
+            for_each_piece(token, [&](std::u16string_view piece, Piece kind) {
+                if (kind == Piece::word || kind == Piece::number_of_address)
+                    numbers_.emplace(lower(std::u16string(piece)), 0);
             });
     std::size_t next = 0;
     for (auto& [word, number] : numbers_) {
@@ -114,9 +130,10 @@ Words::Words(std::span<const Tokens> lines) {
 
 std::u16string Words::replaced(std::u16string_view text, Keep* keep) {
     std::u16string made;
-    for_each_piece(text, [&](std::u16string_view piece, bool word) {
-        const bool stays = !word || (piece.size() == 1 && piece[0] < 0x80) || keep(piece);
-        made += stays ? std::u16string(piece) : other(piece);
+    for_each_piece(text, [&](std::u16string_view piece, Piece kind) {
+        const bool stays = kind == Piece::between || (piece.size() == 1 && piece[0] < 0x80) ||
+                           (kind == Piece::word && keep(piece));
+        made += stays ? std::u16string(piece) : kind == Piece::address ? host(piece) : other(piece);
     });
     return made;
 }

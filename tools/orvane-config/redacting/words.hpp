@@ -20,7 +20,7 @@ public:
     /// For the words in these lines. None of them is used for another.
     explicit Words(std::span<const Tokens> lines);
 
-    /// The text with other words. Single characters stay, and what is between words.
+    /// The text with other words and addresses. Single characters stay, and what is between words.
     std::u16string replaced(std::u16string_view text, Keep* keep);
 
     /// The same for the name or address of a machine. The names that every machine has for itself stay.
