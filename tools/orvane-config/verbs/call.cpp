@@ -45,7 +45,8 @@ std::vector<std::string> similar_options(const Verb& verb, const std::u16string&
 
 /// Refuses a token that is no option of the verb, where it cannot be anything else.
 void refuse_if_option(const Verb& verb, const std::u16string& token) {
-    if (takes_files(verb) && !begins_as_flag(token)) return;
+    // A file, the name of a flag, or another word.
+    if (!begins_as_flag(token) && (takes_files(verb) || !takes_flags(verb))) return;
     const bool may_be_flag = takes_flags(verb) || takes_names_of_flags(verb);
     if (may_be_flag && kind_of(token.substr(0, token.find(u'='))) != FlagKind::no_flag) return;
     const std::string text = qel::i18n::ustring_to_term(token);
