@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Compares what orvane-config says about flags with what the library does with them: tool_reference_test.py TOOL..."""
-import json, os, re, shlex, subprocess, sys, tempfile, unittest
+import datetime, json, os, re, shlex, subprocess, sys, tempfile, unittest
 from pathlib import Path
 
 import tool_schemas
@@ -25,6 +25,37 @@ def words_of(text):
 
 def answer(verb, *words):
     return tool_schemas.answer(verb, run(verb, *words)[1])
+
+
+def flat(text):
+    """On one line, and without quotes: a shell needs not all of them."""
+    return " ".join(text.replace("'", "").split())
+
+
+def rendered(page):
+    """The sections of a manual page, by their headings, each on one line."""
+    text = subprocess.run(["mandoc", "-T", "ascii", "-O", "width=500"], input=page, capture_output=True, text=True, check=True).stdout
+    lines = re.sub(".\b", "", text).rstrip().splitlines()[1:-1]
+    headings = [at for at, line in enumerate(lines) if re.match(r"\S", line)] + [len(lines)]
+    return {lines[at]: flat("\n".join(lines[at + 1:end])) for at, end in zip(headings, headings[1:])}
+
+
+def help_of(verb):
+    """What the help of a verb says: usage, meaning, where options go, and by their texts options and exit codes; then how it ends."""
+    usage, meaning, *where, options, codes = run("help", verb)[1].split("\n\n")
+    entries = re.findall(r"^  (\S.*?)(?:  +| (?=turn)|\n +)(.*(?:\n   .*)*)", options, re.M)
+    ends = re.findall(r"^  (\d)  (.*(?:\n   .*)*)", codes, re.M)
+    return {"usage": usage.removeprefix("Usage: "), "meaning": flat(meaning), "where": flat("".join(where)),
+            "options": [(name, flat(text)) for name, text in entries], "codes": [(code, flat(text)) for code, text in ends],
+            "end": flat("".join(re.findall(r"^\S.*\n", codes, re.M)[1:]))}
+
+
+def pieces_of(flag, subject):
+    """What the reference has about a flag, in the order in which people are told it."""
+    yield from [subject, flag["flag"], flag.get("value", ""), flag["meaning"], "Sets: " + ", ".join(flag["settings"]), "Repeated: " + flag["repeated"]]
+    yield "Relations: " + flag["relations"] if flag["relations"] else ""
+    yield "In other servers: " + ", ".join(one["name"] for one in flag["synonyms"]) if flag["synonyms"] else ""
+    yield "Example: " + " ".join(flag["example"])
 
 
 def members(schema):
@@ -93,6 +124,57 @@ class Reference(unittest.TestCase):
                 with self.subTest(command):
                     done = subprocess.run(["sh", "-c", f"{shlex.join(TOOL)} {here}"], capture_output=True, text=True, check=False)
                     self.assertEqual(done.returncode, codes.get(command.split()[0], 0), done)
+
+    @unittest.skipUnless(HERE, "they are pages for Unix, and the text is the same")
+    def test_manual_pages_say_all_that_the_tool_knows(self):
+        sources = {name: run("manual", name)[1] for name in ["tool", "flags", "files"]}
+        pages = {name: rendered(text) for name, text in sources.items()}
+        made = datetime.datetime.strptime(re.search(r"\((.*)\)", run("version")[1])[1], "%b %d %Y").date()
+        titles = {name: f"{page['NAME'].split()[0]}({number})" for (name, page), number in zip(pages.items(), [1, 7, 5])}
+        for name, page in pages.items():
+            self.assertTrue(sources[name].startswith(f".TH {titles[name][:-3].upper()} {titles[name][-2]} {made} ".replace("-", "\\-", 2 if name == "files" else 1)))
+            self.assertRegex(page["NAME"], r"^\S+ - \S+( \S+){3}")
+            self.assertEqual(page["SEE ALSO"], ", ".join(sorted(titles[other] for other in pages if other != name)))
+            self.assertNotRegex(" ".join(page.values()), r"\{\w+\}", "the text of a flag is missing")
+        reference = answer("flags", "--format", "json")["flags"]
+        subjects = list(dict.fromkeys(one["subject"] for one in reference))
+        self.assertEqual(list(pages["flags"]), ["NAME", "DESCRIPTION", *(one.upper() for one in subjects), "VALUES", "SEE ALSO"])
+        said = {subject: flat(" ".join(" ".join(pieces_of(one, "")) for one in reference if one["subject"] == subject)) for subject in subjects}
+        self.assertEqual({one: pages["flags"][one.upper()] for one in subjects}, said)
+        listed, values = run("flags")[1].replace(" \\\n", "\n").split("\nValues\n")
+        self.assertEqual(flat(listed), flat(" ".join(one + " " + said[one] for one in subjects)))
+        self.assertEqual(flat(values), pages["flags"]["VALUES"])
+
+        page = pages["tool"]
+        kinds = answer("explain", "--format", "json")["kinds"]
+        self.assertEqual(page["DIAGNOSTICS"].split(" ", 6)[6], flat(" ".join(
+            f"Ids of {about}s " + " ".join(f"{one['id']} {one['summary']}" for one in kinds if one["about"] == about)
+            for about in dict.fromkeys(one["about"] for one in kinds))))
+        verbs = {name: help_of(name) for name in re.findall(r"^  (\w+) ", run("help")[1], re.M)}
+        self.assertEqual(page["SYNOPSIS"], " ".join(one["usage"] for one in verbs.values()))
+        self.assertEqual(page["VERBS"].lower(), flat(" ".join(
+            one["usage"].removeprefix("orvane-config").replace(" [OPTIONS]", "") + " " + one["meaning"] for one in verbs.values())).lower())
+        flagged = [name for name, one in verbs.items() if one["where"]]
+        for section, entries, between in [("OPTIONS", "options", " "), ("EXIT STATUS", "codes", " ")]:
+            left = page[section]
+            for entry in dict.fromkeys(entry for one in verbs.values() for entry in one[entries]):
+                those = [name for name, one in verbs.items() if entry in one[entries]]
+                every = {len(verbs): "every verb: " if entries == "options" else "", len(flagged): "every verb that takes FLAGS: "}
+                part = f"{entry[0]} {every.get(len(those), ' '.join(those) + ': ')}{entry[1]}"
+                self.assertIn(part, left)
+                left = left.replace(part, "", 1)
+            self.assertEqual(flat(left), verbs["check"]["where"] if entries == "options" else f"{verbs['publish']['end']} {verbs['exec']['end']}")
+        self.assertEqual(list(page), ["NAME", "SYNOPSIS", "DESCRIPTION", "VERBS", "OPTIONS", "EXIT STATUS", "FILES", "ENVIRONMENT", "EXAMPLES",
+                                      "DIAGNOSTICS", "SEE ALSO"])
+        self.assertEqual(page["DESCRIPTION"].split(" FLAGS are")[0], flat(run("help")[1].split("\n\n")[1]))
+
+        page = pages["files"]
+        self.assertEqual(list(page), ["NAME", "DESCRIPTION", "FILES", "STATES", "EXAMPLES", "SEE ALSO"])
+        states = json.loads((tool_schemas.SCHEMAS / "locate.json").read_text())["properties"]["state"]["enum"]
+        for section, names in [("FILES", ["PID_ROOT/main.pid", *(f"ENDPOINT_ROOT/{one}" for one in ["control", "http", "https"])]), ("STATES", states)]:
+            for name in names:
+                self.assertRegex(page[section], rf"\b{name} [A-Z]\w+( [^ ]+){{4}}")
+        self.assertRegex(page["FILES"], r" No file ends with a newline\.( [^ ]+){20}")
 
     def test_the_schemas_describe_every_member_and_the_page_names_them(self):
         page = (DATA.parents[1] / "docs/tool-json.md").read_text()
