@@ -239,7 +239,8 @@ class Explains(unittest.TestCase):
     @unittest.skipUnless(HERE, "there is no such terminal")
     def test_a_terminal_is_shown_the_place(self):
         import pty
-        for environment, mark in [({}, "\033[1;31m--waist\033[0m"), ({"NO_COLOR": "1"}, "--waist"), ({"TERM": "dumb"}, "--waist")]:
+        for environment, mark in [({}, "\033[1;31m--waist\033[0m"), ({"NO_COLOR": "1"}, "--waist"), ({"TERM": "dumb"}, "--waist"),
+                                  ({"NO_COLOR": ""}, "\033[1;31m--waist\033[0m")]:
             try:
                 ours, theirs = pty.openpty()
             except OSError as failure:  # as in some containers
@@ -247,9 +248,9 @@ class Explains(unittest.TestCase):
             subprocess.run([*TOOL, "check", *REQUIRED, "--waist"], stderr=theirs, check=False, env=environment)
             said = os.read(ours, 10000).decode().replace("\r\n", "\n")
             self.assertIn(f"  token 3: --auto-deploy-root D {mark}\n" + " " * 32 + "^~~~~~~\n", said)
-            subprocess.run([*TOOL, "check", "\033[2J\u009b2J\u202e\n!"], stderr=theirs, check=False, env=environment)
+            subprocess.run([*TOOL, "check", "\033[2J\u009b2J\u202e\x7f\t\n!"], stderr=theirs, check=False, env=environment)
             said = os.read(ours, 10000).decode()
-            self.assertTrue(said.startswith("unrecognized option: \\u001b[2J\\u009b2J\\u202e\\u000a!\r\n"), said)
+            self.assertTrue(said.startswith("unrecognized option: \\u001b[2J\\u009b2J\\u202e\\u007f\\u0009\\u000a!\r\n"), said)
             os.close(ours), os.close(theirs)
 
     @unittest.skipUnless(HERE, "there is no such tracer")
