@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Compares what orvane-config finds in a command line with what it finds in the redacted one: tool_redacts_test.py TOOL..."""
-import json, re, shlex, subprocess, sys, unittest
+import json, os, re, shlex, subprocess, sys, tempfile, unittest
 from pathlib import Path
 
 import tool_schemas
@@ -116,6 +116,7 @@ class Redacts(unittest.TestCase):
                 self.assertNotRegex((out + err).lower(), MARK + r"|\.1\.2\.3|map::at")
 
     def test_two_lines_get_the_same_words(self):
+        os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
         Path("one").write_text("--auto-deploy-root\n/srv/bobzq\n--log-root\n/srv/bobzq/l\n")
         done = subprocess.run([*TOOL, "diff", "--redact", "one", "--", "--auto-deploy-root", "/srv/bobzq", "--log-root", "/srv/bobzq/m"],
                               capture_output=True, text=True, check=False)
