@@ -173,8 +173,12 @@ class Explains(unittest.TestCase):
         steps = [["--log-root", f"/l{i}"] for i in range(2000)] + [["--user-data", f"k{i % 1000} {i}"] for i in range(2000)]
         steps += [["--attach-cache", f"r@h:{i + 1}"] for i in range(2000)] + [["--x509-use-crl"]] * 500 + [REQUIRED]
         shown = ask("show", sum(steps, []))
-        idle = {w["token"] for w in shown["warnings"] if w["id"] == "no-effect"}
-        self.assertEqual(idle, {*range(1, 3999, 2), *range(4001, 6001, 2), *range(12001, 12501)})
+        idle = {w["token"]: w["text"] for w in shown["warnings"] if w["id"] == "no-effect"}
+        self.assertEqual([*idle], [*range(1, 3999, 2), *range(4001, 6001, 2), *range(12001, 12501)])
+        self.assertEqual([idle[token] for token in (1, 4001, 12001, 12500)], [
+            "--log-root /l0 has no effect: --log-root /l1999 (tokens 3999 and 4000) replaces it",
+            "--user-data 'k0 0' has no effect: --user-data 'k0 1000' (tokens 6001 and 6002) replaces it",
+            "--x509-use-crl is repeated by --x509-use-crl (token 12500)", "--x509-use-crl has no effect without --https"])
         origins = {name: shown["origins"][name]["tokens"] for name in ("log_root", "user_data", "cache_list.list")}
         self.assertEqual(origins, {"log_root": [3999, 4000], "user_data": [*range(6001, 8001)], "cache_list.list": [*range(8001, 12001)]})
         faults = ask("check", sum([["--colour"], ["--attach-cache", "r@a_b:1"], ["--num-worker", "4"]] * 1500, []))["faults"]

@@ -146,6 +146,9 @@ class Formats(unittest.TestCase):
         self.assertEqual([fault["tokens"] for fault in faults], [[5], [7]])
         self.assertEqual(re.findall(r"^orvane-config: (.*)$", done.stderr.decode(), re.M), [
             "a.service:2:11: left out '/bin/x', the program before the flags", "a.service: drop-ins of the unit are not read"])
+        Path("n").write_bytes(ended(["--auto-deploy-root", "/D", "--log-root", "~", "--http", "1"]))
+        warnings = tool_schemas.answer("check", run("check", "--json", "--from", "n").stdout)["warnings"]
+        self.assertEqual([one.get("places") for one in warnings], [[{"token": 4, "file": "n"}]])
         said = run("check", "--from", "a.service", "--from", "b", "--waist").stderr.decode()
         self.assertIn("  token 5, b:3:1: ... --log-root /l --num-worker 4 ...\n", said)
         self.assertIn("  token 7: ", said)
