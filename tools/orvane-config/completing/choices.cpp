@@ -59,7 +59,7 @@ Values values_of(const OwnOption& option) {
     if (option.value == "SETTING") return names_of(settings_of({}), [](auto& one) { return one.name; });
     if (option.value.starts_with("ID")) return names_of(warning_kinds(), [](auto& one) { return one.id; });
     if (option.value.starts_with("GROUP["))
-        return names_of(readiness::groups, [](auto& one) { return one.name; });
+        return names_of(preflight::groups, [](auto& one) { return one.name; });
     if (option.value.find('|') != option.value.npos) return spaced(option.value);
     return "-";
 }

@@ -54,7 +54,7 @@ constexpr Rule* refused_values[] = {
 // clang-format on
 
 /// The line lacks the required flag.
-Advice missing_flag(const Case& fault) {
+Advice missing_flag(const FaultInLine& fault) {
     const Reference& required = flag_with(Trait::required);
     const std::u16string flag(required.wide);
     std::vector<Token> tokens = with_placeholder({{flag}});
@@ -73,7 +73,7 @@ Advice missing_flag(const Case& fault) {
 }
 
 /// Whether the edit leads to anything but the same refusal.
-bool helps(const Case& fault, const Edit& edit) {
+bool helps(const FaultInLine& fault, const Edit& edit) {
     if (edit.occurrences.empty()) return true;
     CommandLine line = edit.occurrences;
     if (edit.begin != 0) line.insert(line.begin(), fault.line[edit.begin - 1]);
@@ -83,7 +83,7 @@ bool helps(const Case& fault, const Edit& edit) {
 
 } // namespace
 
-Advice advise(const Case& fault) {
+Advice advise(const FaultInLine& fault) {
     if (fault.at == fault.line.size()) return missing_flag(fault);
     const bool unknown = fault.fault.code == qel::config::error_code::unrecognized_flag();
     for (Rule* const rule : unknown ? std::span<Rule* const>(unknown_tokens) : refused_values)

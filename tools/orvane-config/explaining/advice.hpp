@@ -5,6 +5,6 @@
 
 namespace orvane {
 
-Advice advise(const Case& fault);
+Advice advise(const FaultInLine& fault);
 
 } // namespace orvane

@@ -39,7 +39,7 @@ bool holds_a_flag(std::u16string_view text) {
 }
 
 /// "--num-workers 4 --wait" in one token.
-Advice several_words(const Case& fault, const Reference& meant, std::u16string_view text) {
+Advice several_words(const FaultInLine& fault, const Reference& meant, std::u16string_view text) {
     std::vector<Token> tokens = {{std::u16string(meant.wide), fault.number()}};
     for (const std::u16string& word : split_words(text, u' '))
         tokens.push_back({word, fault.number()});
@@ -47,7 +47,7 @@ Advice several_words(const Case& fault, const Reference& meant, std::u16string_v
                    "this is several words in one; pass each as a separate argument: ");
 }
 
-Advice switch_with_value(const Case& fault, const Reference& meant, std::u16string_view value) {
+Advice switch_with_value(const FaultInLine& fault, const Reference& meant, std::u16string_view value) {
     const std::string flag(meant.flag);
     if (means_off(value))
         return remove(fault, fault.at, fault.at + 1,
@@ -58,7 +58,7 @@ Advice switch_with_value(const Case& fault, const Reference& meant, std::u16stri
 }
 
 /// The flag, and the value after it cleaned in the same way: in "name": "value", both have quotes.
-Advice with_clean_follower(const Case& fault, const Reference& meant, std::string sentence) {
+Advice with_clean_follower(const FaultInLine& fault, const Reference& meant, std::string sentence) {
     Token flag{std::u16string(meant.wide), fault.number()};
     const Occurrence* const next = fault.after();
     const bool notation = fault.token().find_first_of(u"\"'`,:\u201C\u201D") != std::u16string::npos ||
@@ -73,7 +73,7 @@ Advice with_clean_follower(const Case& fault, const Reference& meant, std::strin
     return {{std::move(sentence)}, {}, edit_of(fault, fault.at, fault.at + 1, {flag})};
 }
 
-bool is_given(const Case& fault, const Reference& flag) {
+bool is_given(const FaultInLine& fault, const Reference& flag) {
     constexpr std::size_t near = 50;
     const std::size_t end = std::min(fault.line.size(), fault.at + near);
     for (std::size_t i = fault.at - std::min(fault.at, near); i != end; ++i)
@@ -82,7 +82,7 @@ bool is_given(const Case& fault, const Reference& flag) {
 }
 
 /// The flag that takes the value that follows; preferably one that does not take any text, and one that is not given yet.
-const Reference& likeliest(const Case& fault, const std::vector<const Reference*>& flags) {
+const Reference& likeliest(const FaultInLine& fault, const std::vector<const Reference*>& flags) {
     const Occurrence* const next = fault.after();
     const bool value = has_strays(fault.line, fault.at + 1);
     const auto rank = [&](const Reference* flag) {
@@ -99,7 +99,7 @@ const Reference& likeliest(const Case& fault, const std::vector<const Reference*
 
 } // namespace
 
-Advice with_value_behind(const Case& fault, const Reference& meant, char16_t separator,
+Advice with_value_behind(const FaultInLine& fault, const Reference& meant, char16_t separator,
                          std::u16string_view rest, std::vector<std::string> sentences) {
     const Token flag{std::u16string(meant.wide), fault.number()};
     const bool blank = is_one_of(separator, blanks);
@@ -134,7 +134,7 @@ Advice with_value_behind(const Case& fault, const Reference& meant, char16_t sep
     return advice;
 }
 
-std::optional<Advice> misspelt(const Case& fault) {
+std::optional<Advice> misspelt(const FaultInLine& fault) {
     const std::u16string& token = fault.token();
     const bool open = token.back() == u'='; // its value follows
     if (const Reference* const meant = open ? nullptr : flag_spelled(token)) {
@@ -152,7 +152,7 @@ std::optional<Advice> misspelt(const Case& fault) {
     return advice;
 }
 
-std::optional<Advice> attached_value(const Case& fault) {
+std::optional<Advice> attached_value(const FaultInLine& fault) {
     const std::u16string_view token = fault.token();
     const Reference* longest = nullptr;
     for (const Reference& one : references()) {
@@ -171,7 +171,7 @@ std::optional<Advice> attached_value(const Case& fault) {
     return advice;
 }
 
-std::optional<Advice> similar_name(const Case& fault) {
+std::optional<Advice> similar_name(const FaultInLine& fault) {
     if (!is_flag_like(fault.token())) return std::nullopt;
     const auto [name, separator, rest] = split_token(fault.token());
     const auto flags = flags_like(name);
@@ -190,7 +190,7 @@ std::optional<Advice> similar_name(const Case& fault) {
     return advice;
 }
 
-std::optional<Advice> unknown_name(const Case& fault) {
+std::optional<Advice> unknown_name(const FaultInLine& fault) {
     if (!begins_as_flag(fault.token())) return std::nullopt;
     return skip(fault, fault.at, end_of_strays(fault.line, fault.at + 1),
                 "there is no such flag, and none with a similar name; 'orvane-config flags' lists them all");

@@ -23,7 +23,7 @@ std::u16string converted(const Synonym& synonym, std::u16string value) {
 }
 
 /// The value that another server's flag has, as this server's flag wants it.
-std::vector<Token> translated(const Case& fault, const Synonym& synonym, const std::u16string& given) {
+std::vector<Token> translated(const FaultInLine& fault, const Synonym& synonym, const std::u16string& given) {
     const Token flag{std::u16string(synonym.reference->wide), fault.number()};
     if (!synonym.value.empty()) return {flag, {utf8_to_ustring(synonym.value), fault.number()}};
     if (synonym.reference->is_switch()) return {flag};
@@ -40,7 +40,7 @@ std::vector<Token> translated(const Case& fault, const Synonym& synonym, const s
 
 } // namespace
 
-std::optional<Advice> other_polarity(const Case& fault) {
+std::optional<Advice> other_polarity(const FaultInLine& fault) {
     const auto [name, separator, rest] = split_token(fault.token());
     if (!is_flag_like(fault.token())) return std::nullopt;
     auto polarity = polarity_of(name);
@@ -63,7 +63,7 @@ std::optional<Advice> other_polarity(const Case& fault) {
     return advice;
 }
 
-std::optional<Advice> foreign_name(const Case& fault) {
+std::optional<Advice> foreign_name(const FaultInLine& fault) {
     if (!is_flag_like(fault.token())) return std::nullopt;
     const auto [name, separator, rest] = split_token(fault.token());
     std::u16string words = normalized(name);

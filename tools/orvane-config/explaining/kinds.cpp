@@ -66,7 +66,7 @@ std::vector<Explanation> make_kinds() {
     for (const WarningKind& row : warning_kinds())
         kinds.push_back(kind_of("warning", row));
     const auto warnings = warning_kinds();
-    for (const auto& row : readiness::kinds_of_findings()) {
+    for (const auto& row : preflight::kinds_of_findings()) {
         // Where preflight finds what check warns of, the id is the same.
         const auto warned = [&](const WarningKind& warning) { return warning.id == row.id; };
         if (std::any_of(warnings.begin(), warnings.end(), warned)) continue;

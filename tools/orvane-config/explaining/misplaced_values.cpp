@@ -35,7 +35,7 @@ bool may_belong_to_a_path(std::u16string_view token) {
 }
 
 /// The parts of an address, put together.
-std::optional<Advice> separated_address(const Case& fault, std::size_t position, std::size_t end) {
+std::optional<Advice> separated_address(const FaultInLine& fault, std::size_t position, std::size_t end) {
     Occurrence joined = fault.line[position];
     if (all_digits(joined[1].text)) return std::nullopt;
     for (std::size_t i = position + 1; i != end; ++i) {
@@ -48,7 +48,7 @@ std::optional<Advice> separated_address(const Case& fault, std::size_t position,
 }
 
 /// The end of the tokens that may belong to a path.
-std::size_t end_of_path(const Case& fault, std::size_t from, std::size_t end) {
+std::size_t end_of_path(const FaultInLine& fault, std::size_t from, std::size_t end) {
     while (from != end && may_belong_to_a_path(fault.line[from][0].text))
         ++from;
     return from;
@@ -61,7 +61,7 @@ bool is_mark(std::u16string_view value) {
            value.find_first_not_of(u"=:-\\^`#\u2013\u2014>") == value.npos;
 }
 
-std::optional<Advice> joined_value(const Case& fault, std::size_t position) {
+std::optional<Advice> joined_value(const FaultInLine& fault, std::size_t position) {
     const Occurrence& start = fault.line[position];
     if (!has_value(&start) || start[1].text.empty() || !start[1].sample.empty() ||
         is_meant_as_flag(start[1].text))
@@ -88,7 +88,7 @@ std::optional<Advice> joined_value(const Case& fault, std::size_t position) {
     return std::nullopt;
 }
 
-std::optional<Advice> limited(const Case& fault) {
+std::optional<Advice> limited(const FaultInLine& fault) {
     if (fault.at == 0 || kind_of(fault.token()) == FlagKind::no_flag) return std::nullopt;
     const Occurrence& limit = *fault.before();
     const std::string flag = shown(limit[0].text);
@@ -109,7 +109,7 @@ std::optional<Advice> limited(const Case& fault) {
     return advice;
 }
 
-std::optional<Advice> swallowed_flag(const Case& fault) {
+std::optional<Advice> swallowed_flag(const FaultInLine& fault) {
     const Occurrence* const before = fault.before();
     if (!has_value(before) || !is_meant_as_flag((*before)[1].text)) return std::nullopt;
     const Token& flag = (*before)[0];
@@ -126,7 +126,7 @@ std::optional<Advice> swallowed_flag(const Case& fault) {
     return advice;
 }
 
-std::optional<Advice> mark_for_a_value(const Case& fault) {
+std::optional<Advice> mark_for_a_value(const FaultInLine& fault) {
     const Occurrence* const before = fault.before();
     if (!has_value(before) || !is_mark((*before)[1].text) || begins_as_flag(fault.token()))
         return std::nullopt;
@@ -135,13 +135,13 @@ std::optional<Advice> mark_for_a_value(const Case& fault) {
                    shown((*before)[1].text) + " was taken as the value; leave it out: ");
 }
 
-std::optional<Advice> given_twice(const Case& fault) {
+std::optional<Advice> given_twice(const FaultInLine& fault) {
     const Occurrence* const before = fault.before();
     if (!has_value(before) || (*before)[1].text != fault.token()) return std::nullopt;
     return remove(fault, fault.at, fault.at + 1, "the value is given twice: leave one out");
 }
 
-std::optional<Advice> goes_on(const Case& fault) {
+std::optional<Advice> goes_on(const FaultInLine& fault) {
     if (!has_value(fault.before()) || reference_of(*fault.before()).names_path()) return std::nullopt;
     // A command's options are short, or resemble no flag.
     const bool command = reference_of(*fault.before()).value.find("<command>") != std::string_view::npos;
@@ -150,7 +150,7 @@ std::optional<Advice> goes_on(const Case& fault) {
     return joined_value(fault, fault.at - 1);
 }
 
-std::optional<Advice> before_its_flag(const Case& fault) {
+std::optional<Advice> before_its_flag(const FaultInLine& fault) {
     const Occurrence* const next = fault.after();
     if (begins_as_flag(fault.token()) || next == nullptr || kind_of((*next)[0].text) != FlagKind::value_flag)
         return std::nullopt;
@@ -164,11 +164,11 @@ std::optional<Advice> before_its_flag(const Case& fault) {
     return advice;
 }
 
-std::optional<Advice> split_by_the_shell(const Case& fault) {
+std::optional<Advice> split_by_the_shell(const FaultInLine& fault) {
     return fault.at == 0 ? std::nullopt : joined_value(fault, fault.at - 1);
 }
 
-std::optional<Advice> repeated(const Case& fault) {
+std::optional<Advice> repeated(const FaultInLine& fault) {
     const Occurrence* const before = fault.before();
     if (!has_value(before) || !reference_of(*before).adds()) return std::nullopt;
     const std::size_t end = end_of_strays(fault.line, fault.at + 1);
@@ -185,7 +185,7 @@ std::optional<Advice> repeated(const Case& fault) {
     return advice;
 }
 
-std::optional<Advice> switch_value(const Case& fault) {
+std::optional<Advice> switch_value(const FaultInLine& fault) {
     if (fault.at == 0 || kind_of((*fault.before())[0].text) != FlagKind::switch_flag) return std::nullopt;
     const bool off = means_off(fault.token());
     return remove(
@@ -194,7 +194,7 @@ std::optional<Advice> switch_value(const Case& fault) {
             (off ? "; to switch it off, leave it out" : ": leave " + shown(fault.token()) + " out"));
 }
 
-std::optional<Advice> surplus(const Case& fault) {
+std::optional<Advice> surplus(const FaultInLine& fault) {
     return skip(fault, fault.at, end_of_strays(fault.line, fault.at + 1),
                 fault.at == 0 ? "unexpected argument: it is not a flag"
                               : "unexpected argument: the flag before it already has its value");

@@ -69,7 +69,7 @@ bool overlap(const Address& one, const Address& other) {
 /// Reports each element that the list already has.
 template <class Key>
 void find_twice(const std::vector<Key>& keys, const AcceptedLine& accepted,
-                const std::set<std::u16string_view>& flags, Findings& findings) {
+                const std::set<std::u16string_view>& flags, WarningCollector& warnings) {
     std::vector<const Occurrence*> given;
     for (const Occurrence& one : accepted.line)
         if (flags.contains(one[0].text)) given.push_back(&one);
@@ -77,24 +77,24 @@ void find_twice(const std::vector<Key>& keys, const AcceptedLine& accepted,
     for (std::size_t i = 0; i != keys.size(); ++i)
         // If a value adds several elements, it is not known which one is repeated.
         if (!known.insert(keys[i]).second && !given.empty())
-            findings.about_value(keys.size() == given.size() ? given[i] : given.back(),
+            warnings.about_value(keys.size() == given.size() ? given[i] : given.back(),
                                  ": this is already in the list");
 }
 
 } // namespace
 
-void no_effect(const AcceptedLine& accepted, Findings& findings) {
+void no_effect(const AcceptedLine& accepted, WarningCollector& warnings) {
     for (const Redundant& redundant : accepted.effects.redundant)
-        findings.about_flag(redundant.occurrence, why_without_effect(redundant));
+        warnings.about_flag(redundant.occurrence, why_without_effect(redundant));
 }
 
-void linger_without_http(const AcceptedLine& accepted, Findings& findings) {
+void linger_without_http(const AcceptedLine& accepted, WarningCollector& warnings) {
     const Occurrence* const linger = accepted.last(flag::http_linger_threshold);
     if (linger != nullptr && accepted.last(flag::http) == nullptr)
-        findings.about_flag(*linger, " makes a listener on port 0, because there is no " + name(flag::http));
+        warnings.about_flag(*linger, " makes a listener on port 0, because there is no " + name(flag::http));
 }
 
-void same_port(const AcceptedLine& accepted, Findings& findings) {
+void same_port(const AcceptedLine& accepted, WarningCollector& warnings) {
     std::vector<Address> addresses;
     const auto add = [&](std::u16string_view flag, const qel::config::HttpSettings& listener) {
         addresses.push_back({accepted.last(flag), host_key(listener.host().value_or(u"")), listener.port()});
@@ -106,67 +106,67 @@ void same_port(const AcceptedLine& accepted, Findings& findings) {
     for (std::size_t i = 1; i < addresses.size(); ++i)
         for (std::size_t j = 0; j != i; ++j)
             if (overlap(addresses[i], addresses[j]) && addresses[j].given != nullptr)
-                findings.about_value(addresses[i].given, ": " + shown(*addresses[j].given) +
+                warnings.about_value(addresses[i].given, ": " + shown(*addresses[j].given) +
                                                              " has the same port, and the addresses overlap");
 }
 
-void no_certificate(const AcceptedLine& accepted, Findings& findings) {
+void no_certificate(const AcceptedLine& accepted, WarningCollector& warnings) {
     const auto& https = accepted.settings.https();
     if (!https || https->ssl_context().cert_chain_file()) return;
     const bool has_key = https->ssl_context().private_key_file().has_value();
-    findings.about_value(accepted.last(flag::https),
+    warnings.about_value(accepted.last(flag::https),
                          has_key ? ": there is a private key, but no " + name(flag::https_cert_chain_file)
                                  : ": " + name(flag::https_private_key_file) + " and " +
                                        name(flag::https_cert_chain_file) + " are missing");
 }
 
-void access(const AcceptedLine& accepted, Findings& findings) {
+void access(const AcceptedLine& accepted, WarningCollector& warnings) {
     const auto& https = accepted.settings.https();
     const Occurrence* const given = accepted.last(flag::https_allow_all_clients);
     if (!https || given == nullptr) return;
     if (https->ssl_context().verify_peer_mode() != SslVerifyPeerMode::verify_peer_require_peer_cert)
-        findings.about_flag(*given, " does nothing without " + name(flag::https_verify_peer_mode) +
+        warnings.about_flag(*given, " does nothing without " + name(flag::https_verify_peer_mode) +
                                         " verify-peer-require-peer-cert: no client is verified");
     if (!https->ssl_context().allowed_clients().empty())
-        findings.about_flag(*given, " lets every verified client in: " + name(flag::https_allowed_client) +
+        warnings.about_flag(*given, " lets every verified client in: " + name(flag::https_allowed_client) +
                                         " restricts nothing");
 }
 
-void overflow(const AcceptedLine& accepted, Findings& findings) {
+void overflow(const AcceptedLine& accepted, WarningCollector& warnings) {
     if (accepted.settings.server_memory_threshold_overflow_action() &&
         !accepted.settings.server_memory_threshold())
-        findings.about_value(accepted.last(flag::server_memory_threshold_overflow_action),
+        warnings.about_value(accepted.last(flag::server_memory_threshold_overflow_action),
                              ": there is no " + name(flag::server_memory_threshold));
 }
 
-void archive(const AcceptedLine& accepted, Findings& findings) {
+void archive(const AcceptedLine& accepted, WarningCollector& warnings) {
     const auto& action = accepted.settings.server_memory_threshold_overflow_action();
     if (action && *action == u"archive_responses") return;
     for (const auto flag : {flag::response_archive_root, flag::response_archive_limit})
-        findings.about_value(accepted.last(flag), ": responses are archived only with " +
+        warnings.about_value(accepted.last(flag), ": responses are archived only with " +
                                                       name(flag::server_memory_threshold_overflow_action) +
                                                       " archive_responses");
 }
 
-void target(const AcceptedLine& accepted, Findings& findings) {
+void target(const AcceptedLine& accepted, WarningCollector& warnings) {
     const auto& pool = accepted.settings.worker_pool_settings();
     const auto compare = [&](const auto& pair, std::u16string_view flag, std::u16string_view trigger) {
         if (pair && pair->trigger() && pair->target() && *pair->target() > *pair->trigger())
-            findings.about_value(accepted.last(flag), ": this is above " + shown(*accepted.last(trigger)));
+            warnings.about_value(accepted.last(flag), ": this is above " + shown(*accepted.last(trigger)));
     };
     if (!pool) return;
     compare(pool->memory_limit(), flag::worker_memory_target, flag::worker_memory_trigger);
     compare(pool->queue_time(), flag::queue_time_target, flag::queue_time_trigger);
 }
 
-void any_origin(const AcceptedLine& accepted, Findings& findings) {
+void any_origin(const AcceptedLine& accepted, WarningCollector& warnings) {
     const auto& origins = accepted.settings.cors_allowed_origins();
     if (origins.size() > 1 && std::find(origins.begin(), origins.end(), "*") != origins.end())
-        findings.about_value(accepted.last(flag::cors_allowed_origins),
+        warnings.about_value(accepted.last(flag::cors_allowed_origins),
                              ": the * before it already allows all origins");
 }
 
-void given_twice(const AcceptedLine& accepted, Findings& findings) {
+void given_twice(const AcceptedLine& accepted, WarningCollector& warnings) {
     const qel::config::ServerSettings& settings = accepted.settings;
     std::vector<std::string> caches, handlers, origins;
     if (const auto& list = settings.cache_list())
@@ -183,15 +183,15 @@ void given_twice(const AcceptedLine& accepted, Findings& findings) {
     std::vector<std::u16string> roots;
     for (const auto& root : settings.lumo_root())
         roots.push_back(path_key(root.text()));
-    find_twice(caches, accepted, {flag::start_cache, flag::attach_cache}, findings);
-    find_twice(handlers, accepted, {flag::log_handler}, findings);
-    find_twice(origins, accepted, {flag::cors_allowed_origins}, findings);
-    find_twice(roots, accepted, {flag::lumo_root}, findings);
+    find_twice(caches, accepted, {flag::start_cache, flag::attach_cache}, warnings);
+    find_twice(handlers, accepted, {flag::log_handler}, warnings);
+    find_twice(origins, accepted, {flag::cors_allowed_origins}, warnings);
+    find_twice(roots, accepted, {flag::lumo_root}, warnings);
 }
 
-void no_listener(const AcceptedLine& accepted, Findings& findings) {
+void no_listener(const AcceptedLine& accepted, WarningCollector& warnings) {
     if (!accepted.settings.http() && !accepted.settings.https())
-        findings.about_the_line("there is neither " + name(flag::http) + " nor " + name(flag::https) +
+        warnings.about_the_line("there is neither " + name(flag::http) + " nor " + name(flag::https) +
                                 ": nothing can send requests to the server");
 }
 

@@ -166,27 +166,27 @@ std::string profile_off(const GivenValue& value) {
                                            : "this switches profiling off, because the first word is not on";
 }
 
-void control_port(const AcceptedLine& accepted, Findings& findings) {
+void control_port(const AcceptedLine& accepted, WarningCollector& warnings) {
     const auto& port = accepted.settings.control_port();
     const Occurrence* const given = accepted.last(flag::control_port);
     if (!port || given == nullptr || given->back().text.starts_with(u'-')) return;
-    if (*port > 65535) findings.about_value(given, ": the largest port is 65535");
-    if (*port == 0) findings.about_value(given, ": the port is 0");
+    if (*port > 65535) warnings.about_value(given, ": the largest port is 65535");
+    if (*port == 0) warnings.about_value(given, ": the port is 0");
 }
 
-void raised(const AcceptedLine& accepted, Findings& findings) {
+void raised(const AcceptedLine& accepted, WarningCollector& warnings) {
     const auto& interval = accepted.settings.statistics_log_interval();
     const Occurrence* const given = accepted.last(flag::statistics_log_interval);
     if (!interval || given == nullptr || *interval != qel::config::time_duration(0, 0, 1)) return;
     const std::string as_given = as_duration(given->back().text), taken = lines_of(*given)[0].second;
-    if (as_given != taken) findings.about_value(given, ": the server raises this to " + taken);
+    if (as_given != taken) warnings.about_value(given, ": the server raises this to " + taken);
 }
 
-void small_size(const AcceptedLine& accepted, Findings& findings) {
+void small_size(const AcceptedLine& accepted, WarningCollector& warnings) {
     const qel::config::ServerSettings& settings = accepted.settings;
     const auto small = [&](std::u16string_view flag, const qel::config::optional<std::uint64_t>& size) {
         if (size && *size < 1024)
-            findings.about_value(accepted.last(flag),
+            warnings.about_value(accepted.last(flag),
                                  ": this is " + std::to_string(*size) + " bytes; is a unit missing?");
     };
     small(flag::request_size_limit, settings.request_size_limit());
@@ -200,31 +200,31 @@ void small_size(const AcceptedLine& accepted, Findings& findings) {
     }
 }
 
-void small_rotation(const AcceptedLine& accepted, Findings& findings) {
+void small_rotation(const AcceptedLine& accepted, WarningCollector& warnings) {
     const auto& size = accepted.settings.log_rotation_size();
     if (size && *size < std::uint64_t{64} * 1024)
-        findings.about_value(accepted.last(flag::log_rotation_size),
+        warnings.about_value(accepted.last(flag::log_rotation_size),
                              ": log files of less than 64 KiB are rotated all the time");
 }
 
-void zero_timeout(const AcceptedLine& accepted, Findings& findings) {
+void zero_timeout(const AcceptedLine& accepted, WarningCollector& warnings) {
     const auto& timeout = accepted.settings.request_timeout();
     if (timeout && timeout->ticks() == 0)
-        findings.about_value(accepted.last(flag::request_timeout), ": for no time limit, leave the flag out");
+        warnings.about_value(accepted.last(flag::request_timeout), ": for no time limit, leave the flag out");
 }
 
-void worker_count(const AcceptedLine& accepted, Findings& findings) {
+void worker_count(const AcceptedLine& accepted, WarningCollector& warnings) {
     const auto& count = accepted.settings.num_workers();
     const Occurrence* const given = accepted.last(flag::num_workers);
     if (!count || given == nullptr || given->back().text.starts_with(u'-')) return;
-    if (*count == 0) findings.about_value(given, ": no worker is started");
-    if (*count > 1000) findings.about_value(given, ": each worker is a process; is the number right?");
+    if (*count == 0) warnings.about_value(given, ": no worker is started");
+    if (*count > 1000) warnings.about_value(given, ": each worker is a process; is the number right?");
 }
 
-void severity(const AcceptedLine& accepted, Findings& findings) {
+void severity(const AcceptedLine& accepted, WarningCollector& warnings) {
     const Occurrence* const given = accepted.last(flag::log_severity);
     if (given != nullptr && (given->back().text == u"out" || given->back().text == u"err"))
-        findings.about_value(given,
+        warnings.about_value(given,
                              ": this ranks above error, so errors are not logged; did you mean error?");
 }
 

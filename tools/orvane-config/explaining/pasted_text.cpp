@@ -37,7 +37,7 @@ bool is_program(std::u16string_view token) {
 
 } // namespace
 
-std::optional<Advice> empty_token(const Case& fault) {
+std::optional<Advice> empty_token(const FaultInLine& fault) {
     if (fault.token().empty())
         return remove(fault, fault.at, fault.at + 1, "the token is empty: was a variable not set?");
     if (trimmed(visible(fault.token().substr(0, 1000)), u" ").empty())
@@ -46,7 +46,7 @@ std::optional<Advice> empty_token(const Case& fault) {
     return std::nullopt;
 }
 
-std::optional<Advice> own_option(const Case& fault) {
+std::optional<Advice> own_option(const FaultInLine& fault) {
     const std::string text = qel::i18n::ustring_to_utf8(fault.token());
     const OwnOption* const option = text.starts_with("--") ? option_of(text.substr(2)) : nullptr;
     if (option == nullptr) return std::nullopt;
@@ -61,7 +61,7 @@ std::optional<Advice> own_option(const Case& fault) {
                   text + " is an option of orvane-config" + where + ": it goes before the server's flags");
 }
 
-std::optional<Advice> program_before_flags(const Case& fault) {
+std::optional<Advice> program_before_flags(const FaultInLine& fault) {
     if (fault.at != 0 || flag_spelled(fault.token()) != nullptr || !is_program(fault.token()))
         return std::nullopt;
     const std::size_t end = next_flag(fault.line, 0);
@@ -72,7 +72,7 @@ std::optional<Advice> program_before_flags(const Case& fault) {
                       " is not a flag: leave the program out and give only the server's flags");
 }
 
-std::optional<Advice> lone_mark(const Case& fault) {
+std::optional<Advice> lone_mark(const FaultInLine& fault) {
     constexpr std::u16string_view marks[] = {u"-", u"--", u"=", u":",      u",",      u";",
                                              u"[", u"]",  u"{", u"}",      u"\\",     u"^",
                                              u"`", u"*",  u"+", u"\u2013", u"\u2014", u"\u2022"};
@@ -91,14 +91,14 @@ bool is_for_a_shell(std::u16string_view token) {
            token.starts_with(u"2>") || token.starts_with(u"&>");
 }
 
-std::optional<Advice> shell_syntax(const Case& fault) {
+std::optional<Advice> shell_syntax(const FaultInLine& fault) {
     if (!is_for_a_shell(fault.token())) return std::nullopt;
     return remove(fault, fault.at, end_of_strays(fault.line, fault.at + 1, true),
                   shown(fault.token()) +
                       " is meant for a shell, not for the server: leave it out, and what belongs to it");
 }
 
-std::optional<Advice> comment(const Case& fault) {
+std::optional<Advice> comment(const FaultInLine& fault) {
     if (fault.token()[0] != u'#' || flag_spelled(fault.token()) != nullptr) return std::nullopt;
     return remove(fault, fault.at, end_of_strays(fault.line, fault.at + 1, true),
                   "the server does not understand comments: leave them out");

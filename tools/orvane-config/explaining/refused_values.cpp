@@ -14,29 +14,29 @@
 namespace orvane {
 namespace {
 
-const Token& value_of(const Case& fault) {
+const Token& value_of(const FaultInLine& fault) {
     return fault.occurrence()[1];
 }
 
-const Reference& flag_of(const Case& fault) {
+const Reference& flag_of(const FaultInLine& fault) {
     return reference_of(fault.occurrence());
 }
 
 /// Proposes another value, if the library takes it.
-std::optional<Advice> better(const Case& fault, const std::u16string& text, const std::string& sentence,
-                             const char* behind = "") {
+std::optional<Advice> better(const FaultInLine& fault, const std::u16string& text,
+                             const std::string& sentence, const char* behind = "") {
     if (text == value_of(fault).text || !takes(fault.occurrence()[0], text)) return std::nullopt;
     return replace(fault, fault.at, fault.at + 1, {fault.occurrence()[0], {text, value_of(fault).number}},
                    sentence, behind);
 }
 
 /// The token that follows, if it may be the value.
-const Token* next_stray(const Case& fault) {
+const Token* next_stray(const FaultInLine& fault) {
     return has_strays(fault.line, fault.at + 1) ? &(*fault.after())[0] : nullptr;
 }
 
 /// With an example as the value, because the real one cannot be guessed.
-Advice by_example(const Case& fault, std::string sentence) {
+Advice by_example(const FaultInLine& fault, std::string sentence) {
     // What follows may belong to the value.
     const bool command = flag_of(fault).value.find("<command>") != std::string_view::npos;
     Advice advice{{std::move(sentence)}, {}, {}};
@@ -83,7 +83,7 @@ std::string largest(const Reference& reference, std::u16string_view value) {
 
 } // namespace
 
-std::optional<Advice> missing_value(const Case& fault) {
+std::optional<Advice> missing_value(const FaultInLine& fault) {
     if (fault.occurrence().size() != 1) return std::nullopt;
     Advice advice{{"the line ends here, but " + shown(fault.token()) +
                    " needs a value: " + std::string(flag_of(fault).value)},
@@ -93,7 +93,7 @@ std::optional<Advice> missing_value(const Case& fault) {
     return advice;
 }
 
-std::optional<Advice> swallowing_flag(const Case& fault) {
+std::optional<Advice> swallowing_flag(const FaultInLine& fault) {
     if (!is_meant_as_flag(value_of(fault).text)) return std::nullopt;
     const Token& flag = fault.occurrence()[0];
     const Token* const next = next_stray(fault);
@@ -109,7 +109,7 @@ std::optional<Advice> swallowing_flag(const Case& fault) {
     return advice;
 }
 
-std::optional<Advice> marked_value(const Case& fault) {
+std::optional<Advice> marked_value(const FaultInLine& fault) {
     const Token* const next = next_stray(fault);
     if (!is_mark(value_of(fault).text) || next == nullptr) return std::nullopt;
     for (const std::u16string& text : {next->text, bare(next->text)})
@@ -119,7 +119,7 @@ std::optional<Advice> marked_value(const Case& fault) {
     return std::nullopt;
 }
 
-std::optional<Advice> dirty_value(const Case& fault) {
+std::optional<Advice> dirty_value(const FaultInLine& fault) {
     const std::u16string& value = value_of(fault).text;
     const std::u16string clean = bare(value.substr(0, 10000));
     const bool quoted = value.find_first_of(quotes) != value.npos;
@@ -139,7 +139,7 @@ std::optional<Advice> dirty_value(const Case& fault) {
     return better(fault, bare(clean.substr(separator + 1)), "leave the flag's name out of the value: ");
 }
 
-std::optional<Advice> similar_word(const Case& fault) {
+std::optional<Advice> similar_word(const FaultInLine& fault) {
     const auto words = keywords(flag_of(fault));
     if (words.empty()) return std::nullopt;
     const auto like = most_like(normalized(value_of(fault).text), words);
@@ -147,11 +147,11 @@ std::optional<Advice> similar_word(const Case& fault) {
                         : better(fault, qel::i18n::utf8_to_ustring(like[0]), "did you mean ", "?");
 }
 
-std::optional<Advice> split_value(const Case& fault) {
+std::optional<Advice> split_value(const FaultInLine& fault) {
     return joined_value(fault, fault.at);
 }
 
-std::optional<Advice> read_otherwise(const Case& fault) {
+std::optional<Advice> read_otherwise(const FaultInLine& fault) {
     const Token& flag = fault.occurrence()[0];
     const Token* const next = next_stray(fault);
     for (const bool with_next : {false, true}) {
@@ -172,7 +172,7 @@ std::optional<Advice> read_otherwise(const Case& fault) {
     return std::nullopt;
 }
 
-std::optional<Advice> swapped(const Case& fault) {
+std::optional<Advice> swapped(const FaultInLine& fault) {
     constexpr std::size_t near = 10;
     if (fault.fault.code == qel::config::error_code::out_of_range() || takes(fault.occurrence()))
         return std::nullopt;
@@ -198,7 +198,7 @@ std::optional<Advice> swapped(const Case& fault) {
     return std::nullopt;
 }
 
-std::optional<Advice> similar_flag(const Case& fault) {
+std::optional<Advice> similar_flag(const FaultInLine& fault) {
     if (!is_quantity(flag_of(fault))) return std::nullopt;
     const Reference* found = nullptr;
     for (const Reference* const one : other_quantities(flag_of(fault))) {
@@ -214,14 +214,14 @@ std::optional<Advice> similar_flag(const Case& fault) {
     return advice;
 }
 
-std::optional<Advice> in_the_way(const Case& fault) {
+std::optional<Advice> in_the_way(const FaultInLine& fault) {
     if (!takes(fault.occurrence())) return std::nullopt;
     Advice advice = by_example(fault, std::string(flag_of(fault).flag) + ": " + flag_of(fault).relations());
     advice.edit.proposed = false;
     return advice;
 }
 
-std::optional<Advice> out_of_range(const Case& fault) {
+std::optional<Advice> out_of_range(const FaultInLine& fault) {
     if (fault.fault.code != qel::config::error_code::out_of_range()) return std::nullopt;
     const std::string meaning = flag_of(fault).meaning(),
                       what = std::string(flag_of(fault).flag) + ": " + meaning;
@@ -233,7 +233,7 @@ std::optional<Advice> out_of_range(const Case& fault) {
     return by_example(fault, what);
 }
 
-std::optional<Advice> wrong_form(const Case& fault) {
+std::optional<Advice> wrong_form(const FaultInLine& fault) {
     const Reference& reference = flag_of(fault);
     const std::string flag(reference.flag), form = flag + " " + std::string(reference.value);
     const std::u16string& value = value_of(fault).text;

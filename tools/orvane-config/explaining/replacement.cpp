@@ -26,7 +26,7 @@ bool is_stray(const std::u16string& text, bool of_a_command) {
 
 } // namespace
 
-Edit edit_of(const Case& fault, std::size_t begin, std::size_t end, const std::vector<Token>& tokens) {
+Edit edit_of(const FaultInLine& fault, std::size_t begin, std::size_t end, const std::vector<Token>& tokens) {
     Edit edit;
     edit.begin = begin;
     std::deque<Token> rest(tokens.begin(), tokens.end());
@@ -49,16 +49,16 @@ Edit edit_of(const Case& fault, std::size_t begin, std::size_t end, const std::v
     return edit;
 }
 
-Advice replace(const Case& fault, std::size_t begin, std::size_t end, const std::vector<Token>& tokens,
+Advice replace(const FaultInLine& fault, std::size_t begin, std::size_t end, const std::vector<Token>& tokens,
                const std::string& sentence, const std::string& ending) {
     return {{sentence + shown(Occurrence(tokens)) + ending}, {}, edit_of(fault, begin, end, tokens)};
 }
 
-Advice remove(const Case& fault, std::size_t begin, std::size_t end, std::string sentence) {
+Advice remove(const FaultInLine& fault, std::size_t begin, std::size_t end, std::string sentence) {
     return {{std::move(sentence)}, {}, edit_of(fault, begin, end, {})};
 }
 
-Advice skip(const Case& fault, std::size_t begin, std::size_t end, std::string sentence) {
+Advice skip(const FaultInLine& fault, std::size_t begin, std::size_t end, std::string sentence) {
     Advice advice = remove(fault, begin, end, std::move(sentence));
     advice.edit.proposed = false;
     return advice;

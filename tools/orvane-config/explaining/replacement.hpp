@@ -17,17 +17,17 @@ struct Advice {
 };
 
 /// The tokens in the place of the occurrences [begin, end), as the library would take them.
-Edit edit_of(const Case& fault, std::size_t begin, std::size_t end, const std::vector<Token>& tokens);
+Edit edit_of(const FaultInLine& fault, std::size_t begin, std::size_t end, const std::vector<Token>& tokens);
 
 /// The same, with a sentence that ends with the tokens.
-Advice replace(const Case& fault, std::size_t begin, std::size_t end, const std::vector<Token>& tokens,
+Advice replace(const FaultInLine& fault, std::size_t begin, std::size_t end, const std::vector<Token>& tokens,
                const std::string& sentence, const std::string& ending = "");
 
 /// Proposes to leave the occurrences [begin, end) out.
-Advice remove(const Case& fault, std::size_t begin, std::size_t end, std::string sentence);
+Advice remove(const FaultInLine& fault, std::size_t begin, std::size_t end, std::string sentence);
 
 /// Proposes nothing; the rest of the line is checked without the occurrences [begin, end).
-Advice skip(const Case& fault, std::size_t begin, std::size_t end, std::string sentence);
+Advice skip(const FaultInLine& fault, std::size_t begin, std::size_t end, std::string sentence);
 
 /// The flag with a value that the server takes and no rule refuses; otherwise the rules would miss the flag. Empty if the
 /// flag was refused with such a value already.

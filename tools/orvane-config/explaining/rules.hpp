@@ -6,7 +6,7 @@
 
 namespace orvane {
 
-using Rule = std::optional<Advice>(const Case& fault);
+using Rule = std::optional<Advice>(const FaultInLine& fault);
 
 // About tokens that are not flags where one is expected (pasted_text.cpp).
 Rule empty_token, own_option, program_before_flags, lone_mark, shell_syntax, comment;
@@ -39,7 +39,7 @@ std::vector<Reading> sizes(const std::u16string& value);
 std::vector<Reading> numbers(const std::u16string& value);
 
 /// Whether the value of the occurrence at `position` goes on in the tokens that follow it.
-std::optional<Advice> joined_value(const Case& fault, std::size_t position);
+std::optional<Advice> joined_value(const FaultInLine& fault, std::size_t position);
 
 /// "&&", ">", "2>&1".
 bool is_for_a_shell(std::u16string_view token);
@@ -48,7 +48,7 @@ bool is_for_a_shell(std::u16string_view token);
 bool is_mark(std::u16string_view value);
 
 /// For "--http=9910", whose name is that of a flag, or means one.
-Advice with_value_behind(const Case& fault, const Reference& meant, char16_t separator,
+Advice with_value_behind(const FaultInLine& fault, const Reference& meant, char16_t separator,
                          std::u16string_view rest, std::vector<std::string> sentences);
 
 } // namespace orvane

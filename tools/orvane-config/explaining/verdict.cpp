@@ -16,7 +16,7 @@ boost::system::error_code Verdict::code() const {
 
 Verdict judge(const Tokens& tokens, bool with_origins, const WarningIds& ignored) {
     Verdict verdict{occurrences_of(tokens), {}, ask(tokens), {}, {}, {}, {}};
-    verdict.diagnosis = diagnose(tokens, verdict.answer, [&](const Case& fault) {
+    verdict.diagnosis = diagnose(tokens, verdict.answer, [&](const FaultInLine& fault) {
         return verdict.advice.emplace_back(advise(fault)).edit;
     });
     if (!verdict.accepted()) return verdict;

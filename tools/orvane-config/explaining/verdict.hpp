@@ -3,7 +3,7 @@
 
 #include "explaining/advice.hpp"
 #include "explaining/warnings.hpp"
-#include "probing/places.hpp"
+#include "probing/source_places.hpp"
 
 #include <string>
 #include <vector>
@@ -12,7 +12,7 @@ namespace orvane {
 
 struct Verdict {
     CommandLine line;
-    Places places{};               ///< of the tokens, where the verb has read them from files
+    SourcePlaces places{};         ///< of the tokens, where the verb has read them from files
     Answer answer;                 ///< the library's, for the line as given
     Diagnosis diagnosis;           ///< of an accepted line, without faults
     std::vector<Advice> advice;    ///< for each fault of the diagnosis

@@ -40,9 +40,10 @@ struct AcceptedLine {
 
 /// Collects what a rule finds; each finding is about a flag, about the value of one, or about the line as a whole. A text
 /// follows the occurrence.
-class Findings {
+class WarningCollector {
 public:
-    explicit Findings(std::string_view id, std::vector<Warning>& warnings) : id_(id), warnings_(warnings) {}
+    explicit WarningCollector(std::string_view id, std::vector<Warning>& warnings)
+        : id_(id), warnings_(warnings) {}
 
     void about_flag(const Occurrence& occurrence, const std::string& text);
     /// Says nothing where the flag was not given.
@@ -54,7 +55,7 @@ private:
     std::vector<Warning>& warnings_;
 };
 
-using LineRule = void(const AcceptedLine& accepted, Findings& findings);
+using LineRule = void(const AcceptedLine& accepted, WarningCollector& warnings);
 
 // About the text of a value (odd_texts.cpp).
 ValueRule flag_as_value, empty_value, lone_mark, leading_equals, end_of_line, invisible, blank_at_an_end,

@@ -45,16 +45,16 @@ const Occurrence* AcceptedLine::last(std::u16string_view flag) const {
     return found == line.rend() ? nullptr : &*found;
 }
 
-void Findings::about_flag(const Occurrence& occurrence, const std::string& text) {
+void WarningCollector::about_flag(const Occurrence& occurrence, const std::string& text) {
     warnings_.push_back({occurrence.front().number, id_, shown(occurrence) + text});
 }
 
-void Findings::about_value(const Occurrence* occurrence, const std::string& text) {
+void WarningCollector::about_value(const Occurrence* occurrence, const std::string& text) {
     if (occurrence != nullptr)
         warnings_.push_back({occurrence->back().number, id_, shown(*occurrence) + text});
 }
 
-void Findings::about_the_line(std::string text) {
+void WarningCollector::about_the_line(std::string text) {
     warnings_.push_back({0, id_, std::move(text)});
 }
 
@@ -73,8 +73,8 @@ std::vector<Warning> warnings_of(const CommandLine& line, const Answer& answer, 
     }
     for (const auto& [find, id] : line_rules) {
         if (ignored.contains(id)) continue;
-        Findings findings(id, warnings);
-        find({line, answer.settings, effects}, findings);
+        WarningCollector collector(id, warnings);
+        find({line, answer.settings, effects}, collector);
     }
     std::stable_sort(warnings.begin(), warnings.end(),
                      [](const Warning& a, const Warning& b) { return a.token < b.token; });

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 /// "1.5 GiB", cut to one decimal.
 inline std::string amount(std::uint64_t bytes) {
@@ -20,4 +20,4 @@ inline std::string amount(std::uint64_t bytes) {
     return std::to_string(whole) + (tenths == 0 ? "" : "." + std::to_string(tenths)) + units.at(unit);
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

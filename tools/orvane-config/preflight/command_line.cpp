@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 struct Word {
@@ -73,4 +73,4 @@ CommandWords words_of(const std::u16string& command) {
     return found;
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

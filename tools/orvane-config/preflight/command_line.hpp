@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 struct CommandWords {
     std::u16string program;      ///< the first word, without quotes
@@ -12,4 +12,4 @@ struct CommandWords {
 
 CommandWords words_of(const std::u16string& command);
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

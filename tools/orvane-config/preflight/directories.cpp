@@ -12,7 +12,7 @@
 
 #include <optional>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 /// One directory of a setting.
@@ -161,4 +161,4 @@ void look_at_directories(const Context& context, Findings& findings) {
     look_at_space(context, findings);
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

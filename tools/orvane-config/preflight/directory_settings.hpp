@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 using qel::config::Path;
 using qel::config::ServerSettings;
@@ -61,4 +61,4 @@ inline constexpr DirectorySetting directory_settings[] = {
 
 #undef ZEP_DIRECTORY
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 struct Row {
@@ -68,4 +68,4 @@ std::vector<Finding> Findings::so_far() const {
     return findings_;
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 /// In the order from bad to good. With one of the first or third the server is not ready.
 enum class Severity { blocking, warning, unknown, fine };
@@ -75,4 +75,4 @@ private:
     std::vector<Finding> findings_;
 };
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

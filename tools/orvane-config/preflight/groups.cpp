@@ -5,7 +5,7 @@
 
 #include <exception>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 /// The looks of a group have shorter limits; this one is for the calls that nobody expects to hang.
 constexpr std::chrono::seconds group_limit(20);
@@ -26,4 +26,4 @@ std::vector<Finding> look_at(const Group& group, const std::shared_ptr<const Con
     return findings->so_far();
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 /// Looks, and changes nothing. Every look has a limit in bytes and time, and says when it met that.
 using Look = void(const Context& context, Findings& findings);
@@ -36,4 +36,4 @@ inline constexpr Group groups[] = {
 /// What the group finds, in order. What it looked at must not change while it may still be looking.
 std::vector<Finding> look_at(const Group& group, const std::shared_ptr<const Context>& context);
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -64,4 +64,4 @@ std::string listed(const std::vector<std::string>& texts) {
     return texts.size() > most ? list + ", ..." : list;
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

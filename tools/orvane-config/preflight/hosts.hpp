@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 /// Long enough to ask a second name server, as systems do after five seconds.
 inline constexpr std::chrono::seconds longest_look_up(6);
@@ -39,4 +39,4 @@ bool exclude_each_other(const std::string& one, const std::string& other);
 /// The texts with commas between, at most the first few.
 std::string listed(const std::vector<std::string>& texts);
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -1,45 +1,44 @@
 // The addresses on which the server listens.
 #include "preflight/groups.hpp"
-#include "preflight/places.hpp"
+#include "preflight/port_uses.hpp"
 #include "reference/flag_texts.hpp"
 
 #include <algorithm>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 constexpr unsigned largest_port = 65535;
 
 /// A server may take only the first address of a host, so the others are not needed.
-void look_at_the_others(const Place& place, Findings& findings) {
-    const bool everywhere = place.addresses.front() == "0.0.0.0";
-    for (std::size_t i = 1; i != place.addresses.size(); ++i) {
-        const std::string& address = place.addresses[i];
-        const BindTrial trial = try_to_bind(address, static_cast<unsigned short>(place.port));
+void look_at_the_others(const PortUse& use, Findings& findings) {
+    const bool everywhere = use.addresses.front() == "0.0.0.0";
+    for (std::size_t i = 1; i != use.addresses.size(); ++i) {
+        const std::string& address = use.addresses[i];
+        const BindTrial trial = try_to_bind(address, static_cast<unsigned short>(use.port));
         // Without IPv6, all addresses are those of IPv4.
         if (trial.outcome == BindTrial::Outcome::free ||
             (everywhere && trial.outcome == BindTrial::Outcome::not_here))
             continue;
-        findings.add(Kind::other_address, place.flag,
-                     with_port(place.addresses.front(), place.port) + " can be bound, but not " +
-                         with_port(address, place.port) + ", another address of the host: " + trial.why,
+        findings.add(Kind::other_address, use.flag,
+                     with_port(use.addresses.front(), use.port) + " can be bound, but not " +
+                         with_port(address, use.port) + ", another address of the host: " + trial.why,
                      everywhere ? "Clients that use IPv6 reach another program. Choose another port."
                                 : "Write the address instead of the name.");
         return;
     }
 }
 
-void look_at_one(const Place& place, Findings& findings) {
-    if (place.addresses.empty()) return;
-    if (place.port > largest_port) {
-        findings.add(Kind::no_such_port, place.flag, "there is no port " + std::to_string(place.port),
+void look_at_one(const PortUse& use, Findings& findings) {
+    if (use.addresses.empty()) return;
+    if (use.port > largest_port) {
+        findings.add(Kind::no_such_port, use.flag, "there is no port " + std::to_string(use.port),
                      "Choose a port up to 65535.");
         return;
     }
-    if (!can_be_taken(place, place.addresses.front(), findings)) return;
-    findings.add(Kind::port_free, place.flag,
-                 with_port(place.addresses.front(), place.port) + " can be bound");
-    if (place.flag != flag::control_port && place.port != 0) look_at_the_others(place, findings);
+    if (!can_be_taken(use, use.addresses.front(), findings)) return;
+    findings.add(Kind::port_free, use.flag, with_port(use.addresses.front(), use.port) + " can be bound");
+    if (use.flag != flag::control_port && use.port != 0) look_at_the_others(use, findings);
 }
 
 /// Readers of the file take the host up to the first colon.
@@ -59,12 +58,12 @@ void look_at_listeners(const Context& context, Findings& findings) {
     if (settings.endpoint_root() && settings.https())
         look_at_endpoint(flag::https, settings.https()->http(), findings);
     Hosts hosts;
-    std::vector<Place> earlier;
-    for (const Place& place : places_of_listeners(context, hosts, findings)) {
-        look_at_one(place, findings);
-        compare(place, earlier, context, findings);
-        earlier.push_back(place);
+    std::vector<PortUse> earlier;
+    for (const PortUse& use : ports_of_listeners(context, hosts, findings)) {
+        look_at_one(use, findings);
+        compare(use, earlier, context, findings);
+        earlier.push_back(use);
     }
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

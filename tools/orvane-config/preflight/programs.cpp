@@ -15,7 +15,7 @@
 #include <fstream>
 #include <optional>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 using qel::util::filesystem::Path;
@@ -137,4 +137,4 @@ void look_at_programs(const Context& context, Findings& findings) {
     }
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 std::size_t Report::count(Severity severity) const {
     std::size_t count = 0;
@@ -13,4 +13,4 @@ std::size_t Report::count(Severity severity) const {
     return count;
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -4,10 +4,9 @@
 #include "preflight/groups.hpp"
 
 #include <memory>
-#include <string>
 #include <vector>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 struct GroupReport {
     const Group* group;
@@ -25,7 +24,4 @@ struct Report {
     bool ready() const { return count(Severity::blocking) == 0 && count(Severity::unknown) == 0; }
 };
 
-/// The findings by group, those about one occurrence together, and a summary.
-std::string to_text(const Report& report);
-
-} // namespace orvane::readiness
+} // namespace orvane::preflight

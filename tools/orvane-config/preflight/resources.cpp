@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 using qel::config::ServerSettings;
@@ -85,4 +85,4 @@ void look_at_resources(const Context& context, Findings& findings) {
     look_at_sum(*memory, usable, settings, findings);
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

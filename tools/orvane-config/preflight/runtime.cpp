@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 /// The flag whose directory holds the file.
@@ -90,4 +90,4 @@ void look_at_runtime(const Context& context, Findings& findings) {
     look_at_neighbour(context.settings, findings);
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

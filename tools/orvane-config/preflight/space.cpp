@@ -12,7 +12,7 @@
 #include <filesystem>
 #include <system_error>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 /// With fewer, a server that writes logs, archives or runtime files soon cannot.
@@ -120,4 +120,4 @@ void look_at_space(const Context& context, Findings& findings) {
         look_at_limit(limit, context.settings, findings);
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -3,8 +3,8 @@
 
 #include "preflight/findings.hpp"
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 void look_at_space(const Context& context, Findings& findings);
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -10,7 +10,7 @@
 #include <type_traits>
 #include <utility>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 /// What `look` returns; none when that takes longer. It then goes on until the process ends, so it has to own all that
 /// it uses. Throws what `look` throws.
@@ -34,4 +34,4 @@ std::optional<std::invoke_result_t<Look&>> within(std::chrono::milliseconds limi
     return answer.get();
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

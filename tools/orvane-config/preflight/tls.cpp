@@ -1,12 +1,12 @@
 // Keys, certificates, and what the HTTPS listener offers.
 #include "preflight/groups.hpp"
-#include "preflight/tls/look.hpp"
+#include "preflight/tls/tls_check.hpp"
 
 #include "reference/flag_texts.hpp"
 
 #include <algorithm>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 constexpr std::u16string_view tls_flags[] = {
@@ -57,4 +57,4 @@ void look_at_tls(const Context& context, Findings& findings) {
         add_to_the_rest(Kind::tls_fine, "nothing is wrong with this", context, findings);
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -131,7 +131,7 @@ json::value to_json(const Fix& fix) {
     return object;
 }
 
-json::value to_json(const Fault& fault, const Places& places, const Advice& advice) {
+json::value to_json(const Fault& fault, const SourcePlaces& places, const Advice& advice) {
     json::object object{{"id", id_of(fault)}, {"code", to_json(fault.code)}, {"text", to_json(fault.text)}};
     if (const Occurrence& occurrence = fault.occurrence; !occurrence.empty()) {
         json::array numbers = numbers_of_tokens(occurrence);
@@ -162,10 +162,10 @@ json::array numbers_of_tokens(const Occurrence& occurrence) {
     return json::array(numbers.begin(), numbers.end());
 }
 
-void add_places(json::object& object, const Places& places, const json::array& tokens) {
+void add_places(json::object& object, const SourcePlaces& places, const json::array& tokens) {
     json::array array;
     for (const json::value& token : tokens) {
-        const Place* const place = place_of(places, token.to_number<std::size_t>());
+        const SourcePlace* const place = place_of(places, token.to_number<std::size_t>());
         if (place == nullptr) continue;
         json::object entry{{"token", token}, {"file", to_json(place->file)}};
         if (place->spot.line != 0) {

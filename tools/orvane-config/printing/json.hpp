@@ -5,8 +5,12 @@
 #include "probing/differences.hpp"
 
 #include <string>
+#include <vector>
 
 namespace orvane {
+
+struct Explanation;
+struct FileReport;
 
 inline constexpr int json_format = 1;
 
@@ -14,5 +18,7 @@ std::string check_json(const Verdict& verdict);
 std::string show_json(const Verdict& verdict);
 std::string diff_json(const Verdict& before, const Verdict& after, const std::vector<Difference>& found,
                       bool same_tokens);
+std::string explain_json(const std::vector<Explanation>& kinds);
+std::string locate_json(const std::vector<FileReport>& files);
 
 } // namespace orvane

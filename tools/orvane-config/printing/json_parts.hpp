@@ -20,7 +20,7 @@ boost::json::value json_text(const std::u16string& text);
 boost::json::array numbers_of_tokens(const Occurrence& occurrence);
 
 /// Adds where those of the tokens are that were read from a file.
-void add_places(boost::json::object& object, const Places& places, const boost::json::array& tokens);
+void add_places(boost::json::object& object, const SourcePlaces& places, const boost::json::array& tokens);
 
 boost::json::value json_of(const qel::config::ServerSettings& settings);
 

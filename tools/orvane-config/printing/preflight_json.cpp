@@ -7,11 +7,11 @@ namespace orvane {
 namespace {
 
 namespace json = boost::json;
-using readiness::Severity;
+using preflight::Severity;
 
-json::object finding_json(const readiness::Finding& finding, const readiness::GroupReport& group,
-                          const readiness::Context& context) {
-    const auto& kind = readiness::about(finding.kind);
+json::object finding_json(const preflight::Finding& finding, const preflight::GroupReport& group,
+                          const preflight::Context& context) {
+    const auto& kind = preflight::about(finding.kind);
     json::object object{{"id", kind.id}, {"severity", to_text(kind.severity)}, {"group", group.group->name}};
     if (const Occurrence* const occurrence = occurrence_of(finding, context)) {
         object["tokens"] = numbers_of_tokens(*occurrence);
@@ -25,7 +25,7 @@ json::object finding_json(const readiness::Finding& finding, const readiness::Gr
 
 } // namespace
 
-std::string preflight_json(const Verdict& verdict, const readiness::Report& report) {
+std::string preflight_json(const Verdict& verdict, const preflight::Report& report) {
     json::object object = head_of(verdict);
     object["ready"] = report.ready();
     json::object counts;
@@ -33,9 +33,9 @@ std::string preflight_json(const Verdict& verdict, const readiness::Report& repo
         counts[to_text(severity)] = report.count(severity);
     object["counts"] = std::move(counts);
     json::array groups, findings;
-    for (const readiness::GroupReport& group : report.groups) {
+    for (const preflight::GroupReport& group : report.groups) {
         groups.push_back({{"name", group.group->name}, {"looked_at", group.looked_at}});
-        for (const readiness::Finding& finding : group.findings)
+        for (const preflight::Finding& finding : group.findings)
             findings.push_back(finding_json(finding, group, *report.context));
     }
     object["groups"] = std::move(groups);

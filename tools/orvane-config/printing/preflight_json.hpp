@@ -9,6 +9,6 @@
 namespace orvane {
 
 /// `verdict` is that of the accepted line that the report is about.
-std::string preflight_json(const Verdict& verdict, const readiness::Report& report);
+std::string preflight_json(const Verdict& verdict, const preflight::Report& report);
 
 } // namespace orvane

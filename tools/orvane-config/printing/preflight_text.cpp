@@ -1,11 +1,12 @@
 // What preflight found, for people.
-#include "preflight/report.hpp"
+#include "printing/preflight_text.hpp"
+
 #include "probing/occurrence_text.hpp"
 #include "text/escape.hpp"
 
 #include <algorithm>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 /// The findings about one setting.
@@ -85,4 +86,4 @@ std::string to_text(const Report& report) {
     return text + summary_of(report) + "\n";
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

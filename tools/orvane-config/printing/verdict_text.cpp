@@ -34,7 +34,7 @@ bool errors_in_colour() {
 }
 
 /// The occurrence and its neighbours; on a terminal a second line marks the occurrence.
-void show_place(const Fault& fault, const Places& places, std::ostream& err) {
+void show_place(const Fault& fault, const SourcePlaces& places, std::ostream& err) {
     const bool terminal = is_terminal(Stream::err);
     const bool colour = errors_in_colour();
 
@@ -51,7 +51,7 @@ void show_place(const Fault& fault, const Places& places, std::ostream& err) {
     err << std::string(columns(before), ' ') << '^' << std::string(columns(refused) - 1, '~') << '\n';
 }
 
-void show_fault(const Fault& fault, const Places& places, const Advice& advice, std::ostream& err) {
+void show_fault(const Fault& fault, const SourcePlaces& places, const Advice& advice, std::ostream& err) {
     if (!fault.occurrence.empty()) show_place(fault, places, err);
     for (const std::string& sentence : advice.sentences)
         err << "    " << sentence << '\n';
@@ -128,7 +128,7 @@ void show_faults(const Verdict& verdict, Ids ids, std::ostream& err) {
 
 } // namespace
 
-void explain(const Verdict& verdict, std::ostream& err, Ids ids) {
+void print_verdict(const Verdict& verdict, std::ostream& err, Ids ids) {
     err << library_text(verdict);
     const Diagnosis& diagnosis = verdict.diagnosis;
     if (!verdict.answer.code && !diagnosis.problems.empty())
@@ -148,7 +148,7 @@ void explain(const Verdict& verdict, std::ostream& err, Ids ids) {
             << warning.text << " [" << warning.id << "]\n";
 }
 
-void explain_fixes(const Verdict& verdict, std::ostream& err, Ids ids) {
+void print_fixes(const Verdict& verdict, std::ostream& err, Ids ids) {
     err << text_of(verdict.diagnosis.faults[0], ids);
     show_faults(verdict, ids, err);
 }

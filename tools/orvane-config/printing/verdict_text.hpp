@@ -12,9 +12,9 @@ enum class Ids { of_warnings, everywhere };
 
 /// The library's text as it came, its last line ended, then the problem report; then what this tool has to add: the
 /// verdict, where each fault is and how to fix it, or the warnings. On a terminal the place is marked.
-void explain(const Verdict& verdict, std::ostream& err, Ids ids = Ids::of_warnings);
+void print_verdict(const Verdict& verdict, std::ostream& err, Ids ids = Ids::of_warnings);
 
 /// Only the faults, and how each was fixed.
-void explain_fixes(const Verdict& verdict, std::ostream& err, Ids ids = Ids::of_warnings);
+void print_fixes(const Verdict& verdict, std::ostream& err, Ids ids = Ids::of_warnings);
 
 } // namespace orvane

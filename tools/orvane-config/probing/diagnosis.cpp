@@ -164,7 +164,7 @@ Diagnosis diagnose(const Tokens& tokens, const Answer& answer, const FindEdit& f
         constexpr int most_tries = 8;
         if (position == line.size() && standstill > 1) break;
         Edit edit = standstill > most_tries ? Edit{position, position + 1, {}, false}
-                                            : find_edit(Case{fault, line, position});
+                                            : find_edit(FaultInLine{fault, line, position});
         if (edit.proposed) {
             fault.fix = fix_of(tokens, line, edit);
         } else {

@@ -27,7 +27,7 @@ struct Fault {
 };
 
 /// A fault, and where it is in a line in which all before it are fixed.
-struct Case {
+struct FaultInLine {
     const Fault& fault;
     const WorkingLine& line;
     std::size_t at; ///< the refused occurrence; the line's size when the line as a whole is refused
@@ -58,7 +58,7 @@ struct Diagnosis {
 };
 
 /// What lets a line go on after a fault.
-using FindEdit = std::function<Edit(const Case&)>;
+using FindEdit = std::function<Edit(const FaultInLine&)>;
 
 /// `answer` is the library's, for the tokens.
 Diagnosis diagnose(const Tokens& tokens, const Answer& answer, const FindEdit& find_edit);

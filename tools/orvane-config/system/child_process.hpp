@@ -35,8 +35,8 @@ public:
     /// Lets the command run, passes signals on to it, and returns its exit code when it has ended; 128 and the
     /// signal's number when that ended it. Without a command, returns when it is time to go: 0 for the ordinary
     /// signals (INT, TERM, and whatever comes from a Windows console), 128 and the number for others. Meanwhile, calls
-    /// `is_done` again and again until it is. Throws NotStarted, or what `is_done` throws.
-    int run(const std::function<bool()>& is_done);
+    /// `try_finish` again and again until it is. Throws NotStarted, or what `try_finish` throws.
+    int run(const std::function<bool()>& try_finish);
 
 private:
     struct State;

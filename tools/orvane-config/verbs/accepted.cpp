@@ -16,7 +16,7 @@ std::optional<qel::config::ServerSettings> accepted(const Input& input, std::ost
         err << answer.text;
         return std::move(answer.settings);
     }
-    explain(judge(input, false), err);
+    print_verdict(judge(input, false), err);
     return std::nullopt;
 }
 

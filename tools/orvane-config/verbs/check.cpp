@@ -2,7 +2,7 @@
 #include "printing/json.hpp"
 #include "printing/settings_text.hpp"
 #include "printing/verdict_text.hpp"
-#include "verbs/ignored_warnings.hpp"
+#include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
 
 #include <ostream>
@@ -11,13 +11,13 @@ namespace orvane {
 namespace {
 
 ExitCode exit_code(const Verdict& verdict, bool strict) {
-    if (!verdict.accepted()) return ExitCode::refused;
+    if (!verdict.accepted()) return ExitCode::negative;
     return strict && !verdict.warnings.empty() ? ExitCode::warned : ExitCode::done;
 }
 
 } // namespace
 
-ExitCode check(const Call& call) {
+ExitCode verb::check(const Call& call) {
     const Verdict verdict = judge(input_of(call), false, ignored_warnings(call));
     const bool strict = call.has(own("strict"));
     if (call.has(own("quiet"))) return exit_code(verdict, strict);
@@ -25,7 +25,7 @@ ExitCode check(const Call& call) {
         call.out << check_json(verdict) << '\n';
         return exit_code(verdict, strict);
     }
-    explain(verdict, call.err, wanted_ids(call));
+    print_verdict(verdict, call.err, wanted_ids(call));
     if (verdict.accepted()) {
         call.out << "configuration accepted\n";
         for (const Setting& setting : settings_of(verdict.answer.settings))

@@ -11,7 +11,7 @@
 
 namespace orvane {
 
-ExitCode completions(const Call& call) {
+ExitCode verb::completions(const Call& call) {
     const std::string own_name = "orvane-config";
     const std::string name = call.value(own("for"), own_name);
     const bool plain = std::all_of(name.begin(), name.end(), [](char c) {

@@ -22,7 +22,7 @@ std::string written(const Call& call, const CommandLine& line) {
 
 } // namespace
 
-ExitCode convert(const Call& call) {
+ExitCode verb::convert(const Call& call) {
     if (!call.has(own("to"))) throw Misused(spelled(own("to")) + " is missing: name the format to write");
     if (call.has(own("redact")) && call.has(own("program")))
         throw Misused("--redact and --program exclude each other");
@@ -31,8 +31,8 @@ ExitCode convert(const Call& call) {
     if (call.has(own("tidy"))) {
         const Verdict verdict = judge(input, true);
         if (!verdict.accepted()) {
-            explain(verdict, call.err);
-            return ExitCode::refused;
+            print_verdict(verdict, call.err);
+            return ExitCode::negative;
         }
         if (auto tidy = tidied(line, verdict.answer, verdict.effects))
             line = std::move(*tidy);

@@ -48,7 +48,7 @@ void print_differences(const std::vector<Difference>& found, const Verdict& befo
 }
 
 /// As `diff` ends.
-constexpr ExitCode equal = ExitCode::done, different = ExitCode::refused, trouble = ExitCode::misused;
+constexpr ExitCode equal = ExitCode::done, different = ExitCode::negative, trouble = ExitCode::misused;
 
 ExitCode compare(const Call& call) {
     std::vector<Input> sides = sides_of(call);
@@ -62,7 +62,7 @@ ExitCode compare(const Call& call) {
         if (verdict->accepted()) continue;
         call.err << "orvane-config: the " << (verdict == &before ? "first" : "second")
                  << " command line is refused\n";
-        explain(*verdict, call.err);
+        print_verdict(*verdict, call.err);
         return trouble;
     }
     const auto found = differences(before.answer.settings, after.answer.settings);
@@ -79,7 +79,7 @@ ExitCode compare(const Call& call) {
 
 } // namespace
 
-ExitCode diff(const Call& call) {
+ExitCode verb::diff(const Call& call) {
     try {
         return compare(call);
     } catch (const Misused&) {

@@ -1,16 +1,11 @@
 // The verb `explain`: what the kinds of faults, rules, warnings and findings mean.
-#include "explaining/kinds.hpp"
 #include "preflight/findings.hpp"
 #include "printing/json.hpp"
 #include "printing/wrapping.hpp"
 #include "reference/reference.hpp"
-#include "text/spelling.hpp"
-#include "verbs/call.hpp"
-#include "verbs/ignored_warnings.hpp"
+#include "verbs/given_ids.hpp"
 
 #include "qel/i18n/convert.hpp"
-
-#include <boost/json.hpp>
 
 #include <algorithm>
 #include <ostream>
@@ -53,17 +48,6 @@ void write_entries_as_markdown(const Entries& kinds, std::ostream& out) {
     }
 }
 
-void write_entries_as_json(const Entries& kinds, std::ostream& out) {
-    boost::json::array all;
-    for (const Explanation& kind : kinds) {
-        boost::json::object object{{"id", kind.id}, {"about", kind.about}, {"summary", kind.summary}};
-        if (!kind.cause.empty())
-            object.insert({{"cause", kind.cause}, {"example", kind.example}, {"fix", kind.fix}});
-        all.push_back(std::move(object));
-    }
-    out << boost::json::object{{"format", json_format}, {"kinds", std::move(all)}} << '\n';
-}
-
 /// The headings of the page, with what leads to them.
 constexpr struct {
     const char *about, *heading, *where;
@@ -86,7 +70,7 @@ void write_findings(std::ostream& out) {
            "could not tell: the server does not count as ready.\n";
     const std::string_view none = "-";
     std::string_view group = none;
-    for (const readiness::KindOfFinding& kind : readiness::kinds_of_findings()) {
+    for (const preflight::KindOfFinding& kind : preflight::kinds_of_findings()) {
         if (kind.group != group)
             out << (kind.group.empty() ? "\n### In every group"
                                        : "\n### In the group `" + std::string(kind.group) + "`")
@@ -113,38 +97,19 @@ void write_page_of_entries(const Entries& kinds, std::ostream& out) {
     write_findings(out);
 }
 
-/// Throws Misused when there is none.
-const Explanation& kind_called(const std::string& id, std::string_view about = {}) {
-    std::vector<std::string> ids;
-    for (const Explanation& kind : all_kinds()) {
-        if (!about.empty() && kind.about != about) continue;
-        if (kind.id == id) return kind;
-        ids.push_back(kind.id);
-    }
-    const auto similar = most_like(qel::i18n::utf8_to_ustring(id), ids);
-    throw Misused(
-        "there is no " + std::string(about.empty() ? "id" : about) + " '" + id + "'" +
-        (similar.empty() ? "; 'orvane-config explain' lists them" : "; did you mean '" + similar[0] + "'?"));
-}
-
 } // namespace
 
-WarningIds ignored_warnings(const Call& call, const WarningIds& others) {
-    const std::string list = call.value(own("ignore"));
-    WarningIds ignored;
-    for (const std::string_view id : split(list, ','))
-        ignored.emplace(others.contains(id) ? id : kind_called(std::string(id), "warning").id);
-    return ignored;
-}
-
-ExitCode explain(const Call& call) {
+ExitCode verb::explain(const Call& call) {
     const std::string format = call.value(own("format"), "text");
     const bool all = call.words.empty();
     const Entries kinds = all ? all_kinds() : Entries{kind_called(ustring_to_utf8(call.words.front()))};
-    const auto write = format == "json"              ? write_entries_as_json
-                       : format == "markdown" && all ? write_page_of_entries
-                       : format == "markdown"        ? write_entries_as_markdown
-                                                     : write_entries_as_text;
+    if (format == "json") {
+        call.out << explain_json(kinds) << '\n';
+        return ExitCode::done;
+    }
+    const auto write = format == "markdown" && all ? write_page_of_entries
+                       : format == "markdown"      ? write_entries_as_markdown
+                                                   : write_entries_as_text;
     write(kinds, call.out);
     return ExitCode::done;
 }

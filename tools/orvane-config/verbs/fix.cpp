@@ -1,7 +1,7 @@
 // The verb `fix`: the corrected line.
 #include "printing/verdict_text.hpp"
 #include "probing/occurrence_text.hpp"
-#include "verbs/ignored_warnings.hpp"
+#include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
 
 #include <algorithm>
@@ -20,29 +20,29 @@ Tokens texts_of(const std::vector<Token>& tokens) {
 /// The line that was refused, as far as it can be fixed.
 ExitCode fix_refused(const Verdict& verdict, const Call& call) {
     std::ostream& err = call.err;
-    explain_fixes(verdict, err, wanted_ids(call));
+    print_fixes(verdict, err, wanted_ids(call));
     const Diagnosis& diagnosis = verdict.diagnosis;
     call.out << shown(diagnosis.fixed) << '\n';
     const bool has_placeholder = std::any_of(diagnosis.fixed.begin(), diagnosis.fixed.end(),
                                              [](const Token& token) { return !token.sample.empty(); });
     if (has_placeholder) err << "orvane-config: replace each <value> before you use this command line\n";
-    if (!diagnosis.complete || !diagnosis.problems.empty()) return ExitCode::refused;
+    if (!diagnosis.complete || !diagnosis.problems.empty()) return ExitCode::negative;
     if (has_placeholder) return ExitCode::warned;
-    explain(judge(texts_of(diagnosis.fixed), false, ignored_warnings(call)), err);
+    print_verdict(judge(texts_of(diagnosis.fixed), false, ignored_warnings(call)), err);
     return ExitCode::done;
 }
 
 } // namespace
 
-ExitCode fix(const Call& call) {
+ExitCode verb::fix(const Call& call) {
     const Verdict verdict = judge(input_of(call), false, ignored_warnings(call));
     if (verdict.answer.code) return fix_refused(verdict, call);
-    explain(verdict, call.err, wanted_ids(call));
+    print_verdict(verdict, call.err, wanted_ids(call));
     std::vector<Token> tokens;
     for (const Occurrence& occurrence : verdict.line)
         tokens.insert(tokens.end(), occurrence.begin(), occurrence.end());
     call.out << shown(tokens) << '\n';
-    return verdict.accepted() ? ExitCode::done : ExitCode::refused;
+    return verdict.accepted() ? ExitCode::done : ExitCode::negative;
 }
 
 } // namespace orvane

@@ -26,7 +26,7 @@ Lookup asked_for(const Call& call) {
 
 } // namespace
 
-ExitCode flags(const Call& call) {
+ExitCode verb::flags(const Call& call) {
     const std::string wanted = call.value(own("format"), "text");
     const bool all = call.words.empty();
     const Lookup found = all ? Lookup{all_flags(), {}, {}} : asked_for(call);

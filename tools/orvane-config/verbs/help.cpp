@@ -9,7 +9,7 @@
 
 namespace orvane {
 
-ExitCode help(const Call& call) {
+ExitCode verb::help(const Call& call) {
     if (call.words.empty()) {
         call.out << help_text();
         return ExitCode::done;

@@ -66,7 +66,7 @@ Content content_in(const Call& call, const Source& source) {
         return {format, read(format, text)};
     } catch (const NotUnderstood& fault) {
         throw std::runtime_error(
-            Place{source.name, fault.spot}.text() + ": " + fault.what() + " (format " +
+            SourcePlace{source.name, fault.spot}.text() + ": " + fault.what() + " (format " +
             std::string(format.name) +
             (wanted.empty() ? "; " + spelled(own("format-in")) + " chooses another)" : ")"));
     }
@@ -82,7 +82,7 @@ void add(Input& input, const Call& call, const Source& source) {
     if (!tokens.empty() &&
         (content.format.has_program || source.is_process || is_program(input.flags, tokens))) {
         skipped = 1;
-        note(Place{source.name, content.tokens[0].spot}.text() + ": left out " +
+        note(SourcePlace{source.name, content.tokens[0].spot}.text() + ": left out " +
              (call.has(own("redact")) ? "" : "'" + content.tokens[0].text + "', ") +
              "the program before the flags");
     }

@@ -11,7 +11,7 @@ namespace orvane {
 /// What a verb that takes FLAGS works on.
 struct Input {
     Tokens flags{};
-    Places places{};
+    SourcePlaces places{};
     std::optional<Tokens> command{}; ///< after the --, for a verb that takes a COMMAND
 };
 

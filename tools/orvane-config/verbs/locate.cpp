@@ -8,8 +8,6 @@
 
 #include "qel/i18n/convert.hpp"
 
-#include <boost/json.hpp>
-
 #include <iomanip>
 #include <locale>
 #include <ostream>
@@ -31,25 +29,6 @@ void print(const std::vector<FileReport>& files, std::ostream& out) {
     }
 }
 
-/// {"format", "state": worst of all, "files": [{"name", "path", "state", "text", "pid" of main.pid, "expected_port"}]}
-void print_json(const std::vector<FileReport>& files, std::ostream& out) {
-    boost::json::array entries;
-    for (const FileReport& file : files) {
-        boost::json::object entry{
-            {"name", file.name},
-            {"path", qel::i18n::ustring_to_utf8(file.path.text())},
-            {"state", to_text(file.state)},
-            {"text", qel::i18n::ustring_to_utf8(qel::i18n::utf8_to_ustring(file.text))}};
-        if (file.pid != 0) entry["pid"] = file.pid;
-        if (file.expected_port != 0) entry["expected_port"] = file.expected_port;
-        entries.push_back(std::move(entry));
-    }
-    out << boost::json::object{{"format", json_format},
-                               {"state", to_text(worst_of(files))},
-                               {"files", std::move(entries)}}
-        << '\n';
-}
-
 ExitCode code_for(FileState state) {
     switch (state) {
     case FileState::alive:
@@ -57,7 +36,7 @@ ExitCode code_for(FileState state) {
         return ExitCode::done;
     case FileState::not_published:
     case FileState::starting:
-        return ExitCode::not_published;
+        return ExitCode::absent;
     case FileState::stale:
     case FileState::malformed:
         break;
@@ -82,10 +61,10 @@ double seconds_in(const std::string& text) {
 
 } // namespace
 
-ExitCode locate(const Call& call) {
+ExitCode verb::locate(const Call& call) {
     const double seconds = seconds_in(call.value(own("wait"), "0"));
     const auto settings = accepted(input_of(call), call.err);
-    if (!settings) return ExitCode::refused;
+    if (!settings) return ExitCode::negative;
 
     using Clock = std::chrono::steady_clock;
     const auto deadline =
@@ -94,7 +73,7 @@ ExitCode locate(const Call& call) {
     if (files.empty()) {
         call.err << "orvane-config: "
                  << with_flags("nothing to look for: give {pid_root}, or {endpoint_root} and a port") << '\n';
-        return ExitCode::refused;
+        return ExitCode::negative;
     }
     ExitCode code = code_for(worst_of(files));
     while (code != ExitCode::done && Clock::now() < deadline) {
@@ -106,7 +85,10 @@ ExitCode locate(const Call& call) {
         call.err << "orvane-config: timed out after " << seconds << " s waiting for the server\n";
         code = ExitCode::timed_out;
     }
-    call.has(own("json")) ? print_json(files, call.out) : print(files, call.out);
+    if (call.has(own("json")))
+        call.out << locate_json(files) << '\n';
+    else
+        print(files, call.out);
     return code;
 }
 

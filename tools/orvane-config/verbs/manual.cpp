@@ -25,7 +25,7 @@ std::string with_numbers(std::string_view date) {
 
 } // namespace
 
-ExitCode manual(const Call& call) {
+ExitCode verb::manual(const Call& call) {
     const std::string wanted = qel::i18n::ustring_to_utf8(call.words.front());
     const auto& page = *std::find_if(std::begin(manuals::pages), std::end(manuals::pages),
                                      [&](const manuals::Page& one) { return one.word == wanted; });

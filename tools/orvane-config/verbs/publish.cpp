@@ -182,12 +182,12 @@ int publish(const ServerSettings& settings, const Tokens& command, const std::op
 
 } // namespace
 
-ExitCode publish(const Call& call) {
+ExitCode verb::publish(const Call& call) {
     std::optional<Listener> awaited;
     if (call.has(own("ready"))) awaited = listener_in(call.value(own("ready")));
     const Input input = input_of(call);
     const auto settings = accepted(input, call.err);
-    if (!settings) return ExitCode::refused;
+    if (!settings) return ExitCode::negative;
     std::string why = obstacle(*settings);
     if (why.empty()) {
         DirectoryLock lock(*settings->pid_root());
@@ -205,7 +205,7 @@ ExitCode publish(const Call& call) {
         }
     }
     call.err << "orvane-config: " << why << '\n';
-    return ExitCode::refused;
+    return ExitCode::negative;
 }
 
 } // namespace orvane

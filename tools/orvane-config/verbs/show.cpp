@@ -3,7 +3,7 @@
 #include "printing/settings_text.hpp"
 #include "printing/verdict_text.hpp"
 #include "text/spelling.hpp"
-#include "verbs/ignored_warnings.hpp"
+#include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -34,17 +34,17 @@ Setting wanted_setting(const std::string& name, const qel::config::ServerSetting
 ExitCode print_setting(const Setting& setting, std::ostream& out) {
     for (const auto& [name, value] : setting.lines)
         out << value << '\n';
-    return setting.lines.empty() ? ExitCode::not_published : ExitCode::done;
+    return setting.lines.empty() ? ExitCode::absent : ExitCode::done;
 }
 
 } // namespace
 
-ExitCode show(const Call& call) {
+ExitCode verb::show(const Call& call) {
     const Verdict verdict = judge(input_of(call), true, ignored_warnings(call));
     const bool json = call.has(own("json")), one = call.has(own("get"));
     if (json && one) throw Misused("--get and --json exclude each other");
-    if (!verdict.accepted() || (!json && !one)) explain(verdict, call.err, wanted_ids(call));
-    if (!verdict.accepted()) return ExitCode::refused;
+    if (!verdict.accepted() || (!json && !one)) print_verdict(verdict, call.err, wanted_ids(call));
+    if (!verdict.accepted()) return ExitCode::negative;
     if (one) return print_setting(wanted_setting(call.value(own("get")), verdict.answer.settings), call.out);
     if (json) {
         call.out << show_json(verdict) << '\n';

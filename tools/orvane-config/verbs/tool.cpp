@@ -76,12 +76,12 @@ bool write(const std::string& text, Stream stream, std::ostream& to) {
 
 } // namespace
 
-ExitCode usage(const Call& call) {
+ExitCode verb::usage(const Call& call) {
     qel::config::usage(call.words.empty() ? u"orvane" : call.words.front(), call.out);
     return ExitCode::done;
 }
 
-ExitCode version(const Call& call) {
+ExitCode verb::version(const Call& call) {
     call.out << "orvane-config " << zep_config_version << " (" << zep_config_build_date << ")\n";
     return ExitCode::done;
 }

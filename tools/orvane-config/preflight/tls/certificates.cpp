@@ -1,5 +1,5 @@
 // The server's certificates: what today's clients make of each.
-#include "preflight/tls/contents.hpp"
+#include "preflight/tls/tls_checks.hpp"
 
 #include "reference/flag_texts.hpp"
 
@@ -11,7 +11,7 @@
 #include <openssl/err.h>
 #include <openssl/x509v3.h>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 constexpr std::time_t soon = std::time_t{30} * 24 * 60 * 60;
@@ -43,18 +43,18 @@ bool is_address(const std::string& host) {
 }
 
 /// Clients may use other names than the one that the server listens on, but seldom where it is a name.
-void look_at_host(const TlsLook& look, X509* certificate) {
-    const auto& host = look.https.http().host();
+void look_at_host(const TlsCheck& check, X509* certificate) {
+    const auto& host = check.https.http().host();
     const std::string name = host ? qel::i18n::ustring_to_utf8(*host) : "";
     if (name.empty() || name.front() == '[' || is_address(name)) return;
     if (X509_check_host(certificate, name.data(), name.size(), X509_CHECK_FLAG_NEVER_CHECK_SUBJECT,
                         nullptr) == 1)
         return;
     const std::string names = host_names_in(certificate);
-    look.findings.add(Kind::certificate_host, flag::https,
-                      names.empty() ? "the certificate has no host names (subjectAltName)"
-                                    : "the certificate is not for this host, but for " + names,
-                      "Request a certificate for the name that clients use.");
+    check.findings.add(Kind::certificate_host, flag::https,
+                       names.empty() ? "the certificate has no host names (subjectAltName)"
+                                     : "the certificate is not for this host, but for " + names,
+                       "Request a certificate for the name that clients use.");
 }
 
 /// Empty: every client of today takes it.
@@ -70,61 +70,62 @@ std::string odd_key(EVP_PKEY* key) {
     return "a key on the curve " + std::string(curve.empty() ? "(unnamed)" : curve);
 }
 
-void look_at_strength(const TlsLook& look, X509* certificate, const std::string& which) {
+void look_at_strength(const TlsCheck& check, X509* certificate, const std::string& which) {
     EVP_PKEY* const key = X509_get0_pubkey(certificate);
     const std::string odd = key == nullptr ? "a key of an unknown type" : odd_key(key);
     if (!odd.empty())
-        look.findings.add(Kind::weak_key, flag::https_cert_chain_file, which + " has " + odd,
-                          "Use an RSA key of 2048 bits or more, or a key on prime256v1.");
+        check.findings.add(Kind::weak_key, flag::https_cert_chain_file, which + " has " + odd,
+                           "Use an RSA key of 2048 bits or more, or a key on prime256v1.");
     int digest = NID_undef;
     X509_get_signature_info(certificate, &digest, nullptr, nullptr, nullptr);
     // Nobody checks what a root says about itself.
     if ((X509_get_extension_flags(certificate) & EXFLAG_SS) != 0) return;
     if (digest == NID_sha1 || digest == NID_md5 || digest == NID_md5_sha1)
-        look.findings.add(Kind::weak_signature, flag::https_cert_chain_file,
-                          which + " is signed with " + OBJ_nid2ln(digest),
-                          "Have it issued with a SHA-256 signature.");
+        check.findings.add(Kind::weak_signature, flag::https_cert_chain_file,
+                           which + " is signed with " + OBJ_nid2ln(digest),
+                           "Have it issued with a SHA-256 signature.");
 }
 
-void look_at_use(const TlsLook& look, const Certificates& chain) {
+void look_at_use(const TlsCheck& check, const Certificates& chain) {
     if (X509_check_purpose(chain.front().get(), X509_PURPOSE_SSL_SERVER, 0) != 1)
-        look.findings.add(Kind::certificate_use, flag::https_cert_chain_file,
-                          "the first certificate is not for use by a TLS server",
-                          "Request one with the extended key usage serverAuth.");
+        check.findings.add(Kind::certificate_use, flag::https_cert_chain_file,
+                           "the first certificate is not for use by a TLS server",
+                           "Request one with the extended key usage serverAuth.");
     for (std::size_t i = 1; i < chain.size(); ++i)
         if (X509_check_ca(chain[i].get()) == 0)
-            look.findings.add(Kind::certificate_use, flag::https_cert_chain_file,
-                              "certificate " + std::to_string(i + 1) + " is not for issuing certificates",
-                              "After the server's certificate, put only those of its issuers.");
+            check.findings.add(Kind::certificate_use, flag::https_cert_chain_file,
+                               "certificate " + std::to_string(i + 1) + " is not for issuing certificates",
+                               "After the server's certificate, put only those of its issuers.");
 }
 
 } // namespace
 
-void look_at_times(const TlsLook& look, std::u16string_view flag, const X509* certificate,
+void look_at_times(const TlsCheck& check, std::u16string_view flag, const X509* certificate,
                    const std::string& what) {
     const ASN1_TIME *const begin = X509_get0_notBefore(certificate), *const end =
                                                                          X509_get0_notAfter(certificate);
     std::time_t now = std::time(nullptr), later = now + soon;
     if (X509_cmp_time(begin, &now) > 0)
-        look.findings.add(Kind::certificate_not_yet_valid, flag,
-                          what + " is not valid before " + text_of(begin),
-                          "Check the clock of this machine: date -u");
+        check.findings.add(Kind::certificate_not_yet_valid, flag,
+                           what + " is not valid before " + text_of(begin),
+                           "Check the clock of this machine: date -u");
     if (X509_cmp_time(end, &now) < 0)
-        look.findings.add(Kind::certificate_expired, flag, what + " expired at " + text_of(end), "Renew it.");
+        check.findings.add(Kind::certificate_expired, flag, what + " expired at " + text_of(end),
+                           "Renew it.");
     else if (X509_cmp_time(end, &later) < 0)
-        look.findings.add(Kind::certificate_expires_soon, flag, what + " expires at " + text_of(end),
-                          "Renew it.");
+        check.findings.add(Kind::certificate_expires_soon, flag, what + " expires at " + text_of(end),
+                           "Renew it.");
 }
 
-void look_at_certificates(const TlsLook& look, const Certificates& chain) {
-    look_at_host(look, chain.front().get());
-    look_at_use(look, chain);
+void look_at_certificates(const TlsCheck& check, const Certificates& chain) {
+    look_at_host(check, chain.front().get());
+    look_at_use(check, chain);
     for (std::size_t i = 0; i < chain.size(); ++i) {
         const std::string which = "certificate " + std::to_string(i + 1);
-        look_at_times(look, flag::https_cert_chain_file, chain[i].get(), which);
-        look_at_strength(look, chain[i].get(), which);
+        look_at_times(check, flag::https_cert_chain_file, chain[i].get(), which);
+        look_at_strength(check, chain[i].get(), which);
     }
     ERR_clear_error();
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

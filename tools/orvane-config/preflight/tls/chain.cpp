@@ -1,6 +1,6 @@
 // The server's certificates: whether the key is theirs, and who issued them.
-#include "preflight/tls/contents.hpp"
 #include "preflight/tls/pem.hpp"
+#include "preflight/tls/tls_checks.hpp"
 
 #include "reference/flag_texts.hpp"
 
@@ -9,7 +9,7 @@
 #include <openssl/err.h>
 #include <openssl/x509v3.h>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 bool is_self_signed(X509* certificate) {
@@ -62,17 +62,19 @@ std::string listed(const Numbers& numbers) {
     return text;
 }
 
-void look_at_order(const TlsLook& look, const Numbers& path, std::size_t count) {
+void look_at_order(const TlsCheck& check, const Numbers& path, std::size_t count) {
     if (!std::is_sorted(path.begin(), path.end()))
-        look.findings.add(Kind::chain_order, flag::https_cert_chain_file, "the certificates are out of order",
-                          "Put them in this order: " + listed(path) + ".");
+        check.findings.add(Kind::chain_order, flag::https_cert_chain_file,
+                           "the certificates are out of order",
+                           "Put them in this order: " + listed(path) + ".");
     Numbers others;
     for (std::size_t one = 0; one < count; ++one)
         if (std::find(path.begin(), path.end(), one) == path.end()) others.push_back(one);
     if (!others.empty())
-        look.findings.add(Kind::chain_order, flag::https_cert_chain_file,
-                          "the issuers of the first certificate do not include certificate " + listed(others),
-                          "Remove what does not belong here, or insert the missing issuer.");
+        check.findings.add(Kind::chain_order, flag::https_cert_chain_file,
+                           "the issuers of the first certificate do not include certificate " +
+                               listed(others),
+                           "Remove what does not belong here, or insert the missing issuer.");
 }
 
 /// Where the issuer says that its certificate can be got; empty: it does not say.
@@ -92,39 +94,39 @@ std::string address_of_issuer(X509* certificate) {
 
 } // namespace
 
-Certificates read_chain(const TlsLook& look) {
-    if (!look.files.chain) return {};
-    const PemFile pem = read_pem(*look.files.chain);
-    if (!has_what_is_wanted(pem, Content::certificate, *look.files.chain, flag::https_cert_chain_file,
-                            *look.settings().cert_chain_file(), look.findings))
+Certificates read_chain(const TlsCheck& check) {
+    if (!check.files.chain) return {};
+    const PemFile pem = read_pem(*check.files.chain);
+    if (!has_what_is_wanted(pem, Content::certificate, *check.files.chain, flag::https_cert_chain_file,
+                            *check.settings().cert_chain_file(), check.findings))
         return {};
-    return certificates_in(pem, flag::https_cert_chain_file, look.findings);
+    return certificates_in(pem, flag::https_cert_chain_file, check.findings);
 }
 
-bool key_matches(const TlsLook& look, EVP_PKEY* key, const Certificates& chain) {
+bool key_matches(const TlsCheck& check, EVP_PKEY* key, const Certificates& chain) {
     const auto owner = std::find_if(chain.begin(), chain.end(),
                                     [key](const Certificate& one) { return has_key(one.get(), key); });
     ERR_clear_error();
     if (owner == chain.begin()) return true;
     if (owner == chain.end())
-        look.findings.add(
+        check.findings.add(
             Kind::key_mismatch, flag::https_private_key_file, "the key belongs to none of the certificates",
             "Find the key that the certificate was requested with, or request a certificate for this key.");
     else
-        look.findings.add(Kind::key_mismatch, flag::https_cert_chain_file,
-                          "the key belongs to certificate " + std::to_string(owner - chain.begin() + 1) +
-                              " of the file, but the server uses the first",
-                          "Put the server's certificate first, and its issuers after it.");
+        check.findings.add(Kind::key_mismatch, flag::https_cert_chain_file,
+                           "the key belongs to certificate " + std::to_string(owner - chain.begin() + 1) +
+                               " of the file, but the server uses the first",
+                           "Put the server's certificate first, and its issuers after it.");
     return false;
 }
 
-void look_at_issuers(const TlsLook& look, const Certificates& chain, X509_STORE* store) {
+void look_at_issuers(const TlsCheck& check, const Certificates& chain, X509_STORE* store) {
     const Numbers path = issuers_in(chain);
-    look_at_order(look, path, chain.size());
+    look_at_order(check, path, chain.size());
     X509* const last = chain[path.back()].get();
     if (is_self_signed(last)) {
         if (path.size() == 1)
-            look.findings.add(
+            check.findings.add(
                 Kind::certificate_self_signed, flag::https_cert_chain_file,
                 "the server's certificate is its own issuer",
                 "For clients that are not configured to trust it, get one from a certificate authority.");
@@ -132,12 +134,12 @@ void look_at_issuers(const TlsLook& look, const Certificates& chain, X509_STORE*
     }
     if (knows_issuer(store, last)) return;
     const std::string address = address_of_issuer(last);
-    look.findings.add(Kind::chain_incomplete, flag::https_cert_chain_file,
-                      "the issuer of certificate " + std::to_string(path.back() + 1) + ", " +
-                          text_of(X509_get_issuer_name(last)) +
-                          ", is neither in the file nor trusted by this system",
-                      "Append the issuer's certificate to the file." +
-                          (address.empty() ? "" : " The issuer offers it at " + address + "."));
+    check.findings.add(Kind::chain_incomplete, flag::https_cert_chain_file,
+                       "the issuer of certificate " + std::to_string(path.back() + 1) + ", " +
+                           text_of(X509_get_issuer_name(last)) +
+                           ", is neither in the file nor trusted by this system",
+                       "Append the issuer's certificate to the file." +
+                           (address.empty() ? "" : " The issuer offers it at " + address + "."));
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <system_error>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 using qel::config::Path;
@@ -104,4 +104,4 @@ TlsFiles read_tls_files(const SslContext& settings, Findings& findings) {
     return files;
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 /// What is in them; nothing where a flag was not given, or its file could not be read.
 struct TlsFiles {
@@ -16,4 +16,4 @@ struct TlsFiles {
 /// Reads them. What is wrong with a file as such is a finding, whatever should be in it.
 TlsFiles read_tls_files(const qel::config::SslContext& settings, Findings& findings);
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -3,7 +3,7 @@
 
 #include <openssl/err.h>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 /// One step; whether the connection can still come about.
@@ -38,4 +38,4 @@ Handshake try_handshake(SSL_CTX* server_settings) {
     return {false, "the handshake does not finish"};
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

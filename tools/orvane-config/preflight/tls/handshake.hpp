@@ -3,7 +3,7 @@
 
 #include "preflight/tls/openssl.hpp"
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 struct Handshake {
     bool done = false;
@@ -13,4 +13,4 @@ struct Handshake {
 /// Connects a client with usual settings to a server with these. Nothing leaves the process.
 Handshake try_handshake(SSL_CTX* server);
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

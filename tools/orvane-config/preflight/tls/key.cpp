@@ -1,5 +1,5 @@
 // The server's private key.
-#include "preflight/tls/contents.hpp"
+#include "preflight/tls/tls_checks.hpp"
 
 #include "preflight/time_limit.hpp"
 #include "preflight/tls/pem.hpp"
@@ -13,7 +13,7 @@
 #include <openssl/err.h>
 #include <openssl/pem.h>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 /// The file says how often its pass phrase is hashed, and may say anything.
@@ -77,27 +77,27 @@ Opened open_any(const std::string& text, const std::optional<std::string>& phras
     return opened;
 }
 
-void report_closed(const TlsLook& look, const Opened& opened) {
+void report_closed(const TlsCheck& check, const Opened& opened) {
     constexpr auto flag = flag::https_private_key_file;
     const std::string passphrase = qel::i18n::ustring_to_utf8(flag::https_key_passphrase_file);
     if (!opened.encrypted) {
-        look.findings.add(Kind::tls_file_content, flag, "the key is damaged: " + opened.reason,
-                          "Copy the file again from its source.");
+        check.findings.add(Kind::tls_file_content, flag, "the key is damaged: " + opened.reason,
+                           "Copy the file again from its source.");
     } else if (opened.unsupported) {
-        const std::string file = shown(look.settings().private_key_file()->text());
-        look.findings.add(Kind::tls_file_content, flag,
-                          "the key is encrypted in a way that OpenSSL no longer supports",
-                          "Encrypt it again: openssl pkey -provider legacy -provider default -aes256 -in " +
-                              file + " -out " + file + ".pem");
-    } else if (!look.settings().key_passphrase_file()) {
-        look.findings.add(Kind::key_needs_passphrase, flag,
-                          "the key is encrypted, and no pass phrase is given",
-                          "Write the pass phrase to a file, and name that file with " + passphrase + ".");
-    } else if (!look.files.passphrase) {
-        look.findings.add(Kind::cannot_tell, flag,
-                          "the key is encrypted, and its pass phrase could not be read");
+        const std::string file = shown(check.settings().private_key_file()->text());
+        check.findings.add(Kind::tls_file_content, flag,
+                           "the key is encrypted in a way that OpenSSL no longer supports",
+                           "Encrypt it again: openssl pkey -provider legacy -provider default -aes256 -in " +
+                               file + " -out " + file + ".pem");
+    } else if (!check.settings().key_passphrase_file()) {
+        check.findings.add(Kind::key_needs_passphrase, flag,
+                           "the key is encrypted, and no pass phrase is given",
+                           "Write the pass phrase to a file, and name that file with " + passphrase + ".");
+    } else if (!check.files.passphrase) {
+        check.findings.add(Kind::cannot_tell, flag,
+                           "the key is encrypted, and its pass phrase could not be read");
     } else {
-        look.findings.add(
+        check.findings.add(
             Kind::passphrase_wrong, flag::https_key_passphrase_file,
             "the pass phrase in this file does not open the key",
             "The first line of the file has to be the pass phrase, without quotes or spaces around it.");
@@ -106,27 +106,27 @@ void report_closed(const TlsLook& look, const Opened& opened) {
 
 } // namespace
 
-Key open_key(const TlsLook& look) {
+Key open_key(const TlsCheck& check) {
     constexpr auto flag = flag::https_private_key_file;
-    if (!look.files.key) return nullptr;
-    const std::string& text = *look.files.key;
+    if (!check.files.key) return nullptr;
+    const std::string& text = *check.files.key;
     const PemFile pem = read_pem(text);
-    if (!has_what_is_wanted(pem, Content::private_key, text, flag, *look.settings().private_key_file(),
-                            look.findings))
+    if (!has_what_is_wanted(pem, Content::private_key, text, flag, *check.settings().private_key_file(),
+                            check.findings))
         return nullptr;
     auto opened =
-        within(opening_limit, [text, phrase = look.files.passphrase] { return open_any(text, phrase); });
+        within(opening_limit, [text, phrase = check.files.passphrase] { return open_any(text, phrase); });
     if (!opened) {
-        look.findings.add(Kind::time_limit, flag, "the key could not be decrypted within 3 s",
-                          "Encrypt it with fewer rounds.");
+        check.findings.add(Kind::time_limit, flag, "the key could not be decrypted within 3 s",
+                           "Encrypt it with fewer rounds.");
         return nullptr;
     }
-    if (!opened->key) report_closed(look, *opened);
-    if (opened->key && !opened->encrypted && look.files.passphrase)
-        look.findings.add(Kind::passphrase_unused, flag::https_key_passphrase_file,
-                          "the key is not encrypted, so the pass phrase is not used",
-                          "Leave the flag out, or encrypt the key.");
+    if (!opened->key) report_closed(check, *opened);
+    if (opened->key && !opened->encrypted && check.files.passphrase)
+        check.findings.add(Kind::passphrase_unused, flag::https_key_passphrase_file,
+                           "the key is not encrypted, so the pass phrase is not used",
+                           "Leave the flag out, or encrypt the key.");
     return std::move(opened->key);
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -8,7 +8,7 @@
 #include <openssl/err.h>
 #include <openssl/pkcs12.h>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 bool is_blank(const std::string& text) {
@@ -119,4 +119,4 @@ Mistake mistake_in(const PemFile& pem, Content wanted, const std::string& text,
     return {"the file is not PEM: no line begins with -----BEGIN", "Check that this is the right file."};
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

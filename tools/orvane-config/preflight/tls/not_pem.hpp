@@ -3,7 +3,7 @@
 
 #include "preflight/tls/pem.hpp"
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 struct Mistake {
     std::string what, advice;
@@ -13,4 +13,4 @@ struct Mistake {
 Mistake mistake_in(const PemFile& pem, Content wanted, const std::string& text,
                    const qel::config::Path& path);
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -1,7 +1,7 @@
 // What the listener offers its clients, and whether a client takes it.
-#include "preflight/tls/contents.hpp"
 #include "preflight/tls/handshake.hpp"
 #include "preflight/tls/pem.hpp"
+#include "preflight/tls/tls_checks.hpp"
 
 #include "reference/flag_texts.hpp"
 #include "text/quoting.hpp"
@@ -16,7 +16,7 @@
 #include <openssl/err.h>
 #include <openssl/pem.h>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 std::string quoted(const std::string& name) {
@@ -34,30 +34,30 @@ std::vector<std::string> items_of(const std::string& list, const char* separator
     return names;
 }
 
-void ignored(const TlsLook& look, std::u16string_view flag, const std::string& what) {
-    look.findings.add(Kind::tls_name_unknown, flag, what, "Correct the name, or leave it out.");
+void ignored(const TlsCheck& check, std::u16string_view flag, const std::string& what) {
+    check.findings.add(Kind::tls_name_unknown, flag, what, "Correct the name, or leave it out.");
 }
 
-void look_at_cipher(const TlsLook& look, SSL_CTX* scratch, const std::string& name) {
+void look_at_cipher(const TlsCheck& check, SSL_CTX* scratch, const std::string& name) {
     constexpr auto flag = flag::https_cipher_list;
     if (name.starts_with('@') || SSL_CTX_set_cipher_list(scratch, name.c_str()) == 1) return;
     if (SSL_CTX_set_ciphersuites(scratch, name.c_str()) == 1)
-        ignored(look, flag, quoted(name) + " is a TLS 1.3 cipher, which this list does not control");
+        ignored(check, flag, quoted(name) + " is a TLS 1.3 cipher, which this list does not control");
     else
-        ignored(look, flag, "no cipher is called " + quoted(name));
+        ignored(check, flag, "no cipher is called " + quoted(name));
 }
 
-bool offer_ciphers(const TlsLook& look, SSL_CTX* tls) {
-    const auto& list = look.settings().cipher_list();
+bool offer_ciphers(const TlsCheck& check, SSL_CTX* tls) {
+    const auto& list = check.settings().cipher_list();
     if (!list) return true;
     const TlsSettings scratch(SSL_CTX_new(TLS_method()));
     for (const std::string& name : items_of(*list, ":, ;"))
-        look_at_cipher(look, scratch.get(),
+        look_at_cipher(check, scratch.get(),
                        name.substr(std::min(name.find_first_not_of("!+-"), name.size())));
     const bool offered = SSL_CTX_set_cipher_list(tls, list->c_str()) == 1;
     if (!offered)
-        look.findings.add(Kind::tls_nothing_offered, flag::https_cipher_list, "the list names no cipher",
-                          "See the ciphers of this system: openssl ciphers -v ALL");
+        check.findings.add(Kind::tls_nothing_offered, flag::https_cipher_list, "the list names no cipher",
+                           "See the ciphers of this system: openssl ciphers -v ALL");
     ERR_clear_error();
     return offered;
 }
@@ -89,15 +89,15 @@ const Protocol* protocol_of(std::string name) {
     return found == std::end(protocols) ? nullptr : found;
 }
 
-bool offer_protocols(const TlsLook& look, SSL_CTX* tls) {
-    const auto& list = look.settings().protocol_list();
+bool offer_protocols(const TlsCheck& check, SSL_CTX* tls) {
+    const auto& list = check.settings().protocol_list();
     if (!list) return true;
     std::uint64_t offered = 0;
     for (const std::string& name : items_of(*list, ":, ;|")) {
         const Protocol* const protocol =
             protocol_of(name.substr(std::min(name.find_first_not_of("!+-"), name.size())));
         if (protocol == nullptr)
-            ignored(look, flag::https_protocol_list, "no protocol is called " + quoted(name));
+            ignored(check, flag::https_protocol_list, "no protocol is called " + quoted(name));
         else if (name.front() == '!' || name.front() == '-')
             offered &= ~protocol->off;
         else
@@ -106,43 +106,43 @@ bool offer_protocols(const TlsLook& look, SSL_CTX* tls) {
     SSL_CTX_clear_options(tls, SSL_OP_NO_SSL_MASK);
     SSL_CTX_set_options(tls, SSL_OP_NO_SSL_MASK & ~offered);
     if (offered != 0) return true;
-    look.findings.add(Kind::tls_nothing_offered, flag::https_protocol_list,
-                      "the list names no protocol that is still in use", "Name TLSv1.2, TLSv1.3 or both.");
+    check.findings.add(Kind::tls_nothing_offered, flag::https_protocol_list,
+                       "the list names no protocol that is still in use", "Name TLSv1.2, TLSv1.3 or both.");
     return false;
 }
 
-bool offer_curve(const TlsLook& look, SSL_CTX* tls) {
-    const auto& curve = look.settings().tmp_ec_param();
+bool offer_curve(const TlsCheck& check, SSL_CTX* tls) {
+    const auto& curve = check.settings().tmp_ec_param();
     if (!curve || SSL_CTX_set1_groups_list(tls, curve->c_str()) == 1) return true;
     ERR_clear_error();
     const bool known = OBJ_sn2nid(curve->c_str()) != NID_undef;
-    look.findings.add(
+    check.findings.add(
         Kind::tls_nothing_offered, flag::https_tmp_ec_param,
         known ? "TLS does not use this curve" : "no curve has this name",
         "Name prime256v1, secp384r1 or X25519. See the curves of this system: openssl ecparam -list_curves");
     return false;
 }
 
-bool offer_dh_parameters(const TlsLook& look, SSL_CTX* tls) {
+bool offer_dh_parameters(const TlsCheck& check, SSL_CTX* tls) {
     constexpr auto flag = flag::https_tmp_dh_param_file;
-    if (!look.files.dh_parameters) return !look.settings().tmp_dh_param_file();
-    const std::string& text = *look.files.dh_parameters;
-    const auto& path = *look.settings().tmp_dh_param_file();
-    if (!has_what_is_wanted(read_pem(text), Content::dh_parameters, text, flag, path, look.findings))
+    if (!check.files.dh_parameters) return !check.settings().tmp_dh_param_file();
+    const std::string& text = *check.files.dh_parameters;
+    const auto& path = *check.settings().tmp_dh_param_file();
+    if (!has_what_is_wanted(read_pem(text), Content::dh_parameters, text, flag, path, check.findings))
         return false;
     Key parameters(PEM_read_bio_Parameters(reader_of(text).get(), nullptr));
     const std::string make_new =
         "Generate new ones: openssl genpkey -genparam -algorithm DH -pkeyopt group:ffdhe3072 -out " +
         shown(path.text());
     if (!parameters) {
-        look.findings.add(Kind::tls_file_content, flag, "the parameters are damaged: " + openssl_reason(),
-                          make_new);
+        check.findings.add(Kind::tls_file_content, flag, "the parameters are damaged: " + openssl_reason(),
+                           make_new);
         return false;
     }
     const int bits = EVP_PKEY_get_bits(parameters.get());
     if (bits < 2048)
-        look.findings.add(Kind::weak_key, flag, "the parameters have only " + std::to_string(bits) + " bits",
-                          make_new);
+        check.findings.add(Kind::weak_key, flag, "the parameters have only " + std::to_string(bits) + " bits",
+                           make_new);
     if (SSL_CTX_set0_tmp_dh_pkey(tls, parameters.get()) == 1) (void)parameters.release();
     ERR_clear_error();
     return true;
@@ -150,12 +150,12 @@ bool offer_dh_parameters(const TlsLook& look, SSL_CTX* tls) {
 
 } // namespace
 
-void look_at_offer(const TlsLook& look, EVP_PKEY* key, const Certificates& chain) {
+void look_at_offer(const TlsCheck& check, EVP_PKEY* key, const Certificates& chain) {
     const TlsSettings tls(SSL_CTX_new(TLS_server_method()));
     // What is too weak is a finding already, and may be allowed where the server runs.
     SSL_CTX_set_security_level(tls.get(), 0);
-    const std::array offered{offer_ciphers(look, tls.get()), offer_protocols(look, tls.get()),
-                             offer_curve(look, tls.get()), offer_dh_parameters(look, tls.get())};
+    const std::array offered{offer_ciphers(check, tls.get()), offer_protocols(check, tls.get()),
+                             offer_curve(check, tls.get()), offer_dh_parameters(check, tls.get())};
     if (key == nullptr || std::count(offered.begin(), offered.end(), false) != 0) return;
     SSL_CTX_use_certificate(tls.get(), chain.front().get());
     SSL_CTX_use_PrivateKey(tls.get(), key);
@@ -163,12 +163,12 @@ void look_at_offer(const TlsLook& look, EVP_PKEY* key, const Certificates& chain
         SSL_CTX_add1_chain_cert(tls.get(), chain[i].get());
     const Handshake handshake = try_handshake(tls.get());
     if (!handshake.done)
-        look.findings.add(Kind::handshake_failed, flag::https,
-                          "a current TLS client cannot connect: " + handshake.text,
-                          "Check that key, ciphers, protocols and curve work together.");
+        check.findings.add(Kind::handshake_failed, flag::https,
+                           "a current TLS client cannot connect: " + handshake.text,
+                           "Check that key, ciphers, protocols and curve work together.");
     else
-        look.findings.add(Kind::handshake_done, flag::https,
-                          "a current TLS client connects with " + handshake.text, {});
+        check.findings.add(Kind::handshake_done, flag::https,
+                           "a current TLS client connects with " + handshake.text, {});
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -6,7 +6,7 @@
 
 #include <openssl/err.h>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 std::string openssl_reason() {
     const char* const reason = ERR_reason_error_string(ERR_peek_error());
@@ -32,4 +32,4 @@ std::string text_of(const ASN1_TIME* time) {
     return {text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M UTC", &parts)};
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -11,7 +11,7 @@
 #include <openssl/ssl.h>
 #include <openssl/x509.h>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 template <auto release>
 struct Releases {
@@ -47,4 +47,4 @@ std::string text_of(const X509_NAME* name);
 /// "2026-11-22 08:00 UTC"
 std::string text_of(const ASN1_TIME* time);
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

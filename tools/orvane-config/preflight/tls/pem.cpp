@@ -8,7 +8,7 @@
 #include <openssl/err.h>
 #include <openssl/pem.h>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 struct Label {
@@ -102,4 +102,4 @@ Certificates certificates_in(const PemFile& pem, std::u16string_view flag, Findi
     return certificates;
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

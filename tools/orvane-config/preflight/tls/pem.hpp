@@ -1,10 +1,10 @@
 // PEM files, and what people have instead of them.
 #pragma once
 
-#include "preflight/tls/look.hpp"
 #include "preflight/tls/openssl.hpp"
+#include "preflight/tls/tls_check.hpp"
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 enum class Content {
     certificate,
@@ -39,4 +39,4 @@ bool has_what_is_wanted(const PemFile& pem, Content wanted, const std::string& t
 /// The certificates of a file, up to the first that is damaged, which is a finding.
 Certificates certificates_in(const PemFile& pem, std::u16string_view flag, Findings& findings);
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

@@ -1,6 +1,6 @@
 // What clients are verified against: certificates of authorities, the system's store, revocation lists.
-#include "preflight/tls/contents.hpp"
 #include "preflight/tls/pem.hpp"
+#include "preflight/tls/tls_checks.hpp"
 
 #include "reference/flag_texts.hpp"
 #include "system/bounded_file.hpp"
@@ -14,7 +14,7 @@
 
 #include <openssl/err.h>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 namespace {
 
 using qel::config::Path;
@@ -24,19 +24,19 @@ bool is_valid_now(const Certificate& certificate) {
            X509_cmp_current_time(X509_get0_notAfter(certificate.get())) > 0;
 }
 
-void look_at_ca_times(const TlsLook& look, const Certificates& ca) {
+void look_at_ca_times(const TlsCheck& check, const Certificates& ca) {
     const auto flag = flag::https_ca_file;
     const auto valid = std::count_if(ca.begin(), ca.end(), is_valid_now);
     const auto count = static_cast<std::ptrdiff_t>(ca.size());
     if (valid == count) return;
     if (valid == 0)
-        look.findings.add(Kind::certificate_expired, flag, "no certificate in the file is valid now",
-                          "Replace them with the authorities' new certificates.");
+        check.findings.add(Kind::certificate_expired, flag, "no certificate in the file is valid now",
+                           "Replace them with the authorities' new certificates.");
     else
-        look.findings.add(Kind::ca_expired, flag,
-                          std::to_string(count - valid) + " of the " + std::to_string(count) +
-                              " certificates in the file are not valid now",
-                          "Replace them with the authorities' new certificates.");
+        check.findings.add(Kind::ca_expired, flag,
+                           std::to_string(count - valid) + " of the " + std::to_string(count) +
+                               " certificates in the file are not valid now",
+                           "Replace them with the authorities' new certificates.");
 }
 
 const char* from_environment(const char* variable, const char* otherwise) {
@@ -95,62 +95,63 @@ bool has_current_list(X509* issuer, const std::vector<RevocationList>& lists) {
     });
 }
 
-void look_at_lists_in(const TlsLook& look, const std::string& file, const Certificates& ca) {
+void look_at_lists_in(const TlsCheck& check, const std::string& file, const Certificates& ca) {
     const auto lists = revocation_lists_in(read_pem(file));
     const auto lacks = [&](const Certificate& one) { return !has_current_list(one.get(), lists); };
     const auto first = std::find_if(ca.begin(), ca.end(), lacks);
     if (first == ca.end()) return;
     const auto more = std::count_if(first, ca.end(), lacks) - 1;
-    look.findings.add(Kind::revocation_list, flag::https_use_crl,
-                      "the file of the authorities has no current revocation list of " +
-                          text_of(X509_get_subject_name(first->get())) +
-                          (more == 0 ? "" : " and of " + std::to_string(more) + " more"),
-                      "Clients with certificates of such an issuer may be refused. Append the issuer's list "
-                      "to the file, in PEM format.");
+    check.findings.add(Kind::revocation_list, flag::https_use_crl,
+                       "the file of the authorities has no current revocation list of " +
+                           text_of(X509_get_subject_name(first->get())) +
+                           (more == 0 ? "" : " and of " + std::to_string(more) + " more"),
+                       "Clients with certificates of such an issuer may be refused. Append the issuer's list "
+                       "to the file, in PEM format.");
 }
 
 } // namespace
 
-Certificates read_ca(const TlsLook& look) {
-    if (!look.files.ca) return {};
-    const PemFile pem = read_pem(*look.files.ca);
-    if (!has_what_is_wanted(pem, Content::certificate, *look.files.ca, flag::https_ca_file,
-                            *look.settings().ca_file(), look.findings))
+Certificates read_ca(const TlsCheck& check) {
+    if (!check.files.ca) return {};
+    const PemFile pem = read_pem(*check.files.ca);
+    if (!has_what_is_wanted(pem, Content::certificate, *check.files.ca, flag::https_ca_file,
+                            *check.settings().ca_file(), check.findings))
         return {};
-    Certificates ca = certificates_in(pem, flag::https_ca_file, look.findings);
-    look_at_ca_times(look, ca);
+    Certificates ca = certificates_in(pem, flag::https_ca_file, check.findings);
+    look_at_ca_times(check, ca);
     return ca;
 }
 
-void look_at_revocation_lists(const TlsLook& look, const Certificates& ca) {
-    if (!look.settings().use_crl()) return;
-    if (look.settings().verify_peer_mode() == qel::config::SslVerifyPeerMode::no_verify_peer) {
-        look.findings.add(Kind::revocation_list, flag::https_use_crl,
-                          "no client is verified, so no list is used",
-                          "Leave the flag out, or verify the clients.");
+void look_at_revocation_lists(const TlsCheck& check, const Certificates& ca) {
+    if (!check.settings().use_crl()) return;
+    if (check.settings().verify_peer_mode() == qel::config::SslVerifyPeerMode::no_verify_peer) {
+        check.findings.add(Kind::revocation_list, flag::https_use_crl,
+                           "no client is verified, so no list is used",
+                           "Leave the flag out, or verify the clients.");
         return;
     }
-    if (look.settings().use_system_store() && !has_hashed_names(store_directory(), ".r"))
-        look.findings.add(Kind::revocation_list, flag::https_use_crl,
-                          "the system's store has no revocation lists in " + store_directory(),
-                          "Verified clients may be refused. Put the lists there, or use a file that contains "
-                          "the authorities and the lists.");
-    if (look.files.ca) look_at_lists_in(look, *look.files.ca, ca);
+    if (check.settings().use_system_store() && !has_hashed_names(store_directory(), ".r"))
+        check.findings.add(
+            Kind::revocation_list, flag::https_use_crl,
+            "the system's store has no revocation lists in " + store_directory(),
+            "Verified clients may be refused. Put the lists there, or use a file that contains "
+            "the authorities and the lists.");
+    if (check.files.ca) look_at_lists_in(check, *check.files.ca, ca);
 }
 
-CertificateStore system_store(const TlsLook& look, bool required) {
+CertificateStore system_store(const TlsCheck& check, bool required) {
     CertificateStore store(X509_STORE_new());
     const std::string file = from_environment(X509_get_default_cert_file_env(), X509_get_default_cert_file());
     const std::string directory = store_directory();
     const bool in_directory = has_hashed_names(directory, ".");
     if (in_directory) X509_STORE_load_path(store.get(), directory.c_str());
-    const bool in_file = add_file(store.get(), file, look.findings) != 0;
+    const bool in_file = add_file(store.get(), file, check.findings) != 0;
     ERR_clear_error();
     if (required && !in_directory && !in_file)
-        look.findings.add(Kind::system_store_missing, flag::https_use_system_store,
-                          "there are no certificates in " + file + " or " + directory,
-                          "On Debian, run: apt-get install ca-certificates");
+        check.findings.add(Kind::system_store_missing, flag::https_use_system_store,
+                           "there are no certificates in " + file + " or " + directory,
+                           "On Debian, run: apt-get install ca-certificates");
     return store;
 }
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

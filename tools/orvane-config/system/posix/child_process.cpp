@@ -114,7 +114,7 @@ unsigned ChildProcess::pid() const {
     return static_cast<unsigned>(state_->child > 0 ? state_->child : getpid());
 }
 
-int ChildProcess::run(const std::function<bool()>& is_done) {
+int ChildProcess::run(const std::function<bool()>& try_finish) {
     if (state_->child > 0) {
         if (write(state_->release, "", 1) != 1) fail("the command's process is gone", errno);
         int error = 0;
@@ -123,12 +123,12 @@ int ChildProcess::run(const std::function<bool()>& is_done) {
         }
     }
     constexpr timespec pause{0, 20'000'000};
-    bool done = is_done();
+    bool done = try_finish();
     while (true) {
         siginfo_t info{};
         const int signal = sigtimedwait(&state_->waited_for, &info, done ? nullptr : &pause);
         if (signal < 0) {
-            done = done || is_done();
+            done = done || try_finish();
             continue;
         }
         if (state_->child == 0) {

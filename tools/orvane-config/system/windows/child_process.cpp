@@ -83,7 +83,7 @@ unsigned ChildProcess::pid() const {
     return state_->pid;
 }
 
-int ChildProcess::run(const std::function<bool()>& is_done) {
+int ChildProcess::run(const std::function<bool()>& try_finish) {
     const bool has_command = state_->process.get() != nullptr;
     if (has_command && ResumeThread(state_->thread.get()) == static_cast<DWORD>(-1)) {
         fail("the command cannot be started", GetLastError());
@@ -91,9 +91,9 @@ int ChildProcess::run(const std::function<bool()>& is_done) {
     // What the console asks of this process, it asks of the command as well: its end is waited for in any
     // case.
     const HANDLE end = has_command ? state_->process.get() : state_->asked_to_go.get();
-    bool done = is_done();
+    bool done = try_finish();
     while (WaitForSingleObject(end, done ? INFINITE : 20) == WAIT_TIMEOUT)
-        done = is_done();
+        done = try_finish();
     if (!has_command) return 0;
     state_->ended = true;
     DWORD code = 0;

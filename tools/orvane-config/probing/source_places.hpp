@@ -9,7 +9,7 @@
 namespace orvane {
 
 /// A place in a file.
-struct Place {
+struct SourcePlace {
     std::string file{}; ///< empty: the token was on the tool's command line
     Spot spot{};
 
@@ -21,17 +21,17 @@ struct Place {
 };
 
 /// Of the tokens of a line. Those on the command line come last and may be missing.
-using Places = std::vector<Place>;
+using SourcePlaces = std::vector<SourcePlace>;
 
 /// Null for a token that was not read from a file.
-inline const Place* place_of(const Places& places, std::size_t number) {
+inline const SourcePlace* place_of(const SourcePlaces& places, std::size_t number) {
     if (number == 0 || number > places.size() || places[number - 1].file.empty()) return nullptr;
     return &places[number - 1];
 }
 
 /// ", unit.service:3:11", or nothing.
-inline std::string at_place(const Places& places, std::size_t number) {
-    const Place* const place = place_of(places, number);
+inline std::string at_place(const SourcePlaces& places, std::size_t number) {
+    const SourcePlace* const place = place_of(places, number);
     return place == nullptr ? std::string() : ", " + place->text();
 }
 

@@ -1,11 +1,15 @@
-// Which warnings were not wanted, and which ids are.
+// The ids of faults and warnings that were given, and which are wanted.
 #pragma once
 
+#include "explaining/kinds.hpp"
 #include "explaining/warnings.hpp"
 #include "printing/verdict_text.hpp"
 #include "verbs/call.hpp"
 
 namespace orvane {
+
+/// The kind of this id, of all kinds or of those about one thing. Throws Misused when there is none.
+const Explanation& kind_called(const std::string& id, std::string_view about = {});
 
 /// Those of --ignore. Throws Misused when one of them is no kind of warning, and not among the verb's `others`.
 WarningIds ignored_warnings(const Call& call, const WarningIds& others = {});

@@ -3,10 +3,10 @@
 
 #include "preflight/tls/files.hpp"
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 /// What the looks share.
-struct TlsLook {
+struct TlsCheck {
     const qel::config::HttpsSettings& https;
     const TlsFiles& files;
     Findings& findings;
@@ -15,6 +15,6 @@ struct TlsLook {
 };
 
 /// Looks at what is in the files, and at what the listener offers its clients. Whether this build can do that.
-bool look_at_tls_contents(const TlsLook& look);
+bool look_at_tls_contents(const TlsCheck& check);
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight

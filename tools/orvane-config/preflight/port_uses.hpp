@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-namespace orvane::readiness {
+namespace orvane::preflight {
 
 /// A port that the server is told to take.
-struct Place {
+struct PortUse {
     std::u16string_view flag;
     std::size_t position; ///< of the occurrence, as in Finding
     unsigned port;
@@ -18,13 +18,13 @@ struct Place {
 };
 
 /// Those of the listeners and of the control interface.
-std::vector<Place> places_of_listeners(const Context& context, Hosts& hosts, Findings& findings);
+std::vector<PortUse> ports_of_listeners(const Context& context, Hosts& hosts, Findings& findings);
 
 /// Whether the port can be taken now on the address; if not, says so to `findings`.
-bool can_be_taken(const Place& place, const std::string& address, Findings& findings);
+bool can_be_taken(const PortUse& use, const std::string& address, Findings& findings);
 
-/// Reports the first of the earlier places that excludes this one.
-void compare(const Place& place, const std::vector<Place>& earlier, const Context& context,
+/// Reports the first of the earlier uses that excludes this one.
+void compare(const PortUse& use, const std::vector<PortUse>& earlier, const Context& context,
              Findings& findings);
 
-} // namespace orvane::readiness
+} // namespace orvane::preflight
