@@ -236,7 +236,7 @@ class Explains(unittest.TestCase):
         for data in [b"--auto-deploy-root\nD\n", b"\xef\xbb\xbf--auto-deploy-root\r\nD", b"--auto-deploy-root\0D\0",
                      "\ufeff--auto-deploy-root\r\nD\r\n".encode("utf-16-le"), "\ufeff--auto-deploy-root\nD".encode("utf-16-be")]:
             self.assertEqual(run("check", "--from", "-", data=data)[:2], run("check", *REQUIRED)[:2])
-        self.assertIn("lumo_root[0] = a\\u000ab\n", run("check", "--from", "-", data=b"--lumo-root\0a\nb\0--auto-deploy-root\0D")[1])
+        self.assertIn("lumo_root[0] = a\\u000ab\\u007f\n", run("check", "--from", "-", data=b"--lumo-root\0a\nb\x7f\0--auto-deploy-root\0D")[1])
         nothing = ["no such file", "", *(["/dev/zero", "/"] if HERE else [])]
         self.assertEqual([run("check", "--from", name)[0] for name in nothing], [7] * len(nothing))
 
@@ -252,9 +252,10 @@ class Explains(unittest.TestCase):
             subprocess.run([*TOOL, "check", *REQUIRED, "--waist"], stderr=theirs, check=False, env=environment)
             said = os.read(ours, 10000).decode().replace("\r\n", "\n")
             self.assertIn(f"  token 3: --auto-deploy-root D {mark}\n" + " " * 32 + "^~~~~~~\n", said)
-            subprocess.run([*TOOL, "check", "\033[2J\u009b2J\u202e\x7f\t\n!"], stderr=theirs, check=False, env=environment)
-            said = os.read(ours, 10000).decode()
-            self.assertTrue(said.startswith("unrecognized option: \\u001b[2J\\u009b2J\\u202e\\u007f\\u0009\\u000a!\r\n"), said)
+            for typed, shown in [("\033[2J\u009b2J\u202e\n!", "\\u001b[2J\\u009b2J\\u202e\\u000a!"), ("\x7f\t!", "\\u007f\\u0009!")]:
+                subprocess.run([*TOOL, "check", typed], stderr=theirs, check=False, env=environment)
+                said = os.read(ours, 10000).decode()
+                self.assertTrue(said.startswith(f"unrecognized option: {shown}\r\n"), said)
             os.close(ours), os.close(theirs)
 
     @unittest.skipUnless(HERE, "there is no such tracer")

@@ -124,6 +124,8 @@ class Formats(unittest.TestCase):
             self.assertIn(expected, done.stderr.decode(), words)
         Path("large").write_text("--user-data\nk v\n" * 200_000)  # not yet 4 MiB
         self.assertEqual(run("convert", "--to", "lines", "--from", "large").stdout.count(b"\n"), 400_000)
+        Path("larger").write_text("#" * (5 << 20))
+        self.assertEqual(run("convert", "--to", "lines", "--from", "larger").returncode, 7)
         # Without any verb, it is told briefly where the help is.
         done = run()
         self.assertEqual((done.returncode, done.stdout, done.stderr.count(b"\n")), (2, b"", 2))
@@ -206,6 +208,7 @@ class Formats(unittest.TestCase):
             self.assertEqual(done.stdout and json.loads(done.stdout), expected, (words, done.stderr))
         Path("flags").write_text("--auto-deploy-root\n/nowhere/at/all\n--log-root\n/proc/no\n")
         self.assertEqual((done := run("exec", "--preflight", "--from", "flags", "--", *echo)).returncode, 8 if HERE else done.returncode, done.stderr)
+        self.assertIn(b"not ready: ", done.stderr if HERE else b"not ready: ")
 
     @unittest.skipUnless(HERE, "there processes do not become others, and show no command line")
     def test_a_server_is_the_process_that_was_checked(self):

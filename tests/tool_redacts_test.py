@@ -118,10 +118,10 @@ class Redacts(unittest.TestCase):
     def test_two_lines_get_the_same_words(self):
         os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
         Path("one").write_text("--auto-deploy-root\n/srv/bobzq\n--log-root\n/srv/bobzq/l\n")
-        done = subprocess.run([*TOOL, "diff", "--redact", "one", "--", "--auto-deploy-root", "/srv/bobzq", "--log-root", "/srv/bobzq/m"],
+        done = subprocess.run([*TOOL, "diff", "--redact", "one", "--", "--auto-deploy-root", "/srv/bobzq", "--log-root", "/srv/bobzq/m/annzq"],
                               capture_output=True, text=True, check=False)
         self.assertEqual(done.returncode, 1, done)
-        self.assertRegex(done.stdout.replace("\r", ""), r"^- log_root = (/x\w+/x\w+/)l  #.*one:3:1\)\n\+ log_root = \1m  # [^\n]*\n$")
+        self.assertRegex(done.stdout.replace("\r", ""), r"^- log_root = (/x\w+/x\w+/)l  #.*one:3:1\)\n\+ log_root = \1m/x\w+  # [^\n]*\n$")
 
 
 unittest.main()

@@ -144,6 +144,8 @@ class Reference(unittest.TestCase):
         listed, values = run("flags")[1].replace(" \\\n", "\n").split("\nValues\n")
         self.assertEqual(flat(listed), flat(" ".join(one + " " + said[one] for one in subjects)))
         self.assertEqual(flat(values), pages["flags"]["VALUES"])
+        for words in ["flags", "explain", "help convert"]:
+            self.assertEqual([line for line in run(*words.split())[1].split("\n") if len(line) > 80 and " " in line.strip()], [])
 
         page = pages["tool"]
         kinds = answer("explain", "--format", "json")["kinds"]
@@ -154,6 +156,7 @@ class Reference(unittest.TestCase):
         self.assertEqual(page["SYNOPSIS"], " ".join(one["usage"] for one in verbs.values()))
         self.assertEqual(page["VERBS"].lower(), flat(" ".join(
             one["usage"].removeprefix("orvane-config").replace(" [OPTIONS]", "") + " " + one["meaning"] for one in verbs.values())).lower())
+        self.assertTrue(all(one["meaning"][0].isupper() for one in verbs.values()))
         flagged = [name for name, one in verbs.items() if one["where"]]
         for section, entries, between in [("OPTIONS", "options", " "), ("EXIT STATUS", "codes", " ")]:
             left = page[section]
