@@ -5,7 +5,7 @@
 
 namespace orvane::preflight {
 
-/// What the looks share.
+/// What the checks share.
 struct TlsCheck {
     const qel::config::HttpsSettings& https;
     const TlsFiles& files;

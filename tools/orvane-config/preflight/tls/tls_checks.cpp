@@ -6,7 +6,7 @@
 namespace orvane::preflight {
 
 bool look_at_tls_contents(const TlsCheck& check) {
-    // A look that was given up may still run when the process ends.
+    // A check that was given up may still run when the process ends.
     OPENSSL_init_ssl(OPENSSL_INIT_NO_ATEXIT, nullptr);
     const Key key = open_key(check);
     const Certificates chain = read_chain(check), ca = read_ca(check);

@@ -1,4 +1,4 @@
-// The looks at keys, certificates and what is offered, in the order in which contents.cpp takes them.
+// The checks of keys, certificates and what is offered, in the order in which tls_checks.cpp makes them.
 #pragma once
 
 #include "preflight/tls/openssl.hpp"
