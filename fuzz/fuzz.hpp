@@ -43,7 +43,8 @@ inline optional<S> accepted(const std::u16string& flag, const std::u16string& va
 }
 
 #ifdef ZEP_FUZZ_REPLAY
-int main(int, char** file) {
+int main(int count, char** file) {
+    promise(count > 1, "there are seeds");
     while (*++file != nullptr)
         examine((std::ostringstream() << std::ifstream(*file, std::ios_base::binary).rdbuf()).str());
 }

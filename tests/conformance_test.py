@@ -31,7 +31,7 @@ def rows(name):
             result[-1][2].append(decode(line[2:].replace("{C}", "")))
         elif line and not line.startswith("#"):
             result.append((f"{name}:{number}", [decode(token) for token in line.split("|")], []))
-    assert result, name
+    assert result, f"{name} has no rows"
     return result
 
 
@@ -84,7 +84,9 @@ def outcome(answer, base):
                    for name, value in answer["settings"].items() if value != base.get(name)]
 
 
-for _, (record, _), fields in rows("fields.txt"):
+listed = re.findall(r"^\| `(\w+\.txt)` ", readme, re.M)
+tables = {name: rows(name) for name in listed}
+for _, (record, _), fields in tables["fields.txt"]:
     records[record] = {name: kind for kind, name in (field.rsplit(" ", 1) for field in fields)}
 
 with tempfile.TemporaryDirectory() as place:
@@ -92,29 +94,29 @@ with tempfile.TemporaryDirectory() as place:
     required = ["--auto-deploy-root", "D"]
     fresh = check(required)["settings"]
     for table in ("flags_accepted.txt", "values_accepted.txt"):
-        for where, tokens, expected in rows(table):
+        for where, tokens, expected in tables[table]:
             got = None if None in tokens else outcome(check(required + tokens), fresh)
             if got is None:
                 skipped.append(where)
             else:
                 compare(where, got, expected)
     for table in ("flags_refused.txt", "values_refused.txt"):
-        for where, tokens, expected in rows(table):
+        for where, tokens, expected in tables[table]:
             if None not in tokens:
                 compare(where, outcome(check(["--wait", *tokens]), {}), expected[:1])
-    for where, tokens, expected in rows("caches_refused.txt"):
+    for where, tokens, expected in tables["caches_refused.txt"]:
         for flag, said in zip(("--attach-cache", "--start-cache"), expected):
             if None not in tokens:
                 compare(where, check([*required, flag, *tokens])["accepted"], said == "accepted")
-    for where, tokens, expected in rows("validate.txt"):
+    for where, tokens, expected in tables["validate.txt"]:
         answer = check([*required, "--extract-root", "E", *tokens])
         compare(where, ["- " + text for text in answer["problems"]] + ([" ".join(answer["involved"])] if answer["involved"] else []), expected)
     # The line with all flags is read, but never valid.
-    compare("full.txt", check([token for _, (token,), _ in rows("full.txt")])["faults"], [])
+    compare("full.txt", check([token for _, (token,), _ in tables["full.txt"]])["faults"], [])
 
 flags = json.loads(subprocess.run([tool, "flags", "--format", "json"], capture_output=True, check=True).stdout)["flags"]
 compare("flags.txt", sorted((flag["flag"], flag["kind"] == "switch") for flag in flags),
-        sorted((flag, kind == "switch") for _, (_, flag, kind), _ in rows("flags.txt")))
-compare("README.md", sorted(re.findall(r"^\| `(\w+\.txt)` ", readme, re.M)), sorted(path.name for path in folder.glob("*.txt")))
+        sorted((flag, kind == "switch") for _, (_, flag, kind), _ in tables["flags.txt"]))
+compare("README.md", sorted(listed), sorted(path.name for path in folder.glob("*.txt")))
 print(f"{compared} compared; {len(skipped)} lines that the tool cannot be given or that are not valid as a whole")
 sys.exit("\n".join(failures) if failures else compared < 280 and "too few rows compared")

@@ -4,11 +4,12 @@ import os
 import re
 import subprocess
 import sys
-from pathlib import Path
 
-lines = (Path(__file__).resolve().parent / "data/gdb.txt").read_text(encoding="utf-8").splitlines()
-asked = [line for line in lines if line and line[0] not in "# "]
-expected = [line[2:] for line in lines if line.startswith("  ")]
+from tables import lines
+
+rows = lines("gdb.txt")
+asked = [line for line in rows if line[0] != " "]
+expected = [line[2:] for line in rows if line[0] == " "]
 commands = ["break stop_here", "run", "up", "set print pretty off", *[f"print {expression}" for expression in asked]]
 said = subprocess.run(["gdb", "-nx", "-batch", "-iex", "set debuginfod enabled off", "-iex", f"add-auto-load-safe-path {sys.argv[2]}",
                        *[word for command in commands for word in ("-ex", command)], sys.argv[1]],

@@ -20,8 +20,9 @@ TEST(Report, lists_the_problems_and_then_the_flags) {
 }
 
 TEST(Usage, indents_every_line_to_the_first_flag_by_the_bytes_of_the_name) {
-    std::ifstream file(ZEP_TEST_DATA "/usage.txt");
+    std::ifstream file(table("usage.txt"));
     const std::string synopsis{std::istreambuf_iterator<char>(file), {}};
+    ASSERT_NE(synopsis, "") << "usage.txt has no rows";
     for (const std::u16string program : {u"abc", u"", u"s\u00e4\xD83D\xDE00", u"\xD800"}) {
         const std::string name = ustring_to_utf8(program);
         std::string expected = "Usage: " + name + " " + synopsis;

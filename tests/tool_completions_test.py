@@ -3,16 +3,18 @@
 import json, os, re, shlex, shutil, subprocess, sys, tempfile, unittest
 from pathlib import Path
 
+from tables import rows
+
 TOOL = sys.argv[1:]
 del sys.argv[1:]
 HERE = Path(__file__).resolve().parent
+ROWS = rows("tool_completions.txt", 2)
 
 
-def rows(shell):
+def lines_for(shell):
     """The words of each line, the last one unfinished, and what the shell has to offer for it."""
-    lines = [line for line in (HERE / "data/tool_completions.txt").read_text().splitlines() if line and line[0] != "#"]
-    for line, expected in zip(lines[::2], lines[1::2], strict=True):
-        only, offered = re.match(r" *(?:(\w+): )?(.*)", expected).groups()
+    for line, expected in ROWS:
+        only, offered = re.match(r"(?:(\w+): )?(.*)", expected).groups()
         if only in (None, shell):
             yield line.split("|"), {*shlex.split(offered.replace("()", ""))}
 
@@ -38,9 +40,10 @@ class Completions(unittest.TestCase):
         """Compares what a shell offers with what it should; files and directories are spelt in different ways."""
         if not shutil.which(shell):
             self.skipTest(f"there is no {shell}")
-        lines = list(rows(shell))
+        lines = [*lines_for(shell)]
         for program in ["orvane-config", "orvane-server"]:
             ours = [(words, expected) for words, expected in lines if words[0] == program]
+            self.assertTrue(ours, f"tool_completions.txt has no rows for {program}")
             offered = offers(self.scripts[program, shell], [words for words, _ in ours])
             self.assertEqual(len(offered), len(ours))
             for (words, expected), found in zip(ours, offered):

@@ -4,12 +4,18 @@ import os, random, re, shlex, subprocess, sys, tempfile, unittest
 from pathlib import Path
 
 import tool_schemas
+from tables import lines, rows, words_of
 
 TOOL = sys.argv[1:]
 del sys.argv[1:]
 HERE = not TOOL[-1].endswith(".exe")
-DATA = Path(__file__).resolve().parent / "data"
+ROOT = Path(__file__).resolve().parents[1]
 REQUIRED = ["--auto-deploy-root", "D"]
+# The answers do not depend on the system, and an emulated start takes long.
+EVERY = slice(None, None, 1 if HERE else 8)
+MISTAKES, FIXES, WARNINGS = rows("tool_mistakes.txt", 2)[EVERY], rows("tool_fixes.txt", 2)[EVERY], rows("tool_warnings.txt", 2)[EVERY]
+RIGHT = lines("tool_right_lines.txt")
+FLAGS = [line.split("|")[1] for line in lines("flags.txt")]
 
 
 def run(*words, data=b"", **more):
@@ -23,12 +29,6 @@ def ask(verb, words, *options):
     return tool_schemas.answer(verb, out) if out else {"exit": code, "said": err}
 
 
-def words_of(text):
-    """Words in a shell's notation, with the two escapes that the tables use."""
-    text = re.sub(r"\$'(.*?)'", lambda found: "'" + found[1].encode().decode("unicode_escape") + "'", text)
-    return shlex.split(text)
-
-
 def repaired(words, fault):
     """The line with the fix of the fault applied exactly as given."""
     fix = fault.get("fix", {"tokens": [], "replacement": []})
@@ -36,13 +36,6 @@ def repaired(words, fault):
     assert numbers == list(range(numbers[0], numbers[-1] + 1) if numbers else []), fix
     at = numbers[0] - 1 if numbers else len(words)
     return words[:at] + fix["replacement"] + words[at + len(numbers):]
-
-
-def rows(name):
-    lines = (DATA / name).read_text(encoding="utf-8").splitlines()
-    pairs = list(zip(*[iter(line for line in lines if line and line[0] != "#")] * 2, strict=True))
-    # The answers do not depend on the system, and an emulated start takes long.
-    return pairs if HERE else pairs[::8]
 
 
 def warned(answer, wanted=""):
@@ -76,7 +69,7 @@ class Explains(unittest.TestCase):
         return steps + [["--request-timeout", "00:00:05"]]
 
     def test_a_mistake_leads_to_the_right_sentence_and_its_place(self):
-        for typed, sentence in rows("tool_mistakes.txt"):
+        for typed, sentence in MISTAKES:
             words = words_of(typed)
             words = words if REQUIRED[0] in words else REQUIRED + words
             with self.subTest(typed):
@@ -114,7 +107,7 @@ class Explains(unittest.TestCase):
         self.assertEqual(len(re.findall("^after fixing that: ", err, re.M)), len(expected) + 2, err)
 
     def test_fix_prints_the_line_that_was_meant(self):
-        for typed, expected in rows("tool_fixes.txt"):
+        for typed, expected in FIXES:
             code, line = expected.split(" ", 1)
             with self.subTest(typed):
                 done = run("fix", *words_of(typed))
@@ -126,17 +119,16 @@ class Explains(unittest.TestCase):
         self.assertEqual((code, out, err.count("after fixing that"), err.count("\nand 10 more\n")), (0, shlex.join(REQUIRED + ["--wait"] * 30) + "\n", 19, 1))
 
     def test_every_flag_has_a_reference_and_its_example_is_accepted(self):
-        flags = re.findall(r"--[\w-]+", (DATA / "flags.txt").read_text())
-        self.assertEqual(sorted(self.examples), sorted(flags))
-        self.assertEqual((DATA.parents[1] / "docs/flags.md").read_text(), run("flags", "--format", "markdown")[1])
+        self.assertEqual(sorted(self.examples), sorted(FLAGS))
+        self.assertEqual((ROOT / "docs/flags.md").read_text(), run("flags", "--format", "markdown")[1])
         secured = re.findall(r"^### `(--[\w-]+)", run("flags", "--format", "markdown")[1].split("\n## ")[3], re.M)
         alone = ask("check", sum((self.examples[flag][0] for flag in secured[1:]), REQUIRED))
         self.assertEqual([one["text"].split()[-2:] for one in alone["warnings"] if one["id"] == "no-effect"], [["without", "--https"]] * 13)
         elsewhere = sum((names.split(", ") for names in re.findall("^- In other servers: (.*)$", run("flags", "--format", "markdown")[1], re.M)), [])
-        self.assertEqual(sorted({*elsewhere} - {flag[2:] for flag in flags}), sorted(elsewhere), "a name means one flag")
+        self.assertEqual(sorted({*elsewhere} - {flag[2:] for flag in FLAGS}), sorted(elsewhere), "a name means one flag")
         for words, pattern in [(["flags", "--format", "markdown"], r"^### `(--\S+?)[ `]"), (["manual", "flags"], r"^\.BI (\S+)")]:
             found = re.findall(pattern, run(*words)[1], re.M)
-            self.assertEqual(sorted(flag.replace("\\", "") for flag in found), sorted(flags))
+            self.assertEqual(sorted(flag.replace("\\", "") for flag in found), sorted(FLAGS))
         for _, example in list(self.examples.values())[::1 if HERE else 16]:
             answer = ask("check", ["--auto-deploy-root", "/D", *example] if example[0] != REQUIRED[0] else example)
             self.assertEqual((answer["problems"], answer["text"], warned(answer)), ([], "", []), example)
@@ -195,7 +187,7 @@ class Explains(unittest.TestCase):
             self.assertEqual(texts[0], answer["text"] if answer["faults"] else "", line)
 
     def test_what_is_accepted_but_not_meant_is_warned_of(self):
-        for typed, expected in rows("tool_warnings.txt"):
+        for typed, expected in WARNINGS:
             words = ["--auto-deploy-root", "/D", *words_of(typed)]
             with self.subTest(typed):
                 found = warned(ask("check", words), expected)
@@ -208,9 +200,8 @@ class Explains(unittest.TestCase):
                 self.assertEqual(run("check", "--strict", "--from", "-", data="\0".join([*words, ""]).encode())[0], 3 if warned_of else 0)
 
     def test_what_is_right_is_left_alone_however_odd(self):
-        lines = [words_of(line) for line in (DATA / "tool_right_lines.txt").read_text(encoding="utf-8").splitlines() if line[0] != "#"]
         odd = []
-        for line in lines[::1 if HERE else 16]:
+        for line in map(words_of, RIGHT[::1 if HERE else 16]):
             listener = [] if {"--http", "--https"} & {*line} else ["--http", "9910"]
             answer = ask("check", ["--auto-deploy-root", "/srv/orvane/deploy", *listener, *line])
             self.assertTrue(answer["accepted"], line)

@@ -4,11 +4,14 @@ import json, os, random, re, shlex, signal, subprocess, sys, tempfile, unittest
 from pathlib import Path
 
 import tool_schemas
+from tables import rows
 
 TOOL = sys.argv[1:]
 del sys.argv[1:]
 HERE = not TOOL[-1].endswith(".exe")
-DATA = Path(__file__).resolve().parent / "data"
+ROOT = Path(__file__).resolve().parents[1]
+# A file of flags may begin with a # of its own.
+READ, TIDY = rows("tool_formats.txt", 2, comment="# "), rows("tool_tidy.txt", 2)
 HOSTILE = ["", " ", "'", "''", '"', "\\", "\\\\", "a b", "a\nb", "\n", "\t", "\r", "a\r\n", "#", "# c", ";", "\\;", "=", "=ls", "~", "~/x", "$HOME",
            "${HOME}", "$$", "$(id)", "`id`", "%i", "%%", "100%", "*", "?", "[a]", "{a,b}", "!", "!!", "&", "|", "<", ">", "(", ")", "^", "-", "--", "-n",
            "é", "日本", "😀", "\u00a0", "\u2019", "\u2028", "\ufffe", "\ufdd0", "\U0001ffff", "\x01", "\x1b[2J", "\x7f", "\\n", "\\x41", "'\"'", "a'b\"c",
@@ -61,8 +64,7 @@ class Formats(unittest.TestCase):
         os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
 
     def test_what_is_read_and_what_is_refused(self):
-        lines = [line for line in (DATA / "tool_formats.txt").read_text(encoding="utf-8").splitlines() if line and not line.startswith("# ")]
-        for text, expected in list(zip(*[iter(lines)] * 2, strict=True))[::1 if HERE else 5]:
+        for text, expected in READ[::1 if HERE else 5]:
             Path("flags").write_bytes(re.sub(r"\\(x..|u....|.)", lambda found: eval(f"'\\{found[1]}'"), text).encode())
             done = run("convert", "--to", "json", "--from", "flags")
             with self.subTest(text):
@@ -89,7 +91,7 @@ class Formats(unittest.TestCase):
                 self.assertEqual(run("convert", "--to", "nul", "--from", "-", data=convert(line, "--to", name)[1]).stdout, ended(line), (name, line))
 
     def test_the_document_has_the_formats_in_the_order_of_detection(self):
-        rows = re.findall(r"^\| `(\w+)` \|", (DATA.parents[1] / "docs/formats.md").read_text(), re.M)
+        rows = re.findall(r"^\| `(\w+)` \|", (ROOT / "docs/formats.md").read_text(), re.M)
         offered = re.search(r"--to (\S+)", run("convert", "--help").stdout.decode())[1].split("|")
         read = re.search(r"--format-in (\S+)", run("convert", "--help").stdout.decode())[1].split("|")
         self.assertEqual((rows, rows[:len(read)]), (offered, read))
@@ -132,8 +134,7 @@ class Formats(unittest.TestCase):
         self.assertIn(b"orvane-config help", done.stderr)
 
     def test_a_tidy_line_is_sorted_and_without_what_has_no_effect(self):
-        lines = (DATA / "tool_tidy.txt").read_text().splitlines()
-        for line, expected in zip(*[(one for one in lines if one and one[0] != "#")] * 2, strict=True):
+        for line, expected in TIDY:
             done = run("convert", "--to", "sh", "--tidy", *shlex.split(line))
             self.assertEqual((done.stdout.decode().strip(), done.returncode), (expected, 0), done.stderr)
         self.assertEqual((done := run("convert", "--to", "sh", "--tidy", "--wait")).returncode, 1)

@@ -4,6 +4,7 @@ import json, os, re, shlex, subprocess, sys, tempfile, unittest
 from pathlib import Path
 
 import tool_schemas
+from tables import lines, rows, words_of
 
 TOOL = sys.argv[1:]
 del sys.argv[1:]
@@ -15,6 +16,9 @@ EVERY = 20
 # These words stay; all others in paths, hosts, names and data get a mark, which then must be nowhere.
 STAY = "localhost http https redis null text plain xml json type default statistics dashboard on off".split()
 MARK = "zq"
+LINES = [first + words_of(typed) for first, name in [(REQUIRED, "tool_mistakes.txt"), (REQUIRED, "tool_warnings.txt"), ([], "tool_fixes.txt")]
+         for typed, _ in rows(name, 2)[::EVERY if HERE else 8 * EVERY]]
+LINES += [lines(ROOT / f"bench/corpora/{name}.txt") for name in ["full", "typical"]]
 OWNED = r"<directory>|<file>|<host-name>|<provider>|<origin>|<client>|<command>|<key>|<category>"
 
 
@@ -23,10 +27,6 @@ def run(verb, *options, words=(), data=b""):
     data = data or "".join(word + "\0" for word in words).encode()
     done = subprocess.run([*TOOL, verb, *options, "--format-in", "nul", "--from", "-"], input=data, capture_output=True, timeout=300, check=False)
     return done.returncode, done.stdout.decode(), done.stderr.decode()
-
-
-def words_of(text):
-    return shlex.split(re.sub(r"\$'(.*?)'", lambda found: "'" + found[1].encode().decode("unicode_escape") + "'", text))
 
 
 def found(code, out, err):
@@ -54,15 +54,8 @@ class Redacts(unittest.TestCase):
         done = subprocess.run([*TOOL, "flags", "--format", "json"], capture_output=True, check=True)
         cls.kinds = {one["flag"]: one.get("value", "") for one in json.loads(done.stdout)["flags"]}
 
-    def lines(self):
-        for name, first in [("mistakes", REQUIRED), ("warnings", REQUIRED), ("fixes", [])]:
-            rows = [line for line in (ROOT / f"tests/data/tool_{name}.txt").read_text(encoding="utf-8").splitlines() if line and line[0] != "#"]
-            yield from (first + words_of(row) for row in rows[::2 * (EVERY if HERE else 8 * EVERY)])
-        for name in ["full", "typical"]:
-            yield (ROOT / f"bench/corpora/{name}.txt").read_text().splitlines()
-
     def test_the_verdict_stays_and_no_word_is_left(self):
-        for words in self.lines():
+        for words in LINES:
             line = marked(words, self.kinds)
             with self.subTest(shlex.join(line)):
                 answer = run("check", "--redact", "--json", words=line)

@@ -4,23 +4,19 @@ import datetime, json, os, re, shlex, subprocess, sys, tempfile, unittest
 from pathlib import Path
 
 import tool_schemas
+from tables import lines, words_of
 
 TOOL = sys.argv[1:]
 del sys.argv[1:]
 HERE = not TOOL[-1].endswith(".exe")
-DATA = Path(__file__).resolve().parent / "data"
+ROOT = Path(__file__).resolve().parents[1]
+FLAGS = [line.split("|")[1] for line in lines("flags.txt")]
 REQUIRED = ["--auto-deploy-root", "/D"]
 
 
 def run(*words, data=b""):
     done = subprocess.run([*TOOL, *words], input=data, capture_output=True, timeout=300, check=False)
     return done.returncode, *(text.decode().replace("\r\n", "\n") for text in (done.stdout, done.stderr))
-
-
-def words_of(text):
-    """Words in bash's notation."""
-    text = re.sub(r"\$'(.*?)'", lambda found: "'" + found[1].encode().decode("unicode_escape") + "'", text)
-    return shlex.split(text)
 
 
 def answer(verb, *words):
@@ -69,7 +65,7 @@ def members(schema):
 class Reference(unittest.TestCase):
     def test_programs_learn_what_each_flag_does(self):
         flags = {one["flag"]: one for one in answer("flags", "--format", "json")["flags"]}
-        self.assertEqual(sorted(flags), sorted(re.findall(r"--[\w-]+", (DATA / "flags.txt").read_text())))
+        self.assertEqual(sorted(flags), sorted(FLAGS))
         shown = re.findall(r"^([\w.]+).*?# (.*)$", run("show", *REQUIRED, "--https", "1")[1], re.M)
         settings = {name for one in flags.values() for name in one["settings"]}
         # No flag sets these two.
@@ -180,7 +176,7 @@ class Reference(unittest.TestCase):
         self.assertRegex(page["FILES"], r" No file ends with a newline\.( [^ ]+){20}")
 
     def test_the_schemas_describe_every_member_and_the_page_names_them(self):
-        page = (DATA.parents[1] / "docs/tool-json.md").read_text()
+        page = (ROOT / "docs/tool-json.md").read_text()
         schemas = {path.stem: json.loads(path.read_text()) for path in tool_schemas.SCHEMAS.iterdir()}
         settings = schemas.pop("settings")
         self.assertEqual({name for name in schemas if f"`{name}.json`" not in page}, set())
@@ -189,7 +185,7 @@ class Reference(unittest.TestCase):
         self.assertEqual(described - named, set())
         first_columns = re.findall(r"^\| (`.*?`) \|", page, re.M)
         self.assertEqual({name for cell in first_columns for name in re.findall(r"\.?(\w+)`", cell)} - described, set())
-        made = subprocess.run([sys.executable, DATA.parents[1] / "scripts/settings-schema"], capture_output=True, text=True, check=True).stdout
+        made = subprocess.run([sys.executable, ROOT / "scripts/settings-schema"], capture_output=True, text=True, check=True).stdout
         self.assertEqual(json.loads(made), settings, "run scripts/settings-schema >tools/orvane-config/schemas/settings.json")
 
 

@@ -4,6 +4,7 @@ import os, re, shlex, signal, socket, subprocess, sys, tempfile, time, unittest
 from pathlib import Path
 
 import tool_schemas
+from tables import rows
 
 TOOL = sys.argv[1:]
 del sys.argv[1:]
@@ -14,14 +15,10 @@ FLAGS = [*PID_FLAGS, "--endpoint-root", ".", "--control-port", "9920", "--http",
 HELD = ["--", TOOL[-1], "locate", "--wait", "60", *PID_FLAGS[:2], "--endpoint-root", "gate", "--control-port", "1"]
 # Each has its own numbers for processes, from 1.
 CONTAINER = ["unshare", "--map-root-user", "--pid", "--fork", "--mount-proc", "--kill-child"]
-DATA = Path(__file__).resolve().parent / "data"
+# An emulated start takes long.
+ANSWERS = rows("tool_answers.txt", 4) + rows("tool_verbs.txt", 4)[::1 if HERE else 20]
+STATES = rows("tool_states.txt", 2)
 main_pid = Path("main.pid")
-
-
-def cases(name, size):
-    """The lines of a file under data/, without comments and without the blanks around them, `size` at a time."""
-    lines = [line.strip() for line in (DATA / name).read_text().splitlines() if line and line[0] != "#"]
-    return zip(*[iter(lines)] * size, strict=True)
 
 
 def run(*words, stdout=subprocess.PIPE):
@@ -59,8 +56,7 @@ class Tool(unittest.TestCase):
         self.assertEqual((publisher.wait(60), os.listdir()), (code, list(left)), publisher.args)
 
     def test_answers_and_complaints_have_their_streams_and_codes(self):
-        # An emulated start takes long.
-        for command, *patterns in [*cases("tool_answers.txt", 4), *[*cases("tool_verbs.txt", 4)][::1 if HERE else 20]]:
+        for command, *patterns in ANSWERS:
             if not HERE and "\\x" in command:
                 continue  # words are UTF-16 there, not bytes
             words = shlex.split(command.replace("$FLAGS", shlex.join(FLAGS)).replace("$TOOL", shlex.quote(TOOL[-1])))
@@ -209,7 +205,7 @@ class Tool(unittest.TestCase):
             process = self.publisher()
             known[name] = main_pid.read_text()
         process.kill(), process.wait()
-        for case, expected in cases("tool_states.txt", 2):
+        for case, expected in STATES:
             name, content = case.split("|")
             Path(name).write_text(content.format(**known))
             flags = PID_FLAGS if name == "main.pid" else [*PID_FLAGS[:4], "--endpoint-root", ".", "--http", "1"]
