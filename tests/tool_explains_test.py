@@ -3,7 +3,7 @@
 import os, random, re, shlex, subprocess, sys, tempfile, unittest
 from pathlib import Path
 
-import tool_schemas
+import many_lines, tool_schemas
 from tables import lines, rows, words_of
 
 TOOL = sys.argv[1:]
@@ -24,8 +24,7 @@ def run(*words, data=b"", **more):
 
 
 def ask(verb, words, *options):
-    # Tokens of any kind and number come through a file.
-    code, out, err = run(verb, "--json", *options, "--from", "-", data="".join(word + "\0" for word in words).encode(errors="surrogatepass"))
+    code, out, err = many_lines.run_with(TOOL, words, verb, "--json", *options)
     return tool_schemas.answer(verb, out) if out else {"exit": code, "said": err}
 
 
@@ -110,11 +109,11 @@ class Explains(unittest.TestCase):
         for typed, expected in FIXES:
             code, line = expected.split(" ", 1)
             with self.subTest(typed):
-                done = run("fix", *words_of(typed))
+                done = many_lines.run(TOOL, "fix", *words_of(typed))
                 self.assertEqual(done[:2], (int(code), line + "\n"))
                 self.assertEqual("<value>" in line, "replace each <value>" in done[2])
                 if code == "0":
-                    self.assertEqual((run("check", *shlex.split(line))[0], run("fix", *shlex.split(line))[:2]), (0, done[:2]))
+                    self.assertEqual((many_lines.run(TOOL, "check", *shlex.split(line))[0], many_lines.run(TOOL, "fix", *shlex.split(line))[:2]), (0, done[:2]))
         code, out, err = run("fix", *REQUIRED, *["--wait=1"] * 30)
         self.assertEqual((code, out, err.count("after fixing that"), err.count("\nand 10 more\n")), (0, shlex.join(REQUIRED + ["--wait"] * 30) + "\n", 19, 1))
 
@@ -197,7 +196,7 @@ class Explains(unittest.TestCase):
                 for (_, _, text), (_, _, part) in zip(found, wanted):
                     self.assertIn(part, text)
                 warned_of = found or "--http" not in typed
-                self.assertEqual(run("check", "--strict", "--from", "-", data="\0".join([*words, ""]).encode())[0], 3 if warned_of else 0)
+                self.assertEqual(many_lines.run_with(TOOL, words, "check", "--strict")[0], 3 if warned_of else 0)
 
     def test_what_is_right_is_left_alone_however_odd(self):
         odd = []

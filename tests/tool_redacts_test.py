@@ -3,7 +3,7 @@
 import json, os, re, shlex, subprocess, sys, tempfile, unittest
 from pathlib import Path
 
-import tool_schemas
+import many_lines, tool_schemas
 from tables import lines, rows, words_of
 
 TOOL = sys.argv[1:]
@@ -11,22 +11,20 @@ del sys.argv[1:]
 HERE = not TOOL[-1].endswith(".exe")
 ROOT = Path(__file__).resolve().parents[1]
 REQUIRED = ["--auto-deploy-root", "/D"]
-# Each line costs two starts of the tool.
-EVERY = 20
+# Without many_lines, each line costs two starts of the tool.
+EVERY = 2 if many_lines.PROGRAM else 20 if HERE else 160
 # These words stay; all others in paths, hosts, names and data get a mark, which then must be nowhere.
 STAY = "localhost http https redis null text plain xml json type default statistics dashboard on off".split()
 MARK = "zq"
 LINES = [first + words_of(typed) for first, name in [(REQUIRED, "tool_mistakes.txt"), (REQUIRED, "tool_warnings.txt"), ([], "tool_fixes.txt")]
-         for typed, _ in rows(name, 2)[::EVERY if HERE else 8 * EVERY]]
+         for typed, _ in rows(name, 2)[::EVERY]]
 LINES += [lines(ROOT / f"bench/corpora/{name}.txt") for name in ["full", "typical"]]
 OWNED = r"<directory>|<file>|<host-name>|<provider>|<origin>|<client>|<command>|<key>|<category>"
 
 
-def run(verb, *options, words=(), data=b""):
+def run(verb, *options, words=()):
     """The answer, and everything that was printed."""
-    data = data or "".join(word + "\0" for word in words).encode()
-    done = subprocess.run([*TOOL, verb, *options, "--format-in", "nul", "--from", "-"], input=data, capture_output=True, timeout=300, check=False)
-    return done.returncode, done.stdout.decode(), done.stderr.decode()
+    return many_lines.run_with(TOOL, words, verb, *options, "--format-in", "nul")
 
 
 def found(code, out, err):

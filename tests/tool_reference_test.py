@@ -3,7 +3,7 @@
 import datetime, json, os, re, shlex, subprocess, sys, tempfile, unittest
 from pathlib import Path
 
-import tool_schemas
+import many_lines, tool_schemas
 from tables import lines, words_of
 
 TOOL = sys.argv[1:]
@@ -20,7 +20,7 @@ def run(*words, data=b""):
 
 
 def answer(verb, *words):
-    return tool_schemas.answer(verb, run(verb, *words)[1])
+    return tool_schemas.answer(verb, many_lines.run(TOOL, verb, *words)[1])
 
 
 def flat(text):
