@@ -152,6 +152,7 @@ class Formats(unittest.TestCase):
         Path("n").write_bytes(ended(["--auto-deploy-root", "/D", "--log-root", "~", "--http", "1"]))
         warnings = tool_schemas.answer("check", run("check", "--json", "--from", "n").stdout)["warnings"]
         self.assertEqual([one.get("places") for one in warnings], [[{"token": 4, "file": "n"}]])
+        self.assertIn("warning: token 4, n: ", run("check", "--from", "n").stderr.decode())
         said = run("check", "--from", "a.service", "--from", "b", "--waist").stderr.decode()
         self.assertIn("  token 5, b:3:1: ... --log-root /l --num-worker 4 ...\n", said)
         self.assertIn("  token 7: ", said)

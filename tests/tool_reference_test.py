@@ -137,6 +137,7 @@ class Reference(unittest.TestCase):
         self.assertEqual(list(pages["flags"]), ["NAME", "DESCRIPTION", *(one.upper() for one in subjects), "VALUES", "SEE ALSO"])
         said = {subject: flat(" ".join(" ".join(pieces_of(one, "")) for one in reference if one["subject"] == subject)) for subject in subjects}
         self.assertEqual({one: pages["flags"][one.upper()] for one in subjects}, said)
+        self.assertIn(" \\\n", run("flags")[1], "an example that goes on")
         listed, values = run("flags")[1].replace(" \\\n", "\n").split("\nValues\n")
         self.assertEqual(flat(listed), flat(" ".join(one + " " + said[one] for one in subjects)))
         self.assertEqual(flat(values), pages["flags"]["VALUES"])
