@@ -8,7 +8,7 @@ from tables import DATA
 BUILD, TOOL = sys.argv[1:]
 del sys.argv[1:]
 READERS = {path: text for path in Path(__file__).resolve().parent.glob("*_test.*")
-           if re.search("from tables import|support.hpp|tables = ", text := path.read_text(encoding="utf-8"))}
+           if re.search("from (preflight_)?tables import|support.hpp|tables = ", text := path.read_text(encoding="utf-8"))}
 # On this system, no test reads them.
 ELSEWHERE = ["platform_order_windows.txt"]
 

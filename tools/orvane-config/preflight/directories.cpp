@@ -115,8 +115,10 @@ void look_at_subject(const Subject& subject, const Entry& there) {
     case Entry::State::loop:
         return subject.add(Kind::link_loop, "a symbolic link in " + subject.name() + " leads back to itself",
                            "Correct the link.");
-    case Entry::State::unreachable:
-        return report_missing_right(subject, Right::enter, "enter", obstacle_to(subject.path), false);
+    case Entry::State::unreachable: {
+        const Path obstacle = obstacle_to(subject.path);
+        return report_missing_right(subject, Right::enter, "enter", obstacle, entry_at(obstacle).own);
+    }
     case Entry::State::too_long:
         return subject.add(Kind::missing_directory, "the path is longer than the system allows",
                            "Use a shorter path.");

@@ -59,8 +59,8 @@ void look_at_sum(const Memory& memory, std::uint64_t usable, const ServerSetting
     // One that is out of reach is reported already.
     const std::uint64_t threshold = settings.server_memory_threshold().value_or(0);
     const std::uint64_t server = threshold <= usable ? threshold : 0;
-    const std::string sum = std::to_string(*workers) + " workers of " + amount(*each) +
-                            (server == 0 ? "" : " and the server's " + amount(server));
+    const std::string sum = std::to_string(*workers) + (*workers == 1 ? " worker of " : " workers of ") +
+                            amount(*each) + (server == 0 ? "" : " and the server's " + amount(server));
     // Divided, because the product may not fit.
     if (*each <= (usable - server) / *workers)
         findings.add(Kind::within_memory, flag::num_workers, sum + " fit into " + amount(usable));

@@ -39,11 +39,13 @@ int answer(char* buffer, int size, int, void* data) {
     return static_cast<int>(question.phrase->size());
 }
 
-/// OpenSSL has several reasons; that it does not support something is not always the first.
+/// OpenSSL has several reasons; that it does not support a cipher is not always the first. It also does not support what a
+/// wrong pass phrase makes of a key, once in a while.
 bool takes_unsupported_out_of_the_queue() {
     bool unsupported = false;
     for (unsigned long error = ERR_get_error(); error != 0; error = ERR_get_error())
-        unsupported = unsupported || ERR_GET_REASON(error) == ERR_R_UNSUPPORTED;
+        unsupported =
+            unsupported || (ERR_GET_LIB(error) == ERR_LIB_EVP && ERR_GET_REASON(error) == ERR_R_UNSUPPORTED);
     return unsupported;
 }
 

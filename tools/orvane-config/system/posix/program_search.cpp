@@ -11,8 +11,8 @@ namespace orvane {
 ProgramSearch program_search() {
     ProgramSearch search{{}, {u""}};
     const char* const path = std::getenv("PATH");
-    std::istringstream list(path == nullptr ? "/usr/bin:/bin" : path);
-    // An empty element means the current directory.
+    // An empty element means the current directory, also at the end.
+    std::istringstream list((path == nullptr ? std::string("/usr/bin:/bin") : path) + ":");
     for (std::string one; std::getline(list, one, ':');)
         search.directories.emplace_back(one.empty() ? u"." : qel::i18n::utf8_to_ustring(one));
     return search;

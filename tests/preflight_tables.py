@@ -1,0 +1,42 @@
+"""Tables of what preflight finds. A row has no blanks before it. The lines below it, with two spaces before them, say what is found
+there: "flag id: what > advice". <words in brackets> stand for any text, $NAME for what the test knows. What is fine is compared only
+where it is listed."""
+import itertools, re, string
+
+from tables import lines
+
+
+def rows(name):
+    """Each row with the lines below it."""
+    table = []
+    for line in lines(name):
+        if line.startswith("  "):
+            table[-1][1].append(line.strip())
+        else:
+            table.append((line, []))
+    return table
+
+
+def name_of(finding, flags):
+    """A flag that is given several times is named with its value."""
+    flag = (finding.get("flag") or finding["group"]).lstrip("-")
+    return f"{flag} {finding['value']}" if flags.count("--" + flag) > 1 and "value" in finding else flag
+
+
+def compare(test, findings, expected, flags, ids_only=False, fine=False, **known):
+    """The same findings with the same texts, in the same order; with `fine`, all that are fine as well."""
+    expected = [string.Template(line).safe_substitute(known) for line in expected]
+    listed = {line.split(": ")[0] for line in expected}
+    said = []
+    for one in findings:
+        name = f"{name_of(one, flags)} {one['id']}"
+        if fine or one["severity"] != "fine" or name in listed:
+            said.append(f"{name}: {one['what']}" + (f" > {one['advice']}" if one["advice"] else ""))
+    if ids_only:
+        said, expected = ([line.split(": ")[0] for line in some] for some in (said, expected))
+    wanted = [line if matches(pattern, line) else pattern for pattern, line in itertools.zip_longest(expected, said, fillvalue="")]
+    test.assertEqual(said, [line for line in wanted if line])
+
+
+def matches(pattern, line):
+    return re.fullmatch(".+?".join(map(re.escape, re.split("<[a-z ]+>", pattern))), line)
