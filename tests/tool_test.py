@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Runs orvane-config against itself and against the tools that find servers by their files: tool_test.py TOOL..."""
-import os, re, shlex, signal, socket, subprocess, sys, tempfile, time, unittest
+import fcntl, os, re, shlex, signal, socket, subprocess, sys, tempfile, time, unittest
 from pathlib import Path
 
 import tool_schemas
@@ -10,6 +10,7 @@ TOOL = sys.argv[1:]
 del sys.argv[1:]
 HERE = not TOOL[-1].endswith(".exe")
 PID_FLAGS = ["--auto-deploy-root", "D", "--extract-root", "E", "--pid-root", "."]
+CERTIFICATE = ["--x509-private-key", "k", "--x509-cert-chain", "c"]
 FLAGS = [*PID_FLAGS, "--endpoint-root", ".", "--control-port", "9920", "--http", "h:9910"]
 # A command that ends with 0 when it is released, on every system.
 HELD = ["--", TOOL[-1], "locate", "--wait", "60", *PID_FLAGS[:2], "--endpoint-root", "gate", "--control-port", "1"]
@@ -18,6 +19,8 @@ CONTAINER = ["unshare", "--map-root-user", "--pid", "--fork", "--mount-proc", "-
 # An emulated start takes long.
 ANSWERS = rows("tool_answers.txt", 4) + rows("tool_verbs.txt", 4)[::1 if HERE else 20]
 STATES = rows("tool_states.txt", 2)
+# Where root runs the tests, its privileges are taken away.
+AS_NOBODY = ["setpriv", "--reuid", "65534", "--regid", "65534", "--clear-groups", "--inh-caps=-all"] if HERE and os.geteuid() == 0 else []
 main_pid = Path("main.pid")
 
 
@@ -86,6 +89,9 @@ class Tool(unittest.TestCase):
         killed = self.publisher()
         killed.kill()
         until(lambda: state() == "stale 5")
+        number = main_pid.read_text()
+        self.assertEqual(run(*TOOL, "locate", *FLAGS)[:2], (5, f"main.pid stale         {number} (no such process)  ./main.pid\n"
+                                                         "control  stale         127.0.0.1:9920  ./control\nhttp     stale         h:9910  ./http\n"))
         waiting = self.start(*TOOL, "locate", "--wait", "60", *FLAGS)
         first = self.publisher(*HELD)
         self.assertEqual((waiting.wait(60), run(*TOOL, "publish", *FLAGS)[0]), (0, 1))
@@ -191,6 +197,42 @@ class Tool(unittest.TestCase):
             publisher.send_signal(number)
             self.expect_end(publisher, code)
 
+    @unittest.skipUnless(HERE, "there are no signals; what the console sends is in windows_tool_test.cpp")
+    def test_what_the_terminal_sends_is_not_passed_on(self):
+        terminal, end = os.openpty()
+        self.addCleanup(os.close, terminal), self.addCleanup(os.close, end)
+        # The command would get it from the terminal as well. This one has none, so that it gets only what is passed on.
+        script = "trap 'rm ready; exit 9' INT; trap 'rm ready; exit 8' TERM; >ready; while :; do sleep 0.1; done"
+        publisher = subprocess.Popen(["setsid", "--ctty", *TOOL, "publish", *FLAGS, "--", "setsid", "sh", "-c", script], stdin=end, stderr=subprocess.DEVNULL)
+        self.addCleanup(lambda: (publisher.kill(), publisher.wait()))
+        until(lambda: os.path.exists("ready"))
+        os.write(terminal, b"\x03")
+        time.sleep(0.2)
+        publisher.send_signal(signal.SIGTERM)
+        self.expect_end(publisher, 8)
+
+    @unittest.skipUnless(HERE, "a mutex does it there")
+    def test_a_publisher_that_is_about_to_leave_is_waited_for(self):
+        lock = os.open(".", os.O_RDONLY)
+        self.addCleanup(os.close, lock)
+        fcntl.flock(lock, fcntl.LOCK_EX)
+        # Nobody waits for long.
+        self.assertEqual(run(*TOOL, "publish", *FLAGS, "--", "true"), (1, "", "orvane-config: another publisher is running and owns ./main.pid\n"))
+        next_one = self.start(*TOOL, "publish", *FLAGS, "--", "true")
+        until(lambda: next_one.poll() is not None or os.getcwd() in run("sh", "-c", f"readlink /proc/{next_one.pid}/fd/*")[1].splitlines())
+        time.sleep(0.1)
+        fcntl.flock(lock, fcntl.LOCK_UN)
+        self.expect_end(next_one, 0)
+
+    @unittest.skipUnless(HERE and run(*AS_NOBODY, *TOOL, "version")[0] == 0, "there is no other user, or not for this program")
+    def test_a_directory_without_access_says_nothing_of_the_server(self):
+        os.mkdir("closed")
+        Path("closed/main.pid").write_text("1")
+        os.chmod("closed", 0), os.chmod(".", 0o755)
+        self.addCleanup(os.chmod, "closed", 0o700)
+        self.assertEqual(run(*AS_NOBODY, *TOOL, "locate", *PID_FLAGS[:-1], "closed"),
+                         (7, "main.pid unreadable    Permission denied  closed/main.pid\n", ""))
+
     @unittest.skipUnless(HERE, "there is no sh; nothing depends on the system")
     def test_what_the_tool_has_to_say_comes_before_the_command(self):
         Path("x.service").write_text("ExecStart=/bin/x " + shlex.join(FLAGS))
@@ -199,7 +241,7 @@ class Tool(unittest.TestCase):
         self.assertRegex(said, r"(?s)^[^\n]*left out '/bin/x'.*\nran\n$")
 
     def test_only_what_a_server_writes_is_taken_for_one(self):
-        known = {"line_end": "\n", "blanks": " " * 5000}
+        known = {"line_end": "\n", "crlf": "\r\n", "tab": "\t", "blanks": " " * 5000, "longest": "h" * 4094, "longer": "h" * 4095}
         for name in ["own", "ended"]:
             os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
             process = self.publisher()
@@ -208,11 +250,17 @@ class Tool(unittest.TestCase):
         for case, expected in STATES:
             name, content = case.split("|")
             Path(name).write_text(content.format(**known))
-            flags = PID_FLAGS if name == "main.pid" else [*PID_FLAGS[:4], "--endpoint-root", ".", "--http", "1"]
+            endpoint = {"main.pid": [], "http": ["--http", "1"], "https": ["--https", "1", *CERTIFICATE], "control": ["--control-port", "1"]}[name]
+            flags = [*PID_FLAGS[:4], "--endpoint-root", ".", *endpoint] if endpoint else PID_FLAGS
             self.assertEqual(state(*flags), expected, case)
         main_pid.write_text(known["own"])
         os.utime(main_pid, (1e9, 1e9))
         self.assertEqual(state(*PID_FLAGS), "stale 5", "the process started after the file was written")
+        if HERE:
+            main_pid.write_text(str(self.start("sleep", "1000").pid))
+            for seconds, expected in [(0.5, "alive 0"), (2, "stale 5")]:  # clocks and file times are not exact
+                os.utime(main_pid, (time.time() - seconds,) * 2)
+                self.assertEqual(state(*PID_FLAGS), expected)
         unknown = [("/proc/sys/vm/compact_memory", "Permission denied"), ("/proc/self/mem", "Input/output error")]  # for root, too
         for target, why in unknown if HERE else []:
             os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
