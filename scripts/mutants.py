@@ -8,34 +8,38 @@ import re
 
 from statements import QUOTED, blocks, bodies, masked, matching
 
-# The code that chooses; included before every source. The file ZEP_MUTANT_LOG gets the first changes of the bodies that were
-# executed. Nothing is allocated, because tests count allocations.
+# The code that chooses; included before every source. In the file ZEP_MUTANT_LOG, the byte at the number of a body's first change
+# is set when the body is executed. It is mapped, so what a process has executed is known however it ends. Nothing is allocated,
+# because tests count allocations.
+BODIES = 1 << 16
 SWITCH = """#pragma once
-#include <cstdio>
 #include <cstdlib>
+#include <fcntl.h>
 #include <stdexcept>
+#include <sys/mman.h>
 #include <type_traits>
+#include <unistd.h>
 namespace zep_mutant {
-struct Log {
-    const char* const file = std::getenv("ZEP_MUTANT_LOG");
-    bool seen[1 << 16] = {};
-    ~Log() {
-        std::FILE* const out = file ? std::fopen(file, "a") : nullptr;
-        for (int i = 0; out && i != 1 << 16; ++i)
-            if (seen[i]) std::fprintf(out, "%d\\n", i);
-        if (out) std::fclose(out);
-    }
-};
-inline Log log;
+constexpr int bodies = %d;
+inline bool not_logged[bodies] = {};
+inline bool* open_log() {
+    const char* const name = std::getenv("ZEP_MUTANT_LOG");
+    const int file = name ? open(name, O_RDWR | O_CLOEXEC) : -1;
+    if (file < 0) return not_logged;
+    void* const bytes = mmap(nullptr, bodies, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+    close(file);
+    return bytes == MAP_FAILED ? not_logged : static_cast<bool*>(bytes);
+}
+inline bool* const executed = open_log();
 inline const int number = std::getenv("ZEP_MUTANT") ? std::atoi(std::getenv("ZEP_MUTANT")) : 0;
-inline int chosen(int body = 0) {
-    log.seen[body] = true;
+inline int chosen(int body) {
+    executed[body] = true;
     return number;
 }
 constexpr int active(int body) { return std::is_constant_evaluated() ? 0 : chosen(body); }
 struct Never : std::runtime_error { using std::runtime_error::runtime_error; };
 }
-"""
+""" % BODIES
 
 
 @dataclasses.dataclass
@@ -152,6 +156,12 @@ def changes(file, source):
         yield (start, end), [Change(file, *one) for one in reversed(unique.values())]
 
 
+def name_of_table(source, start):
+    """The name of the table whose first brace is before `start`."""
+    head = re.split(r"[;}]|\n\n", source[:start - 1])[-1]
+    return (re.findall(r"(\w+)\s*(?:\[[^\]]*\]\s*)*=?\s*$", head) or ["no_name"])[0]
+
+
 def with_all(source, by_body):
     """The source with every change in it, and the lines, as (first, last, number), of each."""
     result, at, lines = "", 0, []
@@ -166,7 +176,7 @@ def with_all(source, by_body):
                 original = source[change.start:change.end]
                 result += source[at:change.start] + "\n"
                 lines.append((result.count("\n") + 1, result.count("\n") + 1, change.number))
-                result += f"(zep_mutant::chosen() == {change.number} ? {change.text} : {original})\n"
+                result += f"(zep_mutant::chosen({found[0].number}) == {change.number} ? {change.text} : {original})\n"
                 at = change.end
             continue
         result += f"\nswitch (zep_mutant::active({found[0].number})) {{\n"

@@ -6,13 +6,14 @@ def blank(text):
     return re.sub(r"[^\n]", " ", text)
 
 
+RAW = r"\bR\"\(.*?\)\""
 QUOTED = r"(?<!\w)u?(?:\"(?:\\.|[^\"\\])*\"|'(?:\\.|[^'\\])+')"
 
 
 def masked(source, whole_directives):
     """The source with blanks instead of comments and directives, and with masked quoted text; positions stay the same."""
     directive = r"(?:[^\n\\]|\\.)*" if whole_directives else r"[^\n]*"
-    pieces = rf"//[^\n]*|/\*.*?\*/|{QUOTED}|^#{directive}"
+    pieces = rf"//[^\n]*|/\*.*?\*/|{RAW}|{QUOTED}|^#{directive}"
     return re.sub(pieces, lambda found: blank(found[0]) if found[0][0] in "/#" else "_" * len(found[0]), source,
                   flags=re.S | re.M)
 
