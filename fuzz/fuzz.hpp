@@ -42,14 +42,6 @@ inline optional<S> accepted(const std::u16string& flag, const std::u16string& va
     return boost::make_optional(got.text.empty(), got.settings);
 }
 
-#ifdef ZEP_FUZZ_REPLAY
-int main(int count, char** file) {
-    promise(count > 1, "there are seeds");
-    while (*++file != nullptr)
-        examine((std::ostringstream() << std::ifstream(*file, std::ios_base::binary).rdbuf()).str());
-}
-#else
 extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
     return examine({data, size}), 0;
 }
-#endif

@@ -53,7 +53,7 @@ NOT_RUN = [
     ("docs/getting-started.md", "cmake --build startup", "used_by_zip builds the example in this way"),
     ("docs/getting-started.md", "cmake --preset visual-studio", "needs Windows"),
     ("docs/getting-started.md", "cmake --build --preset visual-studio", "needs Windows"),
-    ("docs/reliability.md", "scripts/fuzz", "takes minutes; the stage dev runs the fuzz targets on their seeds"),
+    ("docs/reliability.md", "scripts/fuzz", "takes minutes; the stage scripts runs it for seconds"),
     ("docs/operations.md", "", "changes the system; operations_test.py runs this page on a machine made for it"),
 ]
 # Document, language, how a block begins, and what checks it.
