@@ -32,6 +32,9 @@ file(STRINGS ${ZEP_CONFIG_BOOST_VERSION_HPP} boost_version REGEX "^#define BOOST
 string(REGEX MATCH "[0-9]+" boost_version "${boost_version}")
 file(READ include/qel/config/detail/same_boost.hpp same_boost)
 string(REPLACE "BOOST_VERSION BOOST_VERSION" "BOOST_VERSION ${boost_version}" same_boost "${same_boost}")
+math(EXPR boost_major "${boost_version} / 100000")
+math(EXPR boost_minor "${boost_version} / 100 % 1000")
+string(REPLACE "BOOST_RELEASE" "${boost_major}.${boost_minor}" same_boost "${same_boost}")
 file(CONFIGURE OUTPUT same_boost.hpp CONTENT "${same_boost}" @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/same_boost.hpp DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qel/config/detail COMPONENT development)
 set(platform_targets "")
@@ -95,8 +98,12 @@ if(NOT WIN32)
         DESTINATION ${ZEP_CONFIG_GDB_DIR} COMPONENT library)
 endif()
 
-# Relative to the file itself, so that the installed tree can be moved.
-file(RELATIVE_PATH path_to_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+# Relative to the file itself, so that the installed tree can be moved. Nobody moves /usr, and compilers search it anyway.
+set(prefix /usr)
+if(NOT CMAKE_INSTALL_PREFIX STREQUAL prefix)
+    file(RELATIVE_PATH prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+    string(PREPEND prefix "\${pcfiledir}/")
+endif()
 configure_file(cmake/zep_config.pc.in zep_config.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zep_config.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 
