@@ -77,6 +77,8 @@ TYPED_TEST(Exceptions, are_caught_and_cloned_under_every_base_with_the_place_of_
 
 TYPED_TEST(Exceptions, copies_share_the_attached_information) {
     using Note = boost::error_info<struct NoteTag, int>;
+    static_assert(std::is_nothrow_copy_constructible_v<TypeParam> &&
+                  std::is_nothrow_copy_assignable_v<TypeParam>);
     TypeParam original("a"), assigned("b"), moved("c");
     original << Note(7);
     assigned = original;
@@ -87,6 +89,8 @@ TYPED_TEST(Exceptions, copies_share_the_attached_information) {
         EXPECT_EQ(boost::get_error_info<Note>(one), boost::get_error_info<Note>(original));
     }
 }
+
+static_assert(noexcept(product_name()) && noexcept(error_code::get_category()));
 
 TEST(BuildInfo, strings_have_their_forms) {
     EXPECT_STREQ(product_name(), "Orvane");

@@ -331,6 +331,7 @@ TEST(SslContext, each_field_decides_and_the_earlier_one_first) {
     }
     // Two spellings of one path end the comparison, whatever follows.
     SslContext one, other;
+    static_assert(noexcept(one == other && one < other && to_text(one.verify_peer_mode()) == ""));
     one.ca_file(Path(u"a//b"));
     other.ca_file(Path(u"a/b"));
     other.use_crl(true);

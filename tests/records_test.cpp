@@ -6,6 +6,7 @@ namespace {
 
 template <class R>
 void expect_equal(const R& a, const R& b) {
+    static_assert(noexcept(a == b && a != b && a < b && a <= b && a > b && a >= b));
     EXPECT_TRUE(a == b && a <= b && a >= b);
     EXPECT_FALSE(a != b || a < b || a > b);
 }

@@ -73,9 +73,9 @@ void expect_thrown(Act act, const std::string& text) {
 
 int main() {
     config::ServerSettings settings;
-    expect_thrown<config::bad_config>([&] { config::read_master_pid(settings); }, "no pid root");
+    expect_thrown<config::bad_config>([&] { return config::read_master_pid(settings); }, "no pid root");
     settings.pid_root(config::Path(u"no/such/place"));
-    expect_thrown<config::config_io_error>([&] { config::read_master_pid(settings); },
+    expect_thrown<config::config_io_error>([&] { return config::read_master_pid(settings); },
                                            "error opening no/such/place");
 
     expect_throwable<config::bad_config>();

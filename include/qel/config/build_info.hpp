@@ -5,8 +5,8 @@
 
 namespace qel::config {
 
-/// "Orvane". A static string. Does not throw.
-ZEP_CONFIG_API const char* product_name();
+/// "Orvane". A static string.
+ZEP_CONFIG_API const char* product_name() noexcept;
 
 } // namespace qel::config
 

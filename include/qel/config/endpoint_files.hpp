@@ -44,7 +44,7 @@ public:
     /// Throws bad_config if the settings have no endpoint root, config_io_error if the file cannot be opened
     /// or written, std::bad_alloc. On failure nothing is removed: a file that was opened but not written
     /// remains.
-    scoped_control_endpoint_file(const ServerSettings& settings, const tcp_endpoint& endpoint);
+    [[nodiscard]] scoped_control_endpoint_file(const ServerSettings& settings, const tcp_endpoint& endpoint);
     scoped_control_endpoint_file(const scoped_control_endpoint_file&) = delete;
     ///@{
     /// The moved-from object removes nothing. An assignment removes the file owned so far, unless the other object owns
@@ -64,8 +64,8 @@ private:
 class ZEP_CONFIG_API scoped_http_endpoint_file {
 public:
     /// Throws like scoped_control_endpoint_file.
-    scoped_http_endpoint_file(const ServerSettings& settings, const http_endpoint& endpoint,
-                              HTTPProtocol protocol);
+    [[nodiscard]] scoped_http_endpoint_file(const ServerSettings& settings, const http_endpoint& endpoint,
+                                            HTTPProtocol protocol);
     scoped_http_endpoint_file(const scoped_http_endpoint_file&) = delete;
     ///@{
     /// The moved-from object removes nothing. An assignment removes the file owned so far, unless the other object owns
@@ -91,7 +91,7 @@ private:
 /// boost::system::system_error if the look-up fails, with the resolver's code and a text that begins with what was
 /// looked up and the file it came from; std::runtime_error "endpoint not found" if the look-up finds nothing;
 /// std::bad_alloc. Reads the file to its end, however long it is.
-ZEP_CONFIG_API tcp_endpoint read_control_endpoint(const ServerSettings& settings);
+[[nodiscard]] ZEP_CONFIG_API tcp_endpoint read_control_endpoint(const ServerSettings& settings);
 
 /// The endpoint in the file "http" or "https".
 ///
@@ -102,6 +102,7 @@ ZEP_CONFIG_API tcp_endpoint read_control_endpoint(const ServerSettings& settings
 ///
 /// Throws bad_config (no endpoint root), config_io_error (no such file, it cannot be read, or it contains no colon),
 /// std::bad_alloc. Reads up to the first colon, however far that is.
-ZEP_CONFIG_API http_endpoint read_http_endpoint(const ServerSettings& settings, HTTPProtocol protocol);
+[[nodiscard]] ZEP_CONFIG_API http_endpoint read_http_endpoint(const ServerSettings& settings,
+                                                              HTTPProtocol protocol);
 
 } // namespace qel::config

@@ -11,6 +11,7 @@
 
 namespace qel::config::error_code {
 
+ZEP_CONFIG_QUIET_BEGIN
 /// The category of the six codes.
 class ZEP_CONFIG_API category_type : public boost::system::error_category {
 public:
@@ -28,9 +29,10 @@ public:
     /// True for every code but success. (constexpr, so that the codes can be constant-initialised.)
     constexpr bool failed(int ev) const noexcept override { return ev != 0; }
 };
+ZEP_CONFIG_QUIET_END
 
-/// The one category object. Does not throw.
-ZEP_CONFIG_API boost::system::error_category& get_category();
+/// The one category object.
+ZEP_CONFIG_API boost::system::error_category& get_category() noexcept;
 
 // The six codes; their values and texts are in error_codes.def. Each is a reference to one immutable object that exists
 // before any dynamic initialisation. success() belongs to this category too, so it is unequal to a default-constructed

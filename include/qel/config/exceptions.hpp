@@ -15,16 +15,18 @@
 
 namespace qel::config {
 
+ZEP_CONFIG_QUIET_BEGIN
+
 // All exception types have one shape.
 #define ZEP_EXCEPTION(name)                                                                                  \
 public:                                                                                                      \
     /** Throws std::bad_alloc. */                                                                            \
     explicit name(const std::string& what);                                                                  \
     /**@{*/                                                                                                  \
-    /** Copies share their text and the boost::exception part. Does not throw. */                            \
-    name(const name&);                                                                                       \
+    /** Copies share their text and the boost::exception part. */                                            \
+    name(const name&) noexcept;                                                                              \
     name(name&&) noexcept;                                                                                   \
-    name& operator=(const name&);                                                                            \
+    name& operator=(const name&) noexcept;                                                                   \
     name& operator=(name&&) noexcept;                                                                        \
     /**@}*/                                                                                                  \
     ~name() noexcept override;
@@ -45,5 +47,6 @@ class ZEP_CONFIG_API config_state_error : public std::runtime_error, public virt
 };
 
 #undef ZEP_EXCEPTION
+ZEP_CONFIG_QUIET_END
 
 } // namespace qel::config

@@ -13,6 +13,7 @@ template <class T>
 struct FileFormat;
 }
 
+ZEP_CONFIG_QUIET_BEGIN
 /// The address of a listener, as written to and read from the endpoint files. Only assignment changes it.
 class ZEP_CONFIG_API http_endpoint {
 public:
@@ -43,8 +44,9 @@ private:
     /// Fills an endpoint from a file without looking up the machine's name.
     friend struct detail::FileFormat<http_endpoint>;
 
-    std::u16string host_name_;
+    std::u16string host_name_{};
     unsigned short port_ = 0;
 };
+ZEP_CONFIG_QUIET_END
 
 } // namespace qel::config

@@ -24,7 +24,7 @@ class ZEP_CONFIG_API scoped_pid_file {
 public:
     /// Writes to any path; no directory is created. Throws config_io_error if the file cannot be opened or written,
     /// std::bad_alloc. On failure nothing is removed: a file that was opened but not written remains.
-    scoped_pid_file(const Path& file, const unsigned& pid);
+    [[nodiscard]] scoped_pid_file(const Path& file, const unsigned& pid);
     scoped_pid_file(const scoped_pid_file&) = delete;
     ///@{
     /// The moved-from object removes nothing. An assignment removes the file owned so far, unless the other object owns
@@ -44,7 +44,7 @@ private:
 class ZEP_CONFIG_API scoped_master_pid_file {
 public:
     /// Throws bad_config if the settings have no pid root; otherwise like scoped_pid_file.
-    scoped_master_pid_file(const ServerSettings& settings, const unsigned& pid);
+    [[nodiscard]] scoped_master_pid_file(const ServerSettings& settings, const unsigned& pid);
     scoped_master_pid_file(const scoped_master_pid_file&) = delete;
     ///@{
     /// The moved-from object removes nothing. An assignment removes the file owned so far, unless the other object owns
@@ -68,6 +68,6 @@ private:
 ///
 /// Throws bad_config (no pid root), config_io_error (no such file, or it cannot be read),
 /// std::bad_alloc.
-ZEP_CONFIG_API unsigned read_master_pid(const ServerSettings& settings);
+[[nodiscard]] ZEP_CONFIG_API unsigned read_master_pid(const ServerSettings& settings);
 
 } // namespace qel::config

@@ -15,20 +15,15 @@ enum class log_content_type : std::int32_t {
 };
 
 /// All content types, in the order in which a handler's definition is compared with them.
-inline constexpr std::array log_content_types = {log_content_type::content_dashboard,
-                                                 log_content_type::content_statistics,
-                                                 log_content_type::content_default};
+inline constexpr std::array<log_content_type, 3> log_content_types = {{log_content_type::content_dashboard,
+                                                                       log_content_type::content_statistics,
+                                                                       log_content_type::content_default}};
 
 /// The text of the content type in a handler's definition; empty for a value that is none of the three.
 constexpr std::string_view to_text(log_content_type content) noexcept {
-    switch (content) {
-    case log_content_type::content_default:
-        return "type=default";
-    case log_content_type::content_statistics:
-        return "type=statistics";
-    case log_content_type::content_dashboard:
-        return "type=dashboard";
-    }
+    if (content == log_content_type::content_default) return "type=default";
+    if (content == log_content_type::content_statistics) return "type=statistics";
+    if (content == log_content_type::content_dashboard) return "type=dashboard";
     return {};
 }
 

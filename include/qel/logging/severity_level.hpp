@@ -23,7 +23,7 @@ enum class severity_level : std::int32_t {
 
 /// The names; the position is the level's value.
 inline constexpr std::array<std::string_view, 9> severity_names = {
-    "statistics", "trace", "debug", "information", "warning", "error", "out", "err", "profile"};
+    {"statistics", "trace", "debug", "information", "warning", "error", "out", "err", "profile"}};
 
 /// The level's name; empty for a value that is none of the nine.
 constexpr std::string_view to_text(severity_level level) noexcept {

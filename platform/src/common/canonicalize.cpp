@@ -14,8 +14,8 @@ namespace qel::util::filesystem {
 
 /// The answers of the file system so far.
 struct Canonicalizer::Memo {
-    std::unordered_map<std::u16string, Entry> entries;
-    std::unordered_map<std::u16string, std::u16string> starting_points;
+    std::unordered_map<std::u16string, Entry> entries{};
+    std::unordered_map<std::u16string, std::u16string> starting_points{};
 
     /// Asks when it is inserted, so only if the path is new. If that throws, nothing is inserted.
     struct Question {
@@ -67,18 +67,13 @@ public:
         if (steps_.size() > missing_from_) return;
 
         const Entry& entry = memo_.entry(text_);
-        switch (entry.kind) {
-        case Entry::Kind::plain:
-            return;
-        case Entry::Kind::resolved:
+        if (entry.kind == Entry::Kind::plain) return;
+        if (entry.kind == Entry::Kind::resolved) {
             steps_.back().before = text_.substr(0, steps_.back().length);
             return replace(entry.target);
-        case Entry::Kind::link:
-            if (links_ < most_links) return follow(entry.target);
-            [[fallthrough]];
-        case Entry::Kind::missing:
-            missing_from_ = steps_.size();
         }
+        if (entry.kind == Entry::Kind::link && links_ < most_links) return follow(entry.target);
+        missing_from_ = steps_.size();
     }
 
     void add_all(Elements elements) {
@@ -152,7 +147,7 @@ Canonicalizer::~Canonicalizer() = default;
 Path Canonicalizer::canonicalize(const Path& path) {
     if (path.empty()) return Path();
     const Elements elements(path.text());
-    Fold fold(*memo_);
+    Fold<Memo> fold(*memo_);
     fold.start(elements.root());
     fold.add_all(elements);
     return Path(fold.text());
@@ -162,7 +157,7 @@ bool Canonicalizer::is_same_or_below(const Path& path, const Path& root) {
     if (path.empty() || root.empty()) return path == root;
     const Path wanted = canonicalize(root);
     Elements elements(path.text());
-    Fold fold(*memo_);
+    Fold<Memo> fold(*memo_);
     fold.start(elements.root());
     // For a path without a root, what is before the first component is not a step on the way up from `path`.
     if (!elements.root().empty() && fold.equals(wanted.text())) return true;

@@ -19,13 +19,13 @@ struct Sentence {
 };
 
 // clang-format off
-constexpr std::array sentences{
+constexpr auto sentences = std::to_array({
     Sentence{"ZEP:server:Config", "CacheProviderBadFormat",
              "the cache definition \"%1\" is malformed: it must have the form <provider>@[<host>:]<port>, "
              "for example provider@localhost:4711"},
     Sentence{"ZEP:server:Config", "StartCacheLocalhost",
              "a cache can not be started on host \"%1\": the host must be 'localhost' or '127.0.0.1'"},
-};
+});
 // clang-format on
 
 /// Whether every '%' is followed by the number of an argument.

@@ -35,14 +35,14 @@ SslContext::~SslContext() = default;
     }
 #include "qel/util/ssl_context_fields.def"
 
-bool SslContext::operator==(const SslContext& other) const {
+bool SslContext::operator==(const SslContext& other) const noexcept {
 #define QEL_SSL_FIELD(name, ...)                                                                             \
     if (!(name##_ == other.name##_)) return false;
 #include "qel/util/ssl_context_fields.def"
     return true;
 }
 
-bool SslContext::operator<(const SslContext& other) const {
+bool SslContext::operator<(const SslContext& other) const noexcept {
     // A field that is neither less nor equal ends the comparison: two spellings of one path are such a pair.
 #define QEL_SSL_FIELD(name, ...)                                                                             \
     if (name##_ < other.name##_) return true;                                                                \

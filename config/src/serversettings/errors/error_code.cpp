@@ -28,7 +28,7 @@ std::string category_type::message(int ev) const {
 }
 
 // The interface returns a mutable reference; error_category has no operation that could change anything by it.
-boost::system::error_category& get_category() {
+boost::system::error_category& get_category() noexcept {
     return const_cast<category_type&>(category);
 }
 

@@ -5,9 +5,9 @@ namespace qel::config {
 
 #define ZEP_EXCEPTION(name)                                                                                  \
     name::name(const std::string& what) : std::runtime_error(what) {}                                        \
-    name::name(const name&) = default;                                                                       \
+    name::name(const name&) noexcept = default;                                                              \
     name::name(name&&) noexcept = default;                                                                   \
-    name& name::operator=(const name&) = default;                                                            \
+    name& name::operator=(const name&) noexcept = default;                                                   \
     name& name::operator=(name&&) noexcept = default;                                                        \
     name::~name() noexcept = default;
 

@@ -11,9 +11,9 @@ namespace qel::config::flag {
 #include "qel/config/flags.def"
 
 /// All flags in dispatch order.
-inline constexpr std::array in_order = {
+inline constexpr auto in_order = std::to_array({
 #define ZEP_FLAG(name, text) name,
 #include "qel/config/flags.def"
-};
+});
 
 } // namespace qel::config::flag

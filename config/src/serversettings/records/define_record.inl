@@ -28,7 +28,7 @@ ZEP_RECORD::~ZEP_RECORD() = default;
     void ZEP_RECORD::name(const __VA_ARGS__& value) { name##_ = value; }
 #include ZEP_FIELDS
 
-bool ZEP_RECORD::operator==(const ZEP_RECORD& other) const {
+bool ZEP_RECORD::operator==(const ZEP_RECORD& other) const noexcept {
 #define ZEP_FIELD(name, ...)                                                                                 \
     if (!(name##_ == other.name##_)) return false;
 #include ZEP_FIELDS
@@ -36,7 +36,7 @@ bool ZEP_RECORD::operator==(const ZEP_RECORD& other) const {
 }
 
 // Not std::tie: a field that is neither less nor equal (the paths a//b and a/b) ends the comparison.
-bool ZEP_RECORD::operator<(const ZEP_RECORD& other) const {
+bool ZEP_RECORD::operator<(const ZEP_RECORD& other) const noexcept {
 #define ZEP_FIELD(name, ...)                                                                                 \
     if (name##_ < other.name##_) return true;                                                                \
     if (!(name##_ == other.name##_)) return false;
@@ -45,10 +45,10 @@ bool ZEP_RECORD::operator<(const ZEP_RECORD& other) const {
 }
 
 // Derived in exactly this way, not by swapping the operands: for such a field the two differ.
-bool ZEP_RECORD::operator!=(const ZEP_RECORD& other) const { return !(*this == other); }
-bool ZEP_RECORD::operator<=(const ZEP_RECORD& other) const { return *this < other || *this == other; }
-bool ZEP_RECORD::operator>(const ZEP_RECORD& other) const { return !(*this < other || *this == other); }
-bool ZEP_RECORD::operator>=(const ZEP_RECORD& other) const { return !(*this < other); }
+bool ZEP_RECORD::operator!=(const ZEP_RECORD& other) const noexcept { return !(*this == other); }
+bool ZEP_RECORD::operator<=(const ZEP_RECORD& other) const noexcept { return *this < other || *this == other; }
+bool ZEP_RECORD::operator>(const ZEP_RECORD& other) const noexcept { return !(*this < other || *this == other); }
+bool ZEP_RECORD::operator>=(const ZEP_RECORD& other) const noexcept { return !(*this < other); }
 
 #undef ZEP_FIELDS
 #undef ZEP_RECORD

@@ -36,23 +36,24 @@ public:
 #include ZEP_FIELDS
 
     ///@{
-    /// `==`: whether all fields are equal. Does not throw.
-    bool operator==(const ZEP_RECORD&) const;
-    bool operator!=(const ZEP_RECORD&) const;
+    /// `==`: whether all fields are equal.
+    bool operator==(const ZEP_RECORD&) const noexcept;
+    bool operator!=(const ZEP_RECORD&) const noexcept;
     ///@}
     ///@{
     /// `<` compares the fields in declaration order: the first that is less gives true, the first that is unequal
-    /// otherwise gives false; all equal gives false. The others follow from this and `==` of the same operands. Does
-    /// not throw.
-    bool operator<(const ZEP_RECORD&) const;
-    bool operator<=(const ZEP_RECORD&) const;
-    bool operator>(const ZEP_RECORD&) const;
-    bool operator>=(const ZEP_RECORD&) const;
+    /// otherwise gives false; all equal gives false. The others follow from this and `==` of the same operands.
+    bool operator<(const ZEP_RECORD&) const noexcept;
+    bool operator<=(const ZEP_RECORD&) const noexcept;
+    bool operator>(const ZEP_RECORD&) const noexcept;
+    bool operator>=(const ZEP_RECORD&) const noexcept;
     ///@}
 
+    ZEP_CONFIG_QUIET_BEGIN
 private:
 #define ZEP_FIELD(name, ...) __VA_ARGS__ name##_{};
 #include ZEP_FIELDS
+    ZEP_CONFIG_QUIET_END
 
 #undef ZEP_FIELDS
 #undef ZEP_RECORD

@@ -4,10 +4,10 @@
 
 #include <boost/version.hpp>
 
-/// BOOST_VERSION of the Boost that the library was built with. Installing puts the number here. Where the library is part of
+/// BOOST_VERSION of the Boost that the library was built with. Installing puts the number here, and the release into the message. Where the library is part of
 /// the program's build, both have the same Boost.
 #define ZEP_CONFIG_BOOST_VERSION BOOST_VERSION
 
 #if BOOST_VERSION / 100 != ZEP_CONFIG_BOOST_VERSION / 100
-#error "ZEP_CONFIG_BOOST_VERSION is not BOOST_VERSION: compile with the Boost that the library was built with"
+#error "compile with Boost BOOST_RELEASE: the library was built with it, and BOOST_VERSION is another"
 #endif

@@ -14,6 +14,8 @@ namespace qel::msgid {
 /// One argument of a message: narrow text in the terminal's encoding, or wide text.
 using Argument = std::variant<std::string, std::u16string>;
 
+ZEP_CONFIG_PLATFORM_QUIET_BEGIN
+
 /// Identifies a message: its catalog, its ID in the catalog, and the arguments in order.
 struct ZEP_CONFIG_PLATFORM_API MessageID {
     std::string catalog;             ///< the catalog that has its text
@@ -44,7 +46,7 @@ public:
 protected:
     IMsgIDException() = default;
     ///@{
-    /// For derived classes. Does not throw.
+    /// For derived classes.
     IMsgIDException(const IMsgIDException&) = default;
     IMsgIDException& operator=(const IMsgIDException&) = default;
     ///@}
@@ -72,6 +74,8 @@ private:
     struct Content;
     std::shared_ptr<const Content> content_;
 };
+
+ZEP_CONFIG_PLATFORM_QUIET_END
 
 /// A function that is called with every message-ID exception just before it is thrown, in the thread that throws. The
 /// process has one such hook, and none at the start. The reference is valid during the call.

@@ -17,6 +17,7 @@ namespace qel::util::filesystem {
 /// only std::bad_alloc.
 ZEP_CONFIG_PLATFORM_API Path canonicalize(const Path& path);
 
+ZEP_CONFIG_PLATFORM_QUIET_BEGIN
 /// Computes canonical forms of many related paths. An object asks the file system about each entry once, and does not
 /// notice later changes, including a change of the current directory. Do not share it between threads.
 class ZEP_CONFIG_PLATFORM_API Canonicalizer {
@@ -40,5 +41,6 @@ private:
     struct Memo;
     std::unique_ptr<Memo> memo_;
 };
+ZEP_CONFIG_PLATFORM_QUIET_END
 
 } // namespace qel::util::filesystem

@@ -8,6 +8,7 @@
 
 namespace qel::util::filesystem {
 
+ZEP_CONFIG_PLATFORM_QUIET_BEGIN
 /// A path stored as UTF-16 text. Nothing is checked or normalised on construction.
 ///
 /// Separators are `/`, and on Windows also the backslash. Two relations are deliberately different:
@@ -44,8 +45,9 @@ public:
     bool operator<(const Path&) const noexcept;
 
 private:
-    std::u16string text_;
+    std::u16string text_{};
 };
+ZEP_CONFIG_PLATFORM_QUIET_END
 
 } // namespace qel::util::filesystem
 
@@ -53,6 +55,9 @@ namespace qel::i18n {
 
 /// `directory`, one separator if needed, then `component` unchanged. Never replaces `directory`, whatever the component
 /// begins with. If `directory` is empty, nothing is put before the component. Throws std::bad_alloc.
+///
+/// Path is of another namespace, so the operator is found after `using qel::i18n::operator/;` only. Then
+/// `directory / u"name"` can be written.
 ZEP_CONFIG_PLATFORM_API util::filesystem::Path operator/(const util::filesystem::Path& directory,
                                                          std::u16string_view component);
 

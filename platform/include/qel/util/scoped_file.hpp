@@ -30,7 +30,7 @@ public:
 private:
     void remove() noexcept;
 
-    Path path_;
+    Path path_{};
 };
 
 } // namespace qel::util::filesystem

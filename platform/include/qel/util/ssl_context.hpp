@@ -17,8 +17,8 @@ namespace qel::util::ssl {
 /// Whether a client must present a certificate.
 enum class SslVerifyPeerMode { no_verify_peer = 0, verify_peer_require_peer_cert = 1 };
 
-/// The mode's name, "no-verify-peer" or "verify-peer-require-peer-cert". Does not throw.
-constexpr std::string_view to_text(SslVerifyPeerMode mode) {
+/// The mode's name, "no-verify-peer" or "verify-peer-require-peer-cert".
+constexpr std::string_view to_text(SslVerifyPeerMode mode) noexcept {
     return mode == SslVerifyPeerMode::no_verify_peer ? "no-verify-peer" : "verify-peer-require-peer-cert";
 }
 
@@ -29,6 +29,7 @@ ZEP_CONFIG_PLATFORM_API std::istream& operator>>(std::istream& in, SslVerifyPeer
 /// Maps a client's name to the archives that it may use. An empty set allows all archives.
 using AccessMap = std::map<std::string, std::set<std::u16string>>;
 
+ZEP_CONFIG_PLATFORM_QUIET_BEGIN
 /// TLS settings. A default-constructed context has every path and text unset, every switch off, no clients
 /// and the mode "no-verify-peer". Fields, getters and setters come from ssl_context_fields.def.
 ///
@@ -53,14 +54,15 @@ public:
     void name(__VA_ARGS__ value) noexcept;
 #include "qel/util/ssl_context_fields.def"
 
-    /// Whether all fields are equal. Does not throw.
-    bool operator==(const SslContext&) const;
-    /// Compares by the first field that differs. Does not throw.
-    bool operator<(const SslContext&) const;
+    /// Whether all fields are equal.
+    bool operator==(const SslContext&) const noexcept;
+    /// Compares by the first field that differs.
+    bool operator<(const SslContext&) const noexcept;
 
 private:
 #define QEL_SSL_FIELD(name, ...) __VA_ARGS__ name##_{};
 #include "qel/util/ssl_context_fields.def"
 };
+ZEP_CONFIG_PLATFORM_QUIET_END
 
 } // namespace qel::util::ssl
