@@ -54,6 +54,7 @@ NOT_RUN = [
     ("docs/getting-started.md", "cmake --preset visual-studio", "needs Windows"),
     ("docs/getting-started.md", "cmake --build --preset visual-studio", "needs Windows"),
     ("docs/reliability.md", "scripts/fuzz", "takes minutes; the stage scripts runs it for seconds"),
+    ("docs/reliability.md", "scripts/mutate", "takes an hour; the stage scripts makes one change"),
     ("docs/operations.md", "", "changes the system; operations_test.py runs this page on a machine made for it"),
 ]
 # Document, language, how a block begins, and what checks it.
