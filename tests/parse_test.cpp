@@ -53,6 +53,15 @@ TEST(Flags, without_their_value_are_refused) {
     }
 }
 
+TEST(Flags, with_one_letter_changed_are_unknown) {
+    for (const Case& flag : read_cases("flags.txt"))
+        for (std::size_t at = 0; at != flag.tokens[1].size(); ++at) {
+            std::u16string text = flag.tokens[1];
+            text[at] ^= 0x100;
+            EXPECT_EQ(parse({text, u"1"}).code, error_code::unrecognized_flag()) << flag.where << ", " << at;
+        }
+}
+
 TEST(Flags, take_ill_formed_values_without_throwing) {
     for (const Case& flag : read_cases("flags.txt")) {
         for (const auto& value : {u"\xD800"s, u"a\xDC00 b"s, u"k \xD83D\xD83D\xDE00"s, u"p@\xDFFF:1"s}) {

@@ -16,15 +16,32 @@ namespace {
 
 using code = boost::system::error_code;
 
+/// A number that differs for all flags. If a new flag's is taken, the switch below does not compile ("duplicate case
+/// value"); then choose other letters.
+constexpr std::uint32_t fingerprint(std::u16string_view token) noexcept {
+    if (token.size() < 3) return 0;
+    const auto size = static_cast<std::uint32_t>(token.size());
+    return size << 16 ^ std::uint32_t{token[2]} << 8 ^ token[token.size() / 2 + 1];
+}
+
 /// The position of the first flag, from `from` on, that equals the token; the number of flags if none does.
-/// Each comparison is compiled separately: with a text that the compiler knows, most take four instructions.
 std::size_t find_flag(std::u16string_view token, std::size_t from) noexcept {
-    std::size_t position = 0;
-#define ZEP_FLAG(name, text)                                                                                 \
-    if (std::ranges::equal(flag::name, token) && position >= from) return position;                          \
-    ++position;
+    enum : std::size_t {
+#define ZEP_FLAG(name, text) at_##name,
 #include "qel/config/flags.def"
-    return position;
+        nowhere
+    };
+    const auto known = [&](std::size_t position, std::u16string_view text) {
+        return position >= from && std::ranges::equal(text, token) ? position : nowhere;
+    };
+    switch (fingerprint(token)) {
+#define ZEP_FLAG(name, text)                                                                                 \
+    case fingerprint(flag::name):                                                                            \
+        return known(at_##name, flag::name);
+#include "qel/config/flags.def"
+    default:
+        return nowhere;
+    }
 }
 
 /// Takes flag after flag until the tokens end, or one is unknown or out of range. `failing` is the flag that a failure
