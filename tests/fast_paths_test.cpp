@@ -9,6 +9,7 @@
 #include <boost/tokenizer.hpp>
 
 #include <locale>
+#include <map>
 #include <random>
 
 namespace qel::config::test {
@@ -209,6 +210,30 @@ TEST(CommonForms, of_user_data_are_split_as_the_tokenizer_does) {
         ASSERT_EQ(got.settings.user_data()[0], std::make_pair(parts[0], parts[1])) << ustring_to_utf8(text);
     }
     EXPECT_GT(pairs, 100);
+}
+
+TEST(CommonForms, of_user_data_are_merged_and_sorted_as_in_a_map) {
+    std::mt19937 random(1);
+    for (const unsigned keys : {3, 9, 10, 100, 5000}) {
+        Tokens tokens = {u"--auto-deploy-root", u"D"};
+        std::map<std::u16string, std::u16string> wanted;
+        std::string warnings;
+        for (unsigned i = 0; i != 2 * keys; ++i) {
+            std::u16string key = u"shared", value = i18n::ascii_to_ustring(std::to_string(i));
+            for (auto rest = random() % keys; rest != 0; rest /= 8)
+                key += u"\0 aZ~\x80\xD800\xFFFF"[rest % 8];
+            tokens = std::move(tokens) + Tokens{u"--user-data", u'"' + key + u"\" " + value};
+            if (wanted.count(key) != 0)
+                warnings += "Warning: overriding previously specified \"--user-data\" value for key \"" +
+                            i18n::ustring_to_term(key) + "\"\n\f";
+            wanted[key] = value;
+        }
+        const Parsed got = parse(tokens);
+        EXPECT_EQ(got.text, warnings);
+        S sorted;
+        sorted.user_data().assign(wanted.begin(), wanted.end());
+        EXPECT_TRUE(got.settings.user_data() == sorted.user_data()) << keys;
+    }
 }
 
 } // namespace

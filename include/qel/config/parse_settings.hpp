@@ -44,8 +44,9 @@ namespace qel::config {
 /// with exceptions enabled throws to the caller.
 ///
 /// Takes time linear in the number of tokens, with two exceptions: user data and allowed clients are sorted, n log n
-/// for n of them; and in one value of allowed clients, each client gets a sorted set of all archives, so their numbers
-/// multiply. Ill-formed UTF-16 is shown as U+FFFD and is otherwise harmless.
+/// for n of them (user data n² if its keys were made to collide in a hash); and in one value of allowed clients, each
+/// client gets a sorted set of all archives, so their numbers multiply. Ill-formed UTF-16 is shown as U+FFFD and is
+/// otherwise harmless.
 ///
 /// The global locale decides which white space around the names of clients is dropped, and whether a number may be
 /// grouped (65'535). The format flags of `out` apply to the number in the text of an out_of_range.

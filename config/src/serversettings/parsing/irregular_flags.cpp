@@ -136,13 +136,14 @@ void server_memory_threshold_overflow_action(Walk& walk) {
 }
 
 void user_data(Walk& walk) {
-    auto [key, value] = parse_user_data_pair(parse_flag<u16string_view>(walk));
-    const auto [entry, inserted] = walk.user_data.try_emplace(std::move(key));
-    if (!inserted) {
-        walk.out << "Warning: overriding previously specified \"" << i18n::ustring_to_term(flag::user_data)
-                 << "\" value for key \"" << i18n::ustring_to_term(entry->first) << "\"" << std::endl;
-    }
-    entry->second = std::move(value);
+    const auto value = parse_flag<u16string_view>(walk);
+    auto pair = plain_user_data_pair(value);
+    if (!pair) pair = walk.unquoted.emplace_front(parse_user_data_pair(value));
+    auto* const earlier = walk.user_data.add(*pair);
+    if (earlier == nullptr) return;
+    walk.out << "Warning: overriding previously specified \"" << i18n::ustring_to_term(flag::user_data)
+             << "\" value for key \"" << i18n::ustring_to_term(pair->first) << "\"" << std::endl;
+    earlier->second = pair->second;
 }
 
 // A negative interval is raised too; not-a-date-time is not less than any interval, so it is kept.

@@ -84,11 +84,7 @@ code walk_tokens(Walk& walk) {
 code complete(Walk& walk) {
     ServerSettings& settings = walk.settings;
     settings.lumo_root() = std::move(walk.lumo_root);
-    settings.user_data().reserve(settings.user_data().size() + walk.user_data.size());
-    while (!walk.user_data.empty()) {
-        auto entry = walk.user_data.extract(walk.user_data.begin());
-        settings.user_data().emplace_back(std::move(entry.key()), std::move(entry.mapped()));
-    }
+    walk.user_data.append_to(settings.user_data());
 
     if (!walk.auto_deploy_root_given) return error_code::missing_required_flag();
     const Path& extracted_below =

@@ -60,14 +60,6 @@ void parse_profile_directives(const char* begin, const char* end, std::vector<Pr
 }
 
 std::pair<std::u16string, std::u16string> parse_user_data_pair(std::u16string_view value) {
-    // Nearly always there are no quotes or escapes, and the only blank separates the two. Letters are above all four.
-    const auto is_special = [](char16_t c) {
-        return c <= u'\\' && (c == u' ' || c == u'\t' || c == u'"' || c == u'\\');
-    };
-    const auto blank = std::find_if(value.begin(), value.end(), is_special);
-    if (value.end() - blank > 1 && *blank == u' ' && std::none_of(blank + 1, value.end(), is_special))
-        return {std::u16string(value.begin(), blank), std::u16string(blank + 1, value.end())};
-
     using Separator = boost::escaped_list_separator<char16_t>;
     using Tokenizer = boost::tokenizer<Separator, std::u16string_view::const_iterator, std::u16string>;
 
@@ -87,6 +79,18 @@ std::pair<std::u16string, std::u16string> parse_user_data_pair(std::u16string_vi
     }
     BOOST_THROW_EXCEPTION(
         std::runtime_error("Invalid or missing arguments: \"" + i18n::ustring_to_term(value) + "\""));
+}
+
+optional<std::pair<std::u16string_view, std::u16string_view>>
+plain_user_data_pair(std::u16string_view value) noexcept {
+    // Letters are above all four.
+    const auto is_special = [](char16_t c) {
+        return c <= u'\\' && (c == u' ' || c == u'\t' || c == u'"' || c == u'\\');
+    };
+    const auto blank = std::find_if(value.begin(), value.end(), is_special);
+    if (value.end() - blank < 2 || *blank != u' ' || std::any_of(blank + 1, value.end(), is_special))
+        return {};
+    return std::pair(std::u16string_view(value.begin(), blank), std::u16string_view(blank + 1, value.end()));
 }
 
 bool parse_cors_origins(std::u16string_view value, std::vector<std::string>& origins) {

@@ -23,6 +23,10 @@ void parse_profile_directives(const char* begin, const char* end, std::vector<Pr
 /// The tokens are as in a quoted command line: separated by blanks and tabs, grouped by '"', escaped by '\'.
 std::pair<std::u16string, std::u16string> parse_user_data_pair(std::u16string_view value);
 
+/// The same for the common form: no quotes and escapes, and a single blank. Nothing if the value has another form.
+optional<std::pair<std::u16string_view, std::u16string_view>>
+plain_user_data_pair(std::u16string_view value) noexcept;
+
 /// <origin>[,<origin>]*
 /// Appends the origins, separated by any run of ',' and ' '. Returns whether one of them is "*".
 bool parse_cors_origins(std::u16string_view value, std::vector<std::string>& origins);

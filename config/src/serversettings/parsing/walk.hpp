@@ -1,13 +1,16 @@
 // The working state of one parse.
 #pragma once
 
+#include "parsing/user_data.hpp"
+
 #include "qel/config/server_settings.hpp"
 
 #include <cstdint>
 #include <deque>
+#include <forward_list>
 #include <iosfwd>
-#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace qel::config {
@@ -30,7 +33,9 @@ struct Walk {
     HttpSettings https{};
     SslContext ssl_context{};
     AccessMap allowed_clients{};
-    std::map<std::u16string, std::u16string> user_data{};
+    UserData user_data{};
+    /// What `user_data` refers to if it is not part of a token: texts without their quotes and escapes.
+    std::forward_list<std::pair<std::u16string, std::u16string>> unquoted{};
     std::vector<Path> lumo_root{};
 };
 
