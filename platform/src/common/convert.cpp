@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <iterator>
+#include <numeric>
 
 namespace qel::i18n {
 namespace {
@@ -46,9 +48,10 @@ std::size_t ill_formed_length(std::string_view text) {
 
 std::string ustring_to_utf8(std::u16string_view text) {
     // Most texts are ASCII and are only copied.
-    const auto plain = std::find_if(text.begin(), text.end(), [](char16_t unit) { return unit >= 0x80; });
-    std::string result(text.begin(), plain);
-    for (auto at = static_cast<std::size_t>(plain - text.begin()); at < text.size(); ++at) {
+    const char16_t all_bits = std::accumulate(text.begin(), text.end(), char16_t{}, std::bit_or<char16_t>());
+    if (all_bits < 0x80) return {text.begin(), text.end()};
+    std::string result;
+    for (std::size_t at = 0; at < text.size(); ++at) {
         std::uint32_t point = text[at];
         if (is_high_surrogate(text[at]) && at + 1 < text.size() && is_low_surrogate(text[at + 1]))
             point = 0x10000 + ((point - 0xD800) << 10) + (text[++at] - 0xDC00U);
