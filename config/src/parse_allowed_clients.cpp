@@ -52,7 +52,7 @@ void add_archives(std::string_view list, std::string_view config, const Letters&
 
 } // namespace
 
-void parse_allowed_clients(std::string_view config, AccessMap& clients) {
+void parse_allowed_clients(std::string_view config, AccessMap& clients, AccessMap::iterator& latest) {
     // The global locale decides what white space is.
     const std::locale locale;
     const auto& letters = std::use_facet<Letters>(locale);
@@ -80,8 +80,9 @@ void parse_allowed_clients(std::string_view config, AccessMap& clients) {
                 std::runtime_error(invalid_syntax("empty client name" + in_configuration(config))));
         }
         // A client without archives is unrestricted; nothing records that once it gets some. Long lists mostly are
-        // sorted: then the next client comes last, and nothing has to be searched.
-        auto& allowed = clients.try_emplace(clients.end(), std::string(client))->second;
+        // sorted or numbered: then the next client comes behind the latest, and nothing has to be searched.
+        latest = clients.try_emplace(latest, std::string(client));
+        auto& allowed = latest->second;
         if (!archive_part.empty() && served.insert(&allowed).second)
             add_archives(archive_part, config, letters, allowed);
     } while (client_part.data() != nullptr);

@@ -108,7 +108,7 @@ void https_verify_peer_mode(Walk& walk) {
 }
 
 void https_allowed_client(Walk& walk) {
-    parse_allowed_clients(parse_flag<std::string>(walk), walk.allowed_clients);
+    parse_allowed_clients(parse_flag<std::string>(walk), walk.allowed_clients, walk.latest_client);
 }
 
 void log_handler(Walk& walk) {

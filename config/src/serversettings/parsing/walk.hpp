@@ -33,6 +33,7 @@ struct Walk {
     HttpSettings https{};
     SslContext ssl_context{};
     AccessMap allowed_clients{};
+    AccessMap::iterator latest_client = allowed_clients.end();
     UserData user_data{};
     /// What `user_data` refers to if it is not part of a token: texts without their quotes and escapes.
     std::forward_list<std::pair<std::u16string, std::u16string>> unquoted{};
