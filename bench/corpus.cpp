@@ -4,6 +4,7 @@
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <stdexcept>
 
@@ -26,23 +27,29 @@ std::vector<Corpus> corpora() {
     return all;
 }
 
-Corpus repeated(int count) {
-    using i18n::ustring_to_utf8;
-    const std::string roots = ustring_to_utf8(option::lumo_root()),
-                      data = ustring_to_utf8(option::user_data()),
-                      handler = ustring_to_utf8(option::log_handler()),
-                      profile = ustring_to_utf8(option::profile());
+Corpus repeated(int count, int kinds) {
+    std::string flags[all_kinds];
+    std::ranges::transform(std::array{option::lumo_root(), option::user_data(), option::log_handler(),
+                                      option::profile(), option::cors_allowed_origins(),
+                                      option::start_cache(), option::attach_cache(),
+                                      option::https_allowed_client()},
+                           flags, i18n::ustring_to_utf8);
     Corpus corpus{std::to_string(count) + " flags"};
-    corpus.add(ustring_to_utf8(option::auto_deploy_root()));
+    if (kinds == all_kinds) corpus.name += " of all kinds";
+    corpus.add(i18n::ustring_to_utf8(option::auto_deploy_root()));
     corpus.add("/srv/orvane/deploy");
     for (int i = 0; i != count; ++i) {
         const std::string n = std::to_string(i);
-        const std::string pairs[][2] = {{roots, "/opt/telvar/runtime/" + n},
-                                        {data, "key" + n + " value" + n},
-                                        {handler, "text/json;type=statistics /usr/bin/logger -t " + n},
-                                        {profile, "on category" + n}};
-        for (const std::string& token : pairs[i % 4])
-            corpus.add(token);
+        const std::string values[all_kinds] = {"/opt/telvar/runtime/" + n,
+                                               "key" + n + " value" + n,
+                                               "text/json;type=statistics /usr/bin/logger -t " + n,
+                                               "on category" + n,
+                                               "https://host" + n + ".example.com",
+                                               "provider" + n + "@localhost:6379",
+                                               "provider" + n + "@host" + n + ".example:6379",
+                                               "client" + n};
+        corpus.add(flags[i % kinds]);
+        corpus.add(values[i % kinds]);
     }
     return corpus;
 }

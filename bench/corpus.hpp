@@ -19,8 +19,10 @@ struct Corpus {
 /// The command lines in corpora/, one token per line: minimal, typical and full (every flag once).
 std::vector<Corpus> corpora();
 
-/// --auto-deploy-root and `count` flags that may be repeated, each with a different value.
-Corpus repeated(int count);
+/// --auto-deploy-root and `count` flags that may be repeated, in turn, each with a different value: those of lumo roots,
+/// user data, log handlers and profiles, or all eight.
+Corpus repeated(int count, int kinds = 4);
+constexpr int all_kinds = 8;
 
 /// The tokens without --auto-deploy-root: they are parsed to the end, then refused without a message. Only the runtime
 /// roots and the user data reach the record after that. So this measures the walk; the rest of a parse is the

@@ -66,10 +66,9 @@ void count_everything() {
         count("compare " + corpus.name, [&, other = settings] { static_cast<void>(settings == other); });
         count_validating(corpus.name, settings);
     }
-    for (const int flags : {100, 1'000, 10'000, 100'000}) {
-        const Corpus corpus = repeated(flags);
+    for (const Corpus& corpus :
+         {repeated(100), repeated(1'000), repeated(10'000), repeated(100'000), repeated(10'000, all_kinds)})
         count_parsing("parse " + corpus.name, corpus.wide);
-    }
 
     // Values in forms that are rare on command lines.
     for (const auto& [flag, value] : {std::pair(option::request_timeout(), u"5"),

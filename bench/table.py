@@ -43,7 +43,7 @@ def draw(counts):
         line, parser, flags = name.split("/")
         if line == "repeated":
             by_flags[parser][int(flags)] = instructions / int(flags)
-        else:
+        elif flags == "1":
             by_line[parser][line] = instructions
     plots.bars(folder_of_plots / "lines.svg", "Instructions of one parse (logarithmic)", by_line)
     plots.curves(folder_of_plots / "repeated.svg", "Instructions per flag, by number of repeated flags (logarithmic)", by_flags)
@@ -64,9 +64,9 @@ def contest():
         in_ours = each / ours.setdefault(line, each)
         row = figures[parser]
         row[0].append(f"{instructions / int(flags):,.0f}")
-        row[1].append(f"{in_ours:.1f}" if in_ours < 100 else f"{in_ours:,.0f}")
+        row[1].append(f"{in_ours:.2f}" if in_ours < 10 else f"{in_ours:,.0f}")
         row[2].append(f"{allocations / int(flags):,.0f}" if flags == "1" else f"{allocations / int(flags):.1f}")
-    lines = ["typical", "full", "per flag"]
+    lines = ["typical", "full", "per flag", "all kinds"]
     head = [column for what in ("instructions", "time", "allocations") for column in (f"{what}: minimal", *lines)]
     table(["", *head],
           [[parser, *sum(row, [])] for parser, row in figures.items()])

@@ -79,6 +79,9 @@ void for_each_contestant(Run run) {
         for (const Peer& peer : peers)
             if (flags <= peer.repeated) theirs("repeated", flags, repeated(flags), peer);
     }
+    ours("all kinds", 10'000, repeated(10'000, all_kinds));
+    for (const Peer& peer : peers)
+        theirs("all kinds", peer.repeated, repeated(peer.repeated, all_kinds), peer);
 }
 
 } // namespace qel::config::bench
