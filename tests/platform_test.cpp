@@ -14,6 +14,7 @@
 
 #include <filesystem>
 #include <random>
+#include <sstream>
 
 namespace disk = std::filesystem;
 using namespace qel::util;
@@ -300,7 +301,12 @@ TEST(Values, are_read_from_their_texts_and_from_no_others) {
             if (tokens[0] == u"size" && try_lexical_convert(text, size)) got = std::to_string(size.bytes());
             if (tokens[0] == u"mode" && try_lexical_convert(text, mode)) got = to_text(mode);
             EXPECT_EQ(got, bytes_of(tokens.at(2))) << where;
-            EXPECT_TRUE(got != "refused" || mode == before) << where;
+            // The cast also refuses what follows the word. The operator alone promises to change nothing.
+            std::istringstream in(text);
+            mode = before;
+            if (tokens[0] == u"mode" && !(in >> mode)) {
+                EXPECT_EQ(mode, before) << where;
+            }
         }
     }
 }
