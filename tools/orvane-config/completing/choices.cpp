@@ -16,6 +16,15 @@
 namespace orvane::completing {
 namespace {
 
+// What a form can have in its column.
+constexpr std::string_view nothing, anything = "-", directories = "-d", files = "-f", its_words = "|";
+
+constexpr std::string_view completions[] = {
+#define ZEP_FORM(form, conversion, reader, fault, redaction, completion, ...) completion,
+#define ZEP_FOREIGN_FORM(...)
+#include "reference/forms.def"
+};
+
 std::string spaced(std::string_view alternatives) {
     std::string words(alternatives);
     std::replace(words.begin(), words.end(), '|', ' ');
@@ -37,11 +46,8 @@ Values leading_words(std::string_view form) {
 }
 
 Values values_of(const Reference& one) {
-    const std::string_view form = one.value;
-    if (form.empty()) return "";
-    if (form == "<directory>") return "-d";
-    if (form == "<file>" || form == "<command>") return "-f";
-    return form.starts_with('<') || form.starts_with('[') ? "-" : leading_words(form);
+    const std::string_view completion = completions[place_of(one.form)];
+    return completion == its_words ? leading_words(one.value) : Values(completion);
 }
 
 template <class Range, class Name>

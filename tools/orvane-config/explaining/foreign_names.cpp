@@ -12,25 +12,40 @@ using qel::i18n::ustring_to_utf8;
 using qel::i18n::utf8_to_ustring;
 
 /// The value of another server's flag in a form for this server; empty when it cannot be converted.
-std::u16string converted(const Synonym& synonym, std::u16string value) {
-    const std::size_t slash = value.find_last_of(u"/\\");
-    if (synonym.kind == "<file>")
-        return slash == value.npos || slash == 0 ? std::u16string() : value.substr(0, slash); // its directory
-    if (synonym.kind == "<seconds>") return all_digits(value) ? value + u"s" : value;
-    const bool other_text =
-        synonym.kind == "<text>" || synonym.kind == "<command>" || synonym.kind == "<directory>";
-    return other_text ? std::u16string() : value;
+using Convert = std::u16string(const std::u16string& value);
+
+std::u16string as_given(const std::u16string& value) {
+    return value;
 }
+
+std::u16string unknown(const std::u16string&) {
+    return {};
+}
+
+std::u16string its_directory(const std::u16string& value) {
+    const std::size_t slash = value.find_last_of(u"/\\");
+    return slash == value.npos ? u"" : value.substr(0, slash);
+}
+
+std::u16string with_unit(const std::u16string& value) {
+    return all_digits(value) ? value + u"s" : value;
+}
+
+constexpr Convert* conversions[] = {
+#define ZEP_FORM(form, conversion, ...) conversion,
+#define ZEP_FOREIGN_FORM(form, conversion, ...) conversion,
+#include "reference/forms.def"
+};
 
 /// The value that another server's flag has, as this server's flag wants it.
 std::vector<Token> translated(const FaultInLine& fault, const Synonym& synonym, const std::u16string& given) {
     const Token flag{std::u16string(synonym.reference->wide), fault.number()};
     if (!synonym.value.empty()) return {flag, {utf8_to_ustring(synonym.value), fault.number()}};
     if (synonym.reference->is_switch()) return {flag};
-    const std::u16string value = converted(synonym, given);
+    const std::u16string value = conversions[place_of(synonym.kind)](given);
     if (value.empty()) return with_placeholder({flag});
     // The server would take a number with a unit, and read it as hours.
-    if (value == given && synonym.kind != "<seconds>" && takes(flag, value))
+    if (value == given && synonym.kind != Form::seconds && takes(flag, value))
         return {flag, {value, fault.number()}};
     for (const Reading& reading : readings(*synonym.reference, value))
         if (takes(flag, reading.value))

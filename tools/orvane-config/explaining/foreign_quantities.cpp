@@ -86,7 +86,7 @@ std::u16string as_duration(double seconds) {
 } // namespace
 
 /// 1h30m, 500ms, PT30S, 30 seconds, 1:2:3.
-std::vector<Reading> durations(const std::u16string& value) {
+Readings durations(const std::u16string& value, const Reference&) {
     static const Unit days{u" d day days ", 86400}, hours{u" h hr hrs hour hours std ", 3600},
         minutes{u" m min mins minute minutes ", 60}, seconds{u" s sec secs second seconds ", 1},
         millis{u" ms msec msecs millisecond milliseconds ", 1e-3},
@@ -121,7 +121,7 @@ std::vector<Reading> durations(const std::u16string& value) {
 }
 
 /// 1.5GB, 64_000_000, 1e6, 4Gi.
-std::vector<Reading> sizes(const std::u16string& value) {
+Readings sizes(const std::u16string& value, const Reference&) {
     static const Unit bytes{u"  b byte bytes octets o ", 1},
         kilo{u" k kb kib ki kilobytes kbyte kbytes ko ", 1024.0},
         mega{u" m mb mib mi megabytes mbyte mbytes meg mo ", 1048576.0},
@@ -143,7 +143,7 @@ std::vector<Reading> sizes(const std::u16string& value) {
 }
 
 /// 1,000, 1_000, 4.0
-std::vector<Reading> numbers(const std::u16string& value) {
+Readings numbers(const std::u16string& value, const Reference&) {
     std::u16string text = lower(folded(value));
     text.erase(std::remove_if(text.begin(), text.end(), [](char16_t c) { return is_one_of(c, u"_,' "); }),
                text.end());

@@ -10,7 +10,6 @@ namespace orvane {
 namespace {
 
 using qel::i18n::utf8_to_ustring;
-using Readings = std::vector<Reading>;
 
 /// http://host:port/, host port, only a host.
 Readings addresses(const std::u16string& value, const Reference& reference) {
@@ -43,7 +42,7 @@ Readings addresses(const std::u16string& value, const Reference& reference) {
 }
 
 /// redis://host:port, host:port, redis host port
-Readings caches(const std::u16string& value) {
+Readings caches(const std::u16string& value, const Reference&) {
     std::u16string text = folded(value);
     constexpr auto why = "write a cache as provider@host:port";
     Readings found;
@@ -65,7 +64,7 @@ Readings caches(const std::u16string& value) {
     return found;
 }
 
-Readings log_handlers(const std::u16string& value) {
+Readings log_handlers(const std::u16string& value, const Reference&) {
     const std::size_t end = std::min(value.find(u' '), value.size());
     const std::u16string first = lower(value.substr(0, end)), rest = value.substr(end);
     Readings found;
@@ -90,7 +89,7 @@ Readings log_handlers(const std::u16string& value) {
 }
 
 /// k=v, k: v, k and several words.
-Readings pairs(const std::u16string& value) {
+Readings pairs(const std::u16string& value, const Reference&) {
     Readings found;
     const std::size_t at = value.find_first_of(u"=: \t");
     if (at == value.npos || at == 0) return found;
@@ -104,7 +103,7 @@ Readings pairs(const std::u16string& value) {
     return found;
 }
 
-Readings clients(const std::u16string& value) {
+Readings clients(const std::u16string& value, const Reference&) {
     std::u16string list;
     for (const std::u16string& word : split_words(folded(value), u','))
         if (const std::u16string name = trimmed(word, u" ;"); !name.empty())
@@ -129,7 +128,7 @@ constexpr std::u16string_view other_words[][2] = {
     {u"archive_responses", u" archive save store move disk "},
 };
 
-Readings words(const std::u16string& value) {
+Readings words(const std::u16string& value, const Reference&) {
     Readings found;
     const std::u16string word = normalized(value);
     for (const auto& [own, others] : other_words)
@@ -138,21 +137,22 @@ Readings words(const std::u16string& value) {
     return found;
 }
 
+Readings no_readings(const std::u16string&, const Reference&) {
+    return {};
+}
+
+constexpr ReadForeign* readers[] = {
+#define ZEP_FORM(form, conversion, reader, ...) reader,
+#define ZEP_FOREIGN_FORM(...)
+#include "reference/forms.def"
+};
+
 } // namespace
 
-std::vector<Reading> readings(const Reference& reference, const std::u16string& value) {
+Readings readings(const Reference& reference, const std::u16string& value) {
     const std::u16string clean = bare(value.substr(0, 10000));
     if (clean.empty()) return {};
-    const std::string_view form = reference.value;
-    if (form == "<duration>") return durations(clean);
-    if (form == "<size>") return sizes(clean);
-    if (form == "<number>" || form == "<port>") return numbers(clean);
-    if (form.starts_with("[<host-name>")) return addresses(clean, reference);
-    if (form.starts_with("<provider>")) return caches(clean);
-    if (form.starts_with("text/")) return log_handlers(clean);
-    if (form.starts_with("<key>")) return pairs(clean);
-    if (form.starts_with("<client>")) return clients(clean);
-    return keywords(reference).empty() ? Readings() : words(clean);
+    return readers[place_of(reference.form)](clean, reference);
 }
 
 } // namespace orvane

@@ -18,7 +18,7 @@ namespace error_code = qel::config::error_code;
 struct FaultKind {
     std::string_view id;
     const boost::system::error_code& (*code)() noexcept;
-    std::string_view form, summary, explanation, example, fix;
+    std::string_view summary, explanation, example, fix;
 };
 
 // Not constexpr: on Windows the address of an imported function is not a constant.
@@ -38,13 +38,31 @@ constexpr RuleKind rule_kinds[] = {
 #include "explaining/faults.def"
 };
 
-/// Whether the row of that form is about the refused flag.
-bool is_about(std::string_view form, const Occurrence& occurrence) {
-    if (form.empty()) return true;
+constexpr std::string_view missing_value_id = "missing-value";
+
+constexpr std::string_view ids_by_form[] = {
+#define ZEP_FORM(form, conversion, reader, fault, ...) fault,
+#define ZEP_FOREIGN_FORM(...)
+#include "reference/forms.def"
+};
+
+constexpr std::string_view fault_ids[] = {
+#define ZEP_FAULT(id, ...) id,
+#define ZEP_RULE(...)
+#include "explaining/faults.def"
+};
+
+constexpr bool has_row(std::string_view id) {
+    return std::ranges::find(fault_ids, id) != std::end(fault_ids);
+}
+static_assert(std::ranges::all_of(ids_by_form, has_row) && has_row(missing_value_id),
+              "forms.def has a fault that faults.def lacks");
+
+/// Of a value that the library cannot read.
+std::string_view id_of_value(const Occurrence& occurrence) {
     const Reference* const flag = occurrence.empty() ? nullptr : reference_of(occurrence[0].text);
-    if (form == "?") return occurrence.size() == 1 && flag != nullptr && !flag->is_switch();
-    if (flag == nullptr) return false;
-    return form == "|" ? !keywords(*flag).empty() : flag->value.starts_with(form);
+    if (flag != nullptr && !flag->is_switch() && occurrence.size() == 1) return missing_value_id;
+    return ids_by_form[place_of(flag == nullptr ? Form::none : flag->form)];
 }
 
 template <class Row>
@@ -84,7 +102,8 @@ const std::vector<Explanation>& all_kinds() {
 
 std::string_view id_of(const Fault& fault) {
     for (const FaultKind& row : fault_kinds)
-        if (row.code() == fault.code && is_about(row.form, fault.occurrence)) return row.id;
+        if (row.code() == fault.code)
+            return fault.code == error_code::parse_error() ? id_of_value(fault.occurrence) : row.id;
     return {};
 }
 

@@ -68,11 +68,11 @@ std::optional<Advice> joined_value(const FaultInLine& fault, std::size_t positio
         return std::nullopt;
     // A command may be followed by its options, a directory may not.
     const Reference& reference = reference_of(start);
-    std::size_t end = end_of_strays(fault.line, position + 1, !reference.names_path());
-    if (reference.names_path() && is_one_of(start[1].text.back(), u"=\\\"'")) return std::nullopt;
-    if (reference.names_path()) end = end_of_path(fault, position + 1, end);
+    std::size_t end = end_of_strays(fault.line, position + 1, !reference.holds(Holds::path));
+    if (reference.holds(Holds::path) && is_one_of(start[1].text.back(), u"=\\\"'")) return std::nullopt;
+    if (reference.holds(Holds::path)) end = end_of_path(fault, position + 1, end);
     if (end == position + 1) return std::nullopt;
-    if (reference.value.ends_with("<port>")) return separated_address(fault, position, end);
+    if (reference.holds(Holds::port)) return separated_address(fault, position, end);
 
     for (const bool quoting : {false, true}) {
         Occurrence joined = start;
@@ -142,9 +142,9 @@ std::optional<Advice> given_twice(const FaultInLine& fault) {
 }
 
 std::optional<Advice> goes_on(const FaultInLine& fault) {
-    if (!has_value(fault.before()) || reference_of(*fault.before()).names_path()) return std::nullopt;
+    if (!has_value(fault.before()) || reference_of(*fault.before()).holds(Holds::path)) return std::nullopt;
     // A command's options are short, or resemble no flag.
-    const bool command = reference_of(*fault.before()).value.find("<command>") != std::string_view::npos;
+    const bool command = reference_of(*fault.before()).holds(Holds::command);
     const bool option = command && fault.token()[0] == u'-' && !fault.token().starts_with(u"--");
     if (is_flag_like(fault.token()) && (!option || is_meant_as_flag(fault.token()))) return std::nullopt;
     return joined_value(fault, fault.at - 1);

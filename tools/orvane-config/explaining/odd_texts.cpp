@@ -81,7 +81,7 @@ std::string invisible(const GivenValue& value) {
 
 std::string blank_at_an_end(const GivenValue& value) {
     // The server trims these, or splits them at spaces.
-    if (value.is_origins() || value.reference.value.starts_with("<client>")) return {};
+    if (value.has(Form::origins) || value.has(Form::clients)) return {};
     const bool odd = is_one_of(value.text.front(), blanks) || is_one_of(value.text.back(), blanks);
     return odd ? "the value begins or ends with a space" : "";
 }
@@ -90,7 +90,7 @@ std::string quotes_around(const GivenValue& value) {
     constexpr std::u16string_view any = u"\"'`\u2018\u2019\u201C\u201D\u201E\u00AB\u00BB";
     const bool first = is_one_of(value.text.front(), any), last = is_one_of(value.text.back(), any);
     // Both parts of an entry, and words of a command, may have quotes.
-    const bool quotes_inside = value.holds_a_command() || value.is_user_data();
+    const bool quotes_inside = value.holds(Holds::command) || value.has(Form::user_data);
     const bool odd = quotes_inside
                          ? first && last && value.text.find_first_of(any, 1) == value.text.size() - 1
                          : first || last;
@@ -98,7 +98,7 @@ std::string quotes_around(const GivenValue& value) {
 }
 
 std::string separator_at_the_end(const GivenValue& value) {
-    if (value.is_origins() || (value.holds_a_command() && value.text.ends_with(u';'))) return {};
+    if (value.has(Form::origins) || (value.holds(Holds::command) && value.text.ends_with(u';'))) return {};
     if (value.text.ends_with(u',')) return "the comma at the end is part of the value";
     return value.text.ends_with(u';') ? "the semicolon at the end is part of the value" : "";
 }
@@ -118,12 +118,13 @@ std::string look_alike(const GivenValue& value) {
 }
 
 std::string home(const GivenValue& value) {
-    return value.text.starts_with(u'~') && !value.holds_a_command() ? "the shell did not expand ~ here" : "";
+    return value.text.starts_with(u'~') && !value.holds(Holds::command) ? "the shell did not expand ~ here"
+                                                                        : "";
 }
 
 std::string variable(const GivenValue& value) {
     // A shell may run the command.
-    if (value.holds_a_command()) return {};
+    if (value.holds(Holds::command)) return {};
     const std::u16string& text = value.text;
     bool odd = has_name_between(text, u"%", u"%");
     for (std::size_t at = 0; !odd && (at = text.find(u'$', at)) != text.npos; ++at) {
@@ -140,12 +141,12 @@ std::string template_mark(const GivenValue& value) {
     const bool enclosed = is_enclosed(text, u'<', u'>') || is_enclosed(text, u'[', u']') ||
                           is_enclosed(text, u'{', u'}') || is_enclosed(text, u'(', u')');
     const bool inside =
-        !value.holds_a_command() && (text.find(u"{{") != text.npos || has_name_between(text, u"<", u">"));
+        !value.holds(Holds::command) && (text.find(u"{{") != text.npos || has_name_between(text, u"<", u">"));
     return enclosed || inside ? "the brackets are part of the value; is this a placeholder?" : "";
 }
 
 std::string flag_inside(const GivenValue& value) {
-    if (value.holds_a_command()) return {};
+    if (value.holds(Holds::command)) return {};
     for (std::size_t at = 0; (at = value.text.find(u" --", at)) != value.text.npos;) {
         ++at;
         const std::u16string word = value.text.substr(at, value.text.find(u' ', at) - at);
@@ -156,7 +157,7 @@ std::string flag_inside(const GivenValue& value) {
 }
 
 std::string foreign_path(const GivenValue& value) {
-    if (!value.reference.names_path()) return {};
+    if (!value.holds(Holds::path)) return {};
     const std::u16string& path = value.text;
     if (!backslash_separates()) {
         const bool odd = has_drive(path) || path.find(u'\\') != path.npos;
@@ -168,7 +169,7 @@ std::string foreign_path(const GivenValue& value) {
 
 std::string relative_directory(const GivenValue& value) {
     const std::u16string& path = value.text;
-    if (!value.is_directory() || path.starts_with(u'/')) return {};
+    if (!value.has(Form::directory) || path.starts_with(u'/')) return {};
     if (backslash_separates() && (path.starts_with(u'\\') || has_drive(path))) return {};
     return "the directory is relative to where the server is started";
 }

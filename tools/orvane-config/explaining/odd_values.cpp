@@ -69,7 +69,7 @@ std::u16string_view port_of(const std::u16string& text) {
 /// The part of a listener before the last colon; nothing without a colon.
 std::optional<std::u16string_view> host_of(const GivenValue& value) {
     const std::size_t colon = value.text.rfind(u':');
-    if (!value.is_listener() || colon == value.text.npos) return std::nullopt;
+    if (!value.has(Form::address) || colon == value.text.npos) return std::nullopt;
     return std::u16string_view(value.text).substr(0, colon);
 }
 
@@ -85,10 +85,9 @@ bool ends_in_a_port(std::u16string_view host) {
 } // namespace
 
 std::string negative(const GivenValue& value) {
-    const bool port = value.reference.value.ends_with("<port>");
+    const bool port = value.reference.holds(Holds::port);
     const std::u16string_view number = port ? port_of(value.text) : value.text;
-    if (!(port || value.reference.value == "<number>") || !number.starts_with(u'-') ||
-        !all_digits(number.substr(1)))
+    if (!(port || value.has(Form::number)) || !number.starts_with(u'-') || !all_digits(number.substr(1)))
         return {};
     Occurrence measured = value.occurrence;
     // Read the same way, but put into the record at once, not at the end of the line.
@@ -101,7 +100,7 @@ std::string negative(const GivenValue& value) {
 
 std::string hours(const GivenValue& value) {
     const std::string text = ustring_to_utf8(value.text);
-    if (value.reference.value != "<duration>" || text == "0" || has_the_form_of_a_duration(text)) return {};
+    if (!value.has(Form::duration) || text == "0" || has_the_form_of_a_duration(text)) return {};
     const std::string taken = as_duration(value.text), written = with_colons(text);
     if (taken.empty() || written == taken) return {};
     const std::string meant = written.empty() ? "hours come first" : "for " + text + " write " + written;
@@ -139,12 +138,12 @@ std::string empty_host(const GivenValue& value) {
 }
 
 std::string port_0(const GivenValue& value) {
-    if (!value.is_listener() && !value.is_cache()) return {};
+    if (!value.has(Form::address) && !value.has(Form::cache)) return {};
     return port_of(value.text).find_first_not_of(u"+-0") == std::u16string_view::npos ? "the port is 0" : "";
 }
 
 std::string origin(const GivenValue& value) {
-    if (!value.is_origins()) return {};
+    if (!value.has(Form::origins)) return {};
     for (std::size_t at = 0; (at = value.text.find_first_not_of(u", ", at)) != value.text.npos;) {
         const std::size_t end = std::min(value.text.find_first_of(u", ", at), value.text.size());
         const std::u16string one = value.text.substr(at, end - at);

@@ -38,16 +38,12 @@ const Token* next_stray(const FaultInLine& fault) {
 /// With an example as the value, because the real one cannot be guessed.
 Advice by_example(const FaultInLine& fault, std::string sentence) {
     // What follows may belong to the value.
-    const bool command = flag_of(fault).value.find("<command>") != std::string_view::npos;
+    const bool command = flag_of(fault).holds(Holds::command);
     Advice advice{{std::move(sentence)}, {}, {}};
     advice.edit = edit_of(fault, fault.at, end_of_strays(fault.line, fault.at + 1, command),
                           with_placeholder(fault.occurrence()));
     if (advice.edit.occurrences.empty()) advice.edit.proposed = false;
     return advice;
-}
-
-bool is_quantity(const Reference& reference) {
-    return reference.value == "<size>" || reference.value == "<duration>" || reference.value == "<number>";
 }
 
 /// Those of another kind that have all words of the flag's name, and others.
@@ -63,22 +59,23 @@ const std::vector<const Reference*>& other_quantities(const Reference& flag) {
             others.size() > words.size() && std::all_of(words.begin(), words.end(), [&](const auto& word) {
                 return std::find(others.begin(), others.end(), word) != others.end();
             });
-        if (more && is_quantity(one) && one.value != flag.value) place->second.push_back(&one);
+        if (more && one.holds(Holds::quantity) && one.form != flag.form) place->second.push_back(&one);
     }
     return place->second;
 }
 
 /// The largest number that the flag takes, if the value is larger.
-std::string largest(const Reference& reference, std::u16string_view value) {
-    const bool port = reference.value.ends_with("<port>");
-    if (!port && reference.value != "<number>") return {};
+std::string too_large(const Reference& reference, std::u16string_view value) {
+    const std::string_view largest = row_of(reference.form).largest;
+    if (largest.empty()) return {};
     std::u16string_view digits = value.substr(value.find_last_of(u":@") + 1);
     digits.remove_prefix(std::min(digits.find_first_not_of(u'0'), digits.size()));
-    const std::u16string_view most = port ? u"65535" : u"4294967295";
+    const std::u16string most = qel::i18n::utf8_to_ustring(largest);
     if (!all_digits(digits) || digits.size() < most.size() ||
         (digits.size() == most.size() && digits <= most))
         return {};
-    return port ? "the largest port is 65535" : "the largest is 4294967295";
+    return std::string(reference.holds(Holds::port) ? "the largest port is " : "the largest is ")
+        .append(largest);
 }
 
 } // namespace
@@ -199,7 +196,7 @@ std::optional<Advice> swapped(const FaultInLine& fault) {
 }
 
 std::optional<Advice> similar_flag(const FaultInLine& fault) {
-    if (!is_quantity(flag_of(fault))) return std::nullopt;
+    if (!flag_of(fault).holds(Holds::quantity)) return std::nullopt;
     const Reference* found = nullptr;
     for (const Reference* const one : other_quantities(flag_of(fault))) {
         if (!takes({std::u16string(one->wide)}, value_of(fault).text)) continue;
@@ -237,7 +234,7 @@ std::optional<Advice> wrong_form(const FaultInLine& fault) {
     const Reference& reference = flag_of(fault);
     const std::string flag(reference.flag), form = flag + " " + std::string(reference.value);
     const std::u16string& value = value_of(fault).text;
-    if (const std::string most = largest(reference, value); !most.empty())
+    if (const std::string most = too_large(reference, value); !most.empty())
         return by_example(fault, flag + ": the number is too large; " + most);
     const std::string why = value.empty() ? "the value is empty: was a variable not set? T" : "t";
     return by_example(fault, why + "he form is " + form + ", for example: " + reference.example());

@@ -71,9 +71,9 @@ std::vector<Token> with_placeholder(const Occurrence& occurrence) {
     Token value{sample, number, sample};
     if (const auto words = keywords(reference); !words.empty())
         value.text = utf8_to_ustring(words[0]);
-    else if (reference.names_path())
+    else if (reference.holds(Holds::path))
         value.text = u"/?" + utf8_to_ustring(std::to_string(number));
-    else if (reference.value.starts_with("[<host"))
+    else if (reference.form == Form::address)
         value.text = u"0";
     if (occurrence.size() == 2 && !occurrence[1].sample.empty()) return {};
     return {occurrence[0], value};

@@ -31,12 +31,12 @@ struct Reading {
     std::string why;
     std::u16string sample{}; ///< when part of it had to be made up
 };
-std::vector<Reading> readings(const Reference& reference, const std::u16string& value);
+using Readings = std::vector<Reading>;
+Readings readings(const Reference& reference, const std::u16string& value);
 
 /// The same for amounts of time and of memory, and for numbers (foreign_quantities.cpp).
-std::vector<Reading> durations(const std::u16string& value);
-std::vector<Reading> sizes(const std::u16string& value);
-std::vector<Reading> numbers(const std::u16string& value);
+using ReadForeign = Readings(const std::u16string& value, const Reference& reference);
+ReadForeign durations, sizes, numbers;
 
 /// Whether the value of the occurrence at `position` goes on in the tokens that follow it.
 std::optional<Advice> joined_value(const FaultInLine& fault, std::size_t position);

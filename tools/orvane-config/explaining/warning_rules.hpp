@@ -16,13 +16,8 @@ struct GivenValue {
     const Reference& reference;
     const std::u16string& text;
 
-    bool is_directory() const { return reference.value == "<directory>"; }
-    bool is_listener() const { return reference.value.starts_with("[<host"); }
-    bool is_cache() const { return reference.value.starts_with("<provider>"); }
-    /// Other programs read it, by rules that are not known here.
-    bool holds_a_command() const { return reference.value.find("<command>") != std::string_view::npos; }
-    bool is_user_data() const { return reference.value == "<key> <value>"; }
-    bool is_origins() const { return reference.value.starts_with("<origin>"); }
+    bool has(Form form) const { return reference.form == form; }
+    bool holds(Holds what) const { return reference.holds(what); }
 };
 
 /// A warning about a value; empty: none. Only the first rule that has one is heard.

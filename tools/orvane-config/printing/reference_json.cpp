@@ -2,12 +2,9 @@
 #include "printing/reference_json.hpp"
 
 #include "printing/json.hpp"
-#include "printing/reference_text.hpp"
 #include "probing/settings_of_flag.hpp"
 
 #include <boost/json.hpp>
-
-#include <algorithm>
 
 namespace orvane {
 namespace {
@@ -22,20 +19,11 @@ json::array strings(const Texts& texts) {
     return array;
 }
 
-json::string kind_of_value(const Reference& one) {
-    if (one.is_switch()) return "switch";
-    if (!keywords(one).empty()) return "choice";
-    const auto forms = value_forms();
-    const auto known = std::find_if(forms.begin(), forms.end(),
-                                    [&](const ValueForm& form) { return form.form == one.value; });
-    return json::string(known == forms.end() ? "text" : known->kind);
-}
-
 json::array synonyms(const Reference& one) {
     json::array array;
     for (const Synonym& synonym : synonyms_of(one)) {
         json::object object{{"name", json::string(synonym.name)}};
-        if (!synonym.kind.empty()) object["value"] = synonym.kind;
+        if (synonym.kind != Form::none) object["value"] = json::string(row_of(synonym.kind).written);
         if (!synonym.value.empty()) object["means"] = synonym.value;
         array.push_back(std::move(object));
     }
@@ -46,7 +34,7 @@ json::object entry(const Reference& one) {
     const char* const repetition = one.is_switch() ? "nothing" : one.adds() ? "adds" : "replaces";
     json::object object{{"flag", json::string(one.flag)},
                         {"subject", json::string(one.subject)},
-                        {"kind", kind_of_value(one)},
+                        {"kind", json::string(row_of(one.form).kind)},
                         {"meaning", one.meaning()},
                         {"repetition", repetition},
                         {"repeated", one.repeated()},

@@ -38,19 +38,14 @@ std::vector<std::pair<std::string, std::string>> details(const Reference& one) {
     return rows;
 }
 
-constexpr ValueForm forms[] = {
-    {"<directory>", "directory", "a path"},
-    {"<file>", "file", "a path"},
-    {"<number>", "number", "a whole number, at most 4294967295"},
-    {"<port>", "port", "a whole number, at most 65535"},
-    {"<size>", "size",
-     "bytes, as a whole number, or with a unit: K, M, G, T, P or E, alone or followed by B or iB, "
-     "upper or lower case; each is 1024 times the one before"},
-    {"<duration>", "duration",
-     "hours:minutes:seconds or hours:minutes, minutes and seconds with two digits, with a fraction where "
-     "needed: 0:01:30.5; a number alone means hours"},
-    {"<command>", "command", "a program and its arguments, in one token"},
-};
+/// Calls `write` with what stands for a value in several flags, and what it means.
+template <class Write>
+void each_form(const Write& write) {
+    for (const FormRow& form : forms)
+        if (!form.text.empty())
+            write(form.written, std::string(form.text) + (form.largest.empty() ? "" : ", at most ") +
+                                    std::string(form.largest));
+}
 
 std::string heading(const Reference& one) {
     return std::string(one.flag) + (one.value.empty() ? "" : " ") + std::string(one.value);
@@ -67,8 +62,9 @@ void write_text(const Reference& one, bool new_subject, std::ostream& out) {
 
 void write_forms_as_text(std::ostream& out) {
     out << "Values\n\n";
-    for (const auto& [form, kind, text] : forms)
+    each_form([&](std::string_view form, const std::string& text) {
         out << "  " << form << '\n' << wrapped(text, 6) << "\n\n";
+    });
 }
 
 void write_markdown(const Reference& one, bool new_subject, std::ostream& out) {
@@ -81,8 +77,9 @@ void write_markdown(const Reference& one, bool new_subject, std::ostream& out) {
 
 void write_forms_as_markdown(std::ostream& out) {
     out << "## Values\n\n";
-    for (const auto& [form, kind, text] : forms)
+    each_form([&](std::string_view form, const std::string& text) {
         out << "- `" << form << "`: " << text << '\n';
+    });
 }
 
 void write_man(const Reference& one, bool new_subject, std::ostream& out) {
@@ -95,8 +92,9 @@ void write_man(const Reference& one, bool new_subject, std::ostream& out) {
 
 void write_forms_as_man(std::ostream& out) {
     out << ".SH VALUES\n";
-    for (const auto& [form, kind, text] : forms)
+    each_form([&](std::string_view form, const std::string& text) {
         out << ".TP\n.B " << roff(form) << '\n' << roff(text) << '\n';
+    });
 }
 
 constexpr ReferenceFormat formats[] = {
@@ -127,10 +125,6 @@ std::vector<const Reference*> all_flags() {
     for (const Reference& one : references())
         flags.push_back(&one);
     return flags;
-}
-
-std::span<const ValueForm> value_forms() {
-    return forms;
 }
 
 } // namespace orvane

@@ -4,7 +4,6 @@
 #include "reference/reference.hpp"
 
 #include <iosfwd>
-#include <span>
 #include <string_view>
 #include <vector>
 
@@ -26,11 +25,5 @@ void write(const std::vector<const Reference*>& flags, const ReferenceFormat& fo
 
 /// Every flag, in the reference's order.
 std::vector<const Reference*> all_flags();
-
-/// What stands for a value in more than one flag.
-struct ValueForm {
-    std::string_view form, kind, text;
-};
-std::span<const ValueForm> value_forms();
 
 } // namespace orvane

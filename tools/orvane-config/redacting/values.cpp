@@ -137,16 +137,26 @@ std::u16string handler(std::u16string_view text, Words& words) {
     return words.replaced(text.substr(0, end), is_known) + words.replaced(text.substr(end), nothing);
 }
 
-/// By the form of the flag's value.
-std::u16string by_form(std::u16string_view text, std::string_view form, Words& words) {
-    if (form.starts_with("[<host")) return address(text, words);
-    if (form.starts_with("<provider>")) return cache(text, words);
-    if (form.starts_with("<origin>")) return origins(text, words);
-    if (form.starts_with("text/") || form.starts_with("on|off")) return handler(text, words);
-    if (form == "<directory>" || form == "<file>") return path(text, words);
-    if (form == "<text>") return words.replaced(text, is_protocol);
-    const bool free = form.starts_with("<client>") || form.starts_with("<key>") || form == "<command>";
-    return words.replaced(text, free ? nothing : is_known);
+std::u16string protocols(std::u16string_view text, Words& words) {
+    return words.replaced(text, is_protocol);
+}
+
+std::u16string known_words(std::u16string_view text, Words& words) {
+    return words.replaced(text, is_known);
+}
+
+std::u16string all_words(std::u16string_view text, Words& words) {
+    return words.replaced(text, nothing);
+}
+
+constexpr std::u16string (*redactions[])(std::u16string_view text, Words& words) = {
+#define ZEP_FORM(form, conversion, reader, fault, redaction, ...) redaction,
+#define ZEP_FOREIGN_FORM(...)
+#include "reference/forms.def"
+};
+
+std::u16string by_form(std::u16string_view text, Form form, Words& words) {
+    return redactions[place_of(form)](text, words);
 }
 
 /// But for a few slips. A word more may be somebody's name.
@@ -171,9 +181,8 @@ std::size_t flag_inside(std::u16string_view text) {
 std::u16string value(std::u16string_view text, const Reference& flag, Words& words) {
     const std::u16string whole(text);
     if (begins_as_flag(text) && is_meant_as_flag(whole)) return stray(text, nullptr, words);
-    const bool command = flag.value.find("<command>") != flag.value.npos;
-    const std::size_t inside = command ? text.size() : flag_inside(text);
-    std::u16string made = by_form(text.substr(0, inside), flag.value, words);
+    const std::size_t inside = flag.holds(Holds::command) ? text.size() : flag_inside(text);
+    std::u16string made = by_form(text.substr(0, inside), flag.form, words);
     if (inside == text.size()) return made;
     const std::size_t end = std::min(text.find_first_of(u" =", inside + 1), text.size());
     return made.append(text.substr(inside, end - inside)) + value(text.substr(end), flag, words);
@@ -203,7 +212,7 @@ std::u16string stray(std::u16string_view text, const Reference* flag, Words& wor
         const std::size_t between = text.size() - name.size() - rest.size();
         return made.append(text.substr(name.size(), between)) + stray(rest, meant, words);
     }
-    if (flag != nullptr && !flag->is_switch()) return by_form(text, flag->value, words);
+    if (flag != nullptr && !flag->is_switch()) return by_form(text, flag->form, words);
     const bool is_path = text.find_first_of(u"/\\@") != text.npos;
     return is_path ? path(text, words) : words.replaced(text, is_known);
 }

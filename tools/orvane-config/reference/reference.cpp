@@ -52,11 +52,12 @@ constexpr auto make_references() {
         one.wide = wide_texts[static_cast<std::size_t>(flag)];
         one.flag = narrow_texts[static_cast<std::size_t>(flag)];
         one.subject = subject;
+        one.value = row_of(one.form).written;
         all[count++] = one;
     };
 #define ZEP_SUBJECT(title) subject = title;
-#define ZEP_REFERENCE(name, form, a_trait, meaning, repeated, relations, example, others)                    \
-    add(Flag::name, {.value = form,                                                                          \
+#define ZEP_REFERENCE(name, a_form, a_trait, meaning, repeated, relations, example, others)                  \
+    add(Flag::name, {.form = Form::a_form,                                                                   \
                      .trait = a_trait,                                                                       \
                      .synonyms = others,                                                                     \
                      .raw_meaning = meaning,                                                                 \
@@ -93,6 +94,16 @@ constexpr bool each_flag_once() {
 static_assert(each_flag_once(), "a flag of flags.def has no row in reference.def, or two: give it one");
 
 constexpr auto all_references = make_references();
+
+/// Whether its form is one of this server's, and those of its synonyms have rows in forms.def.
+constexpr bool has_forms(const Reference& one) {
+    const std::string_view list = one.synonyms;
+    for (std::size_t at = 0; (at = list.find("=<", at)) != list.npos; ++at)
+        if (form_of(list.substr(at + 1, list.find('>', at) - at)) == Form::none) return false;
+    return !row_of(one.form).kind.empty();
+}
+static_assert(std::ranges::all_of(all_references, has_forms),
+              "reference.def has a form that forms.def lacks");
 
 /// The words of an example, some of them in single quotes.
 std::vector<std::string> words_of(std::string_view text) {
@@ -180,8 +191,8 @@ const Reference& flag_with(Trait trait) {
 
 std::vector<std::string> keywords(const Reference& reference) {
     std::vector<std::string> words;
+    if (!reference.holds(Holds::words)) return words;
     const std::string_view form = reference.value;
-    if (form.find('|') == form.npos || form.find_first_of("<[") != form.npos) return words;
     for (std::size_t begin = 0; begin <= form.size();) {
         const std::size_t end = std::min(form.find('|', begin), form.size());
         words.emplace_back(form.substr(begin, end - begin));

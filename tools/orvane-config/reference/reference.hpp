@@ -1,6 +1,8 @@
 // What operators are told about each flag, and what the tool knows about it that cannot be asked.
 #pragma once
 
+#include "reference/forms.hpp"
+
 #include <optional>
 #include <span>
 #include <string>
@@ -26,7 +28,8 @@ struct Reference {
     std::u16string_view wide{};
     std::string_view flag{}; ///< the same text
     std::string_view subject{};
-    std::string_view value{}; ///< its form; empty for a switch
+    Form form = Form::none;
+    std::string_view value{}; ///< how the form is written; empty for a switch
     Trait trait = Trait::none;
     Way way = Way::not_a_switch;
     std::string_view core{};     ///< of a switch: the words of the flag that name the thing
@@ -46,7 +49,7 @@ struct Reference {
 
     bool is_switch() const { return way != Way::not_a_switch; }
     bool adds() const { return raw_repeated.starts_with("adds"); }
-    bool names_path() const { return value == "<directory>" || value == "<file>"; }
+    bool holds(Holds what) const { return row_of(form).holds == what; }
 };
 
 /// All flags, those of one subject together.
@@ -69,7 +72,7 @@ std::vector<std::string> keywords(const Reference& reference);
 struct Synonym {
     std::string_view name;
     const Reference* reference; ///< null: this server has no such setting
-    std::string kind;           ///< of the value that the other server's flag takes, where it is another
+    Form kind = Form::none;     ///< of the value that the other server's flag takes, where it is another
     std::string value;          ///< that the other server's switch stands for
     std::string advice;         ///< what to do where there is no such setting
 };

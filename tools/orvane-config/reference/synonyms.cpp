@@ -11,9 +11,13 @@ namespace {
 /// A name of reference.def with what it takes, taken apart.
 Synonym synonym(const Reference& reference, std::string_view entry) {
     const std::size_t end = entry.find_first_of("=>");
-    Synonym found{entry.substr(0, end), &reference, {}, {}, {}};
-    if (end != entry.npos) (entry[end] == '=' ? found.kind : found.value) = entry.substr(end + 1);
-    return found;
+    const std::string_view rest = end == entry.npos ? "" : entry.substr(end + 1);
+    const bool takes_value = end != entry.npos && entry[end] == '=';
+    return {entry.substr(0, end),
+            &reference,
+            takes_value ? form_of(rest) : Form::none,
+            std::string(takes_value ? "" : rest),
+            {}};
 }
 
 std::vector<std::string_view> entries_of(std::string_view list) {
