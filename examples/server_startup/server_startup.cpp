@@ -150,7 +150,7 @@ tcp::endpoint address_of(asio::io_context& context, const config::HttpSettings& 
     tcp::resolver resolver(context);
     const std::string host = qel::i18n::ustring_to_utf8(qel::util::bare_host(*http.host()));
     const auto found = trying("cannot find the host " + qel::i18n::ustring_to_term(*http.host()),
-                              [&] { return resolver.resolve(host, std::to_string(http.port())); });
+                              [&] { return resolver.resolve(host, std::to_string(unsigned{http.port()})); });
     return *found.begin();
 }
 
@@ -184,7 +184,7 @@ public:
 private:
     // Members are destroyed from the last to the first: the file is removed while the listener still accepts.
     Listener listener_;
-    std::optional<config::scoped_http_endpoint_file> file_;
+    std::optional<config::scoped_http_endpoint_file> file_{};
 };
 
 /// The same for the control interface. It always has a file, because validation requires the endpoint root.

@@ -1,6 +1,7 @@
 #include "parsing/user_data.hpp"
 
 #include <algorithm>
+#include <bit>
 #include <functional>
 
 namespace qel::config {
@@ -8,8 +9,9 @@ namespace {
 
 using Pair = UserData::Pair;
 
-/// So many pairs are searched one by one.
+/// So many pairs are searched one by one. All sizes of the table follow from it, and place_of needs powers of two.
 constexpr std::size_t few = 8;
+static_assert(std::has_single_bit(few));
 
 /// A pair to be sorted, with the first letters in which keys differ: they mostly decide, without a look at the key.
 struct Ranked {

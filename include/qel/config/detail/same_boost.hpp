@@ -4,8 +4,8 @@
 
 #include <boost/version.hpp>
 
-/// BOOST_VERSION of the Boost that the library was built with. Installing puts the number here, and the release into the message. Where the library is part of
-/// the program's build, both have the same Boost.
+/// BOOST_VERSION of the Boost that the library was built with. Installing puts the number here, and the release into the
+/// message. Where the library is part of the program's build, both have the same Boost.
 #define ZEP_CONFIG_BOOST_VERSION BOOST_VERSION
 
 #if BOOST_VERSION / 100 != ZEP_CONFIG_BOOST_VERSION / 100
