@@ -85,7 +85,7 @@ std::string bash_cases() {
         const auto options = option_choices(verb);
         const std::string others = what_follows(verb);
         text += "    " + std::string(verb.name) + ")\n        values=(" + table(options) +
-                ")\n        own='" + joined(texts(options), " ") + "' others='" + others + "' ;;\n";
+                ")\n        own='" + joined(options, " ", &Choice::text) + "' others='" + others + "' ;;\n";
     }
     return text;
 }
@@ -96,9 +96,9 @@ std::string bash(const std::string& program, bool is_tool) {
     const auto flags = flag_choices();
     return filled(std::string(bash_common) + (is_tool ? bash_tool : bash_server),
                   {{"cases", is_tool ? bash_cases() : ""},
-                   {"verbs", joined(texts(verb_choices()), " ")},
+                   {"verbs", joined(verb_choices(), " ", &Choice::text)},
                    {"values", table(flags)},
-                   {"flags", joined(texts(flags), " ")},
+                   {"flags", joined(flags, " ", &Choice::text)},
                    {"name", function_name(program)},
                    {"program", program}});
 }

@@ -34,13 +34,13 @@ std::string spaced(std::string_view alternatives) {
 /// The words that a form begins with, alone and with each ending in the brackets after them: "a|b[;c|;d]".
 Values leading_words(std::string_view form) {
     const std::size_t open = form.find('[');
-    const auto words = split(form.substr(0, open), '|');
+    const auto words = split(form.substr(0, open), "|");
     std::string_view rest = open == form.npos ? std::string_view() : form.substr(open + 1);
     rest = rest.substr(0, rest.find(']'));
     std::vector<std::string> all(words.begin(), words.end());
     if (rest.starts_with(';'))
         for (const std::string_view word : words)
-            for (const std::string_view ending : split(rest, '|'))
+            for (const std::string_view ending : split(rest, "|"))
                 all.push_back(std::string(word) + std::string(ending));
     return joined(all, " ");
 }
@@ -50,22 +50,12 @@ Values values_of(const Reference& one) {
     return completion == its_words ? leading_words(one.value) : Values(completion);
 }
 
-template <class Range, class Name>
-Values names_of(const Range& all, Name name) {
-    std::vector<std::string> names;
-    names.reserve(std::size(all));
-    for (const auto& one : all)
-        names.emplace_back(name(one));
-    return joined(names, " ");
-}
-
 Values values_of(const OwnOption& option) {
     if (option.value.empty()) return "";
     if (option.value == "FILE") return "-f";
-    if (option.value == "SETTING") return names_of(settings_of({}), [](auto& one) { return one.name; });
-    if (option.value.starts_with("ID")) return names_of(warning_kinds(), [](auto& one) { return one.id; });
-    if (option.value.starts_with("GROUP["))
-        return names_of(preflight::groups, [](auto& one) { return one.name; });
+    if (option.value == "SETTING") return joined(settings_of({}), " ", &Setting::name);
+    if (option.value.starts_with("ID")) return joined(warning_kinds(), " ", &WarningKind::id);
+    if (option.value.starts_with("GROUP[")) return joined(preflight::groups, " ", &preflight::Group::name);
     if (option.value.find('|') != option.value.npos) return spaced(option.value);
     return "-";
 }
@@ -95,9 +85,9 @@ std::vector<Choice> option_choices(const Verb& verb) {
 }
 
 Values words_of(const Verb& verb) {
-    if (takes_names_of_flags(verb)) return joined(texts(flag_choices()), " ");
-    if (verb.arguments == "[VERB]") return joined(texts(verb_choices()), " ");
-    if (verb.arguments == "[ID]") return names_of(all_kinds(), [](auto& one) { return one.id; });
+    if (takes_names_of_flags(verb)) return joined(flag_choices(), " ", &Choice::text);
+    if (verb.arguments == "[VERB]") return joined(verb_choices(), " ", &Choice::text);
+    if (verb.arguments == "[ID]") return joined(all_kinds(), " ", &Explanation::id);
     return verb.arguments.find('|') == verb.arguments.npos ? "-" : spaced(verb.arguments);
 }
 
@@ -106,26 +96,9 @@ std::string what_follows(const Verb& verb) {
 }
 
 std::string table(const std::vector<Choice>& choices) {
-    std::vector<std::string> entries;
-    entries.reserve(choices.size());
-    for (const Choice& choice : choices)
-        entries.push_back("[" + choice.text + "]=" + quoted(choice.values, "'\\''"));
-    return joined(entries, " ");
-}
-
-std::string joined(const std::vector<std::string>& words, std::string_view between) {
-    std::string text;
-    for (const std::string& word : words)
-        text.append(text.empty() ? "" : between).append(word);
-    return text;
-}
-
-std::vector<std::string> texts(const std::vector<Choice>& choices) {
-    std::vector<std::string> all;
-    all.reserve(choices.size());
-    for (const Choice& choice : choices)
-        all.push_back(choice.text);
-    return all;
+    return joined(choices, " ", [](const Choice& choice) {
+        return "[" + choice.text + "]=" + quoted(choice.values, "'\\''");
+    });
 }
 
 std::string function_name(std::string_view program) {

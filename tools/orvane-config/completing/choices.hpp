@@ -2,6 +2,7 @@
 #pragma once
 
 #include "own/option_table.hpp"
+#include "text/lists.hpp"
 
 #include <string>
 #include <string_view>
@@ -31,9 +32,6 @@ std::string what_follows(const Verb& verb);
 
 /// As bash and zsh write a table of values by text.
 std::string table(const std::vector<Choice>& choices);
-std::string joined(const std::vector<std::string>& words, std::string_view between);
-/// The texts of the choices.
-std::vector<std::string> texts(const std::vector<Choice>& choices);
 /// A name for a function: of letters, digits and underscores.
 std::string function_name(std::string_view program);
 /// In single quotes, with `escaped` for each one inside.

@@ -78,7 +78,7 @@ std::string entries(const std::vector<Choice>& choices, const std::string& inden
 }
 
 std::string verb_names() {
-    return "'" + joined(texts(verb_choices()), "', '") + "'";
+    return "'" + joined(verb_choices(), "', '", &Choice::text) + "'";
 }
 
 std::string powershell_options() {

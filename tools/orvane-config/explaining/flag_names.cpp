@@ -1,6 +1,7 @@
 // Rules about tokens that were meant as flags.
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
+#include "text/lists.hpp"
 #include "text/spelling.hpp"
 
 #include <algorithm>
@@ -34,14 +35,14 @@ std::string misspelling(std::u16string_view token, const Reference& flag) {
 }
 
 bool holds_a_flag(std::u16string_view text) {
-    const auto words = split_words(text, u' ');
+    const auto words = split_words(text, u" ");
     return std::any_of(words.begin(), words.end(), is_meant_as_flag);
 }
 
 /// "--num-workers 4 --wait" in one token.
 Advice several_words(const FaultInLine& fault, const Reference& meant, std::u16string_view text) {
     std::vector<Token> tokens = {{std::u16string(meant.wide), fault.number()}};
-    for (const std::u16string& word : split_words(text, u' '))
+    for (const std::u16string& word : split_words(text, u" "))
         tokens.push_back({word, fault.number()});
     return replace(fault, fault.at, fault.at + 1, tokens,
                    "this is several words in one; pass each as a separate argument: ");
@@ -176,9 +177,7 @@ std::optional<Advice> similar_name(const FaultInLine& fault) {
     const auto [name, separator, rest] = split_token(fault.token());
     const auto flags = flags_like(name);
     if (flags.empty()) return std::nullopt;
-    std::string sentence = "did you mean ";
-    for (const Reference* flag : flags)
-        sentence.append(flag == flags[0] ? "" : " or ").append(flag->flag);
+    const std::string sentence = "did you mean " + joined(flags, " or ", &Reference::flag);
     const Reference& meant = likeliest(fault, flags);
     Advice advice;
     if (separator != 0)

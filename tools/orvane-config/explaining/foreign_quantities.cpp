@@ -95,7 +95,7 @@ Readings durations(const std::u16string& value, const Reference&) {
     constexpr auto why = "write a duration as hours:minutes:seconds, two digits each";
     if (lowered.find(u':') != lowered.npos) {
         std::u16string padded;
-        for (const std::u16string& part : split_words(lowered, u':'))
+        for (const std::u16string& part : split_words(lowered, u":"))
             padded += (padded.empty() ? u"" : u":") +
                       ((part.size() == 1 || part.find(u'.') == 1) ? u"0" + part : part);
         return {{padded, why}};

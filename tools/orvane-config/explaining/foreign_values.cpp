@@ -50,11 +50,11 @@ Readings caches(const std::u16string& value, const Reference&) {
         text.replace(scheme, 3, u"@");
         found.push_back({text.substr(0, text.find(u'/')), why});
     }
-    const auto words = split_words(text, u' ');
+    const auto words = split_words(text, u" ");
     if (words.size() == 2) found.push_back({words[0] + u"@" + words[1], why});
     if (words.size() == 3) found.push_back({words[0] + u"@" + words[1] + u":" + words[2], why});
     if (text.find(u'@') == text.npos) {
-        const auto parts = split_words(text, u':');
+        const auto parts = split_words(text, u":");
         if (parts.size() == 3) found.push_back({parts[0] + u"@" + parts[1] + u":" + parts[2], why});
         if (parts.size() == 2 && parts[0] == u"redis") found.push_back({parts[0] + u"@" + parts[1], why});
         found.push_back({u"redis@" + text, why});
@@ -105,7 +105,7 @@ Readings pairs(const std::u16string& value, const Reference&) {
 
 Readings clients(const std::u16string& value, const Reference&) {
     std::u16string list;
-    for (const std::u16string& word : split_words(folded(value), u','))
+    for (const std::u16string& word : split_words(folded(value), u","))
         if (const std::u16string name = trimmed(word, u" ;"); !name.empty())
             list += (list.empty() ? u"" : u",") + name;
     const std::size_t colon = list.find(u':');

@@ -1,6 +1,7 @@
 // Rules about tokens that were meant as values, but are not where a value belongs.
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
+#include "text/lists.hpp"
 #include "text/quoting.hpp"
 #include "text/spelling.hpp"
 
@@ -14,14 +15,14 @@ namespace {
 /// The flags that the library knows after one that limits what follows.
 const std::string& allowed_after_the_limit() {
     static const std::string allowed = [] {
-        std::string list;
+        std::vector<std::string_view> known;
         for (const Reference& one : references()) {
             const Occurrence limit = occurrence_of(std::u16string(flag_with(Trait::limits_next).wide), u"1");
             if (ask({limit, {{std::u16string(one.wide)}}}).code !=
                 qel::config::error_code::unrecognized_flag())
-                list.append(list.empty() ? "" : ", ").append(one.flag);
+                known.push_back(one.flag);
         }
-        return list;
+        return joined(known);
     }();
     return allowed;
 }

@@ -30,16 +30,9 @@ std::string why_without_effect(const Redundant& redundant) {
                                                 : " has no effect: " + where + " replaces it";
 }
 
-/// With ASCII letters in lower case, which is enough for hosts and schemes.
-std::string lower(std::string text) {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
-    return text;
-}
-
 /// One text for all names of this machine; empty for all addresses.
 std::string host_key(const std::u16string& host) {
-    const std::string text = lower(qel::i18n::ustring_to_utf8(host));
+    const std::string text = qel::i18n::ustring_to_utf8(lower(host));
     if (text == "0.0.0.0" || text == "[::]" || text == "*") return "";
     return text == "127.0.0.1" || text == "[::1]" ? "localhost" : text;
 }
@@ -47,11 +40,8 @@ std::string host_key(const std::u16string& host) {
 /// A path without the parts that do not change where it leads.
 std::u16string path_key(std::u16string_view path) {
     std::u16string key = path.starts_with(u'/') ? u"/" : u"";
-    while (!path.empty()) {
-        const std::u16string_view element = path.substr(0, path.find(u'/'));
-        if (!element.empty() && element != u".") key.append(element).append(u"/");
-        path.remove_prefix(std::min(element.size() + 1, path.size()));
-    }
+    for (const std::u16string& element : split_words(path, u"/"))
+        if (element != u".") key.append(element).append(u"/");
     return key;
 }
 
@@ -168,7 +158,8 @@ void any_origin(const AcceptedLine& accepted, WarningCollector& warnings) {
 
 void given_twice(const AcceptedLine& accepted, WarningCollector& warnings) {
     const qel::config::ServerSettings& settings = accepted.settings;
-    std::vector<std::string> caches, handlers, origins;
+    std::vector<std::string> caches, handlers;
+    std::vector<std::u16string> origins, roots;
     if (const auto& list = settings.cache_list())
         for (const auto& cache : list->list())
             caches.push_back(qel::i18n::ustring_to_utf8(cache.provider()) + '@' + host_key(cache.host()) +
@@ -178,9 +169,8 @@ void given_twice(const AcceptedLine& accepted, WarningCollector& warnings) {
                            std::to_string(static_cast<int>(handler.content())) + ';' + handler.command());
     for (std::string origin : settings.cors_allowed_origins()) {
         if (origin.ends_with('/')) origin.pop_back();
-        origins.push_back(lower(std::move(origin)));
+        origins.push_back(lower(qel::i18n::utf8_to_ustring(origin)));
     }
-    std::vector<std::u16string> roots;
     for (const auto& root : settings.lumo_root())
         roots.push_back(path_key(root.text()));
     find_twice(caches, accepted, {flag::start_cache, flag::attach_cache}, warnings);

@@ -1,6 +1,7 @@
 // Values that do not mean what they seem to.
 #include "explaining/warning_rules.hpp"
 #include "reference/flag_texts.hpp"
+#include "text/lists.hpp"
 #include "text/quoting.hpp"
 #include "text/spelling.hpp"
 
@@ -56,10 +57,8 @@ std::string with_colons(std::string_view text) {
         total += number * seconds[unit % 4];
         text.remove_prefix(digits + 1);
     }
-    std::string written;
-    for (const unsigned long part : {total / 3600, total / 60 % 60, total % 60})
-        written += (written.empty() ? "" : ":") + std::string(part < 10 ? "0" : "") + std::to_string(part);
-    return written;
+    return joined(std::array{total / 3600, total / 60 % 60, total % 60}, ":",
+                  [](unsigned long part) { return (part < 10 ? "0" : "") + std::to_string(part); });
 }
 
 std::u16string_view port_of(const std::u16string& text) {
@@ -144,10 +143,7 @@ std::string port_0(const GivenValue& value) {
 
 std::string origin(const GivenValue& value) {
     if (!value.has(Form::origins)) return {};
-    for (std::size_t at = 0; (at = value.text.find_first_not_of(u", ", at)) != value.text.npos;) {
-        const std::size_t end = std::min(value.text.find_first_of(u", ", at), value.text.size());
-        const std::u16string one = value.text.substr(at, end - at);
-        at = end;
+    for (const std::u16string& one : split_words(value.text, u", ")) {
         if (one == u"*" || one == u"null") continue;
         const std::size_t scheme = one.find(u"://");
         if (scheme == one.npos || scheme == 0)

@@ -54,9 +54,7 @@ std::optional<Advice> own_option(const FaultInLine& fault) {
     if (std::none_of(with_it.begin(), with_it.end(), [](auto name) { return takes_flags(*verb_of(name)); }))
         return std::nullopt;
     const bool all = option->verbs.empty() || option->verbs == any_flags;
-    std::string where;
-    for (std::size_t i = 0; i != with_it.size() && !all; ++i)
-        where.append(i == 0 ? " " : i + 1 == with_it.size() ? " and " : ", ").append(with_it[i]);
+    const std::string where = all ? "" : " " + joined(with_it, ", ", std::identity(), " and ");
     return remove(fault, fault.at, end_of_strays(fault.line, fault.at + 1),
                   text + " is an option of orvane-config" + where + ": it goes before the server's flags");
 }

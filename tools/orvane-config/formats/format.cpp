@@ -1,5 +1,6 @@
 // What the formats of command lines have in common.
 #include "formats/format_table.hpp"
+#include "text/lists.hpp"
 
 #include "qel/i18n/convert.hpp"
 
@@ -96,13 +97,7 @@ LocatedText located(std::string_view text) {
 
 std::string joined(const TokenGroups& groups, std::string (*quoted)(const std::string&),
                    std::string_view between) {
-    std::string text;
-    for (const TokenGroup& group : groups) {
-        if (&group != &groups.front()) text += between;
-        for (const std::string& token : group)
-            text.append(&token == &group.front() ? "" : " ").append(quoted(token));
-    }
-    return text;
+    return joined(groups, between, [quoted](const TokenGroup& group) { return joined(group, " ", quoted); });
 }
 
 std::string_view first_line_of(std::string_view text) {

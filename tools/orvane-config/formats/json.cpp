@@ -1,5 +1,6 @@
 // The format json: an array of strings.
 #include "formats/format_table.hpp"
+#include "text/lists.hpp"
 
 #include <boost/json.hpp>
 
@@ -61,11 +62,11 @@ ReadTokens read_json(const LocatedText& text) {
 }
 
 std::string as_json(const TokenGroups& groups) {
-    std::string text;
+    std::vector<std::string> strings;
     for (const TokenGroup& group : groups)
         for (const std::string& token : group)
-            text.append(text.empty() ? "" : ", ").append(json::serialize(json::value(token)));
-    return "[" + text + "]\n";
+            strings.push_back(json::serialize(json::value(token)));
+    return "[" + joined(strings) + "]\n";
 }
 
 } // namespace orvane

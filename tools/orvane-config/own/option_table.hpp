@@ -3,6 +3,7 @@
 
 #include "formats/format_table.hpp"
 #include "own/verb_table.hpp"
+#include "text/lists.hpp"
 
 #include <algorithm>
 #include <string>
@@ -50,21 +51,10 @@ inline constexpr OwnOption own_options[] = {
 };
 // clang-format on
 
-/// The words of a list that `separator` separates.
-constexpr std::vector<std::string_view> split(std::string_view list, char separator) {
-    std::vector<std::string_view> words;
-    while (!list.empty()) {
-        const std::size_t end = std::min(list.find(separator), list.size());
-        words.push_back(list.substr(0, end));
-        list.remove_prefix(std::min(end + 1, list.size()));
-    }
-    return words;
-}
-
 /// Whether the row of a table that names these verbs is for the verb.
 constexpr bool is_for(std::string_view named, const Verb& verb) {
     if (named == any_flags) return takes_flags(verb);
-    const auto names = split(named, ' ');
+    const auto names = split(named, " ");
     return names.empty() || std::find(names.begin(), names.end(), verb.name) != names.end();
 }
 
@@ -92,7 +82,7 @@ constexpr bool names_verbs(const Table& rows) {
     return std::ranges::all_of(rows, [](const auto& row) {
         return row.verbs == any_flags ||
                // g++ 12 with sanitizers takes no address for a constant here, so names are compared.
-               std::ranges::all_of(split(row.verbs, ' '), [](std::string_view name) {
+               std::ranges::all_of(split(row.verbs, " "), [](std::string_view name) {
                    return std::ranges::count(verbs, name, &Verb::name) == 1;
                });
     });

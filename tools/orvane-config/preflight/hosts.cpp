@@ -2,8 +2,10 @@
 #include "preflight/hosts.hpp"
 
 #include "preflight/time_limit.hpp"
+#include "text/lists.hpp"
 
 #include <algorithm>
+#include <span>
 
 namespace orvane::preflight {
 namespace {
@@ -58,9 +60,7 @@ bool exclude_each_other(const std::string& one, const std::string& other) {
 
 std::string listed(const std::vector<std::string>& texts) {
     constexpr std::size_t most = 8;
-    std::string list;
-    for (std::size_t i = 0; i != std::min(most, texts.size()); ++i)
-        list += (list.empty() ? "" : ", ") + texts[i];
+    const std::string list = joined(std::span(texts).first(std::min(most, texts.size())));
     return texts.size() > most ? list + ", ..." : list;
 }
 

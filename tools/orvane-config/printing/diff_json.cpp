@@ -1,6 +1,7 @@
 // What differs between two lines, for programs.
 #include "printing/json.hpp"
 #include "printing/json_parts.hpp"
+#include "text/lists.hpp"
 
 namespace orvane {
 namespace {
@@ -11,11 +12,8 @@ namespace json = boost::json;
 json::value value_of(const json::value& settings, const Setting& setting) {
     if (setting.lines.empty()) return nullptr;
     const json::value* at = &settings;
-    for (std::string_view left = setting.name; !left.empty();) {
-        const std::string_view name = left.substr(0, left.find('.'));
-        left.remove_prefix(std::min(name.size() + 1, left.size()));
+    for (const std::string_view name : split(setting.name, "."))
         at = &at->as_object().at({name.data(), name.size()});
-    }
     return *at;
 }
 

@@ -3,6 +3,7 @@
 
 #include "probing/occurrence_text.hpp"
 #include "text/escape.hpp"
+#include "text/lists.hpp"
 
 #include <algorithm>
 
@@ -63,18 +64,18 @@ std::string summary_of(const Report& report) {
     std::string text = report.ready()  ? "ready: the server can start here with these flags"
                        : blocking == 0 ? "not known to be ready"
                                        : "not ready";
-    std::string counts;
+    std::vector<std::string> counts;
     const auto add = [&](std::size_t count, std::string_view one, std::string_view more) {
-        if (count != 0) counts += (counts.empty() ? "" : ", ") + counted(count, one, more);
+        if (count != 0) counts.push_back(counted(count, one, more));
     };
     add(blocking, "blocking finding", "blocking findings");
     add(warnings, "warning", "warnings");
     add(unknown, "unknown", "unknown");
-    if (!counts.empty()) text += (report.ready() ? "; " : ": ") + counts;
-    std::string skipped;
+    if (!counts.empty()) text += (report.ready() ? "; " : ": ") + joined(counts);
+    std::vector<std::string_view> skipped;
     for (const GroupReport& group : report.groups)
-        if (!group.looked_at) skipped += (skipped.empty() ? "" : ", ") + std::string(group.group->name);
-    return text + (skipped.empty() ? "" : "; skipped: " + skipped);
+        if (!group.looked_at) skipped.push_back(group.group->name);
+    return skipped.empty() ? text : text + "; skipped: " + joined(skipped);
 }
 
 } // namespace

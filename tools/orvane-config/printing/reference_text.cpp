@@ -4,6 +4,7 @@
 #include "printing/roff.hpp"
 #include "printing/wrapping.hpp"
 #include "probing/settings_of_flag.hpp"
+#include "text/lists.hpp"
 
 #include <algorithm>
 #include <iterator>
@@ -15,22 +16,12 @@ namespace {
 
 /// The names from other servers, without the values that their flags take.
 std::string other_names(const Reference& one) {
-    std::string names;
-    for (const Synonym& synonym : synonyms_of(one))
-        names.append(names.empty() ? "" : ", ").append(synonym.name);
-    return names;
-}
-
-std::string settings(const Reference& one) {
-    std::string names;
-    for (const std::string& name : settings_of_flag(one))
-        names.append(names.empty() ? "" : ", ").append(name);
-    return names;
+    return joined(synonyms_of(one), ", ", &Synonym::name);
 }
 
 /// The rows below a flag's heading: what it is called, and the text.
 std::vector<std::pair<std::string, std::string>> details(const Reference& one) {
-    std::vector<std::pair<std::string, std::string>> rows = {{"Sets", settings(one)},
+    std::vector<std::pair<std::string, std::string>> rows = {{"Sets", joined(settings_of_flag(one))},
                                                              {"Repeated", one.repeated()}};
     if (!one.raw_relations.empty()) rows.emplace_back("Relations", one.relations());
     if (!one.synonyms.empty()) rows.emplace_back("In other servers", other_names(one));

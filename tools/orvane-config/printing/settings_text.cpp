@@ -4,6 +4,7 @@
 #include "probing/occurrence_text.hpp"
 #include "probing/settings_of_flag.hpp"
 #include "text/escape.hpp"
+#include "text/lists.hpp"
 
 #include "qel/i18n/convert.hpp"
 
@@ -25,12 +26,13 @@ std::string default_of(const Setting& setting) {
 
 std::string origin_of(const Setting& setting, const Verdict& verdict) {
     const Effects& effects = verdict.effects;
-    std::string text;
     const auto occurrences = effects.origins.find(setting.name);
-    if (occurrences != effects.origins.end())
-        for (const Occurrence& occurrence : occurrences->second)
-            text += (text.empty() ? "" : ", ") + qel::i18n::ustring_to_utf8(occurrence[0].text) + " (" +
-                    numbers_of(occurrence) + at_place(verdict.places, occurrence[0].number) + ")";
+    const std::string text = occurrences == effects.origins.end()
+                                 ? ""
+                                 : joined(occurrences->second, ", ", [&](const Occurrence& one) {
+                                       return qel::i18n::ustring_to_utf8(one[0].text) + " (" +
+                                              numbers_of(one) + at_place(verdict.places, one[0].number) + ")";
+                                   });
     if (!effects.completed.contains(setting.name)) return text;
     return text.empty() ? default_of(setting) : text + ", completed by the library";
 }

@@ -1,6 +1,7 @@
 // Occurrences as one would type them.
 #include "probing/occurrence_text.hpp"
 
+#include "text/lists.hpp"
 #include "text/quoting.hpp"
 
 #include <algorithm>
@@ -8,10 +9,8 @@
 namespace orvane {
 
 std::string shown(const Occurrence& occurrence) {
-    std::string text;
-    for (const Token& word : occurrence)
-        text += (text.empty() ? "" : " ") + (!word.sample.empty() ? "<value>" : shown(word.text));
-    return text;
+    return joined(occurrence, " ",
+                  [](const Token& word) { return word.sample.empty() ? shown(word.text) : "<value>"; });
 }
 
 std::string numbers_of(const Occurrence& occurrence) {

@@ -83,6 +83,7 @@ constexpr std::array described = {
 #define ZEP_REFERENCE(name, ...) Flag::name,
 #define ZEP_SWITCH(name, ...) Flag::name,
 #include "reference/reference.def"
+#include "text/lists.hpp"
 };
 
 constexpr bool each_flag_once() {
@@ -192,12 +193,8 @@ const Reference& flag_with(Trait trait) {
 std::vector<std::string> keywords(const Reference& reference) {
     std::vector<std::string> words;
     if (!reference.holds(Holds::words)) return words;
-    const std::string_view form = reference.value;
-    for (std::size_t begin = 0; begin <= form.size();) {
-        const std::size_t end = std::min(form.find('|', begin), form.size());
-        words.emplace_back(form.substr(begin, end - begin));
-        begin = end + 1;
-    }
+    for (const std::string_view word : split(reference.value, "|"))
+        words.emplace_back(word);
     return words;
 }
 

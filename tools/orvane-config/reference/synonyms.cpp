@@ -20,15 +20,6 @@ Synonym synonym(const Reference& reference, std::string_view entry) {
             {}};
 }
 
-std::vector<std::string_view> entries_of(std::string_view list) {
-    std::vector<std::string_view> entries;
-    for (std::size_t end = 0; !list.empty(); list.remove_prefix(std::min(end + 1, list.size()))) {
-        end = std::min(list.find(' '), list.size());
-        entries.push_back(list.substr(0, end));
-    }
-    return entries;
-}
-
 std::string without_hyphens(std::string_view name) {
     std::string text(name);
     std::erase(text, '-');
@@ -53,9 +44,10 @@ const ForeignNames& foreign_names() {
             for (const Synonym& synonym : synonyms_of(one))
                 names.add(synonym);
 #define ZEP_FOREIGN(foreign, text)                                                                           \
-    for (const std::string_view name : entries_of(foreign))                                                  \
+    for (const std::string_view name : split(foreign, " "))                                                  \
         names.add({name, nullptr, {}, {}, with_flags(text)});
 #include "reference/foreign.def"
+#include "text/lists.hpp"
         return names;
     }();
     return all;
@@ -65,7 +57,7 @@ const ForeignNames& foreign_names() {
 
 std::vector<Synonym> synonyms_of(const Reference& reference) {
     std::vector<Synonym> all;
-    for (const std::string_view entry : entries_of(reference.synonyms))
+    for (const std::string_view entry : split(reference.synonyms, " "))
         all.push_back(synonym(reference, entry));
     return all;
 }

@@ -10,39 +10,30 @@
 namespace orvane {
 namespace {
 
-void append_escaped(char16_t unit, std::string& text) {
-    text += "\\u";
-    for (int shift = 12; shift >= 0; shift -= 4)
-        text += "0123456789abcdef"[unit >> shift & 15];
-}
+using qel::i18n::ustring_to_utf8, qel::i18n::utf8_to_ustring;
 
 std::string escape_all(std::string_view text) {
-    std::string shown;
-    std::u16string plain;
-    const auto append_plain = [&] {
-        shown += qel::i18n::ustring_to_utf8(plain);
-        plain.clear();
-    };
-    for (const char16_t unit : qel::i18n::utf8_to_ustring(std::string(text))) {
-        if (unit == u'\n' || !is_invisible(unit)) {
-            plain += unit;
-            continue;
-        }
-        append_plain();
-        append_escaped(unit, shown);
-    }
-    append_plain();
-    return shown;
+    std::u16string shown;
+    for (const char16_t unit : utf8_to_ustring(std::string(text)))
+        shown += unit == u'\n' || !is_invisible(unit) ? std::u16string(1, unit) : code_of(unit);
+    return ustring_to_utf8(shown);
 }
 
 } // namespace
+
+std::u16string code_of(char16_t unit) {
+    std::u16string code = u"\\u";
+    for (int shift = 12; shift >= 0; shift -= 4)
+        code += u"0123456789abcdef"[unit >> shift & 15];
+    return code;
+}
 
 std::string escape(std::string_view text) {
     std::string shown;
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
         if (byte < 0x20 || byte == 0x7f)
-            append_escaped(byte, shown);
+            shown += ustring_to_utf8(code_of(byte));
         else
             shown += c;
     }

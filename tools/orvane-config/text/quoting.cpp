@@ -1,6 +1,7 @@
 // Tokens as one would type them.
 #include "text/quoting.hpp"
 
+#include "text/escape.hpp"
 #include "text/shell_word.hpp"
 #include "text/spelling.hpp"
 
@@ -17,9 +18,7 @@ std::string shown(const std::u16string& token) {
     std::u16string quoted;
     for (const char16_t c : token) {
         if (is_invisible(c)) {
-            quoted += u"\\u";
-            for (int shift = 12; shift >= 0; shift -= 4)
-                quoted += u"0123456789abcdef"[c >> shift & 15];
+            quoted += code_of(c);
         } else {
             if (c == u'\'' || c == u'\\') quoted += u'\\';
             quoted += c;

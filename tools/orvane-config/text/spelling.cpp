@@ -1,6 +1,8 @@
 // Mistyped and invisible characters, and texts without them.
 #include "text/spelling.hpp"
 
+#include "text/lists.hpp"
+
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
@@ -13,15 +15,22 @@ namespace {
 constexpr std::u16string_view wide_blanks = u"\u00A0\u202F\u3000\u2000\u2001\u2002\u2003\u2004\u2005\u2006"
                                             u"\u2007\u2008\u2009\u200A\t\r\n";
 
-// Cyrillic and Greek letters that look like Latin ones, and those.
-constexpr std::u16string_view look_alikes =
-    u"\u0430\u0435\u043E\u0440\u0441\u0443\u0445\u0456\u0455\u0458\u04BB"
-    u"\u043A\u043C\u0442\u0433\u0501\u051B\u051D\u0438\u043F\u0432\u043D"
-    u"\u03B1\u03BF\u03BD\u03C1\u03C4\u03B9\u03BA\u03C5\u03B5\u03B7\u03B3"
-    u"\u03C7\u03F2\u03C9\u0131\u0261\u0410\u0412\u0415\u041A\u041C\u041D"
-    u"\u041E\u0420\u0421\u0422\u0425";
-constexpr std::u16string_view looked_like = u"aeopcyxisjhkmtrdqwunbhaovptikuenyxcwigABEKMHOPCTX";
-static_assert(look_alikes.size() == looked_like.size());
+// Letters of other alphabets that are drawn like Latin ones, and those.
+constexpr std::u16string_view drawn_alike =
+    u"\u0430\u0435\u043E\u0440\u0441\u0443\u0445\u0456\u0455\u0458\u04BB\u0501"
+    u"\u051B\u051D\u0410\u0412\u0415\u041A\u041C\u041D\u041E\u0420\u0421\u0422"
+    u"\u0423\u0425\u0406\u0405\u0408\u03BF\u03B1\u03BD\u03C1\u03C5\u03B9\u0391"
+    u"\u0392\u0395\u0396\u0397\u0399\u039A\u039C\u039D\u039F\u03A1\u03A4\u03A5"
+    u"\u03A7";
+constexpr std::u16string_view drawn_as = u"aeopcyxisjhdqwABEKMHOPCTYXISJoavpuiABEZHIKMNOPTYX";
+static_assert(drawn_alike.size() == drawn_as.size());
+
+// Letters that are typed instead of Latin ones, but seen to be others.
+constexpr std::u16string_view similar =
+    u"\u043A\u043C\u0442\u0433\u0438\u043F\u0432\u043D\u03C4\u03BA\u03B5\u03B7"
+    u"\u03B3\u03C7\u03F2\u03C9\u0131\u0261";
+constexpr std::u16string_view similar_to = u"kmtrunbhtkenyxcwig";
+static_assert(similar.size() == similar_to.size());
 
 bool is_alphanumeric(char16_t c) {
     const bool other_mark = c < 0xC0 || (c >= 0x2000 && c < 0x2C00) || (c >= 0x3000 && c < 0x3040);
@@ -40,8 +49,9 @@ char16_t as_ascii(char16_t c) {
     if (is_printable_ascii(c)) return c;
     if (is_one_of(c, dashes)) return u'-';
     if (c >= 0xFF01 && c <= 0xFF5E) return static_cast<char16_t>(c - 0xFEE0); // of full width
-    const auto at = look_alikes.find(c);
-    return at == look_alikes.npos ? c : looked_like[at];
+    if (const auto at = drawn_alike.find(c); at != drawn_alike.npos) return drawn_as[at];
+    const auto at = similar.find(c);
+    return at == similar.npos ? c : similar_to[at];
 }
 
 /// The end of a terminal's escape sequence, or of its rest when the escape itself was lost.
@@ -150,13 +160,10 @@ std::u16string letters(std::u16string_view text) {
     return words;
 }
 
-std::vector<std::u16string> split_words(std::u16string_view text, char16_t separator) {
+std::vector<std::u16string> split_words(std::u16string_view text, std::u16string_view separators) {
     std::vector<std::u16string> words;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find(separator), text.size());
-        if (end != 0) words.emplace_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
+    for (const std::u16string_view part : split<char16_t>(text, separators))
+        if (!part.empty()) words.emplace_back(part);
     return words;
 }
 
@@ -229,13 +236,7 @@ bool is_ipv4(std::u16string_view host) {
 }
 
 bool looks_latin(char16_t c) {
-    constexpr std::u16string_view cyrillic_and_greek =
-        u"\u0430\u0435\u043E\u0440\u0441\u0443\u0445\u0456\u0455\u0458\u04BB\u0501"
-        u"\u051B\u051D\u0410\u0412\u0415\u041A\u041C\u041D\u041E\u0420\u0421\u0422"
-        u"\u0423\u0425\u0406\u0405\u0408\u03BF\u03B1\u03BD\u03C1\u03C5\u03B9\u0391"
-        u"\u0392\u0395\u0396\u0397\u0399\u039A\u039C\u039D\u039F\u03A1\u03A4\u03A5"
-        u"\u03A7";
-    return is_one_of(c, cyrillic_and_greek) || (c >= 0xFF01 && c <= 0xFF5E);
+    return is_one_of(c, drawn_alike) || (c >= 0xFF01 && c <= 0xFF5E);
 }
 
 } // namespace orvane

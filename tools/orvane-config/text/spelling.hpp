@@ -37,7 +37,8 @@ std::u16string normalized(std::u16string_view text);
 /// The same without hyphens.
 std::u16string letters(std::u16string_view text);
 
-std::vector<std::u16string> split_words(std::u16string_view text, char16_t separator = u'-');
+/// The words between the separators, each of which is one of these characters.
+std::vector<std::u16string> split_words(std::u16string_view text, std::u16string_view separators = u"-");
 
 /// How many insertions, deletions, replacements and swaps of neighbours turn one text into the other, at most `most` + 1.
 std::size_t distance(std::u16string_view a, std::u16string_view b, std::size_t most);

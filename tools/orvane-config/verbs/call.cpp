@@ -12,10 +12,7 @@ namespace {
 
 /// "a, b or c"
 std::string one_of(const std::vector<std::string_view>& words) {
-    std::string text;
-    for (const std::string_view& word : words)
-        text += (&word == &words.front() ? "" : &word == &words.back() ? " or " : ", ") + std::string(word);
-    return text;
+    return joined(words, ", ", std::identity(), " or ");
 }
 
 /// The name in --name=value, without its hyphens; empty when the token is not spelt as an option.
@@ -72,7 +69,7 @@ void read_option(Call& call, const OwnOption& option, Tokens::const_iterator& at
     if (equals == token.npos && at + 1 == end)
         throw Misused(spelled(option) + " needs a value: " + std::string(option.value));
     value = equals != token.npos ? token.substr(equals + 1) : qel::i18n::ustring_to_utf8(*++at);
-    const auto words = split(option.value, '|');
+    const auto words = split(option.value, "|");
     if (words.size() > 1 && std::find(words.begin(), words.end(), value) == words.end())
         throw Misused(spelled(option) + " is " + one_of(words) + ", not '" + value + "'");
 }
@@ -88,7 +85,7 @@ bool is_given_back(const Verb& verb, const OwnOption& option, Tokens::const_iter
 void check_words(const Call& call) {
     const std::string_view form = call.verb.arguments;
     if (form.ends_with("...")) return;
-    const auto words = split(form, '|');
+    const auto words = split(form, "|");
     if (form.empty() && !call.words.empty()) throw Misused("unexpected argument: it takes none");
     if (form.starts_with('[') && call.words.size() > 1)
         throw Misused("it takes one " + std::string(form.substr(1, form.size() - 2)) + " at most");

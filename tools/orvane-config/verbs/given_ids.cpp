@@ -23,7 +23,7 @@ const Explanation& kind_called(const std::string& id, std::string_view about) {
 WarningIds ignored_warnings(const Call& call, const WarningIds& others) {
     const std::string list = call.value(own("ignore"));
     WarningIds ignored;
-    for (const std::string_view id : split(list, ','))
+    for (const std::string_view id : split(list, ","))
         ignored.emplace(others.contains(id) ? id : kind_called(std::string(id), "warning").id);
     return ignored;
 }

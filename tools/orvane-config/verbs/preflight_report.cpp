@@ -1,6 +1,8 @@
 // What preflight finds, for the verbs that ask for it.
 #include "verbs/preflight_report.hpp"
 
+#include "text/lists.hpp"
+
 #include <algorithm>
 #include <set>
 
@@ -14,14 +16,11 @@ namespace {
 std::set<std::string_view> groups_in(const Call& call, const OwnOption& option) {
     std::set<std::string_view> names;
     const std::string list = call.value(option);
-    for (const std::string_view name : split(list, ',')) {
+    for (const std::string_view name : split(list, ",")) {
         const auto found = std::ranges::find(groups, name, &Group::name);
-        if (found == std::end(groups)) {
-            std::string known;
-            for (const Group& group : groups)
-                known += (known.empty() ? "" : ", ") + std::string(group.name);
-            throw Misused("there is no group '" + std::string(name) + "'; the groups are " + known);
-        }
+        if (found == std::end(groups))
+            throw Misused("there is no group '" + std::string(name) + "'; the groups are " +
+                          joined(groups, ", ", &Group::name));
         names.insert(found->name);
     }
     if (names.empty() && call.has(option)) throw Misused(spelled(option) + " names no group");

@@ -2,11 +2,13 @@
 #include "preflight/tls/tls_checks.hpp"
 
 #include "reference/flag_texts.hpp"
+#include "text/lists.hpp"
 
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
 #include <ctime>
+#include <span>
 
 #include <openssl/err.h>
 #include <openssl/x509v3.h>
@@ -20,19 +22,18 @@ using HostNames = std::unique_ptr<GENERAL_NAMES, Releases<GENERAL_NAMES_free>>;
 
 /// The host names in the certificate, as far as they can be shown in a line.
 std::string host_names_in(X509* certificate) {
-    constexpr int most = 5;
+    constexpr std::size_t most = 5;
     const HostNames names(
         static_cast<GENERAL_NAMES*>(X509_get_ext_d2i(certificate, NID_subject_alt_name, nullptr, nullptr)));
-    std::string text;
-    int found = 0;
+    std::vector<std::string> found;
     for (int i = 0; names && i < sk_GENERAL_NAME_num(names.get()); ++i) {
         const GENERAL_NAME* const name = sk_GENERAL_NAME_value(names.get(), i);
-        if (name->type != GEN_DNS || ++found > most) continue;
+        if (name->type != GEN_DNS) continue;
         const auto* const data = reinterpret_cast<const char*>(ASN1_STRING_get0_data(name->d.dNSName));
-        text += (text.empty() ? "" : ", ") +
-                std::string(data, static_cast<std::size_t>(ASN1_STRING_length(name->d.dNSName)));
+        found.emplace_back(data, static_cast<std::size_t>(ASN1_STRING_length(name->d.dNSName)));
     }
-    return found > most ? text + " and " + std::to_string(found - most) + " more" : text;
+    if (found.size() <= most) return joined(found);
+    return joined(std::span(found).first(most)) + " and " + std::to_string(found.size() - most) + " more";
 }
 
 bool is_address(const std::string& host) {

@@ -3,6 +3,7 @@
 #include "preflight/tls/tls_checks.hpp"
 
 #include "reference/flag_texts.hpp"
+#include "text/lists.hpp"
 
 #include <algorithm>
 
@@ -56,10 +57,7 @@ bool knows_issuer(X509_STORE* store, X509* certificate) {
 }
 
 std::string listed(const Numbers& numbers) {
-    std::string text;
-    for (const std::size_t number : numbers)
-        text += (text.empty() ? "" : ", ") + std::to_string(number + 1);
-    return text;
+    return joined(numbers, ", ", [](std::size_t number) { return std::to_string(number + 1); });
 }
 
 void look_at_order(const TlsCheck& check, const Numbers& path, std::size_t count) {

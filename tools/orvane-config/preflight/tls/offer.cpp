@@ -4,7 +4,9 @@
 #include "preflight/tls/tls_checks.hpp"
 
 #include "reference/flag_texts.hpp"
+#include "text/lists.hpp"
 #include "text/quoting.hpp"
+#include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
 
@@ -23,15 +25,9 @@ std::string quoted(const std::string& name) {
     return shown(qel::i18n::utf8_to_ustring(name));
 }
 
-/// The names in a list, each with what is before it.
-std::vector<std::string> items_of(const std::string& list, const char* separators) {
-    std::vector<std::string> names;
-    for (std::size_t at = 0; (at = list.find_first_not_of(separators, at)) != list.npos;) {
-        const std::size_t end = std::min(list.find_first_of(separators, at), list.size());
-        names.push_back(list.substr(at, end - at));
-        at = end;
-    }
-    return names;
+/// The name after what switches it on or off.
+std::string name_in(std::string_view item) {
+    return std::string(item.substr(std::min(item.find_first_not_of("!+-"), item.size())));
 }
 
 void ignored(const TlsCheck& check, std::u16string_view flag, const std::string& what) {
@@ -51,9 +47,8 @@ bool offer_ciphers(const TlsCheck& check, SSL_CTX* tls) {
     const auto& list = check.settings().cipher_list();
     if (!list) return true;
     const TlsSettings scratch(SSL_CTX_new(TLS_method()));
-    for (const std::string& name : items_of(*list, ":, ;"))
-        look_at_cipher(check, scratch.get(),
-                       name.substr(std::min(name.find_first_not_of("!+-"), name.size())));
+    for (const std::string_view item : split(*list, ":, ;"))
+        if (!item.empty()) look_at_cipher(check, scratch.get(), name_in(item));
     const bool offered = SSL_CTX_set_cipher_list(tls, list->c_str()) == 1;
     if (!offered)
         check.findings.add(Kind::tls_nothing_offered, flag::https_cipher_list, "the list names no cipher",
@@ -81,11 +76,9 @@ constexpr Protocol protocols[] = {
 // clang-format on
 
 /// The option that switches the protocol off; null: there is none of that name.
-const Protocol* protocol_of(std::string name) {
-    std::transform(name.begin(), name.end(), name.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    const auto* const found = std::find_if(std::begin(protocols), std::end(protocols),
-                                           [&](const Protocol& one) { return one.name == name; });
+const Protocol* protocol_of(const std::string& name) {
+    const std::string lowered = qel::i18n::ustring_to_utf8(lower(qel::i18n::utf8_to_ustring(name)));
+    const auto* const found = std::ranges::find(protocols, lowered, &Protocol::name);
     return found == std::end(protocols) ? nullptr : found;
 }
 
@@ -93,12 +86,12 @@ bool offer_protocols(const TlsCheck& check, SSL_CTX* tls) {
     const auto& list = check.settings().protocol_list();
     if (!list) return true;
     std::uint64_t offered = 0;
-    for (const std::string& name : items_of(*list, ":, ;|")) {
-        const Protocol* const protocol =
-            protocol_of(name.substr(std::min(name.find_first_not_of("!+-"), name.size())));
+    for (const std::string_view item : split(*list, ":, ;|")) {
+        if (item.empty()) continue;
+        const Protocol* const protocol = protocol_of(name_in(item));
         if (protocol == nullptr)
-            ignored(check, flag::https_protocol_list, "no protocol is called " + quoted(name));
-        else if (name.front() == '!' || name.front() == '-')
+            ignored(check, flag::https_protocol_list, "no protocol is called " + quoted(std::string(item)));
+        else if (item.front() == '!' || item.front() == '-')
             offered &= ~protocol->off;
         else
             offered |= protocol->off;
