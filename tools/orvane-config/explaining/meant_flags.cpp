@@ -2,6 +2,7 @@
 #include "explaining/meant_flags.hpp"
 
 #include "qel/i18n/convert.hpp"
+#include "text/lists.hpp"
 #include "text/spelling.hpp"
 
 #include <algorithm>
@@ -153,11 +154,6 @@ constexpr std::array switching_off = {u"no",   u"not",  u"non",      u"disable",
                                       u"dont", u"hide", u"suppress", u"without", u"ignore"};
 constexpr std::array switching_on = {u"enable", u"allow", u"use", u"show", u"with"};
 
-template <class Words>
-bool is_among(const std::u16string& word, const Words& words) {
-    return std::find(words.begin(), words.end(), word) != words.end();
-}
-
 std::vector<const Reference*> flags_with_words(const std::u16string& words) {
     const auto set = word_set(words);
     if (auto same = with_the_words(set); same.size() == 1 && set.size > 1) return same;
@@ -177,8 +173,7 @@ std::vector<const Reference*> flags_with_words(const std::u16string& words) {
 const Reference* flag_spelled(std::u16string_view text) {
     const std::u16string typed = letters(text);
     if (typed.empty()) return nullptr;
-    const auto found =
-        std::find_if(names().begin(), names().end(), [&](const Name& one) { return one.letters == typed; });
+    const auto found = std::ranges::find(names(), typed, &Name::letters);
     return found == names().end() ? nullptr : found->flag;
 }
 
@@ -210,8 +205,8 @@ std::optional<Polarity> polarity_of(std::u16string_view text) {
     };
     // Also within: --x509-no-crl.
     for (std::size_t i = 0; i != words.size(); ++i) {
-        const bool off = is_among(words[i], switching_off);
-        if (!off && !is_among(words[i], switching_on)) continue;
+        const bool off = contains(switching_off, words[i]);
+        if (!off && !contains(switching_on, words[i])) continue;
         const std::u16string word = words[i];
         words.erase(words.begin() + static_cast<std::ptrdiff_t>(i));
         if (auto found = positive(!off)) return found;

@@ -2,6 +2,7 @@
 #include "explaining/warning_rules.hpp"
 #include "probing/occurrence_text.hpp"
 #include "reference/flag_texts.hpp"
+#include "text/lists.hpp"
 #include "text/quoting.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -151,7 +152,7 @@ void target(const AcceptedLine& accepted, WarningCollector& warnings) {
 
 void any_origin(const AcceptedLine& accepted, WarningCollector& warnings) {
     const auto& origins = accepted.settings.cors_allowed_origins();
-    if (origins.size() > 1 && std::find(origins.begin(), origins.end(), "*") != origins.end())
+    if (origins.size() > 1 && contains(origins, "*"))
         warnings.about_value(accepted.last(flag::cors_allowed_origins),
                              ": the * before it already allows all origins");
 }

@@ -2,6 +2,7 @@
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
 #include "own/option_table.hpp"
+#include "text/lists.hpp"
 #include "text/quoting.hpp"
 #include "text/spelling.hpp"
 
@@ -23,7 +24,7 @@ bool is_program(std::u16string_view token) {
     constexpr std::u16string_view runners[] = {u"sudo", u"doas", u"env", u"exec", u"nohup",
                                                u"nice", u"time", u"$",   u"%",    u"#",
                                                u">",    u"PS>",  u"&",   u"run",  u"start"};
-    if (std::find(std::begin(runners), std::end(runners), token) != std::end(runners)) return true;
+    if (contains(runners, token)) return true;
     if (begins_as_flag(token)) return false;
     const auto equals = token.find(u'=');
     if (equals != token.npos && equals != 0)
@@ -74,7 +75,7 @@ std::optional<Advice> lone_mark(const FaultInLine& fault) {
     constexpr std::u16string_view marks[] = {u"-", u"--", u"=", u":",      u",",      u";",
                                              u"[", u"]",  u"{", u"}",      u"\\",     u"^",
                                              u"`", u"*",  u"+", u"\u2013", u"\u2014", u"\u2022"};
-    if (std::find(std::begin(marks), std::end(marks), fault.token()) == std::end(marks)) return std::nullopt;
+    if (!contains(marks, fault.token())) return std::nullopt;
     const bool continues = is_one_of(fault.token()[0], u"\\^`");
     return remove(fault, fault.at, fault.at + 1,
                   shown(fault.token()) +
@@ -85,8 +86,7 @@ std::optional<Advice> lone_mark(const FaultInLine& fault) {
 bool is_for_a_shell(std::u16string_view token) {
     constexpr std::u16string_view operators[] = {u"&", u"&&", u"|", u"||", u";",
                                                  u">", u">>", u"<", u"2>", u"&>"};
-    return std::find(std::begin(operators), std::end(operators), token) != std::end(operators) ||
-           token.starts_with(u"2>") || token.starts_with(u"&>");
+    return contains(operators, token) || token.starts_with(u"2>") || token.starts_with(u"&>");
 }
 
 std::optional<Advice> shell_syntax(const FaultInLine& fault) {

@@ -2,6 +2,7 @@
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
 #include "probing/occurrence_text.hpp"
+#include "text/lists.hpp"
 #include "text/quoting.hpp"
 #include "text/spelling.hpp"
 
@@ -56,9 +57,8 @@ const std::vector<const Reference*>& other_quantities(const Reference& flag) {
     for (const Reference& one : references()) {
         const auto others = split_words(normalized(one.wide));
         const bool more =
-            others.size() > words.size() && std::all_of(words.begin(), words.end(), [&](const auto& word) {
-                return std::find(others.begin(), others.end(), word) != others.end();
-            });
+            others.size() > words.size() &&
+            std::all_of(words.begin(), words.end(), [&](const auto& word) { return contains(others, word); });
         if (more && one.holds(Holds::quantity) && one.form != flag.form) place->second.push_back(&one);
     }
     return place->second;

@@ -112,12 +112,11 @@ std::string_view first_line_of(std::string_view text) {
 }
 
 const LineFormat& format_named(std::string_view name) {
-    return *std::find_if(std::begin(line_formats), std::end(line_formats),
-                         [&](const LineFormat& format) { return format.name == name; });
+    return *std::ranges::find(line_formats, name, &LineFormat::name);
 }
 
 const LineFormat& format_of(std::string_view text) {
-    return *std::find_if(std::begin(line_formats), std::end(line_formats), [&](const LineFormat& format) {
+    return *std::ranges::find_if(line_formats, [&](const LineFormat& format) {
         return format.is_written_so != nullptr && format.is_written_so(text);
     });
 }

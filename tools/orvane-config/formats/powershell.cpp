@@ -22,8 +22,8 @@ std::string quoted_for_powershell(const std::string& token) {
     if (is_plain_argument(token)) return token;
     std::string text = "'";
     for (std::string_view left = token; !left.empty();) {
-        const auto quote = std::find_if(std::begin(curly_and_straight), std::end(curly_and_straight),
-                                        [&](std::string_view one) { return left.starts_with(one); });
+        const auto quote = std::ranges::find_if(curly_and_straight,
+                                                [&](std::string_view one) { return left.starts_with(one); });
         const bool doubled = quote != std::end(curly_and_straight);
         const std::size_t size = doubled ? quote->size() : 1;
         for (int times = doubled ? 2 : 1; times != 0; --times)

@@ -55,7 +55,7 @@ inline constexpr OwnOption own_options[] = {
 constexpr bool is_for(std::string_view named, const Verb& verb) {
     if (named == any_flags) return takes_flags(verb);
     const auto names = split(named, " ");
-    return names.empty() || std::find(names.begin(), names.end(), verb.name) != names.end();
+    return names.empty() || contains(names, verb.name);
 }
 
 constexpr bool takes(const Verb& verb, const OwnOption& option) {

@@ -97,8 +97,7 @@ constexpr ReferenceFormat formats[] = {
 } // namespace
 
 const ReferenceFormat& reference_format(std::string_view name) {
-    return *std::find_if(std::begin(formats), std::end(formats),
-                         [&](const ReferenceFormat& one) { return one.name == name; });
+    return *std::ranges::find(formats, name, &ReferenceFormat::name);
 }
 
 void write(const std::vector<const Reference*>& flags, const ReferenceFormat& format, bool whole,

@@ -8,11 +8,12 @@ namespace orvane {
 namespace {
 
 /// The characters that would be set as others, or end a word of a request.
-constexpr struct {
+struct RoffEscape {
     char plain;
     std::string_view escaped;
-} escapes[] = {{'-', "\\-"},   {'\\', "\\e"},  {'\'', "\\(aq"}, {'"', "\\(dq"},
-               {'`', "\\(ga"}, {'^', "\\(ha"}, {'~', "\\(ti"}};
+};
+constexpr RoffEscape escapes[] = {{'-', "\\-"},   {'\\', "\\e"},  {'\'', "\\(aq"}, {'"', "\\(dq"},
+                                  {'`', "\\(ga"}, {'^', "\\(ha"}, {'~', "\\(ti"}};
 
 } // namespace
 
@@ -20,8 +21,7 @@ std::string roff(std::string_view text) {
     // A line that begins with a full stop would be a request.
     std::string escaped = text.starts_with('.') ? "\\&" : "";
     for (const char c : text) {
-        const auto* const found = std::find_if(std::begin(escapes), std::end(escapes),
-                                               [&](const auto& one) { return one.plain == c; });
+        const auto* const found = std::ranges::find(escapes, c, &RoffEscape::plain);
         if (found == std::end(escapes))
             escaped += c;
         else

@@ -18,8 +18,7 @@ namespace {
 std::string default_of(const Setting& setting) {
     for (const Reference& one : references()) {
         const auto names = settings_of_flag(one);
-        if (std::find(names.begin(), names.end(), setting.name) != names.end())
-            return "default of " + std::string(one.flag);
+        if (contains(names, setting.name)) return "default of " + std::string(one.flag);
     }
     return "completed by the library";
 }

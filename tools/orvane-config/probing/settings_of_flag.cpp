@@ -2,6 +2,7 @@
 #include "probing/settings_of_flag.hpp"
 
 #include "probing/effects.hpp"
+#include "text/lists.hpp"
 
 #include "qel/i18n/convert.hpp"
 
@@ -16,7 +17,7 @@ Tokens line_with(const Reference& reference) {
     for (const std::string& word : reference.example_words())
         line.push_back(qel::i18n::utf8_to_ustring(word));
     const Reference& required = flag_with(Trait::required);
-    if (std::find(line.begin(), line.end(), required.wide) == line.end())
+    if (!contains(line, required.wide))
         line.insert(line.begin(),
                     {std::u16string(required.wide), qel::i18n::utf8_to_ustring(required.sample())});
     return line;

@@ -3,6 +3,7 @@
 
 #include "explaining/meant_flags.hpp"
 #include "own/option_table.hpp"
+#include "text/lists.hpp"
 #include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -72,7 +73,7 @@ bool is_known(std::u16string_view word) {
 
 bool is_protocol(std::u16string_view word) {
     constexpr std::u16string_view names[] = {u"TLSv1", u"SSLv2", u"SSLv3", u"DTLSv1", u"ALL"};
-    return std::find(std::begin(names), std::end(names), word) != std::end(names);
+    return contains(names, word);
 }
 
 bool is_port(std::u16string_view text) {
@@ -82,8 +83,7 @@ bool is_port(std::u16string_view text) {
 /// In an address that is written in another way.
 bool of_an_address(std::u16string_view word) {
     constexpr std::u16string_view names[] = {u"http", u"https", u"tcp", u"redis", u"localhost"};
-    return all_digits(word) ||
-           std::find(std::begin(names), std::end(names), lower(std::u16string(word))) != std::end(names);
+    return all_digits(word) || contains(names, lower(std::u16string(word)));
 }
 
 /// [host:]port

@@ -1,6 +1,7 @@
 // Words that stand for others.
 #include "redacting/words.hpp"
 
+#include "text/lists.hpp"
 #include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -140,8 +141,7 @@ std::u16string Words::replaced(std::u16string_view text, Keep* keep) {
 
 std::u16string Words::host(std::u16string_view text) {
     constexpr std::u16string_view own[] = {u"localhost", u"127.0.0.1", u"0.0.0.0", u"[::1]", u"[::]"};
-    if (std::find(std::begin(own), std::end(own), lower(std::u16string(text))) != std::end(own))
-        return std::u16string(text);
+    if (contains(own, lower(std::u16string(text)))) return std::u16string(text);
     if (!is_ipv4(text)) return replaced(text, [](std::u16string_view) { return false; });
     return addresses_.emplace(text, address_of(addresses_.size())).first->second;
 }

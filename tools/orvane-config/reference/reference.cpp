@@ -180,14 +180,12 @@ const Reference* reference_of(std::u16string_view flag) {
 }
 
 const Reference* reference_of(std::string_view flag) {
-    const auto found = std::find_if(all_references.begin(), all_references.end(),
-                                    [&](const Reference& one) { return one.flag == flag; });
+    const auto found = std::ranges::find(all_references, flag, &Reference::flag);
     return found == all_references.end() ? nullptr : &*found;
 }
 
 const Reference& flag_with(Trait trait) {
-    return *std::find_if(all_references.begin(), all_references.end(),
-                         [&](const Reference& one) { return one.trait == trait; });
+    return *std::ranges::find(all_references, trait, &Reference::trait);
 }
 
 std::vector<std::string> keywords(const Reference& reference) {

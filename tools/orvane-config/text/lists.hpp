@@ -1,8 +1,9 @@
-// Texts that are lists: taken apart and put together.
+// Lists: what is in them, and texts that are taken apart into them or put together from them.
 #pragma once
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -22,6 +23,11 @@ split(std::type_identity_t<std::basic_string_view<Char>> list,
         list.remove_prefix(std::min(end + 1, list.size()));
     }
     return parts;
+}
+
+template <class Range, class Value>
+constexpr bool contains(const Range& all, const Value& one) {
+    return std::find(std::begin(all), std::end(all), one) != std::end(all);
 }
 
 /// The texts, or what `text_of` makes of each, with this between them, and `last` before the last one.

@@ -216,7 +216,7 @@ std::u16string lower(std::u16string text) {
 bool means_off(std::u16string_view text) {
     const std::u16string word = normalized(text);
     constexpr std::u16string_view words[] = {u"false", u"no", u"off", u"0", u"disabled"};
-    return std::find(std::begin(words), std::end(words), word) != std::end(words);
+    return contains(words, word);
 }
 
 bool all_digits(std::u16string_view text) {

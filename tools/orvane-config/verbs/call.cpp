@@ -3,6 +3,7 @@
 
 #include "explaining/meant_flags.hpp"
 #include "probing/probing.hpp"
+#include "text/lists.hpp"
 #include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -19,10 +20,6 @@ std::string one_of(const std::vector<std::string_view>& words) {
 std::string name_in(const std::string& token) {
     if (token == "-h") return "help";
     return token.starts_with("--") ? token.substr(2, token.find('=') - 2) : "";
-}
-
-bool contains(const std::vector<std::string>& texts, const std::string& text) {
-    return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
 /// The options of the verb that may have been meant; none when a flag of the server is as likely.
@@ -70,7 +67,7 @@ void read_option(Call& call, const OwnOption& option, Tokens::const_iterator& at
         throw Misused(spelled(option) + " needs a value: " + std::string(option.value));
     value = equals != token.npos ? token.substr(equals + 1) : qel::i18n::ustring_to_utf8(*++at);
     const auto words = split(option.value, "|");
-    if (words.size() > 1 && std::find(words.begin(), words.end(), value) == words.end())
+    if (words.size() > 1 && !contains(words, value))
         throw Misused(spelled(option) + " is " + one_of(words) + ", not '" + value + "'");
 }
 

@@ -20,8 +20,7 @@ ExitCode verb::completions(const Call& call) {
     if (!plain || name.empty())
         throw Misused(spelled(own("for")) + " takes a program's name, of letters, digits, '-', '_' and '.'");
     const std::string wanted = qel::i18n::ustring_to_utf8(call.words.front());
-    const auto shell = std::find_if(std::begin(completing::shells), std::end(completing::shells),
-                                    [&](const completing::Shell& one) { return one.name == wanted; });
+    const auto* const shell = std::ranges::find(completing::shells, wanted, &completing::Shell::name);
     call.out << shell->script(name, name == own_name);
     return ExitCode::done;
 }

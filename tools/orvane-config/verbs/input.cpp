@@ -7,6 +7,7 @@
 #include "probing/diagnosis.hpp"
 #include "redacting/redacting.hpp"
 #include "system/process_line.hpp"
+#include "text/lists.hpp"
 #include "text/spelling.hpp"
 
 #include "qel/config/error_code.hpp"
@@ -128,7 +129,7 @@ Input input_from(const Call& call, const OwnOption& option, const std::string& n
 }
 
 Tokens::const_iterator end_of_flags(const Tokens& before, const Tokens& words) {
-    if (std::find(words.begin(), words.end(), u"--") == words.end()) return words.end();
+    if (!contains(words, u"--")) return words.end();
     using qel::config::error_code::unrecognized_flag, qel::config::error_code::parse_error;
     Tokens all = before;
     all.insert(all.end(), words.begin(), words.end());

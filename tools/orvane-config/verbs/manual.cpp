@@ -27,8 +27,7 @@ std::string with_numbers(std::string_view date) {
 
 ExitCode verb::manual(const Call& call) {
     const std::string wanted = qel::i18n::ustring_to_utf8(call.words.front());
-    const auto& page = *std::find_if(std::begin(manuals::pages), std::end(manuals::pages),
-                                     [&](const manuals::Page& one) { return one.word == wanted; });
+    const auto& page = *std::ranges::find(manuals::pages, wanted, &manuals::Page::word);
     call.out << ".TH " << roff_title(page.name) << ' ' << page.section << ' '
              << with_numbers(zep_config_build_date) << " \"orvane\\-config " << zep_config_version
              << "\" \"Orvane server\"\n.SH NAME\n"

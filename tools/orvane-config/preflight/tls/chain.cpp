@@ -35,8 +35,8 @@ Numbers issuers_in(const Certificates& chain) {
     Numbers path{0};
     while (!is_self_signed(chain[path.back()].get())) {
         std::size_t next = 0;
-        while (next < chain.size() && (std::find(path.begin(), path.end(), next) != path.end() ||
-                                       !is_issued_by(chain[path.back()].get(), chain[next].get())))
+        while (next < chain.size() &&
+               (contains(path, next) || !is_issued_by(chain[path.back()].get(), chain[next].get())))
             ++next;
         if (next == chain.size()) break;
         path.push_back(next);
@@ -67,7 +67,7 @@ void look_at_order(const TlsCheck& check, const Numbers& path, std::size_t count
                            "Put them in this order: " + listed(path) + ".");
     Numbers others;
     for (std::size_t one = 0; one < count; ++one)
-        if (std::find(path.begin(), path.end(), one) == path.end()) others.push_back(one);
+        if (!contains(path, one)) others.push_back(one);
     if (!others.empty())
         check.findings.add(Kind::chain_order, flag::https_cert_chain_file,
                            "the issuers of the first certificate do not include certificate " +

@@ -112,8 +112,7 @@ Mistake mistake_in(const PemFile& pem, Content wanted, const std::string& text,
         return {"block " + std::to_string(pem.blocks.size() + 1) + " of the file is damaged: " + pem.damage,
                 "Copy the file again from its source."};
     if (!pem.blocks.empty()) return wrong_content(pem.blocks.front(), wanted, path);
-    const auto* const form =
-        std::find_if(std::begin(forms), std::end(forms), [&](const Form& one) { return one.applies(text); });
+    const auto* const form = std::ranges::find_if(forms, [&](const Form& one) { return one.applies(text); });
     if (form != std::end(forms))
         return as_advised(std::string(form->what), form->advice, form->command, path);
     return {"the file is not PEM: no line begins with -----BEGIN", "Check that this is the right file."};

@@ -39,8 +39,7 @@ constexpr Label labels[] = {
 // clang-format on
 
 Content content_of(std::string_view label) {
-    const auto* const found = std::find_if(std::begin(labels), std::end(labels),
-                                           [label](const Label& one) { return one.text == label; });
+    const auto* const found = std::ranges::find(labels, label, &Label::text);
     return found == std::end(labels) ? Content::other : found->content;
 }
 
