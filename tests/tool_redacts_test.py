@@ -12,7 +12,7 @@ HERE = not TOOL[-1].endswith(".exe")
 ROOT = Path(__file__).resolve().parents[1]
 REQUIRED = ["--auto-deploy-root", "/D"]
 # Without many_lines, each line costs two starts of the tool.
-EVERY = 2 if many_lines.PROGRAM else 20 if HERE else 160
+EVERY = 1 if many_lines.PROGRAM else 20 if HERE else 160
 # These words stay; all others in paths, hosts, names and data get a mark, which then must be nowhere.
 STAY = "localhost http https redis null text plain xml json type default statistics dashboard on off".split()
 MARK = "zq"

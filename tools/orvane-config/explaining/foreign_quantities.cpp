@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <span>
 
 namespace orvane {
 namespace {
@@ -61,9 +62,26 @@ struct Unit {
     double size;
 };
 
-const Unit* unit_of(const std::u16string& name, std::initializer_list<const Unit*> units) {
-    for (const Unit* unit : units)
-        if (unit->names.find(u" " + name + u" ") != unit->names.npos) return unit;
+constexpr Unit time_units[] = {
+    {u" d day days ", 86400},
+    {u" h hr hrs hour hours std ", 3600},
+    {u" m min mins minute minutes ", 60},
+    {u" s sec secs second seconds ", 1},
+    {u" ms msec msecs millisecond milliseconds ", 1e-3},
+    {u" us usec \u00B5s microseconds ", 1e-6},
+};
+
+constexpr Unit size_units[] = {
+    {u"  b byte bytes octets o ", 1},
+    {u" k kb kib ki kilobytes kbyte kbytes ko ", 1024.0},
+    {u" m mb mib mi megabytes mbyte mbytes meg mo ", 1048576.0},
+    {u" g gb gib gi gigabytes gbyte gbytes gig go ", 1073741824.0},
+    {u" t tb tib ti terabytes tbyte tbytes to ", 1099511627776.0},
+};
+
+const Unit* unit_of(const std::u16string& name, std::span<const Unit> units) {
+    for (const Unit& unit : units)
+        if (unit.names.find(u" " + name + u" ") != unit.names.npos) return &unit;
     return nullptr;
 }
 
@@ -85,12 +103,12 @@ std::u16string as_duration(double seconds) {
 
 } // namespace
 
+bool is_unit(const std::u16string& word) {
+    return unit_of(word, time_units) != nullptr || unit_of(word, size_units) != nullptr;
+}
+
 /// 1h30m, 500ms, PT30S, 30 seconds, 1:2:3.
 Readings durations(const std::u16string& value, const Reference&) {
-    static const Unit days{u" d day days ", 86400}, hours{u" h hr hrs hour hours std ", 3600},
-        minutes{u" m min mins minute minutes ", 60}, seconds{u" s sec secs second seconds ", 1},
-        millis{u" ms msec msecs millisecond milliseconds ", 1e-3},
-        micros{u" us usec \u00B5s microseconds ", 1e-6};
     std::u16string lowered = lower(value);
     constexpr auto why = "write a duration as hours:minutes:seconds, two digits each";
     if (lowered.find(u':') != lowered.npos) {
@@ -110,8 +128,7 @@ Readings durations(const std::u16string& value, const Reference&) {
             continue;
         }
         const auto part = take_quantity(text);
-        const Unit* const unit =
-            part ? unit_of(part->unit, {&days, &hours, &minutes, &seconds, &millis, &micros}) : nullptr;
+        const Unit* const unit = part ? unit_of(part->unit, time_units) : nullptr;
         if (unit == nullptr) return {};
         total += part->number * unit->size;
         any = true;
@@ -122,16 +139,10 @@ Readings durations(const std::u16string& value, const Reference&) {
 
 /// 1.5GB, 64_000_000, 1e6, 4Gi.
 Readings sizes(const std::u16string& value, const Reference&) {
-    static const Unit bytes{u"  b byte bytes octets o ", 1},
-        kilo{u" k kb kib ki kilobytes kbyte kbytes ko ", 1024.0},
-        mega{u" m mb mib mi megabytes mbyte mbytes meg mo ", 1048576.0},
-        giga{u" g gb gib gi gigabytes gbyte gbytes gig go ", 1073741824.0},
-        tera{u" t tb tib ti terabytes tbyte tbytes to ", 1099511627776.0};
     const std::u16string lowered = lower(value);
     std::u16string_view text = lowered;
     const auto quantity = take_quantity(text);
-    const Unit* const unit =
-        quantity && text.empty() ? unit_of(quantity->unit, {&bytes, &kilo, &mega, &giga, &tera}) : nullptr;
+    const Unit* const unit = quantity && text.empty() ? unit_of(quantity->unit, size_units) : nullptr;
     if (unit == nullptr || quantity->number * unit->size > 1e18) return {};
     double size = quantity->number * unit->size;
     const char16_t* suffix = u"";

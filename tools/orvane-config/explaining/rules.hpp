@@ -38,6 +38,9 @@ Readings readings(const Reference& reference, const std::u16string& value);
 using ReadForeign = Readings(const std::u16string& value, const Reference& reference);
 ReadForeign durations, sizes, numbers;
 
+/// Whether it is one of their units, in lower case.
+bool is_unit(const std::u16string& word);
+
 /// Whether the value of the occurrence at `position` goes on in the tokens that follow it.
 std::optional<Advice> joined_value(const FaultInLine& fault, std::size_t position);
 

@@ -2,6 +2,7 @@
 #include "redacting/values.hpp"
 
 #include "explaining/meant_flags.hpp"
+#include "explaining/rules.hpp"
 #include "own/option_table.hpp"
 #include "text/lists.hpp"
 #include "text/spelling.hpp"
@@ -23,15 +24,13 @@ bool nothing(std::u16string_view) {
 
 /// A number, perhaps with units: "64", "1h30m", "PT30S".
 bool is_quantity(std::u16string_view word) {
-    static constexpr std::u16string_view units = u" s m h d w p pt t k g e b ki mi gi ti kb mb gb tb kib mib "
-                                                 u"gib tib bytes mbytes sec secs second seconds min "
-                                                 u"mins minute minutes ms "
-                                                 u"us hour hours hr hrs day days ";
+    // Of a duration's ISO form, weeks, and the largest size.
+    constexpr std::u16string_view more = u" p pt t w e ";
     const auto digit = [](char16_t c) { return (c >= u'0' && c <= u'9') || (c >= 0xFF10 && c <= 0xFF19); };
     while (!word.empty()) {
         const auto end = std::find_if(word.begin(), word.end(), digit);
         const std::u16string unit = lower(std::u16string(word.begin(), end));
-        if (!unit.empty() && units.find(u" " + unit + u" ") == units.npos) return false;
+        if (!unit.empty() && !is_unit(unit) && more.find(u" " + unit + u" ") == more.npos) return false;
         word.remove_prefix(static_cast<std::size_t>(std::find_if_not(end, word.end(), digit) - word.begin()));
     }
     return true;
@@ -52,7 +51,8 @@ bool is_known(std::u16string_view word) {
         std::set<std::u16string> words;
         add_words(
             words,
-            "on off yes no true false none all sudo env exec nohup nice time run start not disable enable "
+            "on off yes no true false none all exe sudo env exec nohup nice time run start not disable "
+            "enable "
             "info warn warnings err fatal critical crit alert emerg panic severe notice verbose required "
             "mutual peer "
             "purge drop discard delete remove archive save store null https http redis orvane");
@@ -131,9 +131,10 @@ std::u16string origins(std::u16string_view text, Words& words) {
     return made;
 }
 
-/// Known words up to the first space, then a command.
+/// Known words up to the first space, or to the second one after a semicolon, then a command.
 std::u16string handler(std::u16string_view text, Words& words) {
-    const std::size_t end = std::min(text.find(u' '), text.size());
+    std::size_t end = std::min(text.find(u' '), text.size());
+    if (text.substr(0, end).ends_with(u';')) end = std::min(text.find(u' ', end + 1), text.size());
     return words.replaced(text.substr(0, end), is_known) + words.replaced(text.substr(end), nothing);
 }
 
