@@ -103,13 +103,14 @@ class Network(unittest.TestCase):
     def test_ports_and_caches(self):
         known = {name: self.held("127.0.0.1") for name in ["free", "other", "taken", "both"]}
         self.release(known["free"]), self.release(known["other"])
-        known |= {"everywhere": self.held("0.0.0.0"), "second": self.held("127.0.0.2"), "pid": os.getpid(), "program": HERE and Path("/proc/self/comm").read_text().strip(),
-                  "certificate": shlex.join(CERTIFICATE), "user": os.geteuid()}
+        known |= {"everywhere": self.held("0.0.0.0"), "second": self.held("127.0.0.2"), "pid": os.getpid(),
+                  "program": HERE and Path("/proc/self/comm").read_text().strip(), "certificate": shlex.join(CERTIFICATE), "user": os.geteuid()}
         if has_ipv6():
             self.held("::1", known["both"])
             known["six"] = self.held("::1")
         privileged = HERE and int(Path("/proc/sys/net/ipv4/ip_unprivileged_port_start").read_text()) > 1
-        prefixes = {"nobody": AS_NOBODY, "alone": ["unshare", "-rn"], "hosts": ["unshare", "-rm", "sh", "-c", 'mount --bind hosts /etc/hosts && exec "$@"', "sh"]}
+        prefixes = {"nobody": AS_NOBODY, "alone": ["unshare", "-rn"],
+                    "hosts": ["unshare", "-rm", "sh", "-c", 'mount --bind hosts /etc/hosts && exec "$@"', "sh"]}
         Path("hosts").write_text("127.0.0.1 pair localhost\n203.0.113.7 pair\n")
         spaces = HERE and available("unshare", "-rmn", "true")
         applies = {"always": True, "here": HERE, "hosts": spaces, "alone": spaces, "ipv6": HERE and has_ipv6(), "network": HERE,

@@ -141,8 +141,8 @@ class Preflight(unittest.TestCase):
                 own = f"cd {number} && mount -t tmpfs tmpfs /sys/fs/cgroup && : >groups && {script} && mount --bind groups /proc/$$/cgroup"
                 words = shlex.split(flags)
                 words = [*([] if REQUIRED[0] in words else ["--auto-deploy-root", "mine", "--extract-root", "mine"]), *words]
-                done = subprocess.run(["unshare", "-rm", "sh", "-c", own + ' && exec "$@"', "sh", *TOOL, "preflight", "--json", "--only", "directories,resources",
-                                       *QUIET, *words], capture_output=True, timeout=60, check=False)
+                done = subprocess.run(["unshare", "-rm", "sh", "-c", own + ' && exec "$@"', "sh", *TOOL, "preflight", "--json",
+                                       "--only", "directories,resources", *QUIET, *words], capture_output=True, timeout=60, check=False)
                 compare(self, json.loads(done.stdout)["findings"], expected, words, PWD=os.path.join(os.getcwd(), str(number)), **known)
 
     def test_each_kind_of_finding_is_in_a_table_with_its_texts(self):

@@ -69,7 +69,8 @@ ssh-keygen -q -t ecdsa -N "" -f ssh.key
 TEXTS = {
     "right.phrase": SECRET + "\n", "wrong.phrase": "wrong\n", "raw.phrase": SECRET, "windows.phrase": SECRET + "\r\n",
     "san.ext": "subjectAltName=DNS:www.example.org\n", "client.ext": "subjectAltName=DNS:www.example.org\nextendedKeyUsage=clientAuth\n",
-    "server.ext": "subjectAltName=DNS:www.example.org\nbasicConstraints=CA:FALSE\nauthorityInfoAccess=OCSP;URI:http://ocsp.example.org,caIssuers;URI:http://ca.example.org/inter\n",
+    "server.ext": "subjectAltName=DNS:www.example.org\nbasicConstraints=CA:FALSE\n"
+                  "authorityInfoAccess=OCSP;URI:http://ocsp.example.org,caIssuers;URI:http://ca.example.org/inter\n",
     "five.ext": "subjectAltName=email:x@example.org," + ",".join(f"DNS:{one}.example.org" for one in "abcde") + "\n",
     "seven.ext": "subjectAltName=" + ",".join(f"DNS:{one}.example.org" for one in "abcdefg") + "\n",
     "inter.ext": "basicConstraints=CA:TRUE\nsubjectKeyIdentifier=01\n", "two-lines.phrase": "one\ntwo", "open.phrase": SECRET + "\n",
@@ -109,7 +110,8 @@ def pem(label, data):
 
 
 def make(where, recipes):
-    subprocess.run("set -e\n" + recipes, shell=True, cwd=where, check=True, capture_output=True, env=os.environ | {"SAN": "subjectAltName=DNS:www.example.org", "LONG": "x" * 60})
+    subprocess.run("set -e\n" + recipes, shell=True, cwd=where, check=True, capture_output=True,
+                   env=os.environ | {"SAN": "subjectAltName=DNS:www.example.org", "LONG": "x" * 60})
 
 
 # A wrong file, the words that come before the printed command, and the file that the command makes right.
@@ -205,7 +207,8 @@ class Tls(unittest.TestCase):
 
     def found(self, given, **more):
         findings = self.findings(given, **more)
-        return {f"{one['id']} {one['flag']}" for one in findings if one["severity"] != "fine"}, "\n".join(one["what"] + "\n" + one["advice"] for one in findings)
+        texts = "\n".join(one["what"] + "\n" + one["advice"] for one in findings)
+        return {f"{one['id']} {one['flag']}" for one in findings if one["severity"] != "fine"}, texts
 
     @unittest.skipUnless(HERE, "this build does not look")
     def test_each_fault_is_found_and_no_other(self):

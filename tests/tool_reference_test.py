@@ -128,7 +128,8 @@ class Reference(unittest.TestCase):
         made = datetime.datetime.strptime(re.search(r"\((.*)\)", run("version")[1])[1], "%b %d %Y").date()
         titles = {name: f"{page['NAME'].split()[0]}({number})" for (name, page), number in zip(pages.items(), [1, 7, 5])}
         for name, page in pages.items():
-            self.assertTrue(sources[name].startswith(f".TH {titles[name][:-3].upper()} {titles[name][-2]} {made} ".replace("-", "\\-", 2 if name == "files" else 1)))
+            head = f".TH {titles[name][:-3].upper()} {titles[name][-2]} {made} ".replace("-", "\\-", 2 if name == "files" else 1)
+            self.assertTrue(sources[name].startswith(head))
             self.assertRegex(page["NAME"], r"^\S+ - \S+( \S+){3}")
             self.assertEqual(page["SEE ALSO"], ", ".join(sorted(titles[other] for other in pages if other != name)))
             self.assertNotRegex(" ".join(page.values()), r"\{\w+\}", "the text of a flag is missing")

@@ -91,7 +91,7 @@ class Tool(unittest.TestCase):
         until(lambda: state() == "stale 5")
         if HERE:  # paths are written in another way there
             self.assertEqual(run(*TOOL, "locate", *FLAGS)[:2], (5, f"main.pid stale         {killed.pid} (no such process)  ./main.pid\n"
-                                                             "control  stale         127.0.0.1:9920  ./control\nhttp     stale         h:9910  ./http\n"))
+                                                                "control  stale         127.0.0.1:9920  ./control\nhttp     stale         h:9910  ./http\n"))
         waiting = self.start(*TOOL, "locate", "--wait", "60", *FLAGS)
         first = self.publisher(*HELD)
         self.assertEqual((waiting.wait(60), run(*TOOL, "publish", *FLAGS)[0]), (0, 1))
