@@ -15,26 +15,15 @@ namespace {
 
 namespace error_code = qel::config::error_code;
 
-struct FaultKind {
-    std::string_view id;
-    const boost::system::error_code& (*code)() noexcept;
-    std::string_view summary, explanation, example, fix;
-};
-
-// Not constexpr: on Windows the address of an imported function is not a constant.
-const FaultKind fault_kinds[] = {
-#define ZEP_FAULT(id, code, ...) {id, error_code::code, __VA_ARGS__},
+constexpr WarningKind faults[] = {
+#define ZEP_FAULT(id, code, ...) {id, __VA_ARGS__},
 #define ZEP_RULE(...)
 #include "explaining/faults.def"
 };
 
-struct RuleKind {
-    std::string_view id, text, summary, explanation, example, fix;
-};
-
-constexpr RuleKind rule_kinds[] = {
+constexpr WarningKind broken_rules[] = {
 #define ZEP_FAULT(...)
-#define ZEP_RULE(...) {__VA_ARGS__},
+#define ZEP_RULE(id, text, ...) {id, __VA_ARGS__},
 #include "explaining/faults.def"
 };
 
@@ -46,14 +35,8 @@ constexpr std::string_view ids_by_form[] = {
 #include "reference/forms.def"
 };
 
-constexpr std::string_view fault_ids[] = {
-#define ZEP_FAULT(id, ...) id,
-#define ZEP_RULE(...)
-#include "explaining/faults.def"
-};
-
 constexpr bool has_row(std::string_view id) {
-    return std::ranges::find(fault_ids, id) != std::end(fault_ids);
+    return std::ranges::find(faults, id, &WarningKind::id) != std::end(faults);
 }
 static_assert(std::ranges::all_of(ids_by_form, has_row) && has_row(missing_value_id),
               "forms.def has a fault that faults.def lacks");
@@ -65,8 +48,7 @@ std::string_view id_of_value(const Occurrence& occurrence) {
     return ids_by_form[place_of(flag == nullptr ? Form::none : flag->form)];
 }
 
-template <class Row>
-Explanation kind_of(std::string_view about, const Row& row) {
+Explanation kind_of(std::string_view about, const WarningKind& row) {
     return {about,
             std::string(row.id),
             std::string(row.summary),
@@ -77,9 +59,9 @@ Explanation kind_of(std::string_view about, const Row& row) {
 
 std::vector<Explanation> make_kinds() {
     std::vector<Explanation> kinds;
-    for (const FaultKind& row : fault_kinds)
+    for (const WarningKind& row : faults)
         kinds.push_back(kind_of("fault", row));
-    for (const RuleKind& row : rule_kinds)
+    for (const WarningKind& row : broken_rules)
         kinds.push_back(kind_of("rule", row));
     for (const WarningKind& row : warning_kinds())
         kinds.push_back(kind_of("warning", row));
@@ -101,16 +83,20 @@ const std::vector<Explanation>& all_kinds() {
 }
 
 std::string_view id_of(const Fault& fault) {
-    for (const FaultKind& row : fault_kinds)
-        if (row.code() == fault.code)
-            return fault.code == error_code::parse_error() ? id_of_value(fault.occurrence) : row.id;
+    if (fault.code == error_code::parse_error()) return id_of_value(fault.occurrence);
+#define ZEP_FAULT(id, its_code, ...)                                                                         \
+    if (fault.code == error_code::its_code()) return id;
+#define ZEP_RULE(...)
+#include "explaining/faults.def"
     return {};
 }
 
 std::string_view id_of(const std::u16string& problem) {
     const std::string text = qel::i18n::ustring_to_utf8(problem);
-    for (const RuleKind& row : rule_kinds)
-        if (text.find(with_flags(row.text)) != text.npos) return row.id;
+#define ZEP_FAULT(...)
+#define ZEP_RULE(id, part, ...)                                                                              \
+    if (text.find(with_flags(part)) != text.npos) return id;
+#include "explaining/faults.def"
     return {};
 }
 
