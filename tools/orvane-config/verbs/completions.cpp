@@ -6,10 +6,14 @@
 
 #include <algorithm>
 #include <cctype>
-#include <iterator>
 #include <ostream>
 
 namespace orvane {
+
+using completing::Shell, completing::shells;
+
+static_assert(std::ranges::equal(split(verb_of("completions")->arguments, "|"), shells, {}, {}, &Shell::name),
+              "the verb's arguments are not the shells");
 
 ExitCode verb::completions(const Call& call) {
     const std::string own_name = "orvane-config";
@@ -20,8 +24,7 @@ ExitCode verb::completions(const Call& call) {
     if (!plain || name.empty())
         throw Misused(spelled(own("for")) + " takes a program's name, of letters, digits, '-', '_' and '.'");
     const std::string wanted = qel::i18n::ustring_to_utf8(call.words.front());
-    const auto* const shell = std::ranges::find(completing::shells, wanted, &completing::Shell::name);
-    call.out << shell->script(name, name == own_name);
+    call.out << std::ranges::find(shells, wanted, &Shell::name)->script(name, name == own_name);
     return ExitCode::done;
 }
 

@@ -7,11 +7,12 @@
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
-#include <iterator>
 #include <ostream>
 
 namespace orvane {
 namespace {
+
+using manuals::Page, manuals::pages;
 
 /// "Nov  2 2026" as 2026-11-02: the form that manual pages want.
 std::string with_numbers(std::string_view date) {
@@ -23,11 +24,14 @@ std::string with_numbers(std::string_view date) {
     return numbers;
 }
 
+static_assert(std::ranges::equal(split(verb_of("manual")->arguments, "|"), pages, {}, {}, &Page::word),
+              "the verb's arguments are not the pages");
+
 } // namespace
 
 ExitCode verb::manual(const Call& call) {
     const std::string wanted = qel::i18n::ustring_to_utf8(call.words.front());
-    const auto& page = *std::ranges::find(manuals::pages, wanted, &manuals::Page::word);
+    const Page& page = *std::ranges::find(pages, wanted, &Page::word);
     call.out << ".TH " << roff_title(page.name) << ' ' << page.section << ' '
              << with_numbers(zep_config_build_date) << " \"orvane\\-config " << zep_config_version
              << "\" \"Orvane server\"\n.SH NAME\n"
