@@ -171,7 +171,7 @@ std::optional<Advice> split_by_the_shell(const FaultInLine& fault) {
 
 std::optional<Advice> repeated(const FaultInLine& fault) {
     const Occurrence* const before = fault.before();
-    if (!has_value(before) || !reference_of(*before).adds()) return std::nullopt;
+    if (!has_value(before) || reference_of(*before).repeats != Repeats::adds) return std::nullopt;
     const std::size_t end = end_of_strays(fault.line, fault.at + 1);
     std::vector<Token> tokens;
     for (std::size_t i = fault.at; i != end; ++i) {

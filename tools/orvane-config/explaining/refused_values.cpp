@@ -220,13 +220,10 @@ std::optional<Advice> in_the_way(const FaultInLine& fault) {
 
 std::optional<Advice> out_of_range(const FaultInLine& fault) {
     if (fault.fault.code != qel::config::error_code::out_of_range()) return std::nullopt;
-    const std::string meaning = flag_of(fault).meaning(),
-                      what = std::string(flag_of(fault).flag) + ": " + meaning;
-    constexpr std::string_view at_most = "at most ";
-    if (const std::size_t most = meaning.find(at_most); most != meaning.npos)
-        if (auto advice =
-                better(fault, qel::i18n::utf8_to_ustring(meaning.substr(most + at_most.size())), what + ": "))
-            return advice;
+    const Reference& flag = flag_of(fault);
+    const std::string what = std::string(flag.flag) + ": " + flag.meaning();
+    if (!flag.largest.empty())
+        if (auto advice = better(fault, qel::i18n::utf8_to_ustring(flag.largest), what + ": ")) return advice;
     return by_example(fault, what);
 }
 

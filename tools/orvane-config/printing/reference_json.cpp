@@ -31,12 +31,12 @@ json::array synonyms(const Reference& one) {
 }
 
 json::object entry(const Reference& one) {
-    const char* const repetition = one.is_switch() ? "nothing" : one.adds() ? "adds" : "replaces";
+    constexpr const char* repetitions[] = {"nothing", "replaces", "adds"};
     json::object object{{"flag", json::string(one.flag)},
                         {"subject", json::string(one.subject)},
                         {"kind", json::string(row_of(one.form).kind)},
                         {"meaning", one.meaning()},
-                        {"repetition", repetition},
+                        {"repetition", repetitions[static_cast<std::size_t>(one.repeats)]},
                         {"repeated", one.repeated()},
                         {"relations", one.relations()},
                         {"required", one.trait == Trait::required},

@@ -62,7 +62,7 @@ Condensed condensed(const CommandLine& line) {
         by_flag[occurrence[0].text].push_back(&occurrence);
     std::set<std::size_t> staying;
     for (auto& [flag, all] : by_flag) {
-        if (all.size() > few && !reference_of(flag)->adds()) {
+        if (all.size() > few && reference_of(flag)->repeats != Repeats::adds) {
             for (std::size_t i = 0; i != all.size() - few; ++i)
                 result.redundant.push_back({.occurrence = *all[i], .replaced_by = *all.back()});
             all.erase(all.begin(), all.end() - few);

@@ -1,6 +1,9 @@
 // What operators are told about each flag.
 #include "reference/reference.hpp"
 
+#include "reference/flag_forms.hpp"
+#include "text/lists.hpp"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -9,18 +12,8 @@
 namespace orvane {
 namespace {
 
-enum class Flag {
-#define ZEP_FLAG(name, text) name,
-#include "qel/config/flags.def"
-};
-
 constexpr std::string_view flag_names[] = {
 #define ZEP_FLAG(name, text) #name,
-#include "qel/config/flags.def"
-};
-
-constexpr std::u16string_view wide_texts[] = {
-#define ZEP_FLAG(name, text) text,
 #include "qel/config/flags.def"
 };
 
@@ -42,57 +35,46 @@ constexpr std::string_view narrow_texts[] = {
 
 constexpr auto make_references() {
     using enum Trait;
-    constexpr auto last = "the last one counts";
-    constexpr auto adds = "adds to the list";
-    constexpr auto same = "changes nothing";
-    std::array<Reference, std::size(flag_names)> all{};
+    std::array<Reference, std::size(flag_forms)> all{};
     std::size_t count = 0;
     std::string_view subject;
-    const auto add = [&](Flag flag, Reference one) {
-        one.wide = wide_texts[static_cast<std::size_t>(flag)];
-        one.flag = narrow_texts[static_cast<std::size_t>(flag)];
+    const auto add = [&](Reference one) {
         one.subject = subject;
         one.value = row_of(one.form).written;
         all[count++] = one;
     };
 #define ZEP_SUBJECT(title) subject = title;
-#define ZEP_REFERENCE(name, a_form, a_trait, meaning, repeated, relations, example, others)                  \
-    add(Flag::name, {.form = Form::a_form,                                                                   \
-                     .trait = a_trait,                                                                       \
-                     .synonyms = others,                                                                     \
-                     .raw_meaning = meaning,                                                                 \
-                     .raw_repeated = repeated,                                                               \
-                     .raw_relations = relations,                                                             \
-                     .raw_example = example});
+#define ZEP_REFERENCE(name, a_form, a_trait, meaning, again, relations, example, others, ...)                \
+    add({.wide = flag::name,                                                                                 \
+         .flag = narrow_##name.data(),                                                                       \
+         .form = Form::a_form,                                                                               \
+         .trait = a_trait,                                                                                   \
+         .repeats = Repeats::again,                                                                          \
+         .synonyms = others,                                                                                 \
+         .raw_meaning = meaning,                                                                             \
+         .raw_relations = relations,                                                                         \
+         .raw_example = example __VA_OPT__(, ) __VA_ARGS__});
 #define ZEP_SWITCH(name, a_way, a_trait, words, what, meaning, relations, example, others)                   \
-    add(Flag::name, {.trait = a_trait,                                                                       \
-                     .way = Way::a_way,                                                                      \
-                     .core = words,                                                                          \
-                     .thing = what,                                                                          \
-                     .synonyms = others,                                                                     \
-                     .raw_meaning = meaning,                                                                 \
-                     .raw_repeated = same,                                                                   \
-                     .raw_relations = relations,                                                             \
-                     .raw_example = example});
+    add({.wide = flag::name,                                                                                 \
+         .flag = narrow_##name.data(),                                                                       \
+         .trait = a_trait,                                                                                   \
+         .way = Way::a_way,                                                                                  \
+         .core = words,                                                                                      \
+         .thing = what,                                                                                      \
+         .synonyms = others,                                                                                 \
+         .raw_meaning = meaning,                                                                             \
+         .raw_relations = relations,                                                                         \
+         .raw_example = example});
 #include "reference/reference.def"
     return all;
 }
 
-constexpr std::array described = {
-#define ZEP_SUBJECT(title)
-#define ZEP_REFERENCE(name, ...) Flag::name,
-#define ZEP_SWITCH(name, ...) Flag::name,
-#include "reference/reference.def"
-#include "text/lists.hpp"
-};
-
-constexpr bool each_flag_once() {
-    auto sorted = described;
-    std::sort(sorted.begin(), sorted.end());
-    return sorted.size() == std::size(flag_names) &&
-           std::adjacent_find(sorted.begin(), sorted.end()) == sorted.end();
+constexpr bool is_listed_once(const FlagForm& row) {
+    return std::ranges::count(flag_forms, row.flag, &FlagForm::flag) == 1;
 }
-static_assert(each_flag_once(), "a flag of flags.def has no row in reference.def, or two: give it one");
+static_assert(std::size(flag_forms) == std::size(flag_names) &&
+                  std::ranges::all_of(flag_forms, is_listed_once),
+              "a flag of flags.def has no row in reference.def, or two: give it one");
 
 constexpr auto all_references = make_references();
 
@@ -134,10 +116,15 @@ std::string with_flags(std::string_view raw) {
 }
 
 std::string Reference::meaning() const {
-    return with_flags(raw_meaning);
+    return with_flags(raw_meaning) + (trait == Trait::required ? "; required" : "") +
+           (largest.empty() ? "" : ", at most ") + std::string(largest) +
+           (raw_default.empty() ? "" : "; by default ") + by_default();
 }
 std::string Reference::repeated() const {
-    return with_flags(raw_repeated);
+    const std::string how = with_flags(raw_repetition);
+    if (repeats == Repeats::nothing) return "changes nothing";
+    if (repeats == Repeats::adds) return "adds " + (how.empty() ? "to the list" : how);
+    return "the last one counts" + (how.empty() ? "" : "; " + how);
 }
 std::string Reference::relations() const {
     return with_flags(raw_relations);
@@ -161,10 +148,7 @@ std::vector<std::string> Reference::example_words() const {
 }
 
 std::string Reference::by_default() const {
-    constexpr std::string_view mark = "by default ";
-    const std::string text = meaning();
-    const std::size_t at = text.find(mark);
-    return at == text.npos ? "" : text.substr(at + mark.size());
+    return with_flags(raw_default);
 }
 
 std::span<const Reference> references() {
@@ -172,11 +156,8 @@ std::span<const Reference> references() {
 }
 
 const Reference* reference_of(std::u16string_view flag) {
-    const auto found = std::find(std::begin(wide_texts), std::end(wide_texts), flag);
-    if (found == std::end(wide_texts)) return nullptr;
-    const auto at =
-        std::find(described.begin(), described.end(), static_cast<Flag>(found - std::begin(wide_texts)));
-    return &all_references[static_cast<std::size_t>(at - described.begin())];
+    const auto found = std::ranges::find(all_references, flag, &Reference::wide);
+    return found == all_references.end() ? nullptr : &*found;
 }
 
 const Reference* reference_of(std::string_view flag) {

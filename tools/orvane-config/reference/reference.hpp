@@ -21,6 +21,9 @@ enum class Trait {
     needs_https,
 };
 
+/// What a flag does that is given again.
+enum class Repeats { nothing, last, adds };
+
 /// What a switch does to the thing that it is about, which by default is the other way.
 enum class Way { not_a_switch, on, off };
 
@@ -31,13 +34,17 @@ struct Reference {
     Form form = Form::none;
     std::string_view value{}; ///< how the form is written; empty for a switch
     Trait trait = Trait::none;
+    Repeats repeats = Repeats::nothing;
     Way way = Way::not_a_switch;
     std::string_view core{};     ///< of a switch: the words of the flag that name the thing
     std::string_view thing{};    ///< of a switch, as a sentence names it: "the banner"
     std::string_view synonyms{}; ///< names from other servers, as in reference.def
 
     /// With {name} for flags.
-    std::string_view raw_meaning{}, raw_repeated{}, raw_relations{}, raw_example{};
+    std::string_view raw_meaning{}, raw_relations{}, raw_example{};
+    std::string_view raw_repetition{}; ///< how its second occurrence does what Repeats says
+    std::string_view raw_default{};    ///< what holds without the flag
+    std::string_view largest{};        ///< number that it takes, where its form has larger ones
 
     std::string meaning() const;
     std::string repeated() const;
@@ -48,7 +55,6 @@ struct Reference {
     std::string by_default() const;                 ///< what holds without the flag; empty where nothing does
 
     bool is_switch() const { return way != Way::not_a_switch; }
-    bool adds() const { return raw_repeated.starts_with("adds"); }
     bool holds(Holds what) const { return row_of(form).holds == what; }
 };
 

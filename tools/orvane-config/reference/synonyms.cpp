@@ -1,6 +1,8 @@
 // What other servers call the settings of this one.
 #include "reference/reference.hpp"
 
+#include "text/lists.hpp"
+
 #include <algorithm>
 #include <cstddef>
 #include <unordered_map>
@@ -47,7 +49,6 @@ const ForeignNames& foreign_names() {
     for (const std::string_view name : split(foreign, " "))                                                  \
         names.add({name, nullptr, {}, {}, with_flags(text)});
 #include "reference/foreign.def"
-#include "text/lists.hpp"
         return names;
     }();
     return all;
