@@ -178,20 +178,13 @@ void raised(const AcceptedLine& accepted, WarningCollector& warnings) {
 }
 
 void small_size(const AcceptedLine& accepted, WarningCollector& warnings) {
-    const qel::config::ServerSettings& settings = accepted.settings;
-    const auto small = [&](std::u16string_view flag, const qel::config::optional<std::uint64_t>& size) {
-        if (size && *size < 1024)
-            warnings.about_value(accepted.last(flag),
-                                 ": this is " + std::to_string(*size) + " bytes; is a unit missing?");
-    };
-    small(flag::request_size_limit, settings.request_size_limit());
-    small(flag::worker_restart_memory_limit, settings.worker_restart_memory_limit());
-    small(flag::server_memory_threshold, settings.server_memory_threshold());
-    small(flag::response_archive_limit, settings.response_archive_limit());
-    small(flag::log_archive_max_size, settings.log_archive_max_size());
-    if (const auto& pool = settings.worker_pool_settings(); pool && pool->memory_limit()) {
-        small(flag::worker_memory_trigger, pool->memory_limit()->trigger());
-        small(flag::worker_memory_target, pool->memory_limit()->target());
+    // A threshold may be small; the other flag has a rule of its own.
+    constexpr std::u16string_view others[] = {flag::http_linger_threshold, flag::log_rotation_size};
+    for (const Reference& one : references()) {
+        const Occurrence* const given = one.form == Form::size ? accepted.last(one.wide) : nullptr;
+        if (given == nullptr || contains(others, one.wide)) continue;
+        if (const std::string bytes = lines_of(*given)[0].second; std::stoull(bytes) < 1024)
+            warnings.about_value(given, ": this is " + bytes + " bytes; is a unit missing?");
     }
 }
 

@@ -1,7 +1,7 @@
 // The settings that name directories, and what the server does in them, a row each.
 #pragma once
 
-#include "reference/flag_texts.hpp"
+#include "reference/flag_forms.hpp"
 
 #include "qel/config/server_settings.hpp"
 
@@ -60,5 +60,7 @@ inline constexpr DirectorySetting directory_settings[] = {
 // clang-format on
 
 #undef ZEP_DIRECTORY
+
+static_assert(name_all(directory_settings, Form::directory), "a flag that takes a directory has no row here");
 
 } // namespace orvane::preflight

@@ -1,7 +1,7 @@
 // Memory limits against the memory of this machine.
 #include "preflight/amounts.hpp"
 #include "preflight/groups.hpp"
-#include "reference/flag_texts.hpp"
+#include "preflight/size_settings.hpp"
 #include "system/memory.hpp"
 
 #include <algorithm>
@@ -10,26 +10,11 @@ namespace orvane::preflight {
 namespace {
 
 using qel::config::ServerSettings;
-using Bytes = boost::optional<std::uint64_t>;
 
-struct MemorySetting {
-    std::u16string_view flag;
-    Bytes (*bytes)(const ServerSettings&);
-};
-
-Bytes worker_trigger(const ServerSettings& settings) {
-    const auto& pool = settings.worker_pool_settings();
-    return pool && pool->memory_limit() ? pool->memory_limit()->trigger() : Bytes();
+/// Whether the server compares it with the memory in use: above that memory, it never acts.
+bool is_of_memory(const SizeSetting& setting) {
+    return setting.bytes != nullptr && setting.directory == nullptr;
 }
-
-/// What the server compares with the memory in use: above that memory, it never acts.
-constexpr MemorySetting memory_settings[] = {
-    {flag::worker_restart_memory_limit,
-     [](const ServerSettings& settings) { return settings.worker_restart_memory_limit(); }},
-    {flag::worker_memory_trigger, worker_trigger},
-    {flag::server_memory_threshold,
-     [](const ServerSettings& settings) { return settings.server_memory_threshold(); }},
-};
 
 /// "24 GiB of memory", and what limits it.
 std::string text_of(const Memory& memory) {
@@ -39,7 +24,7 @@ std::string text_of(const Memory& memory) {
     return text;
 }
 
-void look_at_one(const MemorySetting& setting, const Memory& memory, std::uint64_t usable,
+void look_at_one(const SizeSetting& setting, const Memory& memory, std::uint64_t usable,
                  const ServerSettings& settings, Findings& findings) {
     const Bytes bytes = setting.bytes(settings);
     if (!bytes) return;
@@ -74,14 +59,13 @@ void look_at_sum(const Memory& memory, std::uint64_t usable, const ServerSetting
 
 void look_at_resources(const Context& context, Findings& findings) {
     const ServerSettings& settings = context.settings;
-    if (std::ranges::none_of(memory_settings,
-                             [&](const auto& one) { return one.bytes(settings).has_value(); }))
-        return;
+    const auto is_given = [&](const SizeSetting& one) { return is_of_memory(one) && one.bytes(settings); };
+    if (std::ranges::none_of(size_settings, is_given)) return;
     const auto memory = memory_here();
     if (!memory) return findings.add(Kind::look_failed, u"", "the system does not report its memory");
     const std::uint64_t usable = std::min(memory->physical, memory->limit.value_or(memory->physical));
-    for (const MemorySetting& setting : memory_settings)
-        look_at_one(setting, *memory, usable, settings, findings);
+    for (const SizeSetting& setting : size_settings)
+        if (is_of_memory(setting)) look_at_one(setting, *memory, usable, settings, findings);
     look_at_sum(*memory, usable, settings, findings);
 }
 

@@ -3,6 +3,7 @@
 
 #include "preflight/amounts.hpp"
 #include "preflight/directory_settings.hpp"
+#include "preflight/size_settings.hpp"
 #include "system/entry.hpp"
 #include "text/quoting.hpp"
 
@@ -21,27 +22,6 @@ constexpr std::uint64_t few_files = 1000;
 /// How much of a directory is looked at to learn what is in use.
 constexpr std::size_t most_entries = 20'000;
 constexpr std::chrono::seconds longest_walk(2);
-
-struct SizeLimit {
-    std::u16string_view flag;
-    boost::optional<std::uint64_t> (*size)(const ServerSettings&);
-    boost::optional<Path> (*directory)(const ServerSettings&);
-    bool counts_files; ///< what is in the directory already is part of it
-};
-
-#define ZEP_LIMIT(limit, root, counts_files)                                                                 \
-    {                                                                                                        \
-        flag::limit, [](const ServerSettings& settings) { return settings.limit(); },                        \
-            [](const ServerSettings& settings) { return settings.root(); }, counts_files                     \
-    }
-
-constexpr SizeLimit size_limits[] = {
-    ZEP_LIMIT(log_rotation_size, log_root, false),
-    ZEP_LIMIT(log_archive_max_size, log_archive_root, true),
-    ZEP_LIMIT(response_archive_limit, response_archive_root, true),
-};
-
-#undef ZEP_LIMIT
 
 struct Used {
     std::uint64_t bytes = 0;
@@ -69,8 +49,8 @@ Used used_in(const Path& directory) {
     return used;
 }
 
-void look_at_limit(const SizeLimit& limit, const ServerSettings& settings, Findings& findings) {
-    const auto size = limit.size(settings);
+void look_at_limit(const SizeSetting& limit, const ServerSettings& settings, Findings& findings) {
+    const auto size = limit.bytes(settings);
     const auto directory = limit.directory(settings);
     if (!size || !directory) return;
     const auto room = room_in(*directory);
@@ -116,8 +96,8 @@ void look_at_room(const DirectorySetting& setting, const ServerSettings& setting
 void look_at_space(const Context& context, Findings& findings) {
     for (const DirectorySetting& setting : directory_settings)
         if (setting.writes) look_at_room(setting, context.settings, findings);
-    for (const SizeLimit& limit : size_limits)
-        look_at_limit(limit, context.settings, findings);
+    for (const SizeSetting& limit : size_settings)
+        if (limit.directory != nullptr) look_at_limit(limit, context.settings, findings);
 }
 
 } // namespace orvane::preflight

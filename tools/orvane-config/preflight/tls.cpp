@@ -3,30 +3,34 @@
 #include "preflight/tls/tls_check.hpp"
 
 #include "reference/flag_texts.hpp"
+#include "reference/reference.hpp"
+#include "text/lists.hpp"
 
 #include <algorithm>
 
 namespace orvane::preflight {
 namespace {
 
-constexpr std::u16string_view tls_flags[] = {
-    flag::https_private_key_file,
-    flag::https_key_passphrase_file,
-    flag::https_cert_chain_file,
-    flag::https_ca_file,
-    flag::https_use_system_store,
-    flag::https_use_crl,
-    flag::https_tmp_dh_param_file,
-    flag::https_protocol_list,
-    flag::https_cipher_list,
-    flag::https_tmp_ec_param,
-    flag::https,
-};
+/// About who has access, which nothing on this machine can contradict.
+constexpr std::u16string_view about_clients[] = {flag::https_verify_peer_mode, flag::https_allow_all_clients,
+                                                 flag::https_allowed_client};
+
+/// The others: what is in files or in a store, then what is offered by name, then the listener.
+std::vector<std::u16string_view> tls_flags() {
+    std::vector<std::u16string_view> flags;
+    for (const bool by_name : {false, true})
+        for (const Reference& one : references())
+            if (one.trait == Trait::needs_https && (one.form == Form::text) == by_name &&
+                !contains(about_clients, one.wide))
+                flags.push_back(one.wide);
+    flags.push_back(flag_with(Trait::starts_https).wide);
+    return flags;
+}
 
 /// About every flag of which nothing was said.
 void add_to_the_rest(Kind kind, const std::string& what, const Context& context, Findings& findings) {
     const std::vector<Finding> found = findings.so_far();
-    for (const std::u16string_view flag : tls_flags) {
+    for (const std::u16string_view flag : tls_flags()) {
         const bool given = occurrence_of({kind, flag}, context) != nullptr;
         if (given && std::ranges::find(found, flag, &Finding::flag) == found.end())
             findings.add(kind, flag, what);

@@ -1,7 +1,7 @@
 // The files that the TLS flags name.
 #include "preflight/tls/files.hpp"
 
-#include "reference/flag_texts.hpp"
+#include "reference/flag_forms.hpp"
 #include "system/bounded_file.hpp"
 #include "text/quoting.hpp"
 
@@ -39,6 +39,7 @@ constexpr FileRow file_rows[] = {
     {flag::https_tmp_dh_param_file,   [](const SslContext& tls) -> const OptionalPath& { return tls.tmp_dh_param_file(); },   &TlsFiles::dh_parameters, false, mib},
 };
 // clang-format on
+static_assert(name_all(file_rows, Form::file), "a flag that takes a file has no row here");
 
 /// Which file a name means, where that is not plain.
 std::string missing(const Path& path) {
