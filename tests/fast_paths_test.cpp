@@ -214,7 +214,7 @@ TEST(CommonForms, of_user_data_are_split_as_the_tokenizer_does) {
 
 TEST(CommonForms, of_user_data_are_merged_and_sorted_as_in_a_map) {
     std::mt19937 random(1);
-    for (const unsigned keys : {3, 9, 10, 100, 5000}) {
+    for (const unsigned keys : {3u, 9u, 10u, 100u, 5000u}) {
         Tokens tokens = {u"--auto-deploy-root", u"D"};
         std::map<std::u16string, std::u16string> wanted;
         std::string warnings;

@@ -32,13 +32,15 @@ std::uint64_t letters_at(std::u16string_view key, std::size_t begin) {
 }
 
 std::vector<Ranked> sorted(const std::vector<Pair>& pairs) {
-    std::u16string_view shared = pairs.front().first;
+    const std::u16string_view first = pairs.front().first;
+    auto differing = first.end();
     for (const auto& [key, value] : pairs)
-        shared = {shared.begin(), std::ranges::mismatch(shared, key).in1};
+        differing = std::mismatch(first.begin(), differing, key.begin(), key.end()).first;
+    const auto shared = static_cast<std::size_t>(differing - first.begin());
     std::vector<Ranked> ranked;
     ranked.reserve(pairs.size());
     for (const Pair& pair : pairs)
-        ranked.push_back({letters_at(pair.first, shared.size()), &pair});
+        ranked.push_back({letters_at(pair.first, shared), &pair});
     std::ranges::sort(ranked, std::less<>());
     return ranked;
 }
