@@ -181,6 +181,10 @@ class Tool(unittest.TestCase):
             until(lambda: os.path.exists("http"))
             publisher.send_signal(number)
             self.expect_end(publisher, 0 if number in (signal.SIGINT, signal.SIGTERM) else 128 + number)
+        publisher = self.start("env", "--ignore-signal=HUP", *TOOL, "publish", *FLAGS)  # as nohup does
+        until(lambda: os.path.exists("http"))
+        publisher.send_signal(signal.SIGHUP), publisher.send_signal(signal.SIGTERM)
+        self.expect_end(publisher, 0)
         self.publisher().kill()
         until(lambda: state() == "stale 5")
 
@@ -276,7 +280,7 @@ class Tool(unittest.TestCase):
 
     def test_an_endpoint_on_another_port_than_the_flags_say_is_named(self):
         Path("http").write_text("h:8081")
-        for flag, other in [("8080", 8080), ("x:8080", 8080), ("808", 808), ("8081", None), ("x:8081", None), ("0", None)]:
+        for flag, other in [("8080", 8080), ("x:8080", 8080), ("808", 808), ("81", 81), ("8081", None), ("x:8081", None), ("0", None)]:
             flags = [*PID_FLAGS[:4], "--endpoint-root", ".", "--http", flag]
             answer = tool_schemas.answer("locate", run(*TOOL, "locate", "--json", *flags)[1])
             self.assertEqual(answer["files"][0].get("expected_port"), other, flag)
