@@ -162,7 +162,7 @@ class Explains(unittest.TestCase):
 
     def test_a_long_line_is_explained_like_a_short_one(self):
         steps = [["--log-root", f"/l{i}"] for i in range(2000)] + [["--user-data", f"k{i % 1000} {i}"] for i in range(2000)]
-        steps += [["--attach-cache", f"r@h:{i + 1}"] for i in range(2000)] + [["--x509-use-crl"]] * 500 + [REQUIRED]
+        steps += [[f"--{('start', 'attach')[i % 2]}-cache", f"r@localhost:{i + 1}"] for i in range(2000)] + [["--x509-use-crl"]] * 500 + [REQUIRED]
         shown = ask("show", sum(steps, []))
         idle = {w["token"]: w["text"] for w in shown["warnings"] if w["id"] == "no-effect"}
         self.assertEqual([*idle], [*range(1, 3999, 2), *range(4001, 6001, 2), *range(12001, 12501)])
