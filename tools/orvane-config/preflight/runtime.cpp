@@ -62,7 +62,7 @@ void look_at_file(const FileReport& file, Findings& findings) {
         return look_at_malformed(file, there, findings);
     case FileState::unreadable:
         // Otherwise the directory has its own findings.
-        if (there.state == Entry::State::file)
+        if (there.state == Entry::State::file || there.state == Entry::State::loop)
             findings.add(Kind::cannot_tell, flag, name + " cannot be read: " + file.text,
                          "Run preflight as the server's user.");
         return;

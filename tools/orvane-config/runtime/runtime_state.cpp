@@ -2,16 +2,13 @@
 #include "runtime/runtime_state.hpp"
 
 #include "system/ages.hpp"
+#include "system/bounded_file.hpp"
 #include "system/directory_lock.hpp"
 
 #include "qel/i18n/convert.hpp"
-#include "qel/util/native_path.hpp"
 
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
-#include <filesystem>
-#include <fstream>
 #include <limits>
 #include <string_view>
 #include <system_error>
@@ -22,7 +19,7 @@ namespace {
 using qel::config::ServerSettings;
 
 /// A server's files are far shorter; host names end at 255 bytes.
-constexpr std::uintmax_t longest_file = 4096;
+constexpr std::size_t longest_file = 4096;
 
 /// A pid is not reused at once, and clocks and file times are not exact.
 constexpr std::chrono::milliseconds clock_slack(1000);
@@ -40,64 +37,37 @@ std::string_view without_line_end(std::string_view text) {
     return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
 }
 
-/// Of the failure just now, as far as the system tells.
-std::string reason() {
-    return errno == 0 ? "unknown reason" : std::generic_category().message(errno);
-}
-
-FileReport useless(FileReport file, FileState state, std::string why) {
+FileReport with_state(FileReport file, FileState state, std::string why) {
     file.state = state;
     file.text = std::move(why);
     return file;
 }
-FileReport malformed(FileReport file, std::string why) {
-    return useless(std::move(file), FileState::malformed, std::move(why));
-}
-FileReport unreadable(FileReport file, std::string why) {
-    return useless(std::move(file), FileState::unreadable, std::move(why));
-}
 
-/// Reads the file in one go, and only a little more than a server writes; a pipe or a device is not even opened. The
-/// library's readers would take whatever is there, and a number from the front of it. State `published` means that the
-/// content is a server's.
+/// What the file says. The library's readers would take whatever is there, and a number from the front of it. State
+/// `published` means that the content is a server's.
 FileReport inspect(const Path& root, const char* name, bool (*is_well_formed)(std::string_view)) {
     using qel::i18n::operator/;
+    using Outcome = BoundedFile::Outcome;
     FileReport file{name, root / qel::i18n::ascii_to_ustring(name)};
-    const auto native = qel::util::filesystem::native(file.path);
-    std::error_code error;
-    const auto status = std::filesystem::status(native, error);
-    if (status.type() == std::filesystem::file_type::not_found) return file;
-    if (status.type() == std::filesystem::file_type::none) {
-        const bool is_denied = error == std::errc::permission_denied;
-        return (is_denied ? unreadable : malformed)(file, error.message());
-    }
-    if (status.type() != std::filesystem::file_type::regular) return malformed(file, "not a regular file");
-
-    std::string buffer(longest_file + 2, '\0'); // a stream keeps a character's room free
-    std::ifstream in;
-    in.rdbuf()->pubsetbuf(buffer.data(), static_cast<std::streamsize>(buffer.size()));
-    errno = 0;
-    in.open(native, std::ios_base::binary);
-    if (!in) {
-        // It may have been withdrawn since.
-        if (errno == ENOENT) return file;
-        return unreadable(file, reason());
-    }
-    // One read: a second one could get the rest of another value, written meanwhile.
-    in.peek();
-    std::string content(static_cast<std::size_t>(std::max<std::streamsize>(in.rdbuf()->in_avail(), 0)), '\0');
-    in.rdbuf()->sgetn(content.data(), static_cast<std::streamsize>(content.size()));
-    if (in.bad()) return unreadable(file, reason());
-    if (content.empty()) {
-        file.state = FileState::starting;
+    BoundedFile found = read_bounded(file.path, longest_file, Reads::once);
+    const std::string_view text = without_line_end(found.text);
+    switch (found.outcome) {
+    case Outcome::missing:
         return file;
+    case Outcome::no_access:
+    case Outcome::failed:
+        return with_state(std::move(file), FileState::unreadable, std::move(found.text));
+    case Outcome::not_a_file:
+        return with_state(std::move(file), FileState::malformed, "not a regular file");
+    case Outcome::too_large:
+        return with_state(std::move(file), FileState::malformed, "longer than any that a server writes");
+    case Outcome::read:
+        break;
     }
-    if (content.size() > longest_file) return malformed(file, "longer than any that a server writes");
-    const std::string_view text = without_line_end(content);
-    if (!is_well_formed(text)) return malformed(file, "not what a server writes");
-    file.state = FileState::published;
-    file.text = text;
-    return file;
+    if (found.text.empty()) return with_state(std::move(file), FileState::starting, {});
+    if (!is_well_formed(text))
+        return with_state(std::move(file), FileState::malformed, "not what a server writes");
+    return with_state(std::move(file), FileState::published, std::string(text));
 }
 
 unsigned pid_in(std::string_view text) {

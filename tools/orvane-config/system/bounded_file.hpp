@@ -26,7 +26,13 @@ struct BoundedFile {
     bool others_read = false;
 };
 
+enum class Reads {
+    to_the_end, ///< what has no size is not read: files of the kernel can wait, or give each text only once
+    once,       ///< a second time could get the rest of another content, written meanwhile
+};
+
 /// The content of a regular file of at most `limit` bytes.
-BoundedFile read_bounded(const qel::util::filesystem::Path& path, std::size_t limit);
+BoundedFile read_bounded(const qel::util::filesystem::Path& path, std::size_t limit,
+                         Reads reads = Reads::to_the_end);
 
 } // namespace orvane

@@ -20,7 +20,7 @@ using Outcome = BoundedFile::Outcome;
 BoundedFile failure() {
     const int error = errno;
     BoundedFile result{Outcome::failed, std::generic_category().message(error)};
-    if (error == ENOENT) result.outcome = Outcome::missing;
+    if (error == ENOENT || error == ENOTDIR) result.outcome = Outcome::missing;
     if (error == EACCES || error == EPERM) result.outcome = Outcome::no_access;
     return result;
 }
@@ -34,15 +34,15 @@ BoundedFile not_a_file(mode_t mode) {
 }
 
 /// It may have grown since its size was looked at.
-BoundedFile read_all(int file, std::size_t limit) {
+BoundedFile read_from(int file, std::size_t limit, Reads reads) {
     BoundedFile result{Outcome::read, std::string(limit + 1, '\0')};
     std::size_t size = 0;
     while (size <= limit) {
         const ssize_t count = read(file, result.text.data() + size, limit + 1 - size);
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) return failure();
-        if (count == 0) break;
         size += static_cast<std::size_t>(count);
+        if (count == 0 || reads == Reads::once) break;
     }
     if (size > limit) return {Outcome::too_large, {}};
     result.text.resize(size);
@@ -51,19 +51,18 @@ BoundedFile read_all(int file, std::size_t limit) {
 
 } // namespace
 
-BoundedFile read_bounded(const qel::util::filesystem::Path& path, std::size_t limit) {
+BoundedFile read_bounded(const qel::util::filesystem::Path& path, std::size_t limit, Reads reads) {
     const std::string name = qel::util::filesystem::native(path).string();
     struct stat entry {};
     if (stat(name.c_str(), &entry) != 0) return failure();
     if (!S_ISREG(entry.st_mode)) return not_a_file(entry.st_mode);
-    if (entry.st_size > static_cast<off_t>(limit)) return {Outcome::too_large, {}};
-    // Nothing to read, or a file of the kernel's, which can wait or give each text only once.
-    if (entry.st_size == 0) return {Outcome::read, {}};
+    if (entry.st_size == 0 && reads == Reads::to_the_end) return {Outcome::read, {}};
     // Something else may have taken its place since.
     const Descriptor file(open(name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     if (file.get() < 0 || fstat(file.get(), &entry) != 0) return failure();
     if (!S_ISREG(entry.st_mode)) return not_a_file(entry.st_mode);
-    BoundedFile result = read_all(file.get(), limit);
+    if (entry.st_size > static_cast<off_t>(limit)) return {Outcome::too_large, {}};
+    BoundedFile result = read_from(file.get(), limit, reads);
     result.others_read = (entry.st_mode & S_IROTH) != 0;
     return result;
 }

@@ -23,7 +23,7 @@ BoundedFile failure() {
 
 } // namespace
 
-BoundedFile read_bounded(const qel::util::filesystem::Path& path, std::size_t limit) {
+BoundedFile read_bounded(const qel::util::filesystem::Path& path, std::size_t limit, Reads reads) {
     const auto name = qel::util::filesystem::native(path);
     const DWORD attributes = GetFileAttributesW(name.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) return failure();
@@ -36,10 +36,14 @@ BoundedFile read_bounded(const qel::util::filesystem::Path& path, std::size_t li
     if (GetFileType(file.get()) != FILE_TYPE_DISK) return {Outcome::not_a_file, "a device"};
     BoundedFile result{Outcome::read, std::string(limit + 1, '\0')};
     std::size_t size = 0;
-    for (DWORD count = 1; count != 0 && size <= limit; size += count)
+    for (bool more = true; more && size <= limit;) {
+        DWORD count = 0;
         if (!ReadFile(file.get(), result.text.data() + size, static_cast<DWORD>(limit + 1 - size), &count,
                       nullptr))
             return failure();
+        size += count;
+        more = count != 0 && reads == Reads::to_the_end;
+    }
     if (size > limit) return {Outcome::too_large, {}};
     result.text.resize(size);
     return result;
