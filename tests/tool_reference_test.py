@@ -38,7 +38,7 @@ def rendered(page):
 
 def help_of(verb):
     """What the help of a verb says: usage, meaning, where options go, and by their texts options and exit codes; then how it ends."""
-    usage, meaning, *where, options, codes = run("help", verb)[1].split("\n\n")
+    usage, meaning, *where, options, codes = re.sub(r"Groups\n(  .*\n)+\n", "", run("help", verb)[1]).split("\n\n")
     entries = re.findall(r"^  (\S.*?)(?:  +| (?=turn)|\n +)(.*(?:\n   .*)*)", options, re.M)
     ends = re.findall(r"^  (\d)  (.*(?:\n   .*)*)", codes, re.M)
     return {"usage": usage.removeprefix("Usage: "), "meaning": flat(meaning), "where": flat("".join(where)),
@@ -155,6 +155,8 @@ class Reference(unittest.TestCase):
         self.assertEqual(page["VERBS"].lower(), flat(" ".join(
             one["usage"].removeprefix("orvane-config").replace(" [OPTIONS]", "") + " " + one["meaning"] for one in verbs.values())).lower())
         self.assertTrue(all(one["meaning"][0].isupper() for one in verbs.values()))
+        listed = re.findall(r"^  (\w+) +\w", re.search(r"Groups\n((  .*\n)+)", run("help", "preflight")[1])[1], re.M)
+        self.assertEqual(", ".join(listed), re.search("the groups are (.*)", run("preflight", "--only", "x", *REQUIRED)[2])[1])
         flagged = [name for name, one in verbs.items() if one["where"]]
         for section, entries, between in [("OPTIONS", "options", " "), ("EXIT STATUS", "codes", " ")]:
             left = page[section]

@@ -22,42 +22,21 @@ struct LineFormat {
     Write* write;
     bool has_program; ///< the first token is always the program
     std::string_view before_program;
-    std::string_view content;
-    std::string_view told_by;
-    std::string_view refused; ///< what the reader or the writer refuses
 };
 
 // clang-format off
 inline constexpr LineFormat line_formats[] = {
-    {"nul",        is_nul,     read_nul,     as_nul,        false, "",
-     "each token followed by a zero byte, as in /proc/PID/cmdline",
-     "a zero byte",
-     "nothing"},
-    {"systemd",    is_systemd, read_systemd, as_systemd,    true,  "ExecStart=",
-     "ExecStart= of a unit",
-     "a first line [Section] or ExecStart=",
-     "specifiers and variables, a second command, escapes that systemd does not know"},
-    {"json",       is_json,    read_json,    as_json,       false, "",
-     "an array of strings, as in a Dockerfile or in args of Kubernetes",
-     "a first character [ or {",
-     "anything but one array of strings"},
-    {"sh",         is_sh,      read_sh,      as_sh,         false, "",
-     "a command line of a POSIX shell, with quotes, comments and continued lines",
-     "a blank between words in the first line, or a backslash at its end",
-     "everything that the shell would replace, redirect or run as another command"},
-    {"lines",      is_lines,   read_lines,   as_lines,      false, "",
-     "one token per line, '' for an empty one; blank lines and lines with # are skipped",
-     "everything else",
-     "tokens that contain a line break, are blank or begin with #, '' itself, and a first one that looks like another format"},
-    {"powershell", nullptr,    nullptr,      as_powershell, false, "& ",
-     "a command line of PowerShell 7.3 or later",
-     "",
-     "reading"},
+    {"nul",        is_nul,     read_nul,     as_nul,        false, ""},
+    {"systemd",    is_systemd, read_systemd, as_systemd,    true,  "ExecStart="},
+    {"json",       is_json,    read_json,    as_json,       false, ""},
+    {"sh",         is_sh,      read_sh,      as_sh,         false, ""},
+    {"lines",      is_lines,   read_lines,   as_lines,      false, ""},
+    {"powershell", nullptr,    nullptr,      as_powershell, false, "& "},
 };
 // clang-format on
 
 constexpr bool can_be_read(const LineFormat& format) {
-    return !format.told_by.empty();
+    return format.read != nullptr;
 }
 
 /// The names of the formats, those that can be read or all, with | between them.

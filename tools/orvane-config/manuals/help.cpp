@@ -1,6 +1,7 @@
 // What the tool says of itself.
 #include "manuals/help.hpp"
 
+#include "preflight/groups.hpp"
 #include "printing/wrapping.hpp"
 
 #include <cctype>
@@ -20,6 +21,14 @@ std::string options_of(const Verb& verb) {
     for (const OwnOption& option : own_options)
         if (takes(verb, option)) text += beside("  " + heading(option), option.meaning, text_column) + "\n";
     return text;
+}
+
+std::string groups_of(const Verb& verb) {
+    if (!takes(verb, own("only"))) return {};
+    std::string text = "Groups\n";
+    for (const preflight::Group& group : preflight::groups)
+        text += beside("  " + std::string(group.name), group.looks_at, text_column) + "\n";
+    return text + "\n";
 }
 
 std::string exit_codes_of(const Verb& verb) {
@@ -61,7 +70,7 @@ std::string help_text(const Verb& verb) {
     std::string about = meaning(verb);
     about[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(about[0])));
     return "Usage: " + synopsis_of(verb) + "\n\n" + wrapped(about, 0) + "\n\n" + options_of(verb) + "\n" +
-           exit_codes_of(verb);
+           groups_of(verb) + exit_codes_of(verb);
 }
 
 } // namespace orvane
