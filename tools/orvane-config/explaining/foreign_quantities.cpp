@@ -96,7 +96,7 @@ std::u16string as_duration(double seconds) {
         two_digits(whole / 3600) + u":" + two_digits(whole / 60 % 60) + u":" + two_digits(whole % 60);
     if (micro != 0) {
         const std::u16string digits = digits_of(1000000 + micro);
-        text += u"." + trimmed(digits.substr(1), u"").substr(0, digits.find_last_not_of(u'0'));
+        text += u"." + digits.substr(1, digits.find_last_not_of(u'0'));
     }
     return text;
 }

@@ -16,24 +16,28 @@ namespace {
 using qel::i18n::ustring_to_utf8;
 using Entries = std::vector<Explanation>;
 
-/// What follows the summary: a name and a text.
-std::vector<std::pair<const char*, std::string>> details(const Explanation& kind) {
-    std::vector<std::pair<const char*, std::string>> rows;
-    if (!kind.cause.empty()) rows.emplace_back("Cause", kind.cause);
-    if (!kind.example.empty()) rows.emplace_back("Example", kind.example);
-    if (!kind.cause.empty()) rows.emplace_back("Fix", kind.fix.empty() ? "leave the flag out" : kind.fix);
-    return rows;
-}
+/// What follows the cause.
+struct Detail {
+    const char* name;
+    std::string text;
+    bool is_code;
+};
 
-bool is_code(const char* name, const Explanation& kind) {
-    return *name == 'E' || (*name == 'F' && !kind.fix.empty());
+std::vector<Detail> details(const Explanation& kind) {
+    std::vector<Detail> rows;
+    if (!kind.example.empty()) rows.push_back({"Example", kind.example, true});
+    if (kind.cause.empty()) return rows;
+    rows.push_back(kind.fix.empty() ? Detail{"Fix", "leave the flag out", false}
+                                    : Detail{"Fix", kind.fix, true});
+    return rows;
 }
 
 void write_entries_as_text(const Entries& kinds, std::ostream& out) {
     for (const Explanation& kind : kinds) {
         out << wrapped(kind.id + " (" + std::string(kind.about) + "): " + kind.summary, 0) << '\n';
-        for (const auto& [name, text] : details(kind))
-            out << wrapped(std::string(name) + ": " + text, 4, 2, is_code(name, kind) ? " \\" : "") << '\n';
+        if (!kind.cause.empty()) out << wrapped("Cause: " + kind.cause, 4, 2) << '\n';
+        for (const auto& [name, text, is_code] : details(kind))
+            out << wrapped(std::string(name) + ": " + text, 4, 2, is_code ? " \\" : "") << '\n';
         out << '\n';
     }
 }
@@ -41,9 +45,8 @@ void write_entries_as_text(const Entries& kinds, std::ostream& out) {
 void write_entries_as_markdown(const Entries& kinds, std::ostream& out) {
     for (const Explanation& kind : kinds) {
         out << "### `" << kind.id << "`: " << kind.summary << "\n\n" << kind.cause << "\n\n";
-        for (const auto& [name, text] : details(kind))
-            if (*name != 'C')
-                out << "- " << name << ": " << (is_code(name, kind) ? "`" + text + "`" : text) << '\n';
+        for (const auto& [name, text, is_code] : details(kind))
+            out << "- " << name << ": " << (is_code ? "`" + text + "`" : text) << '\n';
         out << '\n';
     }
 }

@@ -17,13 +17,16 @@
 namespace orvane {
 namespace {
 
+bool is_usable(FileState state) {
+    return state == FileState::alive || state == FileState::published;
+}
+
 void print(const std::vector<FileReport>& files, std::ostream& out) {
     for (const FileReport& file : files) {
         out << std::left << std::setw(9) << file.name << std::setw(14) << to_text(file.state)
             << escape(file.text);
         if (file.expected_port != 0) out << " (the flags say port " << file.expected_port << ')';
-        // Where to look, if it is not what was hoped for.
-        if (file.state > FileState::published)
+        if (!is_usable(file.state)) // tells where to look
             out << (file.text.empty() ? "" : "  ") << escape(qel::i18n::ustring_to_utf8(file.path.text()));
         out << '\n';
     }
@@ -46,7 +49,7 @@ ExitCode code_for(FileState state) {
     return ExitCode::stale_or_malformed;
 }
 
-/// As long as anyone waits; any clock can count so far.
+/// About 30 years: in nanoseconds, it fits into a clock's number.
 constexpr double longest_wait = 1e9;
 
 double seconds_in(const std::string& text) {

@@ -1,4 +1,4 @@
-// PEM files, and what people have instead of them.
+// PEM files, and what they hold.
 #pragma once
 
 #include "preflight/tls/openssl.hpp"

@@ -14,7 +14,9 @@ struct TlsCheck {
     const qel::config::SslContext& settings() const { return https.ssl_context(); }
 };
 
-/// Looks at what is in the files, and at what the listener offers its clients. Whether this build can do that.
-bool look_at_tls_contents(const TlsCheck& check);
+/// Whether this build can.
+bool can_look_at_tls_contents();
+/// Looks at what is in the files, and at what the listener offers its clients.
+void look_at_tls_contents(const TlsCheck& check);
 
 } // namespace orvane::preflight

@@ -15,18 +15,18 @@ Certificates read_chain(const TlsCheck& check);
 /// Whether key and first certificate belong together.
 bool key_matches(const TlsCheck& check, EVP_PKEY* key, const Certificates& chain);
 
-/// The certificates that clients are verified against, and what knows them.
+/// The certificates of the authorities that clients are verified against.
 Certificates read_ca(const TlsCheck& check);
 void look_at_revocation_lists(const TlsCheck& check, const Certificates& ca);
 
 /// The system's store if it is there; `required`: that it is missing is a finding.
 CertificateStore system_store(const TlsCheck& check, bool required);
 
-/// The times of a certificate; with `what` the texts begin.
+/// The times of a certificate, which `what` names at the beginning of the texts.
 void look_at_times(const TlsCheck& check, std::u16string_view flag, const X509* certificate,
                    const std::string& what);
 
-/// Issuers and their order. Takes note of no issuer that `store` knows.
+/// Whether the issuers are there, in order, up to one that `store` knows.
 void look_at_issuers(const TlsCheck& check, const Certificates& chain, X509_STORE* store);
 
 /// Names, uses, times, sizes and signatures.

@@ -3,8 +3,10 @@
 
 namespace orvane::preflight {
 
-bool look_at_tls_contents(const TlsCheck&) {
+bool can_look_at_tls_contents() {
     return false;
 }
+
+void look_at_tls_contents(const TlsCheck&) {}
 
 } // namespace orvane::preflight

@@ -1,4 +1,4 @@
-// A there in the file system, on POSIX.
+// A place in the file system, on POSIX.
 #include "system/entry.hpp"
 
 #include "text/quoting.hpp"

@@ -1,4 +1,4 @@
-// A there in the file system, on Windows.
+// A place in the file system, on Windows.
 #include "system/entry.hpp"
 
 #include "system/windows/handle.hpp"
