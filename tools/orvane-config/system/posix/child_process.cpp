@@ -1,16 +1,13 @@
 // The command whose runtime files are published, on POSIX.
 #include "system/child_process.hpp"
 
-#include "qel/i18n/convert.hpp"
+#include "system/posix/arguments.hpp"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <iterator>
 #include <string>
 #include <system_error>
-#include <vector>
 
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -53,11 +50,11 @@ sigset_t kept_back() {
 }
 
 /// In the child: waits to be released, then becomes the command.
-[[noreturn]] void become(const std::vector<char*>& command, const sigset_t& mask, int released, int report) {
+[[noreturn]] void become(const Arguments& command, const sigset_t& mask, int released, int report) {
     char go = 0;
     if (read(released, &go, 1) != 1) _exit(0);
     sigprocmask(SIG_SETMASK, &mask, nullptr);
-    execvp(command[0], command.data());
+    execvp(command.program().c_str(), command.words());
     const int error = errno;
     // Nothing can be done when the parent is gone.
     [[maybe_unused]] const auto written = write(report, &error, sizeof error);
@@ -74,15 +71,8 @@ ChildProcess::ChildProcess(const Tokens& command) : state_(std::make_unique<Stat
     sigprocmask(SIG_BLOCK, &state_->waited_for, &before);
     if (command.empty()) return;
 
-    std::vector<std::string> texts;
-    std::transform(command.begin(), command.end(), std::back_inserter(texts),
-                   [](const std::u16string& token) { return qel::i18n::ustring_to_utf8(token); });
-    std::vector<char*> words;
-    words.reserve(texts.size() + 1);
-    for (std::string& text : texts)
-        words.push_back(text.data());
-    words.push_back(nullptr);
-    state_->name = texts[0];
+    const Arguments arguments(command);
+    state_->name = arguments.program();
 
     std::array<int, 2> release{};
     std::array<int, 2> report{};
@@ -94,7 +84,7 @@ ChildProcess::ChildProcess(const Tokens& command) : state_(std::make_unique<Stat
     if (state_->child < 0) fail("cannot create a process", errno);
     if (state_->child == 0) {
         close(release[1]);
-        become(words, before, release[0], report[1]);
+        become(arguments, before, release[0], report[1]);
     }
     close(release[0]);
     close(report[1]);
