@@ -3,7 +3,6 @@
 
 #include <utf8.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <functional>

@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <iterator>
 
 namespace orvane::completing {
 namespace {

@@ -7,8 +7,6 @@
 
 #include "qel/config/error_code.hpp"
 
-#include <algorithm>
-
 namespace orvane {
 namespace {
 

@@ -3,8 +3,6 @@
 #include "preflight/port_uses.hpp"
 #include "reference/flag_texts.hpp"
 
-#include <algorithm>
-
 namespace orvane::preflight {
 namespace {
 

@@ -6,8 +6,6 @@
 
 #include "text/quoting.hpp"
 
-#include <algorithm>
-
 namespace orvane::preflight {
 namespace {
 

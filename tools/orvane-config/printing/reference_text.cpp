@@ -7,7 +7,6 @@
 #include "text/lists.hpp"
 
 #include <algorithm>
-#include <iterator>
 #include <ostream>
 #include <utility>
 

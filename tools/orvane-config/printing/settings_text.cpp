@@ -8,7 +8,6 @@
 
 #include "qel/i18n/convert.hpp"
 
-#include <algorithm>
 #include <ostream>
 
 namespace orvane {

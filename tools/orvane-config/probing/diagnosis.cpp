@@ -1,7 +1,6 @@
 // All that is wrong with a command line, found by fixing each fault and asking again.
 #include "probing/diagnosis.hpp"
 
-#include <tuple>
 #include <unordered_set>
 
 namespace orvane {

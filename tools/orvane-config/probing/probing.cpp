@@ -7,7 +7,6 @@
 #include "qel/config/parse_settings.hpp"
 
 #include <sstream>
-#include <tuple>
 
 namespace orvane {
 

@@ -6,8 +6,6 @@
 
 #include "qel/i18n/convert.hpp"
 
-#include <algorithm>
-
 namespace orvane {
 namespace {
 

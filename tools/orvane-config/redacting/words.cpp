@@ -7,7 +7,6 @@
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
-#include <set>
 
 namespace orvane::redacting {
 namespace {

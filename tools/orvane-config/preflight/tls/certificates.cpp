@@ -6,7 +6,6 @@
 
 #include "qel/i18n/convert.hpp"
 
-#include <algorithm>
 #include <ctime>
 #include <span>
 

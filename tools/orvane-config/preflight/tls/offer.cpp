@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 
 #include <openssl/ec.h>
 #include <openssl/err.h>

@@ -1,7 +1,6 @@
 // How much memory this process may use, on Linux.
 #include "system/memory.hpp"
 
-#include <charconv>
 #include <fstream>
 
 #include <sys/sysinfo.h>
