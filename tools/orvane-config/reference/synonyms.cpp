@@ -3,7 +3,6 @@
 
 #include "text/lists.hpp"
 
-#include <algorithm>
 #include <cstddef>
 #include <unordered_map>
 
