@@ -221,7 +221,7 @@ TEST(CommonForms, of_user_data_are_merged_and_sorted_as_in_a_map) {
         for (unsigned i = 0; i != 2 * keys; ++i) {
             std::u16string key = u"shared", value = i18n::ascii_to_ustring(std::to_string(i));
             for (auto rest = random() % keys; rest != 0; rest /= 8)
-                key += u"\0 aZ~\x80\xD800\xFFFF"[rest % 8];
+                key += u"\0\1 a~\x80\xD800\xFFFF"[rest % 8];
             tokens = std::move(tokens) + Tokens{u"--user-data", u'"' + key + u"\" " + value};
             if (wanted.count(key) != 0)
                 warnings += "Warning: overriding previously specified \"--user-data\" value for key \"" +
