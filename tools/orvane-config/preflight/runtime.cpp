@@ -14,7 +14,7 @@ std::u16string_view flag_of(const FileReport& file) {
     return file.name == "main.pid" ? flag::pid_root : flag::endpoint_root;
 }
 
-void look_at_malformed(const FileReport& file, const Entry& there, Findings& findings) {
+void look_at_odd_file(const FileReport& file, const Entry& there, Findings& findings) {
     // Otherwise it is the directory that is not as it should be, which has its own findings.
     const Entry directory = entry_at(file.path.parent_path());
     if (directory.state != Entry::State::directory || !directory.execute) return;
@@ -57,10 +57,12 @@ void look_at_file(const FileReport& file, Findings& findings) {
     case FileState::not_published:
         return findings.add(Kind::no_file, flag, "there is no " + name + " yet");
     case FileState::malformed:
-        return look_at_malformed(file, there, findings);
+        return look_at_odd_file(file, there, findings);
     case FileState::unreadable:
+        if (there.state == Entry::State::loop || there.state == Entry::State::too_long)
+            return look_at_odd_file(file, there, findings);
         // Otherwise the directory has its own findings.
-        if (there.state == Entry::State::file || there.state == Entry::State::loop)
+        if (there.state == Entry::State::file)
             findings.add(Kind::cannot_tell, flag, name + " cannot be read: " + file.text,
                          "Run preflight as the server's user.");
         return;
