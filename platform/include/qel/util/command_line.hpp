@@ -13,12 +13,20 @@
 #include <string_view>
 
 #if defined(_WIN32)
-// Declared, not included: <windows.h> must come after Asio's headers, and defines macros with everyday names.
+// Declared, not included: <windows.h> must come after Asio's headers, and defines macros with everyday names. A program that has
+// included it declares them a second time.
+#if defined(__GNUC__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wredundant-decls"
+#endif
 extern "C" {
 __declspec(dllimport) wchar_t* __stdcall GetCommandLineW();
 __declspec(dllimport) wchar_t** __stdcall CommandLineToArgvW(const wchar_t*, int*);
 __declspec(dllimport) void* __stdcall LocalFree(void*);
 }
+#if defined(__GNUC__)
+#pragma GCC diagnostic pop
+#endif
 #endif
 
 namespace qel::util {
