@@ -21,7 +21,7 @@ static void write_and_read(const LineFormat& format, const std::deque<std::u16st
     try {
         const std::string text = write(format, u"", {tokens});
         promise(well_formed, "half a surrogate pair is refused");
-        if (format.read == nullptr) return;
+        if (!format.is_read) return;
         promise(texts_of(read(format, text), format.has_program) == tokens, "what was written is read back");
         const std::string content = decoded(text);
         promise(texts_of(read(format_of(content), content), format.has_program) == tokens,
@@ -56,6 +56,6 @@ void examine(std::string_view bytes) {
     }
     for (const LineFormat& format : line_formats) {
         write_and_read(format, tokens, well_formed);
-        if (format.read != nullptr) read_and_write(format, decoded(std::string(bytes)));
+        if (format.is_read) read_and_write(format, decoded(std::string(bytes)));
     }
 }

@@ -139,7 +139,7 @@ std::string write(const LineFormat& format, std::u16string program, const std::v
             group.push_back(utf8_of_token(token));
     }
     std::string text = std::string(program.empty() ? "" : format.before_program) + format.write(texts);
-    return format.read == nullptr ? text : readable(format, std::move(text));
+    return !format.is_read ? text : readable(format, std::move(text));
 }
 
 } // namespace orvane

@@ -53,7 +53,8 @@ constexpr auto make_references() {
          .synonyms = others,                                                                                 \
          .raw_meaning = meaning,                                                                             \
          .raw_relations = relations,                                                                         \
-         .raw_example = example __VA_OPT__(, ) __VA_ARGS__});
+         .raw_example = example,                                                                             \
+         __VA_ARGS__});
 #define ZEP_SWITCH(name, a_way, a_trait, words, what, meaning, relations, example, others)                   \
     add({.wide = flag::name,                                                                                 \
          .flag = narrow_##name.data(),                                                                       \
