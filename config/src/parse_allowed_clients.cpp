@@ -80,7 +80,7 @@ void parse_allowed_clients(std::string_view config, AccessMap& clients, AccessMa
                 std::runtime_error(invalid_syntax("empty client name" + in_configuration(config))));
         }
         // A client without archives is unrestricted; nothing records that once it gets some. Long lists mostly are
-        // sorted or numbered: then the next client comes behind the latest, and nothing has to be searched.
+        // sorted or numbered: then the next client comes after the latest, and nothing has to be searched.
         latest = clients.try_emplace(latest, std::string(client));
         auto& allowed = latest->second;
         if (!archive_part.empty() && served.insert(&allowed).second)
