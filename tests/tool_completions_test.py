@@ -57,7 +57,8 @@ class Completions(unittest.TestCase):
                 words = sum((re.split("(=)", word) for word in words), [])
                 # As bash says that it will quote what it inserts: without that, a ; would end the command.
                 ask = (f"compopt() {{ quotes=$*; }}; source {script}; COMP_WORDS=({shlex.join(words)}); COMP_CWORD={len(words) - 1}; "
-                       f"$(complete -p {words[0]} | sed 's/.*-F //; s/ .*//'); [[ $quotes || ${{COMPREPLY[*]}} != *\\;* ]] || COMPREPLY=(unquoted); printf '%s\\n' \"${{COMPREPLY[@]}}\"")
+                       f"$(complete -p {words[0]} | sed 's/.*-F //; s/ .*//'); "
+                       "[[ $quotes || ${COMPREPLY[*]} != *\\;* ]] || COMPREPLY=(unquoted); printf '%s\\n' \"${COMPREPLY[@]}\"")
                 done = run("bash", "-c", ask)
                 self.assertEqual(done.stderr, "")
                 yield done.stdout.split("\n")
