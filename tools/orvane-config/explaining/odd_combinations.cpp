@@ -4,6 +4,7 @@
 #include "reference/flag_texts.hpp"
 #include "text/lists.hpp"
 #include "text/quoting.hpp"
+#include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
 
