@@ -18,22 +18,22 @@ Write as_lines, as_nul, as_sh, as_systemd, as_json, as_powershell;
 struct LineFormat {
     std::string_view name;
     IsWrittenSo* is_written_so; ///< tells a file from its content; asked from the first row to the last
-    // With the sanitizer of undefined behaviour, g++ cannot compare a function's address in a constant.
-    bool is_read; ///< else the format is only written, and `read` is null
     Read* read;
     Write* write;
+    // With the sanitizer of undefined behaviour, g++ cannot compare a function's address in a constant.
+    bool is_read;     ///< else the format is only written, and `read` is null
     bool has_program; ///< the first token is always the program
     std::string_view before_program;
 };
 
 // clang-format off
 inline constexpr LineFormat line_formats[] = {
-    {"nul",        is_nul,     true,  read_nul,     as_nul,        false, ""},
-    {"systemd",    is_systemd, true,  read_systemd, as_systemd,    true,  "ExecStart="},
-    {"json",       is_json,    true,  read_json,    as_json,       false, ""},
-    {"sh",         is_sh,      true,  read_sh,      as_sh,         false, ""},
-    {"lines",      is_lines,   true,  read_lines,   as_lines,      false, ""},
-    {"powershell", nullptr,    false, nullptr,      as_powershell, false, "& "},
+    {"nul",        is_nul,     read_nul,     as_nul,        true,  false, ""},
+    {"systemd",    is_systemd, read_systemd, as_systemd,    true,  true,  "ExecStart="},
+    {"json",       is_json,    read_json,    as_json,       true,  false, ""},
+    {"sh",         is_sh,      read_sh,      as_sh,         true,  false, ""},
+    {"lines",      is_lines,   read_lines,   as_lines,      true,  false, ""},
+    {"powershell", nullptr,    nullptr,      as_powershell, false, false, "& "},
 };
 // clang-format on
 
