@@ -56,7 +56,7 @@ def systemd(text):
 
 
 JUDGES = [("sh", shell("bash")), ("sh", shell("dash")), ("sh", shell("zsh")), ("sh", lambda text: shlex.split(text.decode())),
-          ("json", json.loads), ("nul", lambda text: text.decode().split("\0")[:-1]), ("systemd", systemd)]
+          ("flags", lambda text: shlex.split(text.decode())), ("json", json.loads), ("nul", lambda text: text.decode().split("\0")[:-1]), ("systemd", systemd)]
 
 
 class Formats(unittest.TestCase):
@@ -65,8 +65,10 @@ class Formats(unittest.TestCase):
 
     def test_what_is_read_and_what_is_refused(self):
         for text, expected in READ[::1 if HERE else 5]:
-            Path("flags").write_bytes(re.sub(r"\\(x..|u....|.)", lambda found: eval(f"'\\{found[1]}'"), text).encode())
-            done = run("convert", "--to", "json", "--from", "flags")
+            named, text = (["--format-in", "sh"], text[3:]) if text.startswith("sh ") else ([], text)
+            content = re.sub(r"\\(x..|u....|.)", lambda found: eval(f"'\\{found[1]}'"), text)
+            Path("flags").write_bytes(content.encode(errors="surrogateescape"))
+            done = run("convert", "--to", "json", *named, "--from", "flags")
             with self.subTest(text):
                 if expected[0] == "[":
                     self.assertEqual((done.stdout and json.loads(done.stdout), done.returncode), (json.loads(expected), 0), done.stderr)
@@ -78,7 +80,7 @@ class Formats(unittest.TestCase):
         chance = random.Random(1)
         mixed = ["".join(chance.choices([*HOSTILE[:-1], *"ab \\'\"$%\n"], k=6)) for _ in range(80)]
         line = [word for token in HOSTILE + mixed for word in ("--user-data", token)]
-        for name, judge in JUDGES if HERE else JUDGES[4:6]:
+        for name, judge in JUDGES if HERE else JUDGES[4:7]:
             options = ["--program", "/bin/true"] if name == "systemd" else []
             code, text, err = convert(line, "--to", name, *options)
             self.assertEqual((code, err), (0, ""))
@@ -87,7 +89,7 @@ class Formats(unittest.TestCase):
 
     def test_what_is_written_is_read_back_however_it_begins(self):
         for line in [["\n--x\n\n[y", "a"], ["$x"], ["ExecStart=a", "b"], ["ExecStart", "=", "b"], ["\ufeffa", "b"], ["'a'"], ["a"], []]:
-            for name in ["sh", "json", "nul"]:
+            for name in ["flags", "sh", "json", "nul"]:
                 self.assertEqual(run("convert", "--to", "nul", "--from", "-", data=convert(line, "--to", name)[1]).stdout, ended(line), (name, line))
 
     def test_the_document_has_the_formats_in_the_order_of_detection(self):
@@ -97,6 +99,7 @@ class Formats(unittest.TestCase):
         self.assertEqual((rows, rows[:len(read)]), (offered, read))
 
     def test_a_format_refuses_what_it_cannot_hold(self):
+        self.assertEqual(convert(["--wait", "a", "it's", "--x y", "--log-root", "/a b"])[1], b"--wait a 'it'\\''s' '--x y'\n--log-root '/a b'\n")
         for token in ["a\nb", " \t", " #", "''", "a\r", "a b", "[a", "ExecStart=a", "a\\", "\ufeffa"]:
             self.assertEqual(convert([token], "--to", "lines")[:2], (7, b""), token)
         self.assertEqual(convert(["--wait", ""], "--to", "lines")[:2], (0, b"--wait\n''\n"))
@@ -114,11 +117,20 @@ class Formats(unittest.TestCase):
     def test_a_source_is_named_where_it_cannot_be_used(self):
         Path("x.service").write_text("ExecStart=/bin/x\n")
         Path("bad").write_text("--a b; c\n")
+        Path("program").write_bytes(b"\x7fELF" + bytes(5 << 20))
         for words, data, expected in [
             (["--from", "x.service"], b"", "orvane-config: x.service contains no flags\n"),
             (["--from", "-"], b"", "orvane-config: standard input contains no flags\n"),
             (["--from", "-"], b"orvane\n--waist\n", "  token 1, standard input:2:1: --waist\n"),
-            (["--from", "bad"], b"", "bad:1:6: a second command; only one is read (format sh; --format-in chooses another)\n"),
+            (["-", "--wait"], b"--waist\n", "  token 1, standard input:1:1: --waist --wait\n"),
+            (["x.service", "--strict"], b"", "orvane-config: x.service contains no flags\n"),
+            (["@x.service"], b"", "orvane-config: x.service contains no flags\n"),
+            (["x.service", "bad"], b"", "one file only; to join files, name each with --from\n"),
+            (["./none"], b"", "orvane-config: cannot open ./none: "),
+            (["./none", "--waist"], b"", "./none is not a flag: leave the program out"),
+            ([".", "--waist"], b"", "    unexpected argument: it is not a flag\n"),
+            (["program", "--waist"], b"", "orvane-config: program: left out 'program', the program before the flags\n"),
+            (["--from", "bad"], b"", "bad:1:6: a second command; only one is read (format flags; --format-in chooses another)\n"),
             (["--format-in", "sh", "--from", "bad"], b"", "bad:1:6: a second command; only one is read (format sh)\n"),
             (["--format-in", "sh", "--format-in", "lines", "--from", "bad"], b"", "token 1, bad:1:1: "),
         ][::1 if HERE else 4]:

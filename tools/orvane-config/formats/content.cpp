@@ -29,6 +29,7 @@ std::string all_of(const Read& read, const std::string& name) {
     std::string text, piece(1 << 16, '\0');
     while (const std::size_t count = read(piece)) {
         text.append(piece, 0, count);
+        if (is_program(text)) break;
         if (text.size() > largest_input)
             throw std::runtime_error(name + " is too large: at most 4 MiB of flags are read");
     }
@@ -63,6 +64,12 @@ std::string bytes_of(const std::string& name) {
 }
 
 } // namespace
+
+bool is_program(std::string_view content) {
+    return content.starts_with("\x7f"
+                               "ELF") ||
+           content.starts_with("MZ");
+}
 
 std::string content_of(const std::string& name) {
     return decoded(bytes_of(name));

@@ -2,11 +2,15 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace orvane {
 
 /// As UTF-8 without a byte-order mark; "-" is standard input. Throws std::runtime_error when it cannot be read, or has no
 /// end.
 std::string content_of(const std::string& name);
+
+/// Whether a content is that of a program, of which `content_of` reads the beginning only.
+bool is_program(std::string_view content);
 
 } // namespace orvane

@@ -5,6 +5,7 @@
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace orvane {
 namespace {
@@ -13,10 +14,28 @@ constexpr bool begins_character(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
 }
 
-/// From UTF-16, which its first two bytes tell.
-std::string utf8_of(const std::string& text, bool big) {
+enum class Order { little, big, none };
+
+/// The order of the bytes in UTF-16, which a mark tells, or that every other byte of the first eight characters is zero and
+/// a flag is among them: no line of flags has eight tokens of one character.
+Order utf16_order(std::string_view text) {
+    if (text.starts_with("\xFE\xFF")) return Order::big;
+    if (text.starts_with("\xFF\xFE")) return Order::little;
+    using namespace std::string_view_literals;
+    const auto zeros = [text](std::size_t from) {
+        for (std::size_t i = 0; i != 16; ++i)
+            if ((text[i] == '\0') != (i % 2 == from)) return false;
+        return true;
+    };
+    if (text.size() < 16 || text.find("-\0-"sv) == text.npos) return Order::none;
+    return zeros(0) ? Order::big : zeros(1) ? Order::little : Order::none;
+}
+
+/// From UTF-16, without its mark.
+std::string utf8_of(std::string_view text, bool big) {
+    const std::size_t mark = text.starts_with(big ? "\xFE\xFF" : "\xFF\xFE") ? 2 : 0;
     std::u16string units;
-    for (std::size_t i = 2; i + 1 < text.size(); i += 2) {
+    for (std::size_t i = mark; i + 1 < text.size(); i += 2) {
         const auto byte = [&text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
         units += static_cast<char16_t>(big ? byte(i) << 8 | byte(i + 1) : byte(i + 1) << 8 | byte(i));
     }
@@ -49,7 +68,7 @@ bool is_read_as(const TokenGroup& tokens, const LineFormat& written, const std::
     }
 }
 
-/// A first line that is continued, and empty, tells that a text is a shell's.
+/// A first line that is continued, and empty, tells that a text is a shell's or a file of flags.
 std::string readable(const LineFormat& format, std::string text) {
     const TokenGroup tokens = texts_of(read(format, text));
     if (is_read_as(tokens, format, text)) return text;
@@ -62,11 +81,18 @@ std::string readable(const LineFormat& format, std::string text) {
 } // namespace
 
 std::string decoded(std::string bytes) {
-    const bool big = bytes.starts_with("\xFE\xFF");
-    if (big || bytes.starts_with("\xFF\xFE")) bytes = utf8_of(bytes, big);
+    if (const Order order = utf16_order(bytes); order != Order::none)
+        bytes = utf8_of(bytes, order == Order::big);
     // No editor writes zero bytes.
     if (bytes.starts_with("\xEF\xBB\xBF") && !is_nul(bytes)) bytes.erase(0, 3);
     return bytes;
+}
+
+std::optional<Spot> first_not_utf8(const std::string& text) {
+    const std::string again = qel::i18n::ustring_to_utf8(qel::i18n::utf8_to_ustring(text));
+    const auto [at, other] = std::ranges::mismatch(text, again);
+    if (at == text.end()) return {};
+    return located(text).spots[static_cast<std::size_t>(at - text.begin())];
 }
 
 void LocatedText::append(const LocatedText& from, std::size_t begin, std::size_t end) {

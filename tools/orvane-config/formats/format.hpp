@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -29,6 +30,9 @@ struct LocatedText {
 
 /// The text in a file's bytes: UTF-8, without the marks of editors.
 std::string decoded(std::string bytes);
+
+/// The place of the first byte that is no UTF-8.
+std::optional<Spot> first_not_utf8(const std::string& text);
 
 /// The text of a whole file.
 LocatedText located(std::string_view text);

@@ -11,13 +11,14 @@ using IsWrittenSo = bool(std::string_view text);
 using Read = ReadTokens(const LocatedText& text);
 using Write = std::string(const TokenGroups& groups);
 
-IsWrittenSo is_nul, is_systemd, is_json, is_sh, is_lines;
-Read read_lines, read_nul, read_sh, read_systemd, read_json;
-Write as_lines, as_nul, as_sh, as_systemd, as_json, as_powershell;
+IsWrittenSo is_nul, is_systemd, is_json, is_flags, is_lines;
+Read read_flags, read_lines, read_nul, read_sh, read_systemd, read_json;
+Write as_flags, as_lines, as_nul, as_sh, as_systemd, as_json, as_powershell;
 
 struct LineFormat {
     std::string_view name;
-    IsWrittenSo* is_written_so; ///< tells a file from its content; asked from the first row to the last
+    IsWrittenSo*
+        is_written_so; ///< tells a file from its content; asked from the first row to the last; null: it must be named
     Read* read;
     Write* write;
     // With the sanitizer of undefined behaviour, g++ cannot compare a function's address in a constant.
@@ -31,8 +32,9 @@ inline constexpr LineFormat line_formats[] = {
     {"nul",        is_nul,     read_nul,     as_nul,        true,  false, ""},
     {"systemd",    is_systemd, read_systemd, as_systemd,    true,  true,  "ExecStart="},
     {"json",       is_json,    read_json,    as_json,       true,  false, ""},
-    {"sh",         is_sh,      read_sh,      as_sh,         true,  false, ""},
+    {"flags",      is_flags,   read_flags,   as_flags,      true,  false, ""},
     {"lines",      is_lines,   read_lines,   as_lines,      true,  false, ""},
+    {"sh",         nullptr,    read_sh,      as_sh,         true,  false, ""},
     {"powershell", nullptr,    nullptr,      as_powershell, false, false, "& "},
 };
 // clang-format on

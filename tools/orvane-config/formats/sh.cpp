@@ -1,4 +1,4 @@
-// The format sh: a command line of a POSIX shell. What bash, dash and zsh would not all leave as it is, is refused.
+// The formats flags and sh: words as a shell quotes them. What is not certain to be a word of the server's is refused.
 #include "formats/format_table.hpp"
 #include "text/shell_word.hpp"
 
@@ -9,37 +9,71 @@ namespace {
 struct Special {
     std::string_view characters;
     std::string_view what;
+    bool in_file = true; ///< also refused in a file of flags, which no shell reads
 };
 constexpr Special specials_of_shells[] = {
     {"$`", "the shell would replace this; write the value, or quote it with '"},
-    {"*?[]{}", "the shell might replace this with file names; quote it"},
+    {"*?[]{}", "the shell might replace this with file names; quote it", false},
     {";&|()", "a second command; only one is read"},
     {"<>", "redirections are not read"},
     {"\r", "a carriage return would be part of the token; save the file with Unix line endings"},
 };
 
-/// Reads the first command of a text.
+constexpr bool is_letter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+constexpr bool is_in_name(char c) {
+    return is_letter(c) || (c >= '0' && c <= '9') || c == '_' || c == '.' || static_cast<signed char>(c) < 0;
+}
+
+/// C:... or \...
+bool is_windows_path(std::string_view word) {
+    return word.starts_with('\\') || (word.size() > 1 && is_letter(word[0]) && word[1] == ':');
+}
+
+/// Reads the first command of a text, as a shell does; or a file of flags, which may have a line for each flag.
 class CommandReader {
 public:
-    explicit CommandReader(const LocatedText& text) : walk_(text) {}
+    CommandReader(const LocatedText& text, bool is_file) : walk_(text), is_file_(is_file) {}
 
     ReadTokens command() {
         skip_to_word(" \t\n");
-        while (!walk_.done() && walk_.peek() != '\n') {
-            word();
-            skip_to_word(" \t");
+        while (!walk_.done()) {
+            begin_line();
+            line_ = tokens_.size();
+            while (!walk_.done() && !skip_line_end()) {
+                word();
+                skip_to_word(" \t");
+            }
+            skip_to_word(" \t\n");
         }
-        skip_to_word(" \t\n");
-        if (!walk_.done())
-            walk_.refuse("a second command; only one is read. To continue a line, end it with \\");
         return std::move(tokens_);
     }
 
 private:
+    /// A line may begin with a flag, or be the value of the flag that is the whole line before it.
+    void begin_line() {
+        if (tokens_.empty() || (is_file_ && walk_.comes("--"))) return;
+        const bool is_value =
+            is_file_ && line_ + 1 == tokens_.size() && tokens_[line_].text.starts_with("--");
+        if (!is_value) walk_.refuse("a second command; only one is read. To continue a line, end it with \\");
+        word();
+        skip_to_word(" \t");
+        if (!walk_.done() && !at_line_end())
+            walk_.refuse("a second word; if both are one value, quote it with '");
+    }
+
+    bool at_line_end() const { return walk_.comes("\n") || (is_file_ && walk_.comes("\r\n")); }
+
+    bool skip_line_end() { return walk_.skip("\n") || (is_file_ && walk_.skip("\r\n")); }
+
+    bool skip_continued() { return walk_.skip("\\\n") || (is_file_ && walk_.skip("\\\r\n")); }
+
     void skip_to_word(std::string_view between) {
         do
             walk_.skip_any_of(between);
-        while (walk_.skip("\\\n") || skip_comment());
+        while (skip_continued() || skip_comment() || (between.ends_with('\n') && skip_line_end()));
     }
 
     bool skip_comment() {
@@ -48,10 +82,17 @@ private:
         return true;
     }
 
+    bool at_word_end() const {
+        return walk_.done() || std::string_view(" \t\n").find(walk_.peek()) != std::string_view::npos ||
+               at_line_end();
+    }
+
     void word() {
         tokens_.push_back({{}, walk_.spot()});
         std::string& text = tokens_.back().text;
-        while (!walk_.done() && std::string_view(" \t\n").find(walk_.peek()) == std::string_view::npos) {
+        is_bare_ = walk_.peek() != '\'' && walk_.peek() != '"';
+        begin_share(text);
+        while (!at_word_end()) {
             if (walk_.peek() == '\'')
                 in_single_quotes(text);
             else if (walk_.peek() == '"')
@@ -63,17 +104,37 @@ private:
         }
     }
 
+    /// The \\ of a share's path is not an escaped \, in a file.
+    void begin_share(std::string& text) {
+        if (is_file_ && text.empty() && walk_.comes("\\\\") && is_in_name(walk_.peek(2))) {
+            walk_.skip("\\\\");
+            text = "\\\\";
+        }
+    }
+
     void unquoted(std::string& text) {
         for (const Special& special : specials_of_shells)
-            if (special.characters.find(walk_.peek()) != std::string_view::npos)
+            if ((special.in_file || !is_file_) &&
+                special.characters.find(walk_.peek()) != std::string_view::npos)
                 walk_.refuse(std::string(special.what));
         if (walk_.peek() == '~' && (text.empty() || text.ends_with('=') || text.ends_with(':')))
             walk_.refuse("the shell would replace ~ with a home directory; write the directory, or quote it");
         text += walk_.next();
     }
 
+    /// A shell removes the \ between two names, which only the path of a file on Windows can have meant.
     void escaped(std::string& text) {
-        if (walk_.skip("\\\n")) return;
+        if (is_bare_ && is_windows_path(text)) {
+            if (is_in_name(walk_.peek(1)) && is_file_) {
+                text += walk_.next();
+                return;
+            }
+            if (walk_.peek(1) != '\\')
+                walk_.refuse("whether this \\ is a part of the path is not certain; quote the path with '");
+        } else if (is_file_ && is_in_name(walk_.peek(1))) {
+            walk_.refuse("a shell would remove this \\; quote the value with '");
+        }
+        if (skip_continued()) return;
         if (walk_.peek(1) == '\0' || walk_.peek(1) == '\r') walk_.refuse("there is nothing after this \\");
         walk_.next();
         text += walk_.next();
@@ -92,6 +153,7 @@ private:
     void in_double_quotes(std::string& text) {
         const Walk begin = walk_;
         walk_.next();
+        begin_share(text);
         while (walk_.peek() != '"') {
             if (walk_.done()) begin.refuse(unclosed);
             if (walk_.peek() == '$' || walk_.peek() == '`')
@@ -108,18 +170,44 @@ private:
     static constexpr const char* unclosed = "this quote is not closed";
 
     Walk walk_;
+    bool is_file_;
     ReadTokens tokens_{};
+    std::size_t line_ = 0; ///< its first token
+    bool is_bare_ = false; ///< the word does not begin with a quote
 };
 
 } // namespace
 
-bool is_sh(std::string_view text) {
-    const std::string_view line = first_line_of(text);
-    return line.find_first_of(" \t") != line.npos || line.ends_with('\\');
+/// Some line has a flag and its value, or the first one has a program, or is continued.
+bool is_flags(std::string_view text) {
+    bool is_first = true;
+    for (std::string_view line = first_line_of(text); !line.empty(); line = first_line_of(text)) {
+        if ((is_first || line.starts_with("--")) &&
+            (line.find_first_of(" \t") != line.npos || line.ends_with('\\')))
+            return true;
+        is_first = false;
+        text.remove_prefix(static_cast<std::size_t>(line.end() - text.begin()));
+    }
+    return false;
+}
+
+ReadTokens read_flags(const LocatedText& text) {
+    return CommandReader(text, true).command();
 }
 
 ReadTokens read_sh(const LocatedText& text) {
-    return CommandReader(text).command();
+    return CommandReader(text, false).command();
+}
+
+/// A line for each flag. What is no flag stays on the line before it.
+std::string as_flags(const TokenGroups& groups) {
+    std::string text;
+    for (const TokenGroup& group : groups) {
+        const std::string words = joined(group, " ", sh_word);
+        if (!text.empty()) text += words.starts_with("--") ? '\n' : ' ';
+        text += words;
+    }
+    return text + '\n';
 }
 
 std::string as_sh(const TokenGroups& groups) {

@@ -28,7 +28,7 @@ inline constexpr OwnOption own_options[] = {
                                                                       "repeated, and FLAGS on the command line come last"},
     {"format-in", FormatNames<true>::text, any_flags,                 "format of the files; by default detected from their content"},
     {"pid",       "PID",             any_flags,                       "read FLAGS from a running process (Linux)"},
-    {"to",        FormatNames<false>::text, "convert",                "the format to write"},
+    {"to",        FormatNames<false>::text, "convert",                "the format to write; by default flags"},
     {"tidy",      "",                "convert",                       "leave out what has no effect, and sort the flags as the reference does; "
                                                                       "the settings stay the same"},
     {"program",   "PATH",            "convert",                       "put this program before the flags"},

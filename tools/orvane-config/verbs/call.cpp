@@ -3,6 +3,7 @@
 
 #include "explaining/meant_flags.hpp"
 #include "probing/probing.hpp"
+#include "system/entry.hpp"
 #include "text/lists.hpp"
 #include "text/spelling.hpp"
 
@@ -78,6 +79,16 @@ bool is_given_back(const Verb& verb, const OwnOption& option, Tokens::const_iter
     return may_be_flag && (at + 1 == end || at[1].starts_with(u"--"));
 }
 
+/// Whether a word in front of the flags, of which the server has none, is a file of flags. A name that is not there may be
+/// that of a program, unless nothing follows.
+bool names_a_file(const std::u16string& word, bool is_last) {
+    if (word == u"-" || word.starts_with(u'@')) return true;
+    if (word.empty() || begins_as_flag(word)) return false;
+    const Entry::State state = entry_at(qel::util::filesystem::Path(word)).state;
+    if (state == Entry::State::absent) return is_last && word.find_first_of(u"./\\") != word.npos;
+    return state != Entry::State::directory;
+}
+
 /// Holds the words against the form of the verb's arguments.
 void check_words(const Call& call) {
     const std::string_view form = call.verb.arguments;
@@ -108,6 +119,13 @@ Call read_call(const Verb& verb, const Tokens& args, std::ostream& out, std::ost
         if (option != nullptr && takes(verb, *option)) {
             if (is_given_back(verb, *option, at, args.end())) break;
             read_option(call, *option, at, args.end());
+            continue;
+        }
+        if (takes_flags(verb) && !takes_files(verb) && names_a_file(*at, at + 1 == args.end())) {
+            if (call.has(own("from")))
+                throw Misused("one file only; to join files, name each with " + spelled(own("from")));
+            const std::size_t mark = at->starts_with(u'@') ? 1 : 0;
+            call.options.emplace_back(&own("from"), qel::i18n::ustring_to_utf8(at->substr(mark)));
             continue;
         }
         refuse_if_option(verb, *at);

@@ -16,14 +16,14 @@ std::string written(const Call& call, const CommandLine& line) {
     std::vector<Tokens> groups;
     for (const Occurrence& occurrence : line)
         groups.push_back(tokens_of({occurrence}));
-    const LineFormat& format = format_named(call.value(own("to")));
-    return write(format, qel::i18n::utf8_to_ustring(call.value(own("program"))), groups);
+    const std::string to = call.value(own("to"));
+    return write(format_named(to.empty() ? "flags" : to),
+                 qel::i18n::utf8_to_ustring(call.value(own("program"))), groups);
 }
 
 } // namespace
 
 ExitCode verb::convert(const Call& call) {
-    if (!call.has(own("to"))) throw Misused(spelled(own("to")) + " is missing: name the format to write");
     if (call.has(own("redact")) && call.has(own("program")))
         throw Misused("--redact and --program exclude each other");
     const Input input = input_of(call);

@@ -27,7 +27,7 @@ bool lacks_a_value(const Tokens& flags) {
 }
 
 /// No flag, but flags follow.
-bool is_program(const Tokens& before, const Tokens& tokens) {
+bool begins_with_program(const Tokens& before, const Tokens& tokens) {
     return tokens.size() > 1 && !tokens[0].empty() && !begins_as_flag(tokens[0]) &&
            folded(tokens[1]).starts_with(u"--") && flag_spelled(split_token(tokens[0]).name) == nullptr &&
            !lacks_a_value(before);
@@ -57,14 +57,19 @@ Source source_of(const OwnOption& option, const std::string& value) {
 struct Content {
     const LineFormat& format;
     ReadTokens tokens;
+    bool has_program; ///< the first token is certainly the program
 };
 
 Content content_in(const Call& call, const Source& source) {
     const std::string text = content_of(source.path);
+    if (is_program(text)) return {format_named("lines"), {{source.name, {}}}, true};
+    if (const auto spot = first_not_utf8(text); spot && !source.is_process)
+        throw std::runtime_error(SourcePlace{source.name, *spot}.text() +
+                                 ": this byte is no UTF-8; save the file as UTF-8");
     const std::string wanted = source.is_process ? "nul" : call.value(own("format-in"));
     const LineFormat& format = wanted.empty() ? format_of(text) : format_named(wanted);
     try {
-        return {format, read(format, text)};
+        return {format, read(format, text), format.has_program || source.is_process};
     } catch (const NotUnderstood& fault) {
         throw std::runtime_error(
             SourcePlace{source.name, fault.spot}.text() + ": " + fault.what() + " (format " +
@@ -80,8 +85,7 @@ void add(Input& input, const Call& call, const Source& source) {
         tokens.push_back(qel::i18n::utf8_to_ustring(token.text));
     const auto note = [&](const std::string& text) { call.err << "orvane-config: " << text << '\n'; };
     std::size_t skipped = 0;
-    if (!tokens.empty() &&
-        (content.format.has_program || source.is_process || is_program(input.flags, tokens))) {
+    if (!tokens.empty() && (content.has_program || begins_with_program(input.flags, tokens))) {
         skipped = 1;
         note(SourcePlace{source.name, content.tokens[0].spot}.text() + ": left out " +
              (call.has(own("redact")) ? "" : "'" + content.tokens[0].text + "', ") +
