@@ -24,12 +24,6 @@ constexpr std::string_view completions[] = {
 #include "reference/forms.def"
 };
 
-std::string spaced(std::string_view alternatives) {
-    std::string words(alternatives);
-    std::replace(words.begin(), words.end(), '|', ' ');
-    return words;
-}
-
 /// The words that a form begins with, alone and with each ending in the brackets after them: "a|b[;c|;d]".
 Values leading_words(std::string_view form) {
     const std::size_t open = form.find('[');
@@ -49,13 +43,25 @@ Values values_of(const Reference& one) {
     return completion == its_words ? leading_words(one.value) : Values(completion);
 }
 
-Values values_of(const OwnOption& option) {
-    if (option.value.empty()) return "";
-    if (option.value == "FILE") return "-f";
-    if (option.value == "SETTING") return joined(settings_of({}), " ", &Setting::name);
-    if (option.value.starts_with("ID")) return joined(warning_kinds(), " ", &WarningKind::id);
-    if (option.value.starts_with("GROUP[")) return joined(preflight::groups, " ", &preflight::Group::name);
-    if (option.value.find('|') != option.value.npos) return spaced(option.value);
+/// What an argument with this text in the help can be.
+Values values_of(Argument argument, std::string_view text) {
+    // clang-format off
+    switch (argument) {
+    case Argument::none:          return "";
+    case Argument::file:          return "-f";
+    case Argument::setting:       return joined(settings_of({}), " ", &Setting::name);
+    case Argument::warnings:      return joined(warning_kinds(), " ", &WarningKind::id);
+    case Argument::groups:        return joined(preflight::groups, " ", &preflight::Group::name);
+    case Argument::a_verb:        return joined(verbs, " ", &Verb::name);
+    case Argument::an_id:         return joined(all_kinds(), " ", &Explanation::id);
+    case Argument::flag_names:    return joined(references(), " ", &Reference::flag);
+    case Argument::a_word:        return boost::replace_all_copy(std::string(text), "|", " ");
+    case Argument::flags:         return "FLAGS";
+    case Argument::two_lines:     return "FLAGS";
+    case Argument::flags_command: return "COMMAND";
+    case Argument::anything:      break;
+    }
+    // clang-format on
     return "-";
 }
 
@@ -79,19 +85,13 @@ std::vector<Choice> option_choices(const Verb& verb) {
     std::vector<Choice> choices;
     for (const OwnOption& option : own_options)
         if (takes(verb, option))
-            choices.push_back({spelled(option), std::string(option.meaning), values_of(option)});
+            choices.push_back(
+                {spelled(option), std::string(option.meaning), values_of(option.argument, option.value)});
     return choices;
 }
 
-Values words_of(const Verb& verb) {
-    if (takes_names_of_flags(verb)) return joined(flag_choices(), " ", &Choice::text);
-    if (verb.arguments == "[VERB]") return joined(verb_choices(), " ", &Choice::text);
-    if (verb.arguments == "[ID]") return joined(all_kinds(), " ", &Explanation::id);
-    return verb.arguments.find('|') == verb.arguments.npos ? "-" : spaced(verb.arguments);
-}
-
-std::string what_follows(const Verb& verb) {
-    return takes_command(verb) ? "COMMAND" : takes_flags(verb) ? "FLAGS" : words_of(verb);
+Values what_follows(const Verb& verb) {
+    return verb.argument == Argument::none ? "-" : values_of(verb.argument, verb.arguments);
 }
 
 std::string table(const std::vector<Choice>& choices) {

@@ -24,11 +24,8 @@ std::vector<Choice> flag_choices();
 std::vector<Choice> verb_choices();
 /// The verb's own options.
 std::vector<Choice> option_choices(const Verb& verb);
-/// The words that can follow a verb that does not take FLAGS.
-Values words_of(const Verb& verb);
-
-/// The same; FLAGS or COMMAND for a verb that takes flags, and perhaps a command after them.
-std::string what_follows(const Verb& verb);
+/// What its arguments can be; FLAGS or COMMAND for a verb that takes flags, and perhaps a command after them.
+Values what_follows(const Verb& verb);
 
 /// As bash and zsh write a table of values by text.
 std::string table(const std::vector<Choice>& choices);

@@ -139,10 +139,9 @@ std::string fish_options() {
 std::string fish_others() {
     std::string text;
     for (const Verb& verb : verbs)
-        text += branch(std::string(verb.name), takes_command(verb) ? "@name@_flags COMMAND $words"
-                                               : takes_flags(verb)
-                                                   ? "@name@_flags FLAGS $words"
-                                                   : "@name@_values " + fish_quoted(words_of(verb)));
+        text += branch(std::string(verb.name), takes_flags(verb)
+                                                   ? "@name@_flags " + what_follows(verb) + " $words"
+                                                   : "@name@_values " + fish_quoted(what_follows(verb)));
     return text;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "formats/format_table.hpp"
+#include "own/exit_code.hpp"
 #include "own/verb_table.hpp"
 #include "text/lists.hpp"
 
@@ -14,40 +15,41 @@ namespace orvane {
 
 struct OwnOption {
     std::string_view name;  ///< without its hyphens
-    std::string_view value; ///< its name in the help; a|b: one of these words; empty for a switch
+    Argument argument;      ///< what its value is
+    std::string_view value; ///< its name in the help; empty for a switch
     std::string_view verbs; ///< the verbs that take it; any_flags; empty when all do
     std::string_view meaning;
 };
 
 // clang-format off
 inline constexpr OwnOption own_options[] = {
-    {"strict",    "",                "check preflight",               "fail on warnings: the exit code is then 3"},
-    {"ignore",    "ID[,ID]...",      "check show fix preflight",      "turn off these warnings; 'orvane-config explain' lists them all"},
-    {"json",      "",                "check show diff preflight locate", "answer in JSON"},
-    {"from",      "FILE",            any_flags,                       "read FLAGS from FILE, or from standard input if FILE is -; can be "
-                                                                      "repeated, and FLAGS on the command line come last"},
-    {"format-in", FormatNames<true>::text, any_flags,                 "format of the files; by default detected from their content"},
-    {"pid",       "PID",             any_flags,                       "read FLAGS from a running process (Linux)"},
-    {"to",        FormatNames<false>::text, "convert",                "the format to write; by default flags"},
-    {"tidy",      "",                "convert",                       "leave out what has no effect, and sort the flags as the reference does; "
-                                                                      "the settings stay the same"},
-    {"program",   "PATH",            "convert",                       "put this program before the flags"},
-    {"preflight", "",                "exec",                          "also check the machine, as the verb preflight does; do not start COMMAND "
-                                                                      "if the server would not start, or if preflight cannot tell"},
-    {"only",    "GROUP[,GROUP]...",  "preflight",                     "check only these groups"},
-    {"skip",    "GROUP[,GROUP]...",  "preflight",                     "do not check these groups"},
-    {"network", "",                  "preflight",                     "also connect to the caches that the server attaches to"},
-    {"ready",   "HOST:PORT",         "publish",                       "publish the endpoints only when this address accepts connections"},
-    {"wait",    "SECONDS",           "locate",                        "wait for the server, at most this long"},
-    {"ids",     "",                  "check show fix preflight",      "print the id of each fault and rule after its text"},
-    {"get",     "SETTING",           "show",                          "print only the value of this setting, one line per element of a list; "
-                                                                      "the exit code is 4 if it is not set"},
-    {"redact",  "",                "check show fix convert diff",    "replace paths, hosts, names and user data by placeholders, for a bug "
-                                                                      "report; faults and warnings stay the same; the name of FILE stays"},
-    {"quiet",   "",                  "check",                         "print nothing about FLAGS; the exit code says whether they are accepted"},
-    {"format",  "text|markdown|json", "flags explain",                "output format; by default text"},
-    {"for",     "NAME",              "completions",                   "complete the flags of a server called NAME, instead of orvane-config"},
-    {"help",    "",                  "",                              "print this help"},
+    {"strict",    Argument::none,     "",                       "check preflight",                 "fail on warnings: the exit code is then 3"},
+    {"ignore",    Argument::warnings, "ID[,ID]...",             "check show fix preflight",        "turn off these warnings; 'orvane-config explain' lists them all"},
+    {"json",      Argument::none,     "",                       "check show diff preflight locate", "answer in JSON"},
+    {"from",      Argument::file,     "FILE",                   any_flags,                         "read FLAGS from FILE, or from standard input if FILE is -; can be "
+                                                                                                   "repeated, and FLAGS on the command line come last"},
+    {"format-in", Argument::a_word,   FormatNames<true>::text,  any_flags,                         "format of the files; by default detected from their content"},
+    {"pid",       Argument::anything, "PID",                    any_flags,                         "read FLAGS from a running process (Linux)"},
+    {"to",        Argument::a_word,   FormatNames<false>::text, "convert",                         "the format to write; by default flags"},
+    {"tidy",      Argument::none,     "",                       "convert",                         "leave out what has no effect, and sort the flags as the reference does; "
+                                                                                                   "the settings stay the same"},
+    {"program",   Argument::anything, "PATH",                   "convert",                         "put this program before the flags"},
+    {"preflight", Argument::none,     "",                       "exec",                            "also check the machine, as the verb preflight does; do not start COMMAND "
+                                                                                                   "if the server would not start, or if preflight cannot tell"},
+    {"only",      Argument::groups,   "GROUP[,GROUP]...",       "preflight",                       "check only these groups"},
+    {"skip",      Argument::groups,   "GROUP[,GROUP]...",       "preflight",                       "do not check these groups"},
+    {"network",   Argument::none,     "",                       "preflight",                       "also connect to the caches that the server attaches to"},
+    {"ready",     Argument::anything, "HOST:PORT",              "publish",                         "publish the endpoints only when this address accepts connections"},
+    {"wait",      Argument::anything, "SECONDS",                "locate",                          "wait for the server, at most this long"},
+    {"ids",       Argument::none,     "",                       "check show fix preflight",        "print the id of each fault and rule after its text"},
+    {"get",       Argument::setting,  "SETTING",                "show",                            "print only the value of this setting, one line per element of a list; "
+                                                                                                   "the exit code is 4 if it is not set"},
+    {"redact",    Argument::none,     "",                       "check show fix convert diff",     "replace paths, hosts, names and user data by placeholders, for a bug "
+                                                                                                   "report; faults and warnings stay the same; the name of FILE stays"},
+    {"quiet",     Argument::none,     "",                       "check",                           "print nothing about FLAGS; the exit code says whether they are accepted"},
+    {"format",    Argument::a_word,   "text|markdown|json",     "flags explain",                   "output format; by default text"},
+    {"for",       Argument::anything, "NAME",                   "completions",                     "complete the flags of a server called NAME, instead of orvane-config"},
+    {"help",      Argument::none,     "",                       "",                                "print this help"},
 };
 // clang-format on
 

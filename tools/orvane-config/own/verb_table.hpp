@@ -1,79 +1,85 @@
 // The verbs, a row each. Dispatch, help, completions, the manual page and advice read this table.
 #pragma once
 
-#include "own/exit_code.hpp"
-
 #include <algorithm>
 #include <string_view>
 
 namespace orvane {
 
-struct Call;
-using Run = ExitCode(const Call& call);
-
-namespace verb {
-Run check, show, fix, convert, diff, exec, preflight, locate, publish, flags, explain, manual, completions,
-    usage, help, version;
-}
+/// What the arguments of a verb, or the value of an option, can be.
+enum class Argument {
+    none,
+    anything,
+    a_word, ///< of those in its text, a|b
+    file,
+    setting,
+    warnings,
+    groups, ///< of preflight
+    a_verb,
+    an_id,         ///< of what `explain` knows
+    flag_names,    ///< and other words
+    flags,         ///< the server's: everything from the first one on is for the library
+    flags_command, ///< the same, and perhaps a command
+    two_lines,     ///< of flags, or files
+};
 
 struct Verb {
     std::string_view group;
     std::string_view name;
-    std::string_view
-        arguments; ///< [X]: optional, [X]...: any number; a|b: one of these words; else the server's FLAGS, or nothing
-    Run* run;
-    std::string_view summary; ///< one line in the list of verbs
-    std::string_view more;    ///< sentences that the verb's own help adds
+    Argument argument;
+    std::string_view arguments; ///< in the help; [X]: optional, [X]...: any number
+    std::string_view summary;   ///< one line in the list of verbs
+    std::string_view more;      ///< sentences that the verb's own help adds
 };
 
 // clang-format off
 inline constexpr Verb verbs[] = {
-    {"Command lines",   "check",       "FLAGS...",                     verb::check,
+    {"Command lines",   "check",       Argument::flags,         "FLAGS...",
      "say whether the server accepts FLAGS, and what they set",
      "It prints the settings that the server would run with, or everything that is wrong and where."},
-    {"Command lines",   "show",        "FLAGS...",                     verb::show,
+    {"Command lines",   "show",        Argument::flags,         "FLAGS...",
      "print every setting, and the flags that it comes from",
      "Values that the library completes are marked as defaults."},
-    {"Command lines",   "fix",         "FLAGS...",                     verb::fix,
+    {"Command lines",   "fix",         Argument::flags,         "FLAGS...",
      "print the corrected command line",
      "What was wrong goes to standard error. A value that cannot be guessed becomes a <value> to replace."},
-    {"Command lines",   "convert",     "FLAGS...",                     verb::convert,
+    {"Command lines",   "convert",     Argument::flags,         "FLAGS...",
      "write FLAGS for a file, a shell, a unit or a container",
      "The server need not accept them."},
-    {"Command lines",   "diff",        "FLAGS... -- FLAGS...",         verb::diff,
+    {"Command lines",   "diff",        Argument::two_lines,     "FLAGS... -- FLAGS...",
      "print the settings that differ between two command lines",
      "Either side can be a file: diff FILE FILE."},
-    {"Command lines",   "preflight",   "FLAGS...",                     verb::preflight,
+    {"Command lines",   "preflight",   Argument::flags,         "FLAGS...",
      "say whether the server can start now, on this machine",
      "It checks as this user what the server needs to start, and changes nothing."},
-    {"Running servers", "locate",      "FLAGS...",                     verb::locate,
+    {"Running servers", "locate",      Argument::flags,         "FLAGS...",
      "find a running server by its runtime files",
      "It says whether the files can be trusted."},
-    {"Running servers", "exec",        "FLAGS... -- COMMAND ARGS...",  verb::exec,
+    {"Running servers", "exec",        Argument::flags_command, "FLAGS... -- COMMAND ARGS...",
      "check FLAGS, then become the server with them",
      "The arguments of COMMAND are ARGS, then the FLAGS. If FLAGS are refused, COMMAND is not started."},
-    {"Running servers", "publish",     "FLAGS... [-- COMMAND ARGS...]", verb::publish,
+    {"Running servers", "publish",     Argument::flags_command, "FLAGS... [-- COMMAND ARGS...]",
      "publish runtime files for a program that writes none",
      "The files exist while COMMAND runs; without COMMAND, until a signal arrives."},
-    {"Reference",       "flags",       "[FLAG|WORD]...",               verb::flags,
+    {"Reference",       "flags",       Argument::flag_names,    "[FLAG|WORD]...",
      "explain the server's flags: all, or some",
      "WORD can be another server's name for a flag, a setting, or a word of the meaning."},
-    {"Reference",       "explain",     "[ID]",                         verb::explain,
+    {"Reference",       "explain",     Argument::an_id,         "[ID]",
      "explain what the tool finds, by its id",
      "It says what is wrong, and how to fix it. Without ID, it prints all entries."},
-    {"Reference",       "manual",      "tool|flags|files",             verb::manual,
+    {"Reference",       "manual",      Argument::a_word,        "tool|flags|files",
      "print a manual page: tool, flags or runtime files",
      "'man -l FILE' shows it."},
-    {"Reference",       "usage",       "[NAME]",                       verb::usage,
+    {"Reference",       "usage",       Argument::anything,      "[NAME]",
      "print the server's usage text",
      "NAME is what the program is called in it."},
-    {"This tool",       "completions", "bash|zsh|fish|powershell",     verb::completions,
+    {"This tool",       "completions", Argument::a_word,        "bash|zsh|fish|powershell",
      "print a script that completes flags in a shell",
      "The flags' values are completed, too."},
-    {"This tool",       "help",        "[VERB]",                       verb::help,
+    {"This tool",       "help",        Argument::a_verb,        "[VERB]",
      "print this list, or the help of a verb",
      ""},
-    {"This tool",       "version",     "",                             verb::version,
+    {"This tool",       "version",     Argument::none,          "",
      "print the library's version",
      ""},
 };
@@ -89,23 +95,23 @@ static_assert(std::ranges::all_of(verbs,
                                   }),
               "a verb's name or summary is too long for a line");
 
-/// Whether its arguments are the server's, and everything from the first one on is for the library.
-constexpr bool takes_flags(const Verb& verb) {
-    return verb.arguments.starts_with("FLAGS");
-}
-
-/// Whether a flag of the server can be among its arguments.
-constexpr bool takes_names_of_flags(const Verb& verb) {
-    return verb.arguments.starts_with("[FLAG");
-}
-
 constexpr bool takes_command(const Verb& verb) {
-    return verb.arguments.find("COMMAND") != verb.arguments.npos;
+    return verb.argument == Argument::flags_command;
 }
 
 /// Whether files may stand in the place of flags.
 constexpr bool takes_files(const Verb& verb) {
-    return verb.arguments.ends_with("-- FLAGS...");
+    return verb.argument == Argument::two_lines;
+}
+
+/// Whether its arguments are the server's.
+constexpr bool takes_flags(const Verb& verb) {
+    return verb.argument == Argument::flags || takes_command(verb) || takes_files(verb);
+}
+
+/// Whether a flag of the server can be among its arguments.
+constexpr bool may_have_flags(const Verb& verb) {
+    return takes_flags(verb) || verb.argument == Argument::flag_names;
 }
 
 /// Null when there is none of that name.

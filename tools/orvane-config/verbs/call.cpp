@@ -29,7 +29,7 @@ std::vector<std::string> similar_options(const Verb& verb, const std::u16string&
     for (const OwnOption& option : own_options)
         if (takes(verb, option)) options.push_back(spelled(option));
     std::vector<std::string> known = options;
-    if (takes_flags(verb) || takes_names_of_flags(verb))
+    if (may_have_flags(verb))
         for (const Reference& one : references())
             if (!contains(options, std::string(one.flag))) known.emplace_back(one.flag);
     const auto similar = most_like(normalized(token.substr(0, token.find(u'='))), known);
@@ -42,8 +42,7 @@ std::vector<std::string> similar_options(const Verb& verb, const std::u16string&
 void refuse_if_option(const Verb& verb, const std::u16string& token) {
     // A file, the name of a flag, or another word.
     if (!begins_as_flag(token) && (takes_files(verb) || !takes_flags(verb))) return;
-    const bool may_be_flag = takes_flags(verb) || takes_names_of_flags(verb);
-    if (may_be_flag && kind_of(token.substr(0, token.find(u'='))) != FlagKind::no_flag) return;
+    if (may_have_flags(verb) && kind_of(token.substr(0, token.find(u'='))) != FlagKind::no_flag) return;
     const std::string text = qel::i18n::ustring_to_term(token);
     if (const OwnOption* others = option_of(name_in(text))) {
         throw Misused(spelled(*others) + " works only with " + one_of(verbs_with(*others)));
@@ -51,7 +50,7 @@ void refuse_if_option(const Verb& verb, const std::u16string& token) {
     if (const auto similar = similar_options(verb, token); !similar.empty())
         throw Misused("there is no option '" + text.substr(0, text.find('=')) + "'; did you mean " +
                       one_of({similar.begin(), similar.end()}) + "?");
-    if (!may_be_flag && begins_as_flag(token)) throw Misused("there is no option '" + text + "'");
+    if (!may_have_flags(verb) && begins_as_flag(token)) throw Misused("there is no option '" + text + "'");
 }
 
 /// The option at `at`, which is moved on to its last token.
@@ -60,7 +59,7 @@ void read_option(Call& call, const OwnOption& option, Tokens::const_iterator& at
     const std::string token = qel::i18n::ustring_to_utf8(*at);
     const auto equals = token.find('=');
     std::string& value = call.options.emplace_back(&option, "").second;
-    if (option.value.empty()) {
+    if (option.argument == Argument::none) {
         if (equals != token.npos) throw Misused(spelled(option) + " takes no value");
         return;
     }
@@ -68,14 +67,15 @@ void read_option(Call& call, const OwnOption& option, Tokens::const_iterator& at
         throw Misused(spelled(option) + " needs a value: " + std::string(option.value));
     value = equals != token.npos ? token.substr(equals + 1) : qel::i18n::ustring_to_utf8(*++at);
     const auto words = split(option.value, "|");
-    if (words.size() > 1 && !contains(words, value))
+    if (option.argument == Argument::a_word && !contains(words, value))
         throw Misused(spelled(option) + " is " + one_of(words) + ", not '" + value + "'");
 }
 
 /// Whether it is a flag of the server that only looks like the option: what follows cannot be the option's value.
 bool is_given_back(const Verb& verb, const OwnOption& option, Tokens::const_iterator at,
                    Tokens::const_iterator end) {
-    const bool may_be_flag = takes_flags(verb) && !option.value.empty() && kind_of(*at) != FlagKind::no_flag;
+    const bool may_be_flag =
+        takes_flags(verb) && option.argument != Argument::none && kind_of(*at) != FlagKind::no_flag;
     return may_be_flag && (at + 1 == end || at[1].starts_with(u"--"));
 }
 
@@ -93,14 +93,14 @@ bool names_a_file(const std::u16string& word, bool is_last) {
 void check_words(const Call& call) {
     const std::string_view form = call.verb.arguments;
     if (form.ends_with("...")) return;
-    const auto words = split(form, "|");
     if (form.empty() && !call.words.empty()) throw Misused("unexpected argument: it takes none");
     if (form.starts_with('[') && call.words.size() > 1)
         throw Misused("it takes one " + std::string(form.substr(1, form.size() - 2)) + " at most");
     const auto given = [&](std::string_view word) {
         return call.words == Tokens{{word.begin(), word.end()}};
     };
-    if (words.size() > 1 && std::none_of(words.begin(), words.end(), given))
+    const auto words = split(form, "|");
+    if (call.verb.argument == Argument::a_word && std::none_of(words.begin(), words.end(), given))
         throw Misused("it takes one argument: " + one_of(words));
 }
 

@@ -1,6 +1,7 @@
 // One call of a verb: what it was given, and where it answers.
 #pragma once
 
+#include "own/exit_code.hpp"
 #include "own/option_table.hpp"
 #include "text/tokens.hpp"
 
@@ -48,6 +49,13 @@ private:
                             [&](const auto& one) { return one.first == &option; });
     }
 };
+
+/// The functions of the verbs, each in a file of its name.
+namespace verb {
+using Run = ExitCode(const Call& call);
+Run check, show, fix, convert, diff, exec, preflight, locate, publish, flags, explain, manual, completions,
+    usage, help, version;
+} // namespace verb
 
 /// Takes the verb's own options from `args`. Where it takes the server's flags, the first token that is no own option
 /// is the first of them, unless it can only be an own option that is misspelt or another verb's. Throws Misused.

@@ -13,6 +13,7 @@
 #include "qel/config/report.hpp"
 #include "qel/i18n/convert.hpp"
 
+#include <algorithm>
 #include <cerrno>
 #include <exception>
 #include <ostream>
@@ -21,6 +22,21 @@
 
 namespace orvane {
 namespace {
+
+constexpr struct {
+    std::string_view name;
+    verb::Run* run;
+} runs[] = {
+#define ZEP_RUN(name)                                                                                        \
+    { #name, verb::name }
+    ZEP_RUN(check),   ZEP_RUN(show),        ZEP_RUN(fix),     ZEP_RUN(convert),
+    ZEP_RUN(diff),    ZEP_RUN(preflight),   ZEP_RUN(locate),  ZEP_RUN(exec),
+    ZEP_RUN(publish), ZEP_RUN(flags),       ZEP_RUN(explain), ZEP_RUN(manual),
+    ZEP_RUN(usage),   ZEP_RUN(completions), ZEP_RUN(help),    ZEP_RUN(version),
+#undef ZEP_RUN
+};
+static_assert(std::ranges::equal(verbs, runs, {}, &Verb::name, [](const auto& one) { return one.name; }),
+              "the functions are not those of the table of verbs, in its order");
 
 /// What other programs call the verbs.
 std::u16string verb_meant(const std::u16string& word) {
@@ -55,7 +71,7 @@ ExitCode run_verb(const Tokens& args, std::ostream& out, std::ostream& err, cons
             out << help_text(*verb);
             return ExitCode::done;
         }
-        const ExitCode code = verb->run(call);
+        const ExitCode code = runs[verb - verbs].run(call);
         successor = call.successor;
         return code;
     } catch (const Misused& fault) {
