@@ -1,6 +1,9 @@
 // All that is wrong with a command line, found by fixing each fault and asking again.
 #include "probing/diagnosis.hpp"
 
+#include <algorithm>
+#include <iterator>
+#include <limits>
 #include <unordered_set>
 
 namespace orvane {
@@ -61,13 +64,6 @@ private:
     std::unordered_set<std::u16string> seen_{};
     qel::config::ServerSettings record_{};
 };
-
-std::vector<Token> tokens_in(const CommandLine& line) {
-    std::vector<Token> tokens;
-    for (const Occurrence& occurrence : line)
-        tokens.insert(tokens.end(), occurrence.begin(), occurrence.end());
-    return tokens;
-}
 
 /// The edit in terms of the line as it was given, without what stays the same at both ends.
 Fix fix_of(const Tokens& given, const WorkingLine& line, const Edit& edit) {
@@ -140,42 +136,57 @@ std::vector<Token> with_lost(const CommandLine& line, const std::vector<Token>& 
     return all;
 }
 
+void find_problems(Diagnosis& diagnosis, const Answer& accepted) {
+    std::ignore = qel::config::validate_settings(accepted.settings, diagnosis.problems, diagnosis.involved);
+}
+
+/// Counts how often in a row no less was left after a fault: nothing may keep the tool at one place.
+class Standstill {
+public:
+    int after(std::size_t left) {
+        count_ = left < least_left_ ? 0 : count_ + 1;
+        least_left_ = std::min(least_left_, left);
+        return count_;
+    }
+
+private:
+    int count_ = 0;
+    std::size_t least_left_ = std::numeric_limits<std::size_t>::max();
+};
+
 } // namespace
 
 Diagnosis diagnose(const Tokens& tokens, const Answer& answer, const FindEdit& find_edit) {
     Diagnosis diagnosis;
     if (!answer.code) {
-        std::ignore = qel::config::validate_settings(answer.settings, diagnosis.problems, diagnosis.involved);
+        find_problems(diagnosis, answer);
         return diagnosis;
     }
     WorkingLine line(occurrences_of(tokens));
     std::vector<Token> lost;
     Walker walker;
     Answer last;
-    std::size_t most_left = line.size() + 1; // so much is left after the last fault
-    for (int standstill = 0;;) {
+    Standstill standstill;
+    for (;;) {
         const std::size_t position = next_refused(line, walker, last);
         if (!last.code) break;
         Fault& fault = diagnosis.faults.emplace_back(fault_at(line, position, last));
-        // Nothing may keep the tool at one place: what is refused again and again is left out.
-        standstill = line.size() - position < most_left ? 0 : standstill + 1;
-        most_left = std::min(most_left, line.size() - position);
         constexpr int most_tries = 8;
-        if (position == line.size() && standstill > 1) break;
-        Edit edit = standstill > most_tries ? Edit{position, position + 1, {}, false}
-                                            : find_edit(FaultInLine{fault, line, position});
-        if (edit.proposed) {
+        const int tries = standstill.after(line.size() - position);
+        if (position == line.size() && tries > 1) break;
+        // What is refused again and again is left out.
+        Edit edit = tries > most_tries ? Edit{position, position + 1, {}, false}
+                                       : find_edit(FaultInLine{fault, line, position});
+        if (edit.proposed)
             fault.fix = fix_of(tokens, line, edit);
-        } else {
-            diagnosis.complete = false;
-            for (const Token& token : tokens_in(line.part(edit.begin, edit.end)))
-                lost.push_back(token);
-        }
+        else
+            std::ranges::copy(tokens_in(line.part(edit.begin, edit.end)), std::back_inserter(lost));
+        diagnosis.complete = diagnosis.complete && edit.proposed;
         walker.changed(edit.begin, edit.occurrences.size());
         line.replace(edit.begin, edit.end, std::move(edit.occurrences));
     }
     diagnosis.faults[0].text = answer.text;
-    std::ignore = qel::config::validate_settings(last.settings, diagnosis.problems, diagnosis.involved);
+    find_problems(diagnosis, last);
     diagnosis.fixed = with_lost(line.part(0, line.size()), lost);
     return diagnosis;
 }

@@ -7,8 +7,8 @@ std::vector<Difference> differences(const qel::config::ServerSettings& before,
                                     const qel::config::ServerSettings& after) {
     const auto old_settings = settings_of(before), new_settings = settings_of(after);
     std::vector<Difference> result;
-    for (std::size_t i = 0; i != old_settings.size(); ++i)
-        if (old_settings[i] != new_settings[i]) result.push_back({old_settings[i], new_settings[i]});
+    for (const std::size_t position : differing(old_settings, new_settings))
+        result.push_back({old_settings[position], new_settings[position]});
     return result;
 }
 

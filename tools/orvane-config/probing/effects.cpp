@@ -80,10 +80,6 @@ Condensed condensed(const CommandLine& line) {
     return result;
 }
 
-bool is_earlier(const Occurrence& a, const Occurrence& b) {
-    return a[0].number < b[0].number;
-}
-
 Effects exact_effects(const CommandLine& line, const Answer& accepted, bool with_origins) {
     Effects effects = find_redundant(line, accepted);
     if (with_origins) find_origins(effects, accepted);
@@ -104,7 +100,7 @@ void add_alike(Effects& effects, const std::u16string& flag, const CommandLine& 
     for (auto& [name, origins] : effects.origins) {
         if (std::none_of(origins.begin(), origins.end(), is_same_flag)) continue;
         origins.insert(origins.end(), alike.begin(), alike.end());
-        std::sort(origins.begin(), origins.end(), is_earlier);
+        std::ranges::sort(origins, {}, [](const Occurrence& one) { return one[0].number; });
     }
 }
 
@@ -120,8 +116,7 @@ Effects effects_of(const CommandLine& line, const Answer& accepted, bool with_or
         add_alike(effects, flag, alike);
     for (const std::vector<Redundant>* more : {&std::as_const(before_the_last), &shorter.redundant})
         effects.redundant.insert(effects.redundant.end(), more->begin(), more->end());
-    std::sort(effects.redundant.begin(), effects.redundant.end(),
-              [](const Redundant& a, const Redundant& b) { return is_earlier(a.occurrence, b.occurrence); });
+    std::ranges::sort(effects.redundant, {}, &Redundant::number);
     return effects;
 }
 

@@ -17,6 +17,8 @@ struct Redundant {
     Occurrence occurrence{};
     std::optional<Occurrence> replaced_by{}; ///< without this one it would count
     bool needs_https = false;                ///< with a listener for TLS it would count
+
+    std::size_t number() const { return occurrence[0].number; }
 };
 
 /// What the occurrences of an accepted line do.

@@ -43,6 +43,18 @@ CommandLine occurrences_of(const Tokens& tokens) {
     return line;
 }
 
+CommandLine without(CommandLine line, std::size_t position) {
+    line.erase(line.begin() + static_cast<std::ptrdiff_t>(position));
+    return line;
+}
+
+std::vector<Token> tokens_in(const CommandLine& line) {
+    std::vector<Token> tokens;
+    for (const Occurrence& occurrence : line)
+        tokens.insert(tokens.end(), occurrence.begin(), occurrence.end());
+    return tokens;
+}
+
 Tokens tokens_of(const CommandLine& line) {
     Tokens tokens;
     for (const Occurrence& occurrence : line)

@@ -50,6 +50,10 @@ CommandLine occurrences_of(const Tokens& tokens);
 /// The occurrence with everything it needs: a switch, or a flag with a value.
 Occurrence occurrence_of(std::u16string flag, std::u16string value);
 
+CommandLine without(CommandLine line, std::size_t position);
+
+/// One after the other.
+std::vector<Token> tokens_in(const CommandLine& line);
 Tokens tokens_of(const CommandLine& line);
 
 } // namespace orvane

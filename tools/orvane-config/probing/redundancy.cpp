@@ -1,8 +1,6 @@
 // Which occurrences of an accepted line have no effect, and why.
 #include "probing/redundancy.hpp"
 
-#include "probing/leave_one_out.hpp"
-
 #include "reference/reference.hpp"
 
 #include <algorithm>
@@ -26,12 +24,6 @@ CommandLine with(CommandLine line, std::size_t position, Occurrence occurrence) 
 
 bool limits_what_follows(const Occurrence& occurrence) {
     return has(occurrence, Trait::limits_next);
-}
-
-CommandLine without(const CommandLine& line, std::size_t position) {
-    CommandLine rest = line;
-    rest.erase(rest.begin() + static_cast<std::ptrdiff_t>(position));
-    return rest;
 }
 
 /// Why `occurrence`, which belongs at `position` of the line, has no effect there. Nothing if it has one, or only repeats
@@ -71,6 +63,27 @@ std::optional<Redundant> explained(const CommandLine& line, std::size_t position
     return Redundant{.occurrence = occurrence};
 }
 
+struct Omitted {
+    std::size_t position; ///< in the line without it
+    Occurrence occurrence;
+};
+
+/// Leaves out of the line, one after the other, what does not change the record.
+std::vector<Omitted> omit_from(CommandLine& line, const qel::config::ServerSettings& settings) {
+    std::vector<Omitted> omitted;
+    for (std::size_t i = 0; i != line.size();) {
+        const CommandLine shorter = without(line, i);
+        const Answer answer = ask(shorter);
+        if (answer.code || answer.settings != settings) {
+            ++i;
+            continue;
+        }
+        omitted.push_back({i, line[i]});
+        line = shorter;
+    }
+    return omitted;
+}
+
 } // namespace
 
 CommandLine loosened(const CommandLine& line, std::vector<Redundant>& redundant) {
@@ -88,39 +101,23 @@ CommandLine loosened(const CommandLine& line, std::vector<Redundant>& redundant)
 }
 
 Effects find_redundant(const CommandLine& line, const Answer& accepted) {
+    constexpr std::size_t most_explained = 50; // each costs some parses of the line
     Effects effects;
-    const CommandLine loose = loosened(line, effects.redundant);
-    LeaveOneOut omitting(loose);
-    std::vector<std::size_t> omitted; // positions in the effective line before which they were
-    std::vector<const Occurrence*> occurrences;
-    for (const Occurrence& occurrence : loose) {
-        const Answer answer = omitting.ask_without();
-        if (answer.code || answer.settings != accepted.settings) {
-            effects.effective.push_back(occurrence);
-            omitting.keep();
-        } else {
-            omitted.push_back(effects.effective.size());
-            occurrences.push_back(&occurrence);
-            omitting.omit();
-        }
-    }
+    effects.effective = loosened(line, effects.redundant);
+    const auto omitted = omit_from(effects.effective, accepted.settings);
     // From the end, because what says the default goes back into the line: it decides its setting, and replaces others.
-    std::size_t explaining = 50; // each costs some parses of the line
-    for (std::size_t i = occurrences.size(); i-- != 0;) {
-        std::optional<Redundant> redundant = Redundant{.occurrence = *occurrences[i]};
-        if (explaining != 0) {
-            --explaining;
-            redundant = explained(effects.effective, omitted[i], *occurrences[i],
-                                  accepted.settings.https().has_value());
-        }
+    for (std::size_t left = omitted.size(); left-- != 0;) {
+        const auto& [position, occurrence] = omitted[left];
+        std::optional<Redundant> redundant = Redundant{.occurrence = occurrence};
+        if (omitted.size() - left <= most_explained)
+            redundant =
+                explained(effects.effective, position, occurrence, accepted.settings.https().has_value());
         if (redundant)
             effects.redundant.push_back(std::move(*redundant));
         else
-            effects.effective = with(std::move(effects.effective), omitted[i], *occurrences[i]);
+            effects.effective = with(std::move(effects.effective), position, occurrence);
     }
-    std::sort(effects.redundant.begin(), effects.redundant.end(), [](const Redundant& a, const Redundant& b) {
-        return a.occurrence[0].number < b.occurrence[0].number;
-    });
+    std::ranges::sort(effects.redundant, {}, &Redundant::number);
     return effects;
 }
 

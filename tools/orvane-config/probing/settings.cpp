@@ -147,4 +147,11 @@ std::vector<Setting> settings_of(const ServerSettings& settings) {
     return std::move(gathered.all);
 }
 
+std::set<std::size_t> differing(const std::vector<Setting>& before, const std::vector<Setting>& after) {
+    std::set<std::size_t> positions;
+    for (std::size_t i = 0; i != before.size(); ++i)
+        if (before[i] != after[i]) positions.insert(i);
+    return positions;
+}
+
 } // namespace orvane

@@ -3,6 +3,8 @@
 
 #include "qel/config/server_settings.hpp"
 
+#include <cstddef>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,5 +23,8 @@ struct Setting {
 /// All settings, in declaration order, those that are not set and those of absent listeners and limits too. The names
 /// and their order are the same for every record.
 std::vector<Setting> settings_of(const qel::config::ServerSettings& settings);
+
+/// The positions of those that differ.
+std::set<std::size_t> differing(const std::vector<Setting>& before, const std::vector<Setting>& after);
 
 } // namespace orvane

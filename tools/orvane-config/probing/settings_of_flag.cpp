@@ -1,10 +1,12 @@
 // Which settings a flag is about.
 #include "probing/settings_of_flag.hpp"
 
-#include "probing/effects.hpp"
+#include "probing/origins.hpp"
 #include "text/lists.hpp"
 
 #include "qel/i18n/convert.hpp"
+
+#include <algorithm>
 
 namespace orvane {
 namespace {
@@ -24,13 +26,13 @@ Tokens line_with(const Reference& reference) {
 } // namespace
 
 std::vector<std::string> settings_of_flag(const Reference& reference) {
-    const Tokens line = line_with(reference);
-    const Effects effects = effects_of(occurrences_of(line), ask(line), true);
+    const CommandLine line = occurrences_of(line_with(reference));
+    const auto settings = settings_of(ask(line).settings);
+    const auto is_it = [&](const Occurrence& occurrence) { return occurrence[0].text == reference.wide; };
+    const auto at = std::find_if(line.begin(), line.end(), is_it) - line.begin();
     std::vector<std::string> names;
-    for (const Setting& setting : settings_of({}))
-        if (const auto origins = effects.origins.find(setting.name); origins != effects.origins.end())
-            for (const Occurrence& occurrence : origins->second)
-                if (occurrence[0].text == reference.wide) names.push_back(setting.name);
+    for (const std::size_t position : decided_by(line, static_cast<std::size_t>(at), settings))
+        names.push_back(settings[position].name);
     return names;
 }
 

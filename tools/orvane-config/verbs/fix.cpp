@@ -10,13 +10,6 @@
 namespace orvane {
 namespace {
 
-Tokens texts_of(const std::vector<Token>& tokens) {
-    Tokens texts;
-    for (const Token& token : tokens)
-        texts.push_back(token.text);
-    return texts;
-}
-
 /// The line that was refused, as far as it can be fixed.
 ExitCode fix_refused(const Verdict& verdict, const Call& call) {
     std::ostream& err = call.err;
@@ -28,7 +21,7 @@ ExitCode fix_refused(const Verdict& verdict, const Call& call) {
     if (has_placeholder) err << "orvane-config: replace each <value> before you use this command line\n";
     if (!diagnosis.complete || !diagnosis.problems.empty()) return ExitCode::negative;
     if (has_placeholder) return ExitCode::warned;
-    print_verdict(judge(texts_of(diagnosis.fixed), false, ignored_warnings(call)), err);
+    print_verdict(judge(tokens_of({diagnosis.fixed}), false, ignored_warnings(call)), err);
     return ExitCode::done;
 }
 
@@ -38,10 +31,7 @@ ExitCode verb::fix(const Call& call) {
     const Verdict verdict = judge(input_of(call), false, ignored_warnings(call));
     if (verdict.answer.code) return fix_refused(verdict, call);
     print_verdict(verdict, call.err, wanted_ids(call));
-    std::vector<Token> tokens;
-    for (const Occurrence& occurrence : verdict.line)
-        tokens.insert(tokens.end(), occurrence.begin(), occurrence.end());
-    call.out << shown(tokens) << '\n';
+    call.out << shown(tokens_in(verdict.line)) << '\n';
     return verdict.accepted() ? ExitCode::done : ExitCode::negative;
 }
 
