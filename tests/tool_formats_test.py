@@ -40,6 +40,11 @@ def shell(name):
     return split
 
 
+def cmd(text):
+    Path("x.bat").write_bytes(b"@chcp 65001 >nul\r\n@" + subprocess.list2cmdline(TOOL[-1:]).encode() + b" convert --to nul " + text.replace(b"\n", b"\r\n"))
+    return run("cmd", "/c", "x.bat", program=TOOL[:-1]).stdout.decode().split("\0")[:-1]
+
+
 def systemd(text):
     """The command as systemd says that it has understood it, in its own notation."""
     Path("x.service").write_bytes(b"[Service]\n" + text)
@@ -87,6 +92,12 @@ class Formats(unittest.TestCase):
             self.assertEqual(judge(text), line, name)
             self.assertEqual(run("convert", "--to", "nul", "--from", "-", data=text).stdout, ended(line), name)
 
+    @unittest.skipIf(HERE, "there is no cmd.exe")
+    def test_cmd_reads_what_is_written_for_it(self):
+        line = [word for token in HOSTILE if convert([token], "--to", "cmd")[0] == 0 for word in ("--user-data", token)]
+        self.assertGreater(len(line), 80)
+        self.assertEqual(cmd(convert(line, "--to", "cmd")[1]), line)
+
     def test_what_is_written_is_read_back_however_it_begins(self):
         for line in [["\n--x\n\n[y", "a"], ["$x"], ["ExecStart=a", "b"], ["ExecStart", "=", "b"], ["\ufeffa", "b"], ["'a'"], ["a"], []]:
             for name in ["flags", "sh", "json", "nul"]:
@@ -107,6 +118,10 @@ class Formats(unittest.TestCase):
         self.assertEqual(convert(["--wait"], "--to", "sh", "--program", "a b")[1], b"'a b' --wait\n")
         self.assertEqual(convert(["--http", "it\u2019s 'x'"], "--to", "powershell", "--program", "x")[1].decode(),
                          "& 'x' `\n    --http 'it\u2019\u2019s ''x'''\n")
+        self.assertEqual(convert(["--log-root", "C:\\a b\\", 'q"\\"', "a,b", "x&y", "", "C:\\z\\"], "--to", "cmd", "--program", "C:\\p q.exe")[1],
+                         b'"C:\\p q.exe" --log-root "C:\\a b\\\\" "q\\"\\\\\\"" "a,b" "x&y" "" C:\\z\\\n')
+        for token in ["%PATH%", "!x!", "a\nb", "a\r", '"&x', '"(']:
+            self.assertEqual(convert([token], "--to", "cmd")[:2], (7, b""), token)
         # A lone -- and a line without a program need care, too.
         self.assertEqual(convert(["--x", "\u2018\u201a\u201b", "--"], "--to", "powershell")[1].decode(),
                          "--x `\n    '\u2018\u2018\u201a\u201a\u201b\u201b' `\n    '--'\n")

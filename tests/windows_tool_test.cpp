@@ -77,6 +77,25 @@ int main() {
     expect(text.find("driver = x\xEF\xBF\xBDy") != std::string::npos,
            "a lone surrogate harms no neighbour: " + text);
 
+    // cmd.exe would run a part of a value, and read another value; other programs that read their line get it as it is.
+    std::ofstream(root / "server.cmd") << "@echo STARTED %*\r\n";
+    const auto said = [&](const std::wstring& words) {
+        exit_code(start(tool + words, root / "said"));
+        std::ifstream file(root / "said");
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    const std::wstring batch = L" -- \"" + (root / "server.cmd").wstring() + L"\"";
+    for (const wchar_t* const value : {L"\"C:\\x&echo INJECTED\"", L"%PATH%", L"a^b", L"\"a\\\"b\""}) {
+        const std::string answer = said(L" exec --auto-deploy-root D --log-root " + (value + batch));
+        expect(answer.find("batch file") != answer.npos && answer.find("STARTED") == answer.npos, answer);
+    }
+    const std::string started = said(L" exec --auto-deploy-root D --log-root a,b" + batch);
+    expect(started.find("STARTED \"--auto-deploy-root\" \"D\" \"--log-root\" \"a,b\"") != started.npos,
+           started);
+    const std::string echoed = said(L" publish --auto-deploy-root D --pid-root \"" + root.wstring() +
+                                    L"\" -- cmd.exe /c echo hi there");
+    expect(echoed.find("hi there") != echoed.npos, echoed);
+
     // A new console, which the tool shares; both get the event, and only the tool reacts to it.
     FreeConsole();
     expect(AllocConsole(), "there is a console");

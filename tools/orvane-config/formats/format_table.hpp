@@ -13,7 +13,7 @@ using Write = std::string(const TokenGroups& groups);
 
 IsWrittenSo is_nul, is_systemd, is_json, is_flags, is_lines;
 Read read_flags, read_lines, read_nul, read_sh, read_systemd, read_json;
-Write as_flags, as_lines, as_nul, as_sh, as_systemd, as_json, as_powershell;
+Write as_flags, as_lines, as_nul, as_sh, as_systemd, as_json, as_powershell, as_cmd;
 
 struct LineFormat {
     std::string_view name;
@@ -36,6 +36,7 @@ inline constexpr LineFormat line_formats[] = {
     {"lines",      is_lines,   read_lines,   as_lines,      true,  false, ""},
     {"sh",         nullptr,    read_sh,      as_sh,         true,  false, ""},
     {"powershell", nullptr,    nullptr,      as_powershell, false, false, "& "},
+    {"cmd",        nullptr,    nullptr,      as_cmd,        false, false, ""},
 };
 // clang-format on
 

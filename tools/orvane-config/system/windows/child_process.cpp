@@ -2,6 +2,7 @@
 #include "system/child_process.hpp"
 
 #include "system/windows/handle.hpp"
+#include "text/windows_word.hpp"
 
 #include "qel/i18n/convert.hpp"
 
@@ -23,18 +24,20 @@ BOOL WINAPI on_console_event(DWORD event) {
     return TRUE;
 }
 
-/// One argument as the C runtime's parser reads it back.
-std::wstring as_argument(std::u16string_view token) {
-    std::wstring text = L"\"";
-    std::size_t backslashes = 0;
-    for (const char16_t unit : token) {
-        // Backslashes count double only where a quote follows.
-        if (unit == u'"') text.append(backslashes + 1, L'\\');
-        backslashes = unit == u'\\' ? backslashes + 1 : 0;
-        text += static_cast<wchar_t>(unit);
+/// The line of a command. A batch file gets no word in which cmd.exe would find a variable or another command.
+std::u16string line_of(const Tokens& command) {
+    const bool is_batch = is_batch_file(command[0]);
+    std::u16string line;
+    for (const std::u16string& word : command) {
+        if (is_batch && !is_safe_for_cmd(word))
+            throw NotStarted(qel::i18n::ustring_to_utf8(command[0]),
+                             "it is a batch file, and cmd.exe would not pass this on as it is: " +
+                                 qel::i18n::ustring_to_utf8(word) + "; give the program that it starts",
+                             false);
+        // cmd.exe also separates words at commas and the like.
+        line += (line.empty() ? u"" : u" ") + windows_word(word, is_batch);
     }
-    text.append(backslashes, L'\\');
-    return text + L"\"";
+    return line;
 }
 
 } // namespace
@@ -54,9 +57,8 @@ ChildProcess::ChildProcess(const Tokens& command) : state_(std::make_unique<Stat
     SetConsoleCtrlHandler(on_console_event, TRUE);
     if (command.empty()) return;
 
-    std::wstring line;
-    for (const std::u16string& token : command)
-        line += (line.empty() ? L"" : L" ") + as_argument(token);
+    const std::u16string text = line_of(command);
+    std::wstring line(text.begin(), text.end());
     STARTUPINFOW start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION child{};
