@@ -242,7 +242,8 @@ class Explains(unittest.TestCase):
             subprocess.run([*TOOL, "check", *REQUIRED, "--waist"], stderr=theirs, check=False, env=environment)
             said = os.read(ours, 10000).decode().replace("\r\n", "\n")
             self.assertIn(f"  token 3: --auto-deploy-root D {mark}\n" + " " * 32 + "^~~~~~~\n", said)
-            for typed, shown in [("\033[2J\u009b2J\u202e\n!", "\\u001b[2J\\u009b2J\\u202e\\u000a!"), ("\x7f\t!", "\\u007f\\u0009!")]:
+            for typed, shown in [("\033[2J\u009b2J\u202e\n!", "\\u001b[2J\\u009b2J\\u202e\\u000a!"), ("\x7f\t!", "\\u007f\\u0009!"),
+                                 ("\u061c\u180e\u115f\ufff9\U000e0041\U0001f600", "\\u061c\\u180e\\u115f\\ufff9\\U000e0041\U0001f600")]:
                 subprocess.run([*TOOL, "check", typed], stderr=theirs, check=False, env=environment)
                 said = os.read(ours, 10000).decode()
                 self.assertTrue(said.startswith(f"unrecognized option: {shown}\r\n"), said)

@@ -1,6 +1,7 @@
 // Values whose text shows that something went wrong on the way to the server.
 #include "explaining/meant_flags.hpp"
 #include "explaining/warning_rules.hpp"
+#include "text/invisible.hpp"
 #include "text/quoting.hpp"
 #include "text/spelling.hpp"
 
@@ -74,9 +75,9 @@ std::string end_of_line(const GivenValue& value) {
 }
 
 std::string invisible(const GivenValue& value) {
-    const bool odd = std::any_of(value.text.begin(), value.text.end(),
-                                 [](char16_t c) { return is_invisible(c) && c != u'\t'; });
-    return odd ? "the value contains an invisible character" : "";
+    std::u16string text = value.text;
+    std::erase(text, u'\t');
+    return has_invisible(text) ? "the value contains an invisible character" : "";
 }
 
 std::string blank_at_an_end(const GivenValue& value) {

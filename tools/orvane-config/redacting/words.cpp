@@ -1,6 +1,7 @@
 // Words that stand for others.
 #include "redacting/words.hpp"
 
+#include "text/invisible.hpp"
 #include "text/lists.hpp"
 #include "text/spelling.hpp"
 

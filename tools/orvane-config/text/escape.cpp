@@ -1,7 +1,7 @@
 // Texts from outside, shown where they can do no harm.
 #include "text/escape.hpp"
 
-#include "text/spelling.hpp"
+#include "text/invisible.hpp"
 
 #include "qel/i18n/convert.hpp"
 
@@ -13,20 +13,10 @@ namespace {
 using qel::i18n::ustring_to_utf8, qel::i18n::utf8_to_ustring;
 
 std::string escape_all(std::string_view text) {
-    std::u16string shown;
-    for (const char16_t unit : utf8_to_ustring(std::string(text)))
-        shown += unit == u'\n' || !is_invisible(unit) ? std::u16string(1, unit) : code_of(unit);
-    return ustring_to_utf8(shown);
+    return ustring_to_utf8(with_codes(utf8_to_ustring(std::string(text)), u"\n"));
 }
 
 } // namespace
-
-std::u16string code_of(char16_t unit) {
-    std::u16string code = u"\\u";
-    for (int shift = 12; shift >= 0; shift -= 4)
-        code += u"0123456789abcdef"[unit >> shift & 15];
-    return code;
-}
 
 std::string escape(std::string_view text) {
     std::string shown;

@@ -6,9 +6,6 @@
 
 namespace orvane {
 
-/// The unit as \u and four hexadecimal digits.
-std::u16string code_of(char16_t unit);
-
 /// `text` with every control character as its code, so that it stays in its line and moves no
 /// terminal's cursor.
 std::string escape(std::string_view text);

@@ -1,6 +1,7 @@
 // Mistyped and invisible characters, and texts without them.
 #include "text/spelling.hpp"
 
+#include "text/invisible.hpp"
 #include "text/lists.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -32,10 +33,6 @@ constexpr std::u16string_view similar =
 constexpr std::u16string_view similar_to = u"kmtrunbhtkenyxcwig";
 static_assert(similar.size() == similar_to.size());
 
-bool is_alphanumeric(char16_t c) {
-    const bool other_mark = c < 0xC0 || (c >= 0x2000 && c < 0x2C00) || (c >= 0x3000 && c < 0x3040);
-    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') || !other_mark;
-}
 bool is_upper(char16_t c) {
     return c >= u'A' && c <= u'Z';
 }
@@ -72,13 +69,13 @@ bool is_pair(char16_t first, char16_t last) {
 
 } // namespace
 
-bool is_one_of(char16_t c, std::u16string_view set) {
-    return set.find(c) != set.npos;
+bool is_alphanumeric(char16_t c) {
+    const bool other_mark = c < 0xC0 || (c >= 0x2000 && c < 0x2C00) || (c >= 0x3000 && c < 0x3040);
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') || !other_mark;
 }
 
-bool is_invisible(char16_t c) {
-    return c < 0x20 || (c >= 0x7F && c <= 0xA0) || c == 0xAD || (c >= 0x200B && c <= 0x200F) ||
-           (c >= 0x2028 && c <= 0x202E) || (c >= 0x2060 && c <= 0x2069) || c == 0xFEFF;
+bool is_one_of(char16_t c, std::u16string_view set) {
+    return set.find(c) != set.npos;
 }
 
 std::u16string trimmed(std::u16string_view text, std::u16string_view set) {
@@ -95,11 +92,12 @@ std::u16string visible(std::u16string_view text) {
             i = end;
             continue;
         }
-        const char16_t c = text[i++];
-        if (!is_printable_ascii(c) && is_one_of(c, wide_blanks))
+        const std::size_t hidden = invisible_at(text, i);
+        if (!is_printable_ascii(text[i]) && is_one_of(text[i], wide_blanks))
             seen += u' ';
-        else if (!is_invisible(c))
-            seen += c;
+        else if (hidden == 0)
+            seen += text[i];
+        i += std::max<std::size_t>(hidden, 1);
     }
     return seen;
 }

@@ -15,9 +15,6 @@ inline constexpr std::u16string_view blanks = u" \t\r\n\u00A0\u200B\u200C\u200D\
 
 bool is_one_of(char16_t c, std::u16string_view set);
 
-/// Whether it cannot be seen in a line.
-bool is_invisible(char16_t c);
-
 /// Without characters of the set at both ends.
 std::u16string trimmed(std::u16string_view text, std::u16string_view set);
 
@@ -51,6 +48,9 @@ std::u16string lower(std::u16string text);
 
 /// Whether other programs take it as switching off: "false", "no".
 bool means_off(std::u16string_view text);
+
+/// A letter or digit of any alphabet.
+bool is_alphanumeric(char16_t c);
 
 bool all_digits(std::u16string_view text);
 
