@@ -174,6 +174,8 @@ class Explains(unittest.TestCase):
         self.assertEqual(origins, {"log_root": [3999, 4000], "user_data": [*range(6001, 8001)], "cache_list.list": [*range(8001, 12001)]})
         faults = ask("check", sum([["--colour"], ["--attach-cache", "r@a_b:1"], ["--num-worker", "4"]] * 1500, []))["faults"]
         self.assertEqual((len(faults), faults[-2]["fix"]["tokens"]), (4501, [7499]))
+        # One value of many words is not shown for each of them.
+        self.assertEqual(len(ask("check", [*REQUIRED, "--http", "1", "--cors-allowed-origins", "http://a," * 9000])["warnings"]), 2)
 
     def test_any_line_is_explained_to_its_end(self):
         chance = random.Random(1)

@@ -57,19 +57,21 @@ bool overlap(const Address& one, const Address& other) {
            (one.host.empty() || other.host.empty() || one.host == other.host);
 }
 
-/// Reports each element that the list already has.
+/// Reports each element that the list already has, or only that there is one.
 template <class Key>
 void find_twice(const std::vector<Key>& keys, const AcceptedLine& accepted,
                 const std::set<std::u16string_view>& flags, WarningCollector& warnings) {
     std::vector<const Occurrence*> given;
     for (const Occurrence& one : accepted.line)
         if (flags.contains(one[0].text)) given.push_back(&one);
+    // If a value adds several elements, it is not known which one is repeated.
+    const bool each = keys.size() == given.size();
     std::set<Key> known;
-    for (std::size_t i = 0; i != keys.size(); ++i)
-        // If a value adds several elements, it is not known which one is repeated.
-        if (!known.insert(keys[i]).second && !given.empty())
-            warnings.about_value(keys.size() == given.size() ? given[i] : given.back(),
-                                 ": this is already in the list");
+    for (std::size_t i = 0; i != keys.size(); ++i) {
+        if (known.insert(keys[i]).second || given.empty()) continue;
+        warnings.about_value(each ? given[i] : given.back(), ": this is already in the list");
+        if (!each) return;
+    }
 }
 
 } // namespace

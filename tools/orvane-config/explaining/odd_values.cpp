@@ -148,6 +148,7 @@ std::string origin(const GivenValue& value) {
         const std::size_t scheme = one.find(u"://");
         if (scheme == one.npos || scheme == 0)
             return shown(one) + " has no scheme; write https://" + ustring_to_utf8(one);
+        if (one.find(u';') != one.npos) return "separate the origins with commas, not semicolons";
         if (one.find(u'/', scheme + 3) != one.npos)
             return shown(one) + " has a path or a slash at its end, which no browser sends";
     }
@@ -178,7 +179,7 @@ void raised(const AcceptedLine& accepted, WarningCollector& warnings) {
 }
 
 void small_size(const AcceptedLine& accepted, WarningCollector& warnings) {
-    // A threshold may be small; the other flag has a rule of its own.
+    // A threshold may be small; each of the other flags has its own rule.
     constexpr std::u16string_view others[] = {flag::http_linger_threshold, flag::log_rotation_size};
     for (const Reference& one : references()) {
         const Occurrence* const given = one.form == Form::size ? accepted.last(one.wide) : nullptr;
