@@ -2,6 +2,7 @@
 #include "explaining/advice.hpp"
 
 #include "explaining/rules.hpp"
+#include "explaining/same_meaning.hpp"
 #include "probing/occurrence_text.hpp"
 
 #include "qel/config/error_code.hpp"
@@ -86,8 +87,15 @@ bool helps(const FaultInLine& fault, const Edit& edit) {
 Advice advise(const FaultInLine& fault) {
     if (fault.at == fault.line.size()) return missing_flag(fault);
     const bool unknown = fault.fault.code == qel::config::error_code::unrecognized_flag();
-    for (Rule* const rule : unknown ? std::span<Rule* const>(unknown_tokens) : refused_values)
-        if (auto advice = rule(fault); advice && helps(fault, advice->edit)) return *advice;
+    for (Rule* const rule : unknown ? std::span<Rule* const>(unknown_tokens) : refused_values) {
+        auto advice = rule(fault);
+        if (!advice || !helps(fault, advice->edit)) continue;
+        // For a refused value, a later rule may say why.
+        if (!unknown && !means_the_same(fault, advice->edit)) continue;
+        ask_for_the_others(fault, *advice);
+        name_what_is_left_out(fault, *advice);
+        return *advice;
+    }
     return skip(fault, fault.at, fault.at + 1, "the server does not take " + shown(fault.occurrence()));
 }
 

@@ -1,7 +1,9 @@
 // Rules about tokens that were meant as flags.
+#include "explaining/flag_like.hpp"
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
 #include "text/lists.hpp"
+#include "text/quoting.hpp"
 #include "text/spelling.hpp"
 
 #include <algorithm>
@@ -34,6 +36,22 @@ std::string misspelling(std::u16string_view token, const Reference& flag) {
     return "flags are written with a hyphen between words: " + meant;
 }
 
+/// In a text from source code, which breaks lines with \n.
+std::u16string with_blanks(std::u16string text) {
+    for (std::size_t at = 0; (at = text.find(u"\\n--", at)) != text.npos;)
+        text.replace(at, 2, u" ");
+    return text;
+}
+
+/// Takes what continues a line from the end of the text.
+std::u16string take_marks(std::u16string& text) {
+    const std::size_t at = text.find_last_of(blanks);
+    if (at == text.npos || !is_mark(text.substr(at + 1))) return {};
+    const std::u16string mark = text.substr(at + 1);
+    text = trimmed(text.substr(0, at), blanks);
+    return mark;
+}
+
 bool holds_a_flag(std::u16string_view text) {
     const auto words = split_words(text, u" ");
     return std::any_of(words.begin(), words.end(), is_meant_as_flag);
@@ -53,7 +71,10 @@ Advice switch_with_value(const FaultInLine& fault, const Reference& meant, std::
     if (means_off(value))
         return remove(fault, fault.at, fault.at + 1,
                       flag + " takes no value; to switch it off, leave it out");
-    Advice advice{{flag + " takes no value"}, {}, {}};
+    Advice advice{{flag + " takes no value" +
+                   (value.empty() ? "" : ": leave " + shown(std::u16string(value)) + " out")},
+                  {},
+                  {}};
     advice.edit = edit_of(fault, fault.at, fault.at + 1, {{std::u16string(meant.wide), fault.number()}});
     return advice;
 }
@@ -100,12 +121,15 @@ const Reference& likeliest(const FaultInLine& fault, const std::vector<const Ref
 
 } // namespace
 
-Advice with_value_behind(const FaultInLine& fault, const Reference& meant, char16_t separator,
-                         std::u16string_view rest, std::vector<std::string> sentences) {
+Advice with_value_after(const FaultInLine& fault, const Reference& meant, char16_t separator,
+                        std::u16string_view rest, std::vector<std::string> sentences) {
     const Token flag{std::u16string(meant.wide), fault.number()};
     const bool blank = is_one_of(separator, blanks);
-    const std::u16string value =
-        clean_value(meant, blank ? trimmed(rest, u" =\t\u00A0") : std::u16string(rest));
+    std::u16string given(rest);
+    if (blank) given = with_blanks(trimmed(rest, u" =\t\r\n\u00A0"));
+    if (const std::u16string mark = blank ? take_marks(given) : u""; !mark.empty())
+        sentences.push_back(shown(mark) + " from the end of a line was passed to the server: leave it out");
+    const std::u16string value = clean_value(meant, given);
     Advice advice;
     if (blank && holds_a_flag(value)) {
         advice = several_words(fault, meant, value);
@@ -148,7 +172,7 @@ std::optional<Advice> misspelt(const FaultInLine& fault) {
     if (meant == nullptr) return std::nullopt;
     std::vector<std::string> sentences;
     if (meant->wide != name) sentences.push_back(misspelling(name, *meant));
-    Advice advice = with_value_behind(fault, *meant, separator, rest, std::move(sentences));
+    Advice advice = with_value_after(fault, *meant, separator, rest, std::move(sentences));
     advice.suggestions = {std::u16string(meant->wide)};
     return advice;
 }
@@ -181,7 +205,7 @@ std::optional<Advice> similar_name(const FaultInLine& fault) {
     const Reference& meant = likeliest(fault, flags);
     Advice advice;
     if (separator != 0)
-        advice = with_value_behind(fault, meant, separator, rest, {sentence + "?"});
+        advice = with_value_after(fault, meant, separator, rest, {sentence + "?"});
     else
         advice = with_clean_follower(fault, meant, sentence + "?");
     for (const Reference* flag : flags)

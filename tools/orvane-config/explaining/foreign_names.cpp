@@ -1,4 +1,5 @@
 // Rules about names that other servers have for a setting, or for its reverse.
+#include "explaining/flag_like.hpp"
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
 #include "text/spelling.hpp"
@@ -38,19 +39,78 @@ constexpr Convert* conversions[] = {
 };
 
 /// The value that another server's flag has, as this server's flag wants it.
-std::vector<Token> translated(const FaultInLine& fault, const Synonym& synonym, const std::u16string& given) {
+std::vector<Token> translated(const FaultInLine& fault, const Synonym& synonym, const std::u16string& given,
+                              std::size_t number) {
     const Token flag{std::u16string(synonym.reference->wide), fault.number()};
     if (!synonym.value.empty()) return {flag, {utf8_to_ustring(synonym.value), fault.number()}};
     if (synonym.reference->is_switch()) return {flag};
     const std::u16string value = conversions[place_of(synonym.kind)](given);
     if (value.empty()) return with_placeholder({flag});
     // The server would take a number with a unit, and read it as hours.
-    if (value == given && synonym.kind != Form::seconds && takes(flag, value))
-        return {flag, {value, fault.number()}};
+    if (synonym.kind != Form::seconds && takes(flag, value)) return {flag, {value, number}};
     for (const Reading& reading : readings(*synonym.reference, value))
         if (takes(flag, reading.value))
-            return {flag, {reading.value, fault.number(), reading.sample.empty() ? u"" : reading.value}};
-    return {flag, {value, fault.number()}};
+            return {flag, {reading.value, number, reading.sample.empty() ? u"" : reading.value}};
+    if (synonym.kind == Form::seconds) return with_placeholder({flag});
+    return {flag, {value, number}};
+}
+
+/// Another server's flag in the line, with its value.
+struct ForeignFlag {
+    Synonym synonym;
+    std::u16string value{};
+    std::size_t number;        ///< of the token that has the value
+    std::size_t end;           ///< of both
+    std::size_t end_of_strays; ///< of what follows, too
+};
+
+std::optional<ForeignFlag> foreign_at(const WorkingLine& line, std::size_t at) {
+    const std::u16string& token = line[at][0].text;
+    if (!is_flag_like(token)) return std::nullopt;
+    const auto [name, separator, rest] = split_token(token);
+    std::u16string words = normalized(name);
+    // "-p8080"
+    const bool attached = words.size() > 1 && all_digits(words.substr(1));
+    const std::u16string number = attached ? words.substr(1) : u"";
+    if (attached) words.resize(1);
+    const auto synonym = synonym_of(ustring_to_utf8(words));
+    if (!synonym) return std::nullopt;
+    ForeignFlag found{*synonym, separator != 0 ? bare(rest) : number, line[at][0].number, at + 1,
+                      end_of_strays(line, at + 1)};
+    const bool has_own =
+        synonym->reference != nullptr && (synonym->reference->is_switch() || !synonym->value.empty());
+    if (separator != 0 || attached || has_own || found.end_of_strays == at + 1) return found;
+    found.value = line[at + 1][0].text;
+    found.number = line[at + 1][0].number;
+    ++found.end;
+    return found;
+}
+
+constexpr auto said_of_flag = "this server's flag for that is ";
+
+Advice with_suggestion(Advice advice, const Synonym& synonym) {
+    advice.suggestions = {std::u16string(synonym.reference->wide)};
+    return advice;
+}
+
+/// "--host H --port P" is one address here.
+std::optional<Advice> host_and_port(const FaultInLine& fault, const ForeignFlag& one) {
+    if (one.end == fault.line.size()) return std::nullopt;
+    const auto other = foreign_at(fault.line, one.end);
+    if (!other || other->synonym.reference != one.synonym.reference) return std::nullopt;
+    const bool host_first = one.synonym.kind == Form::host;
+    const ForeignFlag &host = host_first ? one : *other, &port = host_first ? *other : one;
+    const Token flag{std::u16string(one.synonym.reference->wide), fault.number()};
+    if (host.synonym.kind != Form::host || !all_digits(port.value)) return std::nullopt;
+    const std::u16string address = host.value + u":" + port.value;
+    Readings all = readings(*one.synonym.reference, address);
+    all.insert(all.begin(), {address, ""});
+    for (const Reading& reading : all)
+        if (takes(flag, reading.value))
+            return with_suggestion(
+                replace(fault, fault.at, other->end, {flag, {reading.value, fault.number()}}, said_of_flag),
+                one.synonym);
+    return std::nullopt;
 }
 
 } // namespace
@@ -79,28 +139,14 @@ std::optional<Advice> other_polarity(const FaultInLine& fault) {
 }
 
 std::optional<Advice> foreign_name(const FaultInLine& fault) {
-    if (!is_flag_like(fault.token())) return std::nullopt;
-    const auto [name, separator, rest] = split_token(fault.token());
-    std::u16string words = normalized(name);
-    // "-p8080"
-    const bool attached = words.size() > 1 && all_digits(words.substr(1));
-    const std::u16string number = attached ? words.substr(1) : u"";
-    if (attached) words.resize(1);
-    const auto synonym = synonym_of(ustring_to_utf8(words));
-    if (!synonym) return std::nullopt;
-    const std::size_t strays = end_of_strays(fault.line, fault.at + 1);
-    const bool takes_next = separator == 0 && !attached && strays != fault.at + 1;
-    const std::u16string value = separator != 0 ? bare(rest)
-                                 : attached     ? number
-                                 : takes_next   ? fault.line[fault.at + 1][0].text
-                                                : u"";
-    if (synonym->reference == nullptr) return skip(fault, fault.at, strays, synonym->advice);
-    const bool has_own = synonym->reference->is_switch() || !synonym->value.empty();
-    const std::size_t end = fault.at + (takes_next && !has_own ? 2 : 1);
-    Advice advice =
-        replace(fault, fault.at, end, translated(fault, *synonym, value), "this server's flag for that is ");
-    advice.suggestions = {std::u16string(synonym->reference->wide)};
-    return advice;
+    const auto given = foreign_at(fault.line, fault.at);
+    if (!given) return std::nullopt;
+    const Synonym& synonym = given->synonym;
+    if (synonym.reference == nullptr) return skip(fault, fault.at, given->end_of_strays, synonym.advice);
+    if (auto advice = host_and_port(fault, *given)) return advice;
+    return with_suggestion(replace(fault, fault.at, given->end,
+                                   translated(fault, synonym, given->value, given->number), said_of_flag),
+                           synonym);
 }
 
 } // namespace orvane

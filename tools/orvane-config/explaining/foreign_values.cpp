@@ -11,33 +11,34 @@ namespace {
 
 using qel::i18n::utf8_to_ustring;
 
+/// Whether it can be a host: a name that is not a port's, or an address.
+bool may_be_host(std::u16string_view text) {
+    constexpr std::u16string_view name = u"0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ.-_";
+    return !text.empty() && text.find_first_not_of(name) == text.npos && !is_service(text) &&
+           (is_ipv4(text) || text[0] > u'9');
+}
+
 /// http://host:port/, host port, only a host.
 Readings addresses(const std::u16string& value, const Reference& reference) {
-    const std::u16string sample = utf8_to_ustring(reference.sample());
+    const std::u16string sample = utf8_to_ustring(reference.sample()), whole = folded(value);
     const std::u16string port = sample.substr(sample.find_last_of(u':') + 1);
-    std::u16string text = folded(value);
-    Readings found;
-    const std::size_t scheme = text.find(u"://");
-    if (scheme != text.npos) text.erase(0, scheme + 3);
+    const std::size_t scheme = whole.find(u"://");
+    const Reference* const other = reference_of(u"--" + lower(whole.substr(0, scheme)));
+    if (other != nullptr && other != &reference) return {};
+    std::u16string text = whole.substr(scheme == whole.npos ? 0 : scheme + 3);
     text.resize(std::min(text.find(u'/'), text.size()));
-    constexpr auto bare_address = "write only host and port, without a scheme or a path";
-    if (scheme != value.npos || text != folded(value)) found.push_back({text, bare_address});
-    const std::size_t gap = text.find_first_of(u" ,;");
-    if (gap != text.npos) {
-        const std::u16string rest = trimmed(text.substr(gap + 1), u" :");
+    Readings found;
+    if (text != whole) found.push_back({text, "write only host and port, without a scheme or a path"});
+    const auto words = split_words(text, u" ,;");
+    if (words.size() == 2 && all_digits(trimmed(words[1], u":")) && !all_digits(words[0]))
         found.push_back(
-            {trimmed(text.substr(0, gap), u" :") + u":" + rest, "a colon separates host and port"});
-    }
+            {trimmed(words[0], u":") + u":" + trimmed(words[1], u":"), "a colon separates host and port"});
     const std::size_t colon = text.find(u':');
     if (colon != text.npos && all_digits(text.substr(0, colon)) && colon == text.rfind(u':'))
         found.push_back(
             {text.substr(colon + 1) + u":" + text.substr(0, colon), "the host goes before the port"});
-    const bool host = !text.empty() &&
-                      text.find_first_not_of(
-                          u"0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ.-_") == text.npos;
-    if (host && !all_digits(text))
-        found.push_back({text + u":" + port, "the port is missing, for example", port});
-    if (text.ends_with(u":")) found.push_back({text + port, "the port is missing, for example", port});
+    if (whole.ends_with(u":")) text = trimmed(text, u":");
+    if (may_be_host(text)) found.push_back({text + u":" + port, "the port is missing, for example", port});
     return found;
 }
 
@@ -121,9 +122,9 @@ constexpr std::u16string_view other_words[][2] = {
     {u"information", u" notice informational normal default "},
     {u"debug", u" verbose fine dbg "},
     {u"trace", u" all finest finer silly everything "},
-    {u"verify-peer-require-peer-cert", u" required require on yes true 1 mutual mtls verify peer force "
+    {u"verify-peer-require-peer-cert", u" required require on yes true mutual mtls verify peer force "
                                        u"always enabled verify-peer require-and-verify "},
-    {u"no-verify-peer", u" none off no false 0 never disabled no-verify "},
+    {u"no-verify-peer", u" none off no false never disabled no-verify "},
     {u"purge_responses", u" purge drop discard delete remove evict "},
     {u"archive_responses", u" archive save store move disk "},
 };

@@ -1,4 +1,5 @@
 // Rules about tokens that were meant as values, but are not where a value belongs.
+#include "explaining/flag_like.hpp"
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
 #include "text/lists.hpp"
@@ -33,22 +34,32 @@ bool may_belong_to_a_path(std::u16string_view token) {
            flag_spelled(token) == nullptr;
 }
 
-/// The parts of an address, put together.
+/// The parts of an address, put together. Nothing follows one that has its port.
 std::optional<Advice> separated_address(const FaultInLine& fault, std::size_t position, std::size_t end) {
     Occurrence joined = fault.line[position];
-    if (all_digits(joined[1].text)) return std::nullopt;
-    for (std::size_t i = position + 1; i != end; ++i) {
-        const std::u16string& text = fault.line[i][0].text;
+    std::size_t next = position + 1;
+    if (takes(joined)) return std::nullopt;
+    while (next != end && !takes(joined)) {
+        const std::u16string& text = fault.line[next++][0].text;
         const bool joins = is_one_of(joined[1].text.back(), u"@:") || is_one_of(text[0], u"@:");
         joined[1].text += (joins ? u"" : u":") + text;
     }
     if (!takes(joined)) return std::nullopt;
-    return replace(fault, position, end, joined, "pass the address as one argument: ");
+    return replace(fault, position, next, joined, "pass the address as one argument: ");
 }
 
-/// The end of the tokens that may belong to a path.
+/// The end of the tokens that belong to a path: directories go on in the last one.
 std::size_t end_of_path(const FaultInLine& fault, std::size_t from, std::size_t end) {
+    std::size_t last = from;
     while (from != end && may_belong_to_a_path(fault.line[from][0].text))
+        if (fault.line[from++][0].text.find_first_of(u"/\\") != std::u16string::npos) last = from;
+    return last;
+}
+
+/// The end of the tokens that may belong to a value other than a path: a command's options, but no flags.
+std::size_t end_of_words(const FaultInLine& fault, std::size_t from) {
+    const std::size_t end = end_of_strays(fault.line, from, true);
+    while (from != end && !folded(fault.line[from][0].text).starts_with(u"--"))
         ++from;
     return from;
 }
@@ -65,11 +76,11 @@ std::optional<Advice> joined_value(const FaultInLine& fault, std::size_t positio
     if (!has_value(&start) || start[1].text.empty() || !start[1].sample.empty() ||
         is_meant_as_flag(start[1].text))
         return std::nullopt;
-    // A command may be followed by its options, a directory may not.
     const Reference& reference = reference_of(start);
-    std::size_t end = end_of_strays(fault.line, position + 1, !reference.holds(Holds::path));
-    if (reference.holds(Holds::path) && is_one_of(start[1].text.back(), u"=\\\"'")) return std::nullopt;
-    if (reference.holds(Holds::path)) end = end_of_path(fault, position + 1, end);
+    const bool path = reference.holds(Holds::path);
+    if (path && is_one_of(start[1].text.back(), u"=\\\"'")) return std::nullopt;
+    const std::size_t end = path ? end_of_path(fault, position + 1, end_of_strays(fault.line, position + 1))
+                                 : end_of_words(fault, position + 1);
     if (end == position + 1) return std::nullopt;
     if (reference.holds(Holds::port)) return separated_address(fault, position, end);
 
@@ -194,9 +205,13 @@ std::optional<Advice> switch_value(const FaultInLine& fault) {
 }
 
 std::optional<Advice> surplus(const FaultInLine& fault) {
-    return skip(fault, fault.at, end_of_strays(fault.line, fault.at + 1),
-                fault.at == 0 ? "unexpected argument: it is not a flag"
-                              : "unexpected argument: the flag before it already has its value");
+    std::string sentence = "unexpected argument: it is not a flag";
+    if (const Occurrence* const before = fault.before())
+        sentence = "unexpected argument: the flag before it already has its value" +
+                   std::string(has_value(before) && reference_of(*before).holds(Holds::path)
+                                   ? "; if it belongs to the path, quote them together"
+                                   : "");
+    return skip(fault, fault.at, end_of_strays(fault.line, fault.at + 1), std::move(sentence));
 }
 
 } // namespace orvane

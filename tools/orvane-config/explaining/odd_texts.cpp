@@ -1,5 +1,5 @@
 // Values whose text shows that something went wrong on the way to the server.
-#include "explaining/meant_flags.hpp"
+#include "explaining/flag_like.hpp"
 #include "explaining/warning_rules.hpp"
 #include "text/invisible.hpp"
 #include "text/quoting.hpp"

@@ -1,4 +1,5 @@
 // Rules about tokens that come from a shell, a document or a file, and were never meant for the server.
+#include "explaining/flag_like.hpp"
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
 #include "own/option_table.hpp"

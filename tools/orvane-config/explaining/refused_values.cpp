@@ -1,4 +1,5 @@
 // Rules about values that their flag does not take.
+#include "explaining/flag_like.hpp"
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
 #include "probing/occurrence_text.hpp"
@@ -25,10 +26,10 @@ const Reference& flag_of(const FaultInLine& fault) {
 
 /// Proposes another value, if the library takes it.
 std::optional<Advice> better(const FaultInLine& fault, const std::u16string& text,
-                             const std::string& sentence, const char* behind = "") {
+                             const std::string& sentence, const char* ending = "") {
     if (text == value_of(fault).text || !takes(fault.occurrence()[0], text)) return std::nullopt;
     return replace(fault, fault.at, fault.at + 1, {fault.occurrence()[0], {text, value_of(fault).number}},
-                   sentence, behind);
+                   sentence, ending);
 }
 
 /// The token that follows, if it may be the value.
@@ -78,7 +79,31 @@ std::string too_large(const Reference& reference, std::u16string_view value) {
         .append(largest);
 }
 
+/// What is in the place of the port; empty if that cannot be said.
+std::string why_no_port(const std::u16string& value) {
+    const std::u16string text = bare(folded(value.substr(0, 1000)));
+    const std::u16string port = text.substr(text.find_last_of(u":@") + 1);
+    if (is_service(port)) return shown(port) + " is the name of a service: write the number of its port";
+    if (text.starts_with(u"/") || text.starts_with(u"unix:"))
+        return "the server listens on a port, not on the file of a socket";
+    const std::size_t scheme = text.find(u"://");
+    if (scheme != text.npos && text.find_first_of(u",;") != text.npos) return "write one address only";
+    if (scheme != text.npos && reference_of(u"--" + text.substr(0, scheme)) != nullptr)
+        return "the flag for " + shown(text.substr(0, scheme + 3)) + " is " +
+               shown(u"--" + text.substr(0, scheme));
+    const std::size_t odd = port.find_first_not_of(u"0123456789");
+    if (odd == 0 || odd == port.npos) return {};
+    return shown(port) + " is not a port: it contains the " +
+           (is_alphanumeric(port[odd]) ? "letter " : "character ") + shown(port.substr(odd, 1));
+}
+
 } // namespace
+
+bool is_service(std::u16string_view name) {
+    constexpr std::u16string_view names[] = {u"http", u"https",    u"http-alt", u"https-alt",
+                                             u"www",  u"webcache", u"redis"};
+    return contains(names, lower(std::u16string(name)));
+}
 
 std::optional<Advice> missing_value(const FaultInLine& fault) {
     if (fault.occurrence().size() != 1) return std::nullopt;
@@ -220,11 +245,7 @@ std::optional<Advice> in_the_way(const FaultInLine& fault) {
 
 std::optional<Advice> out_of_range(const FaultInLine& fault) {
     if (fault.fault.code != qel::config::error_code::out_of_range()) return std::nullopt;
-    const Reference& flag = flag_of(fault);
-    const std::string what = std::string(flag.flag) + ": " + flag.meaning();
-    if (!flag.largest.empty())
-        if (auto advice = better(fault, qel::i18n::utf8_to_ustring(flag.largest), what + ": ")) return advice;
-    return by_example(fault, what);
+    return by_example(fault, std::string(flag_of(fault).flag) + ": " + flag_of(fault).meaning());
 }
 
 std::optional<Advice> wrong_form(const FaultInLine& fault) {
@@ -233,6 +254,8 @@ std::optional<Advice> wrong_form(const FaultInLine& fault) {
     const std::u16string& value = value_of(fault).text;
     if (const std::string most = too_large(reference, value); !most.empty())
         return by_example(fault, flag + ": the number is too large; " + most);
+    if (const std::string reason = reference.holds(Holds::port) ? why_no_port(value) : ""; !reason.empty())
+        return by_example(fault, flag + ": " + reason);
     const std::string why = value.empty() ? "the value is empty: was a variable not set? T" : "t";
     return by_example(fault, why + "he form is " + form + ", for example: " + reference.example());
 }

@@ -1,7 +1,7 @@
 // What to put in the place of a fault, and how to say it.
 #include "explaining/replacement.hpp"
 
-#include "explaining/meant_flags.hpp"
+#include "explaining/flag_like.hpp"
 #include "explaining/rules.hpp"
 #include "probing/occurrence_text.hpp"
 #include "text/spelling.hpp"

@@ -4,6 +4,8 @@
 
 #include "explaining/replacement.hpp"
 
+#include <cstdint>
+
 namespace orvane {
 
 using Rule = std::optional<Advice>(const FaultInLine& fault);
@@ -35,11 +37,16 @@ using Readings = std::vector<Reading>;
 Readings readings(const Reference& reference, const std::u16string& value);
 
 /// The same for amounts of time and of memory, and for numbers (foreign_quantities.cpp).
+using Amount = std::uint64_t; ///< microseconds, bytes, or a number
+std::optional<Amount> amount_of(const std::u16string& value, Form form);
 using ReadForeign = Readings(const std::u16string& value, const Reference& reference);
 ReadForeign durations, sizes, numbers;
 
 /// Whether it is one of their units, in lower case.
 bool is_unit(const std::u16string& word);
+
+/// Whether it is the name of a service, as systems list them with their ports.
+bool is_service(std::u16string_view name);
 
 /// Whether the value of the occurrence at `position` goes on in the tokens that follow it.
 std::optional<Advice> joined_value(const FaultInLine& fault, std::size_t position);
@@ -51,7 +58,7 @@ bool is_for_a_shell(std::u16string_view token);
 bool is_mark(std::u16string_view value);
 
 /// For "--http=9910", whose name is that of a flag, or means one.
-Advice with_value_behind(const FaultInLine& fault, const Reference& meant, char16_t separator,
-                         std::u16string_view rest, std::vector<std::string> sentences);
+Advice with_value_after(const FaultInLine& fault, const Reference& meant, char16_t separator,
+                        std::u16string_view rest, std::vector<std::string> sentences);
 
 } // namespace orvane

@@ -1,6 +1,7 @@
 // Values without what they tell about their owner.
 #include "redacting/values.hpp"
 
+#include "explaining/flag_like.hpp"
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
 #include "own/option_table.hpp"

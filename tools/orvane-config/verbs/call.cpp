@@ -1,13 +1,16 @@
 // How the tool's own options are read.
 #include "verbs/call.hpp"
 
-#include "explaining/meant_flags.hpp"
+#include "explaining/flag_like.hpp"
 #include "probing/probing.hpp"
+#include "reference/reference.hpp"
 #include "system/entry.hpp"
 #include "text/lists.hpp"
 #include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
+
+#include <algorithm>
 
 namespace orvane {
 namespace {

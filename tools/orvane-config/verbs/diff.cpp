@@ -1,5 +1,5 @@
 // The verb `diff`: what the server would do differently.
-#include "explaining/meant_flags.hpp"
+#include "explaining/flag_like.hpp"
 #include "printing/json.hpp"
 #include "printing/settings_text.hpp"
 #include "printing/verdict_text.hpp"

@@ -1,6 +1,7 @@
 // Where the server's flags come from.
 #include "verbs/input.hpp"
 
+#include "explaining/flag_like.hpp"
 #include "explaining/meant_flags.hpp"
 #include "formats/content.hpp"
 #include "formats/format_table.hpp"

@@ -1,7 +1,7 @@
 // Choice of the verb, and what every verb has in common.
 #include "verbs/tool.hpp"
 
-#include "explaining/meant_flags.hpp"
+#include "explaining/flag_like.hpp"
 #include "manuals/help.hpp"
 #include "system/become.hpp"
 #include "system/terminal.hpp"
