@@ -174,9 +174,12 @@ class Reference(unittest.TestCase):
         page = pages["files"]
         self.assertEqual(list(page), ["NAME", "DESCRIPTION", "FILES", "STATES", "EXAMPLES", "SEE ALSO"])
         states = json.loads((tool_schemas.SCHEMAS / "locate.json").read_text())["properties"]["state"]["enum"]
-        for section, names in [("FILES", ["PID_ROOT/main.pid", *(f"ENDPOINT_ROOT/{one}" for one in ["control", "http", "https"])]), ("STATES", states)]:
-            for name in names:
-                self.assertRegex(page[section], rf"\b{name} [A-Z]\w+( [^ ]+){{4}}")
+        meant = {"FILES": ["PID_ROOT/main.pid|process ID", "ENDPOINT_ROOT/control|control", "ENDPOINT_ROOT/http|HTTP listener", "ENDPOINT_ROOT/https|HTTPS"],
+                 "STATES": map("|".join, zip(states, ["process in", "no pid", "no such", "still empty", "started after", "not what", "may not read"], strict=True)),
+                 "ENVIRONMENT": ["PATH|programs", "SSL_CERT_FILE, SSL_CERT_DIR|certificates", "NO_COLOR|not empty", "TERM|dumb"]}
+        for section, entries in meant.items():
+            for name, word in (entry.split("|") for entry in entries):
+                self.assertRegex((page | {"ENVIRONMENT": pages["tool"]["ENVIRONMENT"]})[section], rf"\b{name} \w[^.]*\b{word}\b")
         self.assertRegex(page["FILES"], r" No file ends with a newline\.( [^ ]+){20}")
 
     def test_the_schemas_describe_every_member_and_the_page_names_them(self):
