@@ -155,7 +155,9 @@ class Reference(unittest.TestCase):
         self.assertEqual(page["VERBS"].lower(), flat(" ".join(
             one["usage"].removeprefix("orvane-config").replace(" [OPTIONS]", "") + " " + one["meaning"] for one in verbs.values())).lower())
         self.assertTrue(all(one["meaning"][0].isupper() for one in verbs.values()))
-        listed = re.findall(r"^  (\w+) +\w", re.search(r"Groups\n((  .*\n)+)", run("help", "preflight")[1])[1], re.M)
+        groups = re.search(r"Groups\n((  .*\n)+)", run("help", "preflight")[1])[1]
+        self.assertTrue(page["GROUPS"].endswith(flat(groups)), page["GROUPS"])
+        listed = re.findall(r"^  (\w+) +\w", groups, re.M)
         self.assertEqual(", ".join(listed), re.search("the groups are (.*)", run("preflight", "--only", "x", *REQUIRED)[2])[1])
         flagged = [name for name, one in verbs.items() if one["where"]]
         for section, entries, between in [("OPTIONS", "options", " "), ("EXIT STATUS", "codes", " ")]:
@@ -167,7 +169,7 @@ class Reference(unittest.TestCase):
                 self.assertIn(part, left)
                 left = left.replace(part, "", 1)
             self.assertEqual(flat(left), verbs["check"]["where"] if entries == "options" else f"{verbs['publish']['end']} {verbs['exec']['end']}")
-        self.assertEqual(list(page), ["NAME", "SYNOPSIS", "DESCRIPTION", "VERBS", "OPTIONS", "EXIT STATUS", "FILES", "ENVIRONMENT", "EXAMPLES",
+        self.assertEqual(list(page), ["NAME", "SYNOPSIS", "DESCRIPTION", "VERBS", "OPTIONS", "GROUPS", "EXIT STATUS", "FILES", "ENVIRONMENT", "EXAMPLES",
                                       "DIAGNOSTICS", "SEE ALSO"])
         self.assertEqual(page["DESCRIPTION"].split(" FLAGS are")[0], flat(run("help")[1].split("\n\n")[1]))
 

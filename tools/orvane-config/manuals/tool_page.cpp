@@ -2,6 +2,7 @@
 #include "explaining/kinds.hpp"
 #include "manuals/help.hpp"
 #include "manuals/pages.hpp"
+#include "preflight/groups.hpp"
 #include "printing/roff.hpp"
 #include "reference/reference.hpp"
 
@@ -78,6 +79,13 @@ void write_options(std::ostream& out) {
               out);
 }
 
+void write_groups(std::ostream& out) {
+    out << ".SH GROUPS\n"
+        << roff("'preflight' looks at these groups; --only and --skip choose some.") << '\n';
+    for (const preflight::Group& group : preflight::groups)
+        write(roff(group.name), group.looks_at, out);
+}
+
 void write_exit_codes(std::ostream& out) {
     out << ".SH EXIT STATUS\n";
     for (const ExitMeaning& one : exit_codes)
@@ -108,6 +116,7 @@ void write_diagnostics(std::ostream& out) {
 void write_tool(std::ostream& out) {
     write_verbs(out);
     write_options(out);
+    write_groups(out);
     write_exit_codes(out);
     write_section("FILES", files, out);
     write_section("ENVIRONMENT", environment, out);
