@@ -51,6 +51,10 @@ class Preflight(unittest.TestCase):
 
     def own(self, name):
         if AS_NOBODY:
+    def make_program(self):
+        Path("orvane-tool.exe").write_text("#!/bin/sh\n" if HERE else "MZ")
+        os.chmod("orvane-tool.exe", 0o755)
+
             run_quietly("chown", "-R", "65534:65534", name)
 
     def prepare(self, script):
@@ -106,7 +110,7 @@ class Preflight(unittest.TestCase):
         os.makedirs("run/http")
         os.mkdir("old")
         Path("run/main.pid").write_text("text")
-        Path("orvane-tool.exe").touch(0o755)
+        self.make_program()
         self.own(".")
         program = "./orvane-tool.exe" if HERE else ".\\orvane-tool"
         for flags, expected in [
@@ -142,7 +146,7 @@ class Preflight(unittest.TestCase):
                 words = shlex.split(flags)
                 words = [*([] if REQUIRED[0] in words else ["--auto-deploy-root", "mine", "--extract-root", "mine"]), *words]
                 done = subprocess.run(["unshare", "-rm", "sh", "-c", own + ' && exec "$@"', "sh", *TOOL, "preflight", "--json",
-                                       "--only", "directories,resources", *QUIET, *words], capture_output=True, timeout=60, check=False)
+                                       "--only", "directories,programs,resources", *QUIET, *words], capture_output=True, timeout=60, check=False)
                 compare(self, json.loads(done.stdout)["findings"], expected, words, PWD=os.path.join(os.getcwd(), str(number)), **known)
 
     def test_each_kind_of_finding_is_in_a_table_with_its_texts(self):
@@ -169,7 +173,7 @@ class Preflight(unittest.TestCase):
         self.assertEqual(run(*TOOL, "preflight", "--only", "directories", "--strict", *QUIET, *REQUIRED).returncode, 0)
 
     def test_warnings_fail_only_strict_runs_and_can_be_ignored(self):
-        Path("orvane-tool.exe").touch(0o755)
+        self.make_program()
         self.own(".")
         program = "./orvane-tool.exe" if HERE else ".\\orvane-tool"
         odd, missing = ["--driver", program], ["--driver", "no-such-program"]
@@ -212,11 +216,11 @@ class Preflight(unittest.TestCase):
 
     @unittest.skipUnless(HERE and runs_as_nobody(), "there, a path without a drive is another one")
     def test_a_server_is_started_only_on_a_machine_that_is_ready(self):
-        Path("tool").touch(0o755)
+        self.make_program()
         self.own(".")
         for flags, code, expected in [
             (["--driver", "none"], 8, r"programs\n.*blocking: .*\[missing-program\]\n.*\nnot ready: 1 blocking finding\b"),
-            (["--wait=1"], 1, "^unrecognized option: --wait=1\n"), (["--driver", "./tool"], 0, "^$"),
+            (["--wait=1"], 1, "^unrecognized option: --wait=1\n"), (["--driver", "./orvane-tool.exe"], 0, "^$"),
         ]:
             with self.subTest(flags):
                 done = run(*TOOL, "exec", "--preflight", *REQUIRED, *flags, "--", "echo", "started")

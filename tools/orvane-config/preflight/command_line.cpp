@@ -73,4 +73,17 @@ CommandWords words_of(const std::u16string& command) {
     return found;
 }
 
+std::u16string program_of_env(const std::u16string& argument) {
+    constexpr std::array<std::u16string_view, 4> splits = {u"-S", u"-vS", u"--split-string=",
+                                                           u"--split-string "};
+    const auto begins = [&](std::u16string_view option) { return argument.starts_with(option); };
+    const auto* const split = std::ranges::find_if(splits, begins);
+    if (split == splits.end()) return argument.starts_with(u'-') ? u"" : argument;
+    for (const Word& word : split_words(argument.substr(split->size()))) {
+        if (word.text.starts_with(u'-') || word.text.starts_with(u"PATH=")) return {};
+        if (!is_assignment(word)) return word.text;
+    }
+    return {};
+}
+
 } // namespace orvane::preflight

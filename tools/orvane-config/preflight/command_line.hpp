@@ -12,4 +12,8 @@ struct CommandWords {
 
 CommandWords words_of(const std::u16string& command);
 
+/// The program that `env` looks up when it gets this from the first line of a script, as one argument. Empty: it starts
+/// none, or its options change where it looks.
+std::u16string program_of_env(const std::u16string& argument);
+
 } // namespace orvane::preflight

@@ -1,6 +1,7 @@
 // The programs that the server starts.
 #include "preflight/command_line.hpp"
 #include "preflight/groups.hpp"
+#include "preflight/program_files.hpp"
 #include "reference/flag_texts.hpp"
 #include "system/entry.hpp"
 #include "system/program_search.hpp"
@@ -11,17 +12,13 @@
 #include "qel/util/canonicalize.hpp"
 #include "qel/util/native_path.hpp"
 
-#include <array>
-#include <fstream>
-#include <optional>
+#include <string>
+#include <utility>
 
 namespace orvane::preflight {
 namespace {
 
 using qel::util::filesystem::Path;
-
-/// Longer ones are not run by any system.
-constexpr std::size_t longest_interpreter = 256;
 
 /// One command of the server.
 struct Program {
@@ -35,59 +32,11 @@ struct Program {
     }
 };
 
-/// The file at this place, with one of the endings that a name may lack; the first that there is.
-std::optional<Path> with_ending(const Path& place, const ProgramSearch& search) {
-    for (const std::u16string& ending : search.endings)
-        if (const Path file(place.text() + ending); entry_at(file).state == Entry::State::file) return file;
-    return std::nullopt;
-}
-
-bool can_be_run(const Path& file) {
-    const Entry place = entry_at(file);
-    return place.state == Entry::State::file && place.execute;
-}
-
-/// The first in PATH that can be run; else the first that is there.
-std::optional<Path> in_path(const std::u16string& name, const ProgramSearch& search) {
-    using qel::i18n::operator/;
-    std::optional<Path> found;
-    for (const Path& directory : search.directories) {
-        auto file = with_ending(directory / name, search);
-        if (file && can_be_run(*file)) return file;
-        if (!found) found = file;
-    }
-    return found;
-}
-
-/// The program that the first line of a script names; empty: it is no script, or may be run and not read.
-std::u16string interpreter_of(const Path& file) {
-    std::array<char, longest_interpreter> head{};
-    std::ifstream in(qel::util::filesystem::native(file), std::ios_base::binary);
-    in.read(head.data(), head.size());
-    std::string line(head.data(), static_cast<std::size_t>(in.gcount()));
-    if (!line.starts_with("#!")) return {};
-    line = line.substr(2, line.find('\n') - 2);
-    line.erase(0, line.find_first_not_of(" \t"));
-    return qel::i18n::utf8_to_ustring(line.substr(0, line.find_first_of(" \t")));
-}
-
-void look_at_file(const Program& program, const Path& file) {
-    const std::string name = shown(qel::util::filesystem::canonicalize(file).text());
-    if (!entry_at(file).rights_known)
-        return program.add(Kind::cannot_tell, "the access-control list of " + name + " cannot be read",
-                           "Run preflight as the owner of the file, or as an administrator.");
-    if (!can_be_run(file))
-        return program.add(Kind::not_executable, "user " + user_name() + " may not execute " + name,
-                           "Give user " + user_name() +
-                               " this right: " + command_to_grant(Right::execute, file, entry_at(file).own));
-    const std::u16string interpreter = interpreter_of(file);
-    if (interpreter.starts_with(u'/') && !can_be_run(Path(interpreter)))
-        return program.add(Kind::missing_interpreter,
-                           name + " is a script for " + shown(interpreter) + ", which cannot be run",
-                           interpreter.ends_with(u'\r')
-                               ? "Its lines end as on Windows: remove the carriage returns."
-                               : "Install that program, or correct the first line of the script.");
-    program.add(Kind::usable_program, name + " can be executed");
+void look_at_file(const Program& program, const Path& file, const ProgramSearch& search) {
+    if (const auto obstacle = obstacle_to_running(file, search))
+        return program.add(obstacle->kind, obstacle->what, obstacle->advice);
+    program.add(Kind::usable_program,
+                shown(qel::util::filesystem::canonicalize(file).text()) + " can be executed");
 }
 
 void look_at_program(const Program& program, const ProgramSearch& search) {
@@ -99,7 +48,7 @@ void look_at_program(const Program& program, const ProgramSearch& search) {
     const std::u16string& name = words.program;
     if (name.empty()) return program.add(Kind::missing_program, "the command is empty", "Name a program.");
     if (!names_a_place(name)) {
-        if (const auto file = in_path(name, search)) return look_at_file(program, *file);
+        if (const auto file = in_path(name, search)) return look_at_file(program, *file, search);
         return program.add(
             Kind::missing_program, "there is no program " + shown(name) + " in PATH",
             "Install it, or write its full path. The server may have another PATH than this shell.");
@@ -109,7 +58,7 @@ void look_at_program(const Program& program, const ProgramSearch& search) {
     if (!qel::util::filesystem::native(place).is_absolute())
         program.add(Kind::relative_program, "this means " + absolute + " now",
                     "Write the full path: the server may be started elsewhere.");
-    if (const auto file = with_ending(place, search)) return look_at_file(program, *file);
+    if (const auto file = with_ending(place, search)) return look_at_file(program, *file, search);
     if (const Entry there = entry_at(place); there.state == Entry::State::absent)
         program.add(Kind::missing_program, "there is no program " + absolute,
                     "Install it, or correct the path.");

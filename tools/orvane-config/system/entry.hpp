@@ -25,11 +25,12 @@ struct Entry {
     std::string failure{}; ///< in the system's words, of `failed`
     bool link = false;     ///< the last element is one
     bool rights_known = true;
-    bool read = false;      ///< of a directory: list it
-    bool write = false;     ///< of a directory: create and remove files in it
-    bool execute = false;   ///< of a directory: reach what is in it
-    bool read_only = false; ///< nobody can write in this file system
-    bool own = false;       ///< this user is its owner
+    bool read = false;        ///< of a directory: list it
+    bool write = false;       ///< of a directory: create and remove files in it
+    bool execute = false;     ///< of a directory: reach what is in it
+    bool read_only = false;   ///< nobody can write in this file system
+    bool own = false;         ///< this user is its owner
+    bool no_programs = false; ///< nobody can execute a file in this file system
 };
 
 Entry entry_at(const qel::util::filesystem::Path& path);

@@ -64,7 +64,10 @@ Entry entry_at(const Path& path) {
     there.read = may(name, R_OK);
     there.execute = may(name, X_OK);
     struct statvfs system {};
-    there.read_only = statvfs(name.c_str(), &system) == 0 && (system.f_flag & ST_RDONLY) != 0;
+    if (statvfs(name.c_str(), &system) == 0) {
+        there.read_only = (system.f_flag & ST_RDONLY) != 0;
+        there.no_programs = (system.f_flag & ST_NOEXEC) != 0;
+    }
     there.write = !there.read_only && may(name, W_OK);
     return there;
 }
