@@ -5,7 +5,7 @@ import contextlib, os, shlex, socket, string, subprocess, sys, tempfile, time, u
 from pathlib import Path
 
 import tool_schemas
-from preflight_tables import compare, rows
+from preflight_tables import check_sound, compare, rows
 
 SERVER = sys.argv[2] if sys.argv[1] == "--server" else None
 TOOL = sys.argv[3:] if SERVER else sys.argv[1:]
@@ -28,11 +28,13 @@ sys.exit(subprocess.run(sys.argv[1:]).returncode)
 """
 
 
-def preflight(*words, prefix=(), groups="listeners,caches", network=False):
-    words = [*prefix, *TOOL, "preflight", "--json", "--only", groups, *["--network"] * network, *words]
+def preflight(*words, prefix=(), groups="listeners,caches", options=()):
+    words = [*prefix, *TOOL, "preflight", "--json", "--only", groups, *options, *words]
     done = subprocess.run(words, capture_output=True, timeout=60, check=False)
     assert done.stdout, done
-    return tool_schemas.answer("preflight", done.stdout)["findings"]
+    answer = tool_schemas.answer("preflight", done.stdout)
+    check_sound(unittest.TestCase(), done.returncode, answer)
+    return answer["findings"]
 
 
 def found(*words, **more):
@@ -110,6 +112,13 @@ class Network(unittest.TestCase):
         self.release(known["free"]), self.release(known["other"])
         known |= {"everywhere": self.held("0.0.0.0"), "second": self.held("127.0.0.2"), "pid": os.getpid(),
                   "program": HERE and Path("/proc/self/comm").read_text().strip(), "certificate": shlex.join(CERTIFICATE), "user": user}
+        for name, process in [("mine", os.getpid()), ("theirs", 1)]:
+            os.mkdir(name)
+            Path(name, "main.pid").write_text(str(process))
+        with listener("127.0.0.1") as one:
+            known["child"] = one.getsockname()[1]
+            if HERE:
+                self.worker(one.fileno())
         if has_ipv6():
             self.held("::1", known["both"])
             known["six"] = self.held("::1")
@@ -119,7 +128,7 @@ class Network(unittest.TestCase):
         prefixes["contacted"] = prefixes["hosts"]
         Path("hosts").write_text("127.0.0.1 pair localhost\n203.0.113.7 pair\n127.0.0.1 twin\n127.0.0.2 twin\n")
         spaces = HERE and available("unshare", "-rmn", "true")
-        applies = {"always": True, "here": HERE, "hosts": spaces, "contacted": spaces, "alone": spaces, "ipv6": HERE and has_ipv6(), "network": HERE,
+        applies = {"always": True, "here": HERE, "hosts": spaces, "contacted": spaces, "alone": spaces, "ipv6": HERE and has_ipv6(), "network": HERE, "restart": HERE,
                    "nobody": privileged and AS_NOBODY and available(*AS_NOBODY, *TOOL, "version")}
         # A child that has the sockets, too, as servers have workers: the first process is the one to name.
         if HERE:
@@ -131,10 +140,11 @@ class Network(unittest.TestCase):
             with self.subTest(row):
                 words = [*REQUIRED, *shlex.split(string.Template(flags).substitute(known))]
                 more = {"prefix": prefixes.get(when, ())}
-                findings = preflight(*words, network=when in ["network", "contacted"], **more)
+                options = {"network": ["--network"], "contacted": ["--network"], "restart": ["--restart"]}
+                findings = preflight(*words, options=options.get(when, []), **more)
                 compare(self, findings, expected, words, ids_only=not HERE, fine=HERE, **known)
                 # The example has no caches, and the files that show its start hold no IPv6 address.
-                if SERVER and "cache" not in flags and "[" not in flags:
+                if SERVER and "cache" not in flags and "[" not in flags and when != "restart":
                     self.assertEqual(starts(*words, **more), not any(one["severity"] == "blocking" for one in findings), findings)
 
     @unittest.skipUnless(HERE, "there the port is not free at once")

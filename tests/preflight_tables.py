@@ -38,5 +38,29 @@ def compare(test, findings, expected, flags, ids_only=False, fine=False, **known
     test.assertEqual(said, [line for line in wanted if line])
 
 
+def check_sound(test, code, answer):
+    """What holds whatever the machine: nothing twice, no finding and its opposite, and ready only where all was looked at."""
+    counts, severities, said = answer["counts"], {}, []
+    for one in answer["findings"]:
+        severities.setdefault((one["group"], str(one.get("tokens", one["what"]))), set()).add(one["severity"])
+        said.append((one.get("tokens"), one["group"], one["id"], one["what"]))
+    test.assertEqual([one for one in said if said.count(one) > 1], [])
+    test.assertEqual([subject for subject, those in severities.items() if "fine" in those and those & {"blocking", "unknown"}], [], said)
+    severities = [one["severity"] for one in answer["findings"]]
+    test.assertEqual(counts, {name: severities.count(name) for name in counts})
+    clear = counts["blocking"] + counts["unknown"] == 0
+    test.assertEqual((code, answer["ready"]), (0 if clear else 8, clear and all(one["looked_at"] for one in answer["groups"])))
+
+
+def check_text(test, text, answer):
+    """The same answer as text."""
+    *_, last = text.splitlines()
+    start = ("ready: as user " + answer["user"] if answer["ready"] else "not ready: " if answer["counts"]["blocking"] else
+             "not known to be ready: " if answer["counts"]["unknown"] else "nothing found that keeps the server from starting")
+    left_out = ", ".join(one["name"] for one in answer["groups"] if not one["looked_at"])
+    test.assertEqual((last[:len(start)], last.partition("; not looked at: ")[2], "can start" in text), (start, left_out, answer["ready"]))
+    test.assertEqual([one for one in answer["findings"] if one["what"].isprintable() and one["what"] not in text], [])
+
+
 def matches(pattern, line):
     return re.fullmatch(".+?".join(map(re.escape, re.split("<[a-z ]+>", pattern))), line)

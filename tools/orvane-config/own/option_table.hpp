@@ -38,6 +38,9 @@ inline constexpr OwnOption own_options[] = {
                                                                                                    "if the server would not start, or if preflight cannot tell"},
     {"only",      Argument::groups,   "GROUP[,GROUP]...",       "preflight",                       "check only these groups"},
     {"skip",      Argument::groups,   "GROUP[,GROUP]...",       "preflight",                       "do not check these groups"},
+    {"restart",   Argument::none,     "",                       "preflight",                       "answer for a restart: what the server in main.pid has does not stand in "
+                                                                                                   "the way, because it ends first"},
+    {"expires",   Argument::anything, "DAYS",                   "preflight",                       "warn if a certificate expires within this time; by default 30 days"},
     {"network",   Argument::none,     "",                       "preflight",                       "also connect to the caches that the server attaches to"},
     {"ready",     Argument::anything, "HOST:PORT",              "publish",                         "publish the endpoints only when this address accepts connections"},
     {"wait",      Argument::anything, "SECONDS",                "locate",                          "wait for the server, at most this long"},

@@ -15,14 +15,18 @@ using Clock = std::chrono::steady_clock;
 constexpr milliseconds patience(2000), patience_with_all(10000);
 
 /// All addresses that "localhost" has here: it is not known which one the cache takes.
-void look_at_started(const PortUse& use, Findings& findings) {
+void look_at_started(const PortUse& use, const Context& context, Findings& findings) {
     bool fine = !use.addresses.empty();
+    std::string when;
     for (const std::string& address : use.addresses) {
-        const BindTrial trial = try_to_bind(address, static_cast<unsigned short>(use.port));
+        const BindTrial trial = try_port(use, address, context);
         const bool missing = trial.outcome == BindTrial::Outcome::not_here && use.addresses.size() > 1;
-        fine = fine && (missing || can_be_taken(use, address, findings));
+        fine = fine && (missing || can_be_taken(use, address, trial, findings));
+        if (fine && !missing) when = std::max(when, trial.why);
     }
-    if (fine) findings.add(Kind::port_free, use.flag, "the port is free", "", use.position);
+    if (fine)
+        findings.add(when.empty() ? Kind::port_free : Kind::restarted, use.flag, "the port is free" + when,
+                     "", use.position);
 }
 
 void contact(const PortUse& use, milliseconds& left, Findings& findings) {
@@ -75,7 +79,7 @@ void look_at_caches(const Context& context, Findings& findings) {
             findings.add(Kind::no_such_port, use.flag, "no cache can be reached on port 0",
                          "Write the port of the cache.", use.position);
         } else if (cache.manage()) {
-            look_at_started(use, findings);
+            look_at_started(use, context, findings);
             compare(use, earlier, context, findings);
             earlier.push_back(use);
         } else if (context.network) {

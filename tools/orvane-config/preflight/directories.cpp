@@ -10,7 +10,10 @@
 #include "qel/util/canonicalize.hpp"
 #include "qel/util/native_path.hpp"
 
+#include <algorithm>
+#include <array>
 #include <optional>
+#include <string_view>
 
 namespace orvane::preflight {
 namespace {
@@ -50,6 +53,13 @@ Path obstacle_to(const Path& path) {
     return obstacle;
 }
 
+/// By its ending. Directories have endings, too, but hardly these.
+bool looks_like_a_file(const Path& path) {
+    constexpr std::array<std::u16string_view, 9> endings = {u".log", u".txt", u".pid",  u".sock", u".xml",
+                                                            u".gz",  u".zip", u".json", u".conf"};
+    return std::ranges::any_of(endings, [&](auto ending) { return path.text().ends_with(ending); });
+}
+
 void report_missing(const Subject& subject, bool link) {
     const auto [parent, there] = nearest_parent(subject.path);
     const std::string above = shown(parent.text());
@@ -61,6 +71,12 @@ void report_missing(const Subject& subject, bool link) {
     if (there.state != Entry::State::directory && there.state != Entry::State::unreachable)
         return subject.add(Kind::not_a_directory, above + " is not a directory", "Choose another path.");
     const bool may = there.write && there.execute;
+    if (looks_like_a_file(subject.path))
+        return subject.add(Kind::missing_directory,
+                           "there is no directory " + subject.name() +
+                               ", whose name looks like that of a file: this flag takes a directory",
+                           "Name the directory alone, which may be " +
+                               shown(subject.path.parent_path().text()) + ".");
     subject.add(Kind::missing_directory,
                 (link ? "a symbolic link points to " + subject.name() + ", which does not exist"
                       : "there is no directory " + subject.name()) +
@@ -148,7 +164,7 @@ void look_at_setting(const DirectorySetting& setting, const Context& context, Fi
         // What is missing has been said for the flag that names it.
         if (flag != setting.flag && there.state != Entry::State::directory) continue;
         const Subject subject{setting, flag, position++, qel::util::filesystem::canonicalize(used), findings};
-        if (!qel::util::filesystem::native(path).is_absolute())
+        if (flag == setting.flag && !qel::util::filesystem::native(path).is_absolute())
             subject.add(Kind::relative_directory, "this means " + subject.name() + " now",
                         "Write the full path: the server may be started elsewhere.");
         look_at_subject(subject, there);

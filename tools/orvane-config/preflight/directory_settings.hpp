@@ -20,27 +20,22 @@ struct DirectorySetting {
     std::vector<Path> (*directories)(const ServerSettings&);
 };
 
-namespace detail {
-
-inline std::vector<Path> listed(const Path& path) {
+/// Whatever a setting has for directories, as a list.
+inline std::vector<Path> as_list(const Path& path) {
     return {path};
 }
-inline std::vector<Path> listed(const std::vector<Path>& paths) {
+inline std::vector<Path> as_list(const std::vector<Path>& paths) {
     return paths;
 }
-inline std::vector<Path> listed(const boost::optional<Path>& path) {
-    return path ? std::vector<Path>{*path} : std::vector<Path>();
-}
-inline std::vector<Path> listed(const boost::optional<std::u16string>& path) {
+template <class Text>
+std::vector<Path> as_list(const boost::optional<Text>& path) {
     return path ? std::vector<Path>{Path(*path)} : std::vector<Path>();
 }
-
-} // namespace detail
 
 #define ZEP_DIRECTORY(setting, lists, writes)                                                                \
     {                                                                                                        \
         flag::setting, lists, writes,                                                                        \
-            [](const ServerSettings& settings) { return detail::listed(settings.setting()); }                \
+            [](const ServerSettings& settings) { return as_list(settings.setting()); }                       \
     }
 
 // clang-format off

@@ -1,6 +1,8 @@
 // What preflight finds on this machine.
 #include "preflight/findings.hpp"
 
+#include "probing/occurrence_text.hpp"
+
 #include <algorithm>
 
 namespace orvane::preflight {
@@ -47,6 +49,11 @@ const KindOfFinding& about(Kind kind) {
     return kinds_of_findings()[static_cast<std::size_t>(kind)];
 }
 
+bool is_in_the_way(const Finding& finding) {
+    const Severity severity = about(finding.kind).severity;
+    return severity == Severity::blocking || severity == Severity::unknown;
+}
+
 const Occurrence* occurrence_of(const Finding& finding, const Context& context) {
     // Where the last one counts, those before it are not among the effective ones.
     for (const CommandLine* line : {&context.effects.effective, &context.line}) {
@@ -56,6 +63,31 @@ const Occurrence* occurrence_of(const Finding& finding, const Context& context) 
         if (!given.empty()) return given[std::min(finding.position, given.size() - 1)];
     }
     return nullptr;
+}
+
+std::string as_given(const Occurrence& occurrence, const Context& context, bool hides_value) {
+    const Occurrence shown_part(occurrence.begin(), hides_value ? occurrence.begin() + 1 : occurrence.end());
+    return shown(shown_part) + " (" + numbers_of(occurrence) +
+           at_place(context.places, occurrence.front().number) + ")";
+}
+
+std::vector<Finding> consistent(const std::vector<Finding>& findings) {
+    std::vector<Finding> kept;
+    for (const Finding& one : findings) {
+        const auto about_the_same = [&](const Finding& other) {
+            return one.flag == other.flag && one.position == other.position;
+        };
+        const auto repeats = [&](const Finding& other) {
+            return about_the_same(other) && one.kind == other.kind && one.what == other.what;
+        };
+        const auto denies = [&](const Finding& other) {
+            return about_the_same(other) && is_in_the_way(other);
+        };
+        const bool fine = about(one.kind).severity == Severity::fine && !one.flag.empty();
+        if (std::ranges::none_of(kept, repeats) && !(fine && std::ranges::any_of(findings, denies)))
+            kept.push_back(one);
+    }
+    return kept;
 }
 
 void Findings::add(Finding finding) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "probing/effects.hpp"
+#include "probing/source_places.hpp"
 
 #include "qel/config/server_settings.hpp"
 
@@ -46,6 +47,7 @@ struct Finding {
     std::string what{};                ///< what was found: a clause without a full stop
     std::string advice{};              ///< what to do: sentences; empty when nothing is to be done
     std::size_t position = last_given; ///< which occurrence of a flag that adds, counted from 0
+    bool hides_value = false;          ///< the flag's value may be a secret, and is not shown
 };
 
 /// What the groups look at: an accepted line, and what the user allows.
@@ -53,11 +55,23 @@ struct Context {
     CommandLine line; ///< as it was given
     Effects effects;  ///< with origins
     qel::config::ServerSettings settings;
-    bool network = false; ///< whether other machines may be contacted
+    SourcePlaces places{};    ///< of its tokens
+    bool network = false;     ///< whether other machines may be contacted
+    unsigned days = 30;       ///< a certificate that expires within them is a warning
+    unsigned ends_before = 0; ///< the process of the server that ends before this one starts; 0: none
 };
+
+/// Whether the server does not count as ready because of it.
+bool is_in_the_way(const Finding& finding);
 
 /// The occurrence that a finding is about; null when its flag was not given.
 const Occurrence* occurrence_of(const Finding& finding, const Context& context);
+
+/// "--http 9910 (tokens 5 and 6, flags.txt:3:1)".
+std::string as_given(const Occurrence& occurrence, const Context& context, bool hides_value = false);
+
+/// Each once, and without what is fine where something else about the same stands in the way.
+std::vector<Finding> consistent(const std::vector<Finding>& findings);
 
 /// Collects what a group finds. Threads may share it: a look that hangs is left to itself.
 class Findings {

@@ -23,7 +23,7 @@ std::vector<Finding> look_at(const Group& group, const std::shared_ptr<const Con
     } catch (const std::exception& failure) {
         findings->add(Kind::look_failed, u"", failure.what());
     }
-    return findings->so_far();
+    return consistent(findings->so_far());
 }
 
 } // namespace orvane::preflight

@@ -9,11 +9,11 @@ namespace {
 constexpr unsigned largest_port = 65535;
 
 /// A server may take only the first address of a host, so the others are not needed.
-void look_at_the_others(const PortUse& use, Findings& findings) {
+void look_at_the_others(const PortUse& use, const Context& context, Findings& findings) {
     const bool everywhere = use.addresses.front() == "0.0.0.0";
     for (std::size_t i = 1; i != use.addresses.size(); ++i) {
         const std::string& address = use.addresses[i];
-        const BindTrial trial = try_to_bind(address, static_cast<unsigned short>(use.port));
+        const BindTrial trial = try_port(use, address, context);
         // Without IPv6, all addresses are those of IPv4.
         if (trial.outcome == BindTrial::Outcome::free ||
             (everywhere && trial.outcome == BindTrial::Outcome::not_here))
@@ -27,16 +27,19 @@ void look_at_the_others(const PortUse& use, Findings& findings) {
     }
 }
 
-void look_at_one(const PortUse& use, Findings& findings) {
+void look_at_one(const PortUse& use, const Context& context, Findings& findings) {
     if (use.addresses.empty()) return;
     if (use.port > largest_port) {
         findings.add(Kind::no_such_port, use.flag, "there is no port " + std::to_string(use.port),
                      "Choose a port up to 65535.");
         return;
     }
-    if (!can_be_taken(use, use.addresses.front(), findings)) return;
-    findings.add(Kind::port_free, use.flag, with_port(use.addresses.front(), use.port) + " can be bound");
-    if (use.flag != flag::control_port && use.port != 0) look_at_the_others(use, findings);
+    const std::string& first = use.addresses.front();
+    const BindTrial trial = try_port(use, first, context);
+    if (!can_be_taken(use, first, trial, findings)) return;
+    findings.add(trial.why.empty() ? Kind::port_free : Kind::restarted, use.flag,
+                 with_port(first, use.port) + " can be bound" + trial.why);
+    if (use.flag != flag::control_port && use.port != 0) look_at_the_others(use, context, findings);
 }
 
 /// Readers of the file take the host up to the first colon.
@@ -58,7 +61,7 @@ void look_at_listeners(const Context& context, Findings& findings) {
     Hosts hosts;
     std::vector<PortUse> earlier;
     for (const PortUse& use : ports_of_listeners(context, hosts, findings)) {
-        look_at_one(use, findings);
+        look_at_one(use, context, findings);
         compare(use, earlier, context, findings);
         earlier.push_back(use);
     }

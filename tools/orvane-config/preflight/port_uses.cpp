@@ -1,13 +1,11 @@
 // The ports that a server takes.
 #include "preflight/port_uses.hpp"
 
-#include "probing/occurrence_text.hpp"
 #include "reference/flag_texts.hpp"
 #include "system/port_holder.hpp"
 #include "text/quoting.hpp"
 
 #include <algorithm>
-#include <optional>
 
 namespace orvane::preflight {
 namespace {
@@ -22,16 +20,24 @@ PortUse use_of(std::u16string_view flag, const qel::config::HttpSettings& listen
     return use;
 }
 
-/// Of those who have the port, the one that is in the way.
-std::optional<PortHolder> holder_of(const std::string& address, unsigned short port) {
-    for (const PortHolder& holder : holders_of(port))
-        if (exclude_each_other(address, holder.address)) return holder;
-    return std::nullopt;
+/// Of those who have the port, those that are in the way.
+std::vector<PortHolder> holders_at(const std::string& address, unsigned short port) {
+    std::vector<PortHolder> holders = holders_of(port);
+    std::erase_if(holders, [&](const PortHolder& one) { return !exclude_each_other(address, one.address); });
+    return holders;
+}
+
+/// Whether the server that ends has the port, or a process that it has started, such as a cache.
+bool ends_before(const std::string& address, unsigned short port, unsigned server) {
+    const auto ends = [&](const PortHolder& one) { return one.pid == server || one.parent == server; };
+    const std::vector<PortHolder> holders = holders_at(address, port);
+    return server != 0 && !holders.empty() && std::ranges::all_of(holders, ends);
 }
 
 void report_taken(const PortUse& use, const std::string& address, Findings& findings) {
     const auto port = static_cast<unsigned short>(use.port);
-    const auto holder = holder_of(address, port);
+    const auto holders = holders_at(address, port);
+    const PortHolder* const holder = holders.empty() ? nullptr : &holders.front();
     std::string by;
     std::string advice = "Stop that program, or choose another port.";
     if (use.flag == flag::start_cache)
@@ -78,7 +84,7 @@ void report_not_here(const PortUse& use, const std::string& address, Findings& f
 /// The occurrence that a use is from, as the user wrote it.
 std::string as_given(const PortUse& use, const Context& context) {
     const Occurrence* const given = occurrence_of({{}, use.flag, {}, {}, use.position}, context);
-    return given == nullptr ? "another listener" : orvane::shown(*given) + " (" + numbers_of(*given) + ")";
+    return given == nullptr ? "another listener" : as_given(*given, context);
 }
 
 } // namespace
@@ -98,8 +104,16 @@ std::vector<PortUse> ports_of_listeners(const Context& context, Hosts& hosts, Fi
     return uses;
 }
 
-bool can_be_taken(const PortUse& use, const std::string& address, Findings& findings) {
-    const BindTrial trial = try_to_bind(address, static_cast<unsigned short>(use.port));
+BindTrial try_port(const PortUse& use, const std::string& address, const Context& context) {
+    const auto port = static_cast<unsigned short>(use.port);
+    BindTrial trial = try_to_bind(address, port);
+    if (trial.outcome != Outcome::taken || !ends_before(address, port, context.ends_before)) return trial;
+    return {Outcome::free,
+            " when the server that has it ends (process " + std::to_string(context.ends_before) + ")"};
+}
+
+bool can_be_taken(const PortUse& use, const std::string& address, const BindTrial& trial,
+                  Findings& findings) {
     const std::string where = with_port(address, use.port);
     switch (trial.outcome) {
     case Outcome::free:

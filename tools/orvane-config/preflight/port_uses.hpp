@@ -20,8 +20,11 @@ struct PortUse {
 /// Those of the listeners and of the control interface.
 std::vector<PortUse> ports_of_listeners(const Context& context, Hosts& hosts, Findings& findings);
 
-/// Whether the port can be taken now on the address; if not, says so to `findings`.
-bool can_be_taken(const PortUse& use, const std::string& address, Findings& findings);
+/// Tries the port on the address. One that is free only when another server has ended says so in `why`.
+BindTrial try_port(const PortUse& use, const std::string& address, const Context& context);
+
+/// Whether the port could be taken; if not, says so to `findings`.
+bool can_be_taken(const PortUse& use, const std::string& address, const BindTrial& trial, Findings& findings);
 
 /// Reports the first of the earlier uses that excludes this one.
 void compare(const PortUse& use, const std::vector<PortUse>& earlier, const Context& context,

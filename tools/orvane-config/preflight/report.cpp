@@ -13,4 +13,8 @@ std::size_t Report::count(Severity severity) const {
     return count;
 }
 
+bool Report::ready() const {
+    return clear() && std::ranges::all_of(groups, &GroupReport::looked_at);
+}
+
 } // namespace orvane::preflight

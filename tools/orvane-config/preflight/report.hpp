@@ -20,8 +20,10 @@ struct Report {
 
     /// How many findings have this severity.
     std::size_t count(Severity severity) const;
-    /// Whether nothing stands in the way, as far as was looked.
-    bool ready() const { return count(Severity::blocking) == 0 && count(Severity::unknown) == 0; }
+    /// Whether nothing stands in the way, as far as the user wanted it looked at.
+    bool clear() const { return count(Severity::blocking) == 0 && count(Severity::unknown) == 0; }
+    /// The same, and everything was looked at.
+    bool ready() const;
 };
 
 } // namespace orvane::preflight

@@ -28,7 +28,7 @@ void look_at_odd_file(const FileReport& file, const Entry& there, Findings& find
                      "Remove it, or choose another directory.");
 }
 
-void look_at_file(const FileReport& file, Findings& findings) {
+void look_at_file(const FileReport& file, const Context& context, Findings& findings) {
     const Entry there = entry_at(file.path);
     const std::string name = shown(file.path.text());
     const std::u16string_view flag = flag_of(file);
@@ -38,10 +38,14 @@ void look_at_file(const FileReport& file, Findings& findings) {
                          " this right: " + command_to_grant(Right::write, file.path, there.own));
     switch (file.state) {
     case FileState::alive:
-        if (file.pid != 0)
-            findings.add(Kind::server_alive, flag,
-                         name + " belongs to " + owner_of(file) + ", which is running",
-                         "Stop that server, or choose another directory for this one.");
+        if (file.pid != 0 && file.pid == context.ends_before)
+            findings.add(Kind::restarted, flag,
+                         name + " belongs to " + owner_of(file) + ", which ends before");
+        else if (file.pid != 0)
+            findings.add(
+                Kind::server_alive, flag, name + " belongs to " + owner_of(file) + ", which is running",
+                "Stop that server, or choose another directory for this one. To check for a restart of "
+                "that server, add --restart.");
         return;
     case FileState::published:
         return findings.add(Kind::may_be_alive, flag,
@@ -86,7 +90,7 @@ void look_at_neighbour(const qel::config::ServerSettings& settings, Findings& fi
 
 void look_at_runtime(const Context& context, Findings& findings) {
     for (const FileReport& file : inspect_runtime_files(context.settings))
-        look_at_file(file, findings);
+        look_at_file(file, context, findings);
     look_at_neighbour(context.settings, findings);
 }
 

@@ -51,12 +51,9 @@ void look_at_tls(const Context& context, Findings& findings) {
     const TlsFiles files = read_tls_files(settings, findings);
     if (!can_look_at_tls_contents())
         return add_to_the_rest(Kind::not_looked_at, "not looked at in this build", context, findings);
-    look_at_tls_contents({*https, files, findings});
+    look_at_tls_contents({*https, files, context.days, findings});
     // What is wrong in one place can hide what is wrong in another.
-    const auto is_harmless = [](const Finding& one) {
-        return about(one.kind).severity == Severity::warning || about(one.kind).severity == Severity::fine;
-    };
-    if (std::ranges::all_of(findings.so_far(), is_harmless))
+    if (std::ranges::none_of(findings.so_far(), is_in_the_way))
         add_to_the_rest(Kind::tls_fine, "nothing is wrong with this", context, findings);
 }
 

@@ -2,6 +2,7 @@
 #include "printing/preflight_json.hpp"
 
 #include "printing/json_parts.hpp"
+#include "system/entry.hpp"
 
 namespace orvane {
 namespace {
@@ -14,9 +15,12 @@ json::object finding_json(const preflight::Finding& finding, const preflight::Gr
     const auto& kind = preflight::about(finding.kind);
     json::object object{{"id", kind.id}, {"severity", to_text(kind.severity)}, {"group", group.group->name}};
     if (const Occurrence* const occurrence = occurrence_of(finding, context)) {
-        object["tokens"] = numbers_of_tokens(*occurrence);
+        json::array tokens = numbers_of_tokens(*occurrence);
+        add_places(object, context.places, tokens);
+        object["tokens"] = std::move(tokens);
         object["flag"] = json_text(occurrence->front().text);
-        if (occurrence->size() == 2) object["value"] = json_text(occurrence->back().text);
+        if (occurrence->size() == 2 && !finding.hides_value)
+            object["value"] = json_text(occurrence->back().text);
     }
     object["what"] = json_text(finding.what);
     object["advice"] = json_text(finding.advice);
@@ -28,6 +32,7 @@ json::object finding_json(const preflight::Finding& finding, const preflight::Gr
 std::string preflight_json(const Verdict& verdict, const preflight::Report& report) {
     json::object object = head_of(verdict);
     object["ready"] = report.ready();
+    object["user"] = json_text(user_name());
     json::object counts;
     for (const Severity severity : {Severity::blocking, Severity::warning, Severity::unknown, Severity::fine})
         counts[to_text(severity)] = report.count(severity);

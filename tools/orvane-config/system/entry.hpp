@@ -47,6 +47,9 @@ std::optional<Room> room_in(const qel::util::filesystem::Path& directory);
 /// This process's user, as commands of the system name it.
 std::string user_name();
 
+/// Whether this user is asked for no permission. Not told on Windows.
+bool has_every_right();
+
 enum class Right { enter, list, write, execute };
 
 /// A command with which somebody who may, gives this user the right.

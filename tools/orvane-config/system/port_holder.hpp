@@ -10,7 +10,8 @@ struct PortHolder {
     std::string address; ///< numeric, as in network.hpp
     unsigned pid = 0;    ///< 0: the system does not tell this user
     std::string program{};
-    std::string user{}; ///< its number, where the system has numbers for users
+    std::string user{};  ///< its number, where the system has numbers for users
+    unsigned parent = 0; ///< the process that started it, where the system tells
 };
 
 /// Whoever listens on the port, on any address of this machine; empty when the system does not tell.

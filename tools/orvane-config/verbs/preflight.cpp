@@ -12,7 +12,7 @@ namespace orvane {
 namespace {
 
 ExitCode exit_code(const preflight::Report& report, const Verdict& verdict, bool strict) {
-    if (!report.ready()) return ExitCode::not_ready;
+    if (!report.clear()) return ExitCode::not_ready;
     const bool warned = report.count(preflight::Severity::warning) != 0 || !verdict.warnings.empty();
     return strict && warned ? ExitCode::warned : ExitCode::done;
 }

@@ -15,8 +15,6 @@
 namespace orvane::preflight {
 namespace {
 
-constexpr std::time_t soon = std::time_t{30} * 24 * 60 * 60;
-
 using HostNames = std::unique_ptr<GENERAL_NAMES, Releases<GENERAL_NAMES_free>>;
 
 /// The host names in the certificate, as far as they can be shown in a line.
@@ -57,25 +55,35 @@ void look_at_host(const TlsCheck& check, X509* certificate) {
                        "Request a certificate for the name that clients use.");
 }
 
-/// Empty: every client of today takes it.
-std::string odd_key(EVP_PKEY* key) {
+/// A type or curve that not every client of today takes; empty: all do.
+std::string uncommon_form(EVP_PKEY* key) {
     char group[80] = "";
-    const int bits = EVP_PKEY_get_bits(key);
-    if (EVP_PKEY_is_a(key, "RSA"))
-        return bits < 2048 ? "an RSA key of " + std::to_string(bits) + " bits" : "";
-    if (!EVP_PKEY_is_a(key, "EC")) return std::string("a key of the type ") + EVP_PKEY_get0_type_name(key);
+    if (EVP_PKEY_is_a(key, "RSA")) return {};
+    if (!EVP_PKEY_is_a(key, "EC")) return std::string("of the type ") + EVP_PKEY_get0_type_name(key);
     EVP_PKEY_get_group_name(key, group, sizeof group, nullptr);
     const std::string_view curve = group;
     if (curve == "prime256v1" || curve == "secp384r1" || curve == "secp521r1") return {};
-    return "a key on the curve " + std::string(curve.empty() ? "(unnamed)" : curve);
+    return "on the curve " + std::string(curve.empty() ? "(unnamed)" : curve);
+}
+
+void look_at_key(const TlsCheck& check, EVP_PKEY* key, const std::string& which) {
+    constexpr auto flag = flag::https_cert_chain_file;
+    // As strong as an RSA key of 2048 bits.
+    constexpr int least = 112;
+    const std::string use_another = "Use an RSA key of 2048 bits or more, or a key on prime256v1.";
+    const std::string form = key == nullptr ? "of an unknown type" : uncommon_form(key);
+    const bool short_rsa = key != nullptr && EVP_PKEY_is_a(key, "RSA") && EVP_PKEY_get_bits(key) < 2048;
+    if (key != nullptr && (short_rsa || EVP_PKEY_get_security_bits(key) < least))
+        check.findings.add(Kind::weak_key, flag,
+                           which + " has a key of only " + std::to_string(EVP_PKEY_get_bits(key)) + " bits",
+                           use_another);
+    else if (!form.empty())
+        check.findings.add(Kind::uncommon_key, flag, which + " has a key " + form,
+                           "If browsers are to connect: " + use_another);
 }
 
 void look_at_strength(const TlsCheck& check, X509* certificate, const std::string& which) {
-    EVP_PKEY* const key = X509_get0_pubkey(certificate);
-    const std::string odd = key == nullptr ? "a key of an unknown type" : odd_key(key);
-    if (!odd.empty())
-        check.findings.add(Kind::weak_key, flag::https_cert_chain_file, which + " has " + odd,
-                           "Use an RSA key of 2048 bits or more, or a key on prime256v1.");
+    look_at_key(check, X509_get0_pubkey(certificate), which);
     int digest = NID_undef;
     X509_get_signature_info(certificate, &digest, nullptr, nullptr, nullptr);
     // Nobody checks what a root says about itself.
@@ -104,7 +112,7 @@ void look_at_times(const TlsCheck& check, std::u16string_view flag, const X509* 
                    const std::string& what) {
     const ASN1_TIME *const begin = X509_get0_notBefore(certificate), *const end =
                                                                          X509_get0_notAfter(certificate);
-    std::time_t now = std::time(nullptr), later = now + soon;
+    std::time_t now = std::time(nullptr), later = now + std::time_t{check.days} * 24 * 60 * 60;
     if (X509_cmp_time(begin, &now) > 0)
         check.findings.add(Kind::certificate_not_yet_valid, flag,
                            what + " is not valid before " + text_of(begin),

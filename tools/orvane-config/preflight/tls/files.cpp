@@ -52,7 +52,19 @@ std::string missing(const Path& path) {
            ", where relative paths start";
 }
 
+/// Of a file whose name may be the pass phrase itself, which is not repeated.
+void report_no_passphrase_file(const FileRow& row, Findings& findings) {
+    findings.add(
+        {Kind::tls_file_missing, row.flag, "there is no file of this name",
+         "This flag takes the name of a file that contains the pass phrase, not the pass phrase itself. If "
+         "it was the pass phrase, change it: every user of this machine can read command lines.",
+         last_given, true});
+}
+
 void report_file(const FileRow& row, const Path& path, const BoundedFile& file, Findings& findings) {
+    const bool names_nothing = file.outcome == FileOutcome::missing || file.outcome == FileOutcome::failed;
+    if (names_nothing && row.content == &TlsFiles::passphrase)
+        return report_no_passphrase_file(row, findings);
     switch (file.outcome) {
     case FileOutcome::read:
         break;

@@ -160,7 +160,7 @@ void look_at_offer(const TlsCheck& check, EVP_PKEY* key, const Certificates& cha
                            "Check that key, ciphers, protocols and curve work together.");
     else
         check.findings.add(Kind::handshake_done, flag::https,
-                           "a current TLS client connects with " + handshake.text, {});
+                           "key, ciphers, protocols and curve work together: " + handshake.text);
 }
 
 } // namespace orvane::preflight

@@ -9,6 +9,7 @@ namespace orvane::preflight {
 struct TlsCheck {
     const qel::config::HttpsSettings& https;
     const TlsFiles& files;
+    unsigned days; ///< a certificate that expires within them is a warning
     Findings& findings;
 
     const qel::config::SslContext& settings() const { return https.ssl_context(); }

@@ -14,10 +14,9 @@ void look_at_tls_contents(const TlsCheck& check) {
     OPENSSL_init_ssl(OPENSSL_INIT_NO_ATEXIT, nullptr);
     const Key key = open_key(check);
     const Certificates chain = read_chain(check), ca = read_ca(check);
-    const CertificateStore store = system_store(check, check.settings().use_system_store());
+    const CertificateStore store = system_store(check, chain, check.settings().use_system_store());
     look_at_revocation_lists(check, ca);
-    for (const Certificate& one : ca)
-        X509_STORE_add_cert(store.get(), one.get());
+    add_issuers(store.get(), ca, chain);
     if (!chain.empty()) {
         look_at_certificates(check, chain);
         look_at_issuers(check, chain, store.get());

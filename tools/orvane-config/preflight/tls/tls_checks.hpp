@@ -19,8 +19,11 @@ bool key_matches(const TlsCheck& check, EVP_PKEY* key, const Certificates& chain
 Certificates read_ca(const TlsCheck& check);
 void look_at_revocation_lists(const TlsCheck& check, const Certificates& ca);
 
-/// The system's store if it is there; `required`: that it is missing is a finding.
-CertificateStore system_store(const TlsCheck& check, bool required);
+/// The system's store if it is there, as far as it matters for the chain; `required`: that it is missing is a finding.
+CertificateStore system_store(const TlsCheck& check, const Certificates& chain, bool required);
+
+/// Adds those that may have issued one of the chain: a store takes time for each that squares with their number.
+void add_issuers(X509_STORE* store, const Certificates& certificates, const Certificates& chain);
 
 /// The times of a certificate, which `what` names at the beginning of the texts.
 void look_at_times(const TlsCheck& check, std::u16string_view flag, const X509* certificate,

@@ -34,8 +34,9 @@ void look_at_ca_times(const TlsCheck& check, const Certificates& ca) {
                            "Replace them with the authorities' new certificates.");
     else
         check.findings.add(Kind::ca_expired, flag,
-                           std::to_string(count - valid) + " of the " + std::to_string(count) +
-                               " certificates in the file are not valid now",
+                           "of the " + std::to_string(count) + " certificates in the file, " +
+                               std::to_string(count - valid) + (count - valid == 1 ? " is" : " are") +
+                               " not valid now",
                            "Replace them with the authorities' new certificates.");
 }
 
@@ -44,15 +45,15 @@ const char* from_environment(const char* variable, const char* otherwise) {
     return value == nullptr ? otherwise : value;
 }
 
-/// Adds the certificates of a file; the number of them.
-std::size_t add_file(X509_STORE* store, const std::string& name, Findings& findings) {
+/// Adds the certificates of a file that may have issued one of the chain; the number of all that are there.
+std::size_t add_file(X509_STORE* store, const std::string& name, const Certificates& chain,
+                     Findings& findings) {
     constexpr std::size_t limit = std::size_t{16} * 1024 * 1024;
     const BoundedFile file = read_bounded(Path(qel::i18n::utf8_to_ustring(name)), limit);
     if (file.outcome != BoundedFile::Outcome::read) return 0;
     const Certificates certificates =
         certificates_in(read_pem(file.text), flag::https_use_system_store, findings);
-    for (const Certificate& one : certificates)
-        X509_STORE_add_cert(store, one.get());
+    add_issuers(store, certificates, chain);
     return certificates.size();
 }
 
@@ -139,13 +140,23 @@ void look_at_revocation_lists(const TlsCheck& check, const Certificates& ca) {
     if (check.files.ca) look_at_lists_in(check, *check.files.ca, ca);
 }
 
-CertificateStore system_store(const TlsCheck& check, bool required) {
+void add_issuers(X509_STORE* store, const Certificates& certificates, const Certificates& chain) {
+    for (const Certificate& one : certificates) {
+        X509_NAME* const name = X509_get_subject_name(one.get());
+        if (std::ranges::any_of(chain, [name](const Certificate& issued) {
+                return X509_NAME_cmp(X509_get_issuer_name(issued.get()), name) == 0;
+            }))
+            X509_STORE_add_cert(store, one.get());
+    }
+}
+
+CertificateStore system_store(const TlsCheck& check, const Certificates& chain, bool required) {
     CertificateStore store(X509_STORE_new());
     const std::string file = from_environment(X509_get_default_cert_file_env(), X509_get_default_cert_file());
     const std::string directory = store_directory();
     const bool in_directory = has_hashed_names(directory, ".");
     if (in_directory) X509_STORE_load_path(store.get(), directory.c_str());
-    const bool in_file = add_file(store.get(), file, check.findings) != 0;
+    const bool in_file = add_file(store.get(), file, chain, check.findings) != 0;
     ERR_clear_error();
     if (required && !in_directory && !in_file)
         check.findings.add(Kind::system_store_missing, flag::https_use_system_store,

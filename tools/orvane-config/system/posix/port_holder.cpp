@@ -1,6 +1,7 @@
 // Who listens on a port, on POSIX: told where the system has Linux's /proc.
 #include "system/port_holder.hpp"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
@@ -54,7 +55,7 @@ void read_table(const char* file, int family, unsigned short port, BySocket& hol
         std::array<char, INET6_ADDRSTRLEN> text{};
         const std::string address = address_in(std::string_view(local).substr(0, colon));
         if (inet_ntop(family, address.data(), text.data(), text.size()) == nullptr) continue;
-        holders["socket:[" + inode + "]"] = {text.data(), 0, "", user};
+        holders["socket:[" + inode + "]"] = {text.data(), 0, "", user, 0};
     }
 }
 
@@ -64,6 +65,14 @@ std::string line_of(const fs::path& file) {
     std::string line;
     std::getline(in, line);
     return line;
+}
+
+/// The fourth word; the second is the program's name in parentheses, and may have any characters.
+unsigned parent_in(const std::string& stat) {
+    unsigned parent = 0;
+    char state = 0;
+    std::istringstream(stat.substr(std::min(stat.size(), stat.rfind(')') + 1))) >> state >> parent;
+    return parent;
 }
 
 /// Takes the sockets of one process that are among the holders'.
@@ -76,6 +85,7 @@ void look_into(const fs::path& process, BySocket& holders) {
         const std::string number = process.filename().string();
         std::from_chars(number.data(), number.data() + number.size(), holder->second.pid);
         holder->second.program = line_of(process / "comm");
+        holder->second.parent = parent_in(line_of(process / "stat"));
     }
 }
 
