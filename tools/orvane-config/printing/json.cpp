@@ -11,6 +11,7 @@
 #include <boost/json/src.hpp> // the library itself, for the whole tool
 
 #include <concepts>
+#include <ranges>
 
 namespace orvane {
 namespace {
@@ -51,23 +52,8 @@ json::value to_json(const std::pair<std::u16string, std::u16string>& entry) {
     return {{"key", to_json(entry.first)}, {"value", to_json(entry.second)}};
 }
 
-json::value to_json(const AccessMap& clients);
-template <Record T>
-json::value to_json(const T& record);
 template <class T>
-json::value to_json(const optional<T>& value);
-template <class T>
-json::value to_json(const std::vector<T>& values);
-template <class T>
-json::value to_json(const std::set<T>& values);
-
-template <class T>
-json::value json_of(const T& value) {
-    static_assert(
-        requires { to_json(value); },
-        "a field has a type without JSON: add a to_json above; a record has to be in each_record.inl");
-    return to_json(value);
-}
+json::value json_of(const T& value);
 
 template <class Elements>
 json::value array_of(const Elements& values) {
@@ -77,41 +63,25 @@ json::value array_of(const Elements& values) {
     return array;
 }
 
-json::value to_json(const AccessMap& clients) {
-    json::array array;
-    for (const auto& [client, archives] : clients)
-        array.push_back({{"name", to_json(client)}, {"archives", array_of(archives)}});
-    return array;
-}
-
+/// A field has a type without JSON if this does not compile: add a to_json above; a record has to be in each_record.inl.
 template <class T>
-json::value to_json(const optional<T>& value) {
-    return value ? json_of(*value) : json::value();
-}
-template <class T>
-json::value to_json(const std::vector<T>& values) {
-    return array_of(values);
-}
-template <class T>
-json::value to_json(const std::set<T>& values) {
-    return array_of(values);
-}
-
-template <Record T>
-json::value to_json(const T& record) {
-    json::object object;
-    for_each_field(record, [&](const char* name, const auto& value) { object[name] = json_of(value); });
-    return object;
+json::value json_of(const T& value) {
+    if constexpr (Record<T>) {
+        json::object object;
+        for_each_field(value, [&](const char* name, const auto& field) { object[name] = json_of(field); });
+        return object;
+    } else if constexpr (requires { to_json(value); }) {
+        return to_json(value);
+    } else if constexpr (std::same_as<T, AccessMap::value_type>) {
+        return {{"name", to_json(value.first)}, {"archives", array_of(value.second)}};
+    } else if constexpr (std::ranges::range<T>) {
+        return array_of(value);
+    } else {
+        return value ? json_of(*value) : json::value();
+    }
 }
 
 // --- verdicts
-
-json::array strings(const std::vector<std::string>& texts) {
-    json::array array;
-    for (const std::string& text : texts)
-        array.push_back(to_json(text));
-    return array;
-}
 
 json::object to_json(const boost::system::error_code& code) {
     return {{"value", code.value()}, {"message", code.message()}};
@@ -140,7 +110,7 @@ json::value to_json(const Fault& fault, const SourcePlaces& places, const Advice
         object["flag"] = to_json(occurrence[0].text);
         if (occurrence.size() == 2) object["value"] = to_json(occurrence[1].text);
     }
-    object["advice"] = strings(advice.sentences);
+    object["advice"] = array_of(advice.sentences);
     object["suggestions"] = array_of(advice.suggestions);
     if (fault.fix) object["fix"] = to_json(*fault.fix);
     return object;
@@ -178,7 +148,7 @@ void add_places(json::object& object, const SourcePlaces& places, const json::ar
 }
 
 json::value json_of(const qel::config::ServerSettings& settings) {
-    return to_json(settings);
+    return json_of<ServerSettings>(settings);
 }
 
 json::object head_of(const Verdict& verdict) {
@@ -209,13 +179,13 @@ std::string check_json(const Verdict& verdict) {
         ids.emplace_back(id_of(problem));
     object["problem_ids"] = std::move(ids);
     object["involved"] = array_of(verdict.diagnosis.involved);
-    if (verdict.accepted()) object["settings"] = to_json(verdict.answer.settings);
+    if (verdict.accepted()) object["settings"] = orvane::json_of(verdict.answer.settings);
     return json::serialize(object);
 }
 
 std::string show_json(const Verdict& verdict) {
     json::object object = head_of(verdict);
-    object["settings"] = to_json(verdict.answer.settings);
+    object["settings"] = orvane::json_of(verdict.answer.settings);
     json::object origins;
     for (const Setting& setting : settings_of(verdict.answer.settings)) {
         if (setting.lines.empty()) continue;

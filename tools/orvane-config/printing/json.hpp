@@ -2,7 +2,7 @@
 #pragma once
 
 #include "explaining/verdict.hpp"
-#include "probing/differences.hpp"
+#include "probing/settings.hpp"
 
 #include <string>
 #include <vector>
@@ -11,6 +11,7 @@ namespace orvane {
 
 struct Explanation;
 struct FileReport;
+struct Reference;
 
 inline constexpr int json_format = 1;
 
@@ -20,5 +21,6 @@ std::string diff_json(const Verdict& before, const Verdict& after, const std::ve
                       bool same_tokens);
 std::string explain_json(const std::vector<Explanation>& kinds);
 std::string locate_json(const std::vector<FileReport>& files);
+std::string reference_json(const std::vector<const Reference*>& flags);
 
 } // namespace orvane

@@ -1,6 +1,4 @@
 // The reference of the flags for other programs.
-#include "printing/reference_json.hpp"
-
 #include "printing/json.hpp"
 #include "probing/settings_of_flag.hpp"
 

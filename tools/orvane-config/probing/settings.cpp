@@ -154,4 +154,12 @@ std::set<std::size_t> differing(const std::vector<Setting>& before, const std::v
     return positions;
 }
 
+std::vector<Difference> differences(const ServerSettings& before, const ServerSettings& after) {
+    const auto old_settings = settings_of(before), new_settings = settings_of(after);
+    std::vector<Difference> result;
+    for (const std::size_t position : differing(old_settings, new_settings))
+        result.push_back({old_settings[position], new_settings[position]});
+    return result;
+}
+
 } // namespace orvane

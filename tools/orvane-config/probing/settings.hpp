@@ -27,4 +27,12 @@ std::vector<Setting> settings_of(const qel::config::ServerSettings& settings);
 /// The positions of those that differ.
 std::set<std::size_t> differing(const std::vector<Setting>& before, const std::vector<Setting>& after);
 
+struct Difference {
+    Setting before, after;
+};
+
+/// In the order of the settings.
+std::vector<Difference> differences(const qel::config::ServerSettings& before,
+                                    const qel::config::ServerSettings& after);
+
 } // namespace orvane

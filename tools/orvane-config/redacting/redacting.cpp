@@ -3,7 +3,7 @@
 
 #include "explaining/kinds.hpp"
 #include "explaining/verdict.hpp"
-#include "probing/differences.hpp"
+#include "probing/settings.hpp"
 #include "redacting/values.hpp"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 #include "printing/json.hpp"
 #include "printing/settings_text.hpp"
 #include "printing/verdict_text.hpp"
-#include "probing/differences.hpp"
+#include "probing/settings.hpp"
 #include "redacting/redacting.hpp"
 #include "verbs/input.hpp"
 

@@ -1,7 +1,7 @@
 // The verb `flags`: the reference of all flags, or of those that somebody asks about.
 #include "explaining/lookup.hpp"
 #include "explaining/meant_flags.hpp"
-#include "printing/reference_json.hpp"
+#include "printing/json.hpp"
 #include "printing/reference_text.hpp"
 #include "text/spelling.hpp"
 #include "verbs/call.hpp"
