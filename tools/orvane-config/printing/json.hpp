@@ -9,7 +9,6 @@
 
 namespace orvane {
 
-struct Explanation;
 struct FileReport;
 struct Reference;
 
@@ -19,7 +18,6 @@ std::string check_json(const Verdict& verdict);
 std::string show_json(const Verdict& verdict);
 std::string diff_json(const Verdict& before, const Verdict& after, const std::vector<Difference>& found,
                       bool same_tokens);
-std::string explain_json(const std::vector<Explanation>& kinds);
 std::string locate_json(const std::vector<FileReport>& files);
 std::string reference_json(const std::vector<const Reference*>& flags);
 

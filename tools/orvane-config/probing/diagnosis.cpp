@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
+#include <set>
 #include <unordered_set>
 
 namespace orvane {
@@ -81,16 +82,13 @@ Fix fix_of(const Tokens& given, const WorkingLine& line, const Edit& edit) {
     while (back + 1 < old.size() - front && back < most &&
            same(old[old.size() - 1 - back], replacement[replacement.size() - 1 - back]))
         ++back;
-    Fix fix;
+    std::set<std::size_t> numbers;
     for (std::size_t i = front; i < old.size() - back; ++i)
-        if (old[i].number != 0) fix.tokens.push_back(old[i].number);
-    std::sort(fix.tokens.begin(), fix.tokens.end());
-    fix.tokens.erase(std::unique(fix.tokens.begin(), fix.tokens.end()), fix.tokens.end());
+        if (old[i].number != 0) numbers.insert(old[i].number);
     const auto at = [&replacement](std::size_t i) {
         return replacement.begin() + static_cast<std::ptrdiff_t>(i);
     };
-    fix.replacement.assign(at(front), at(replacement.size() - back));
-    return fix;
+    return {{numbers.begin(), numbers.end()}, {at(front), at(replacement.size() - back)}};
 }
 
 /// In a line that is refused: its first refused occurrence, looked for without a record.

@@ -36,6 +36,11 @@ std::vector<Input> sides_of(const Call& call) {
             sides.push_back(side_of(call, {word}));
     }
     if (sides.size() != 2) throw Misused("give two command lines: two files, or FLAGS -- FLAGS");
+    if (call.has(own("redact"))) {
+        const auto lines = redacting::redacted({sides[0].flags, sides[1].flags});
+        sides[0].flags = lines[0];
+        sides[1].flags = lines[1];
+    }
     return sides;
 }
 
@@ -51,12 +56,7 @@ void print_differences(const std::vector<Difference>& found, const Verdict& befo
 constexpr ExitCode equal = ExitCode::done, different = ExitCode::negative, trouble = ExitCode::misused;
 
 ExitCode compare(const Call& call) {
-    std::vector<Input> sides = sides_of(call);
-    if (call.has(own("redact"))) {
-        const auto lines = redacting::redacted({sides[0].flags, sides[1].flags});
-        sides[0].flags = lines[0];
-        sides[1].flags = lines[1];
-    }
+    const std::vector<Input> sides = sides_of(call);
     const Verdict before = judge(sides[0], true), after = judge(sides[1], true);
     for (const Verdict* verdict : {&before, &after}) {
         if (verdict->accepted()) continue;
