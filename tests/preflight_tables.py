@@ -59,6 +59,8 @@ def check_text(test, text, answer):
              "not known to be ready: " if answer["counts"]["unknown"] else "nothing found that keeps the server from starting")
     left_out = ", ".join(one["name"] for one in answer["groups"] if not one["looked_at"])
     test.assertEqual((last[:len(start)], last.partition("; not looked at: ")[2], "can start" in text), (start, left_out, answer["ready"]))
+    clear = answer["counts"]["blocking"] + answer["counts"]["unknown"] == 0
+    test.assertEqual("answer for root" in text, clear and answer["user"] == "root")
     test.assertEqual([one for one in answer["findings"] if one["what"].isprintable() and one["what"] not in text], [])
 
 

@@ -167,7 +167,11 @@ class Preflight(unittest.TestCase):
                 words = [*([] if REQUIRED[0] in words else ["--auto-deploy-root", "mine", "--extract-root", "mine"]), *words]
                 done = subprocess.run(["unshare", "-rm", "sh", "-c", own + ' && exec "$@"', "sh", *TOOL, "preflight", "--json",
                                        "--only", "directories,programs,resources", *QUIET, *words], capture_output=True, timeout=60, check=False)
-                compare(self, json.loads(done.stdout)["findings"], expected, words, PWD=os.path.join(os.getcwd(), str(number)), **known)
+                answer = json.loads(done.stdout)
+                check_sound(self, done.returncode, answer)
+                compare(self, answer["findings"], expected, words, PWD=os.path.join(os.getcwd(), str(number)), **known)
+        said = subprocess.run(["unshare", "-r", *TOOL, "preflight", "--only", "programs", *REQUIRED], capture_output=True, check=False).stdout
+        self.assertIn(b"\nThis is the answer for root, ", said)
 
     def test_each_kind_of_finding_is_in_a_table_with_its_texts(self):
         kinds = {one["id"] for one in json.loads(run(*TOOL, "explain", "--format", "json").stdout)["kinds"] if one["about"] == "finding"}
