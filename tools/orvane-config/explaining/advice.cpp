@@ -25,6 +25,7 @@ constexpr Rule* unknown_tokens[] = {
     program_before_flags,
     comment,
     goes_on,              // may look like a flag's name, but belongs to the value before it
+    several_words,
     misspelt,             // the token was meant as a flag
     attached_value,
     before_its_flag,

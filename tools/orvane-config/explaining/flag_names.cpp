@@ -36,36 +36,6 @@ std::string misspelling(std::u16string_view token, const Reference& flag) {
     return "flags are written with a hyphen between words: " + meant;
 }
 
-/// In a text from source code, which breaks lines with \n.
-std::u16string with_blanks(std::u16string text) {
-    for (std::size_t at = 0; (at = text.find(u"\\n--", at)) != text.npos;)
-        text.replace(at, 2, u" ");
-    return text;
-}
-
-/// Takes what continues a line from the end of the text.
-std::u16string take_marks(std::u16string& text) {
-    const std::size_t at = text.find_last_of(blanks);
-    if (at == text.npos || !is_mark(text.substr(at + 1))) return {};
-    const std::u16string mark = text.substr(at + 1);
-    text = trimmed(text.substr(0, at), blanks);
-    return mark;
-}
-
-bool holds_a_flag(std::u16string_view text) {
-    const auto words = split_words(text, u" ");
-    return std::any_of(words.begin(), words.end(), is_meant_as_flag);
-}
-
-/// "--num-workers 4 --wait" in one token.
-Advice several_words(const FaultInLine& fault, const Reference& meant, std::u16string_view text) {
-    std::vector<Token> tokens = {{std::u16string(meant.wide), fault.number()}};
-    for (const std::u16string& word : split_words(text, u" "))
-        tokens.push_back({word, fault.number()});
-    return replace(fault, fault.at, fault.at + 1, tokens,
-                   "this is several words in one; pass each as a separate argument: ");
-}
-
 Advice switch_with_value(const FaultInLine& fault, const Reference& meant, std::u16string_view value) {
     const std::string flag(meant.flag);
     if (means_off(value))
@@ -125,15 +95,10 @@ Advice with_value_after(const FaultInLine& fault, const Reference& meant, char16
                         std::u16string_view rest, std::vector<std::string> sentences) {
     const Token flag{std::u16string(meant.wide), fault.number()};
     const bool blank = is_one_of(separator, blanks);
-    std::u16string given(rest);
-    if (blank) given = with_blanks(trimmed(rest, u" =\t\r\n\u00A0"));
-    if (const std::u16string mark = blank ? take_marks(given) : u""; !mark.empty())
-        sentences.push_back(shown(mark) + " from the end of a line was passed to the server: leave it out");
+    const std::u16string given = blank ? trimmed(rest, u" =\t\u00A0") : std::u16string(rest);
     const std::u16string value = clean_value(meant, given);
     Advice advice;
-    if (blank && holds_a_flag(value)) {
-        advice = several_words(fault, meant, value);
-    } else if (meant.is_switch()) {
+    if (meant.is_switch()) {
         advice = switch_with_value(fault, meant, value);
     } else if (value.empty() && has_strays(fault.line, fault.at + 1)) {
         Token next = fault.line[fault.at + 1][0];
@@ -145,7 +110,7 @@ Advice with_value_after(const FaultInLine& fault, const Reference& meant, char16
             {"its value is missing: " + std::string(meant.flag) + " " + std::string(meant.value)}, {}, {}};
         advice.edit = edit_of(fault, fault.at, fault.at + 1, with_placeholder({flag}));
     } else {
-        const bool follows = !takes(flag, value);
+        const bool follows = !takes(flag, value) && !has_unit_after(fault.line, fault.at);
         std::u16string better = value;
         if (follows)
             for (const Reading& reading : readings(meant, value))
@@ -157,6 +122,25 @@ Advice with_value_after(const FaultInLine& fault, const Reference& meant, char16
     }
     advice.sentences.insert(advice.sentences.begin(), sentences.begin(), sentences.end());
     return advice;
+}
+
+std::optional<Advice> several_words(const FaultInLine& fault) {
+    std::u16string text = fault.token();
+    // Source code breaks lines like this.
+    for (std::size_t at = 0; (at = text.find(u"\\n--", at)) != text.npos;)
+        text.replace(at, 2, u" ");
+    const auto words = split_words(text, blanks);
+    if (words.size() < 2 || !is_flag_like(words[0])) return std::nullopt;
+    std::vector<Token> tokens;
+    for (const std::u16string& word : words)
+        tokens.push_back({word, fault.number()});
+    constexpr auto sentence = "this is several words in one; pass each as a separate argument: ";
+    if (std::any_of(words.begin() + 1, words.end(), is_meant_as_flag))
+        return replace(fault, fault.at, fault.at + 1, tokens, sentence);
+    if (!is_mark(words.back())) return std::nullopt;
+    const std::u16string_view rest = std::u16string_view(text).substr(0, text.find_last_of(words.back()[0]));
+    return replace(fault, fault.at, fault.at + 1, {{trimmed(rest, blanks), fault.number()}},
+                   shown(words.back()) + " from the end of a line was passed to the server; leave it out: ");
 }
 
 std::optional<Advice> misspelt(const FaultInLine& fault) {

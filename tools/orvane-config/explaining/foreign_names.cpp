@@ -77,12 +77,15 @@ std::optional<ForeignFlag> foreign_at(const WorkingLine& line, std::size_t at) {
     if (!synonym) return std::nullopt;
     ForeignFlag found{*synonym, separator != 0 ? bare(rest) : number, line[at][0].number, at + 1,
                       end_of_strays(line, at + 1)};
-    const bool has_own =
-        synonym->reference != nullptr && (synonym->reference->is_switch() || !synonym->value.empty());
-    if (separator != 0 || attached || has_own || found.end_of_strays == at + 1) return found;
-    found.value = line[at + 1][0].text;
-    found.number = line[at + 1][0].number;
-    ++found.end;
+    const Reference* const reference = synonym->reference;
+    const bool has_own = reference != nullptr && (reference->is_switch() || !synonym->value.empty());
+    if (separator == 0 && !attached && !has_own && found.end_of_strays != at + 1) {
+        found.value = line[at + 1][0].text;
+        found.number = line[at + 1][0].number;
+        ++found.end;
+    }
+    if (reference != nullptr && reference->holds(Holds::quantity) && has_unit_after(line, found.end - 1))
+        found.value += u" " + line[found.end++][0].text;
     return found;
 }
 

@@ -27,7 +27,7 @@ constexpr Unit time_units[] = {
 };
 
 constexpr Unit size_units[] = {
-    {u"  b byte bytes octets o ", 1},
+    {u"  b byte bytes octets ", 1},
     {u" k kb kib ki kilobytes kbyte kbytes ko ", Amount{1} << 10},
     {u" m mb mib mi megabytes mbyte mbytes meg mo ", Amount{1} << 20},
     {u" g gb gib gi gigabytes gbyte gbytes gig go ", Amount{1} << 30},

@@ -30,7 +30,9 @@ Readings addresses(const std::u16string& value, const Reference& reference) {
     Readings found;
     if (text != whole) found.push_back({text, "write only host and port, without a scheme or a path"});
     const auto words = split_words(text, u" ,;");
-    if (words.size() == 2 && all_digits(trimmed(words[1], u":")) && !all_digits(words[0]))
+    const bool open =
+        !words.empty() && (words[0].find(u':') >= words[0].size() - 1 || words[0].ends_with(u']'));
+    if (words.size() == 2 && open && all_digits(trimmed(words[1], u":")) && !all_digits(words[0]))
         found.push_back(
             {trimmed(words[0], u":") + u":" + trimmed(words[1], u":"), "a colon separates host and port"});
     const std::size_t colon = text.find(u':');

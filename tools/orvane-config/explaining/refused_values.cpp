@@ -178,6 +178,7 @@ std::optional<Advice> read_otherwise(const FaultInLine& fault) {
     const Token* const next = next_stray(fault);
     for (const bool with_next : {false, true}) {
         if (with_next && next == nullptr) break;
+        if (!with_next && has_unit_after(fault.line, fault.at)) continue;
         const std::u16string value = value_of(fault).text + (with_next ? u" " + next->text : u"");
         if (value.size() > 1000) break;
         for (const Reading& reading : readings(flag_of(fault), value))

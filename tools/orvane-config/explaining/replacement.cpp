@@ -109,6 +109,10 @@ bool has_strays(const WorkingLine& line, std::size_t from) {
     return from != line.size() && is_stray(line[from][0].text, false);
 }
 
+bool has_unit_after(const WorkingLine& line, std::size_t at) {
+    return has_strays(line, at + 1) && is_unit(lower(line[at + 1][0].text));
+}
+
 const Reference& reference_of(const Occurrence& occurrence) {
     return *reference_of(occurrence[0].text);
 }

@@ -46,6 +46,9 @@ std::size_t end_of_strays(const WorkingLine& line, std::size_t from, bool of_a_c
 /// Whether there is at least one.
 bool has_strays(const WorkingLine& line, std::size_t from);
 
+/// Whether a unit follows, without which the value would be another.
+bool has_unit_after(const WorkingLine& line, std::size_t at);
+
 /// What the reference says of an occurrence's flag.
 const Reference& reference_of(const Occurrence& occurrence);
 

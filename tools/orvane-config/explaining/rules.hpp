@@ -14,7 +14,7 @@ using Rule = std::optional<Advice>(const FaultInLine& fault);
 Rule empty_token, own_option, program_before_flags, lone_mark, shell_syntax, comment;
 
 // About names (flag_names.cpp).
-Rule misspelt, attached_value, similar_name, unknown_name;
+Rule several_words, misspelt, attached_value, similar_name, unknown_name;
 
 // About names that other servers have for a setting, or for its reverse (foreign_names.cpp).
 Rule other_polarity, foreign_name;

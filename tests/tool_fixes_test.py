@@ -1,0 +1,90 @@
+#!/usr/bin/env python3
+"""Spoils values, and judges by the library's record whether what `fix` prints means what was typed: tool_fixes_test.py TOOL..."""
+import json, random, re, shlex, sys, unittest
+from fractions import Fraction
+
+import many_lines
+
+TOOL = sys.argv[1:]
+del sys.argv[1:]
+LINES = 4000 if many_lines.PROGRAM else 30
+SIZES = {"": 1, "K": 1 << 10, "MB": 1 << 20, "GiB": 1 << 30, " mb": 1 << 20, "k": 1 << 10, " GB": 1 << 30}
+TIMES = {"s": 10**6, "m": 60 * 10**6, "h": 3600 * 10**6, "ms": 1000, " seconds": 10**6, "min": 60 * 10**6, "d": 86400 * 10**6}
+# Of each: flags, one of them other servers', units, and how the record has it.
+AMOUNTS = [(["--log-rotation-size", "--max-log-size"], SIZES, lambda record: record["log_rotation_size"]),
+           (["--num-workers", "--workers"], {"": 1}, lambda record: record["num_workers"]),
+           (["--request-timeout", "--timeout"], TIMES, lambda record: record["request_timeout"]["microseconds"])]
+ADDRESSES = """web:{p} web {p}|web,{p}|{p}:web|http://web:{p}/|web : {p}|web:{p}/|"web:{p}"|web:{p},|web;{p}|[::1] {p}|127.0.0.1,{p}|127.0.0.1 {p}|web:{p}/{q}/"""
+NO_ADDRESSES = """8,{p}|{p},{q}|{p}-{q}|0x{p}|{p}O|{p}%|{p} {q}|http|web:http|unix:/run/{p}.sock|http://a:{p};http://b:{q}|web:{p} {q}|web:{p},{q}|
+    https://web:{p}|1.2.3:{p}%|{p}..{q}|web:+{p}x|eighty""".replace("\n    ", "")
+WAYS = [lambda c, f, v: [f, v], lambda c, f, v: [f + "=" + v], lambda c, f, v: [f + " " + v], lambda c, f, v: [f + " " + v + " \\"],
+        lambda c, f, v: [f, *v.split()], lambda c, f, v: [f[:-3] + f[-2:], v], lambda c, f, v: [f + ":", v], lambda c, f, v: [f, '"' + v + '"'],
+        lambda c, f, v: [f, v + ","], lambda c, f, v: [f, "=", v], lambda c, f, v: [f, v, "--foo", "81"], lambda c, f, v: [v, f],
+        lambda c, f, v: [f, v, "stray82"], lambda c, f, v: (f + "=" + v).split(), lambda c, f, v: [f + " " + v + "\\n--wait"], lambda c, f, v: [f, f, v], lambda c, f, v: [f, v, "&&", "x83"]]
+
+
+def number(chance, unit):
+    """A number as it is typed somewhere, and its value; None: it can be read in two ways, or is none."""
+    a, b, c = chance.randrange(1, 30), chance.randrange(100, 1000), chance.randrange(100, 1000)
+    tenths, groups, thousands = Fraction(c % 10, 10), a * 10**6 + b * 1000 + c, a * 1000 + b
+    return chance.choice([
+        (f"{a}", a), (f"{a}.{c % 10}", a + tenths), (f"{a},{c % 10}", a + tenths), (f"0,{b}", Fraction(b, 1000)), (f".{c % 10}", tenths),
+        (f"{a},{b}", None if unit else thousands), (f"{a}.{b}", a + Fraction(b, 1000) if unit else None),
+        (f"{a},{b},{c}", groups), (f"{a}.{b}.{c}", groups), (f"{a}_{b}", thousands), (f"{a}'{b}", thousands), (f"{a} {b}", thousands),
+        (f"{a},{b}.{c % 10}", thousands + tenths), (f"{a}.{b},{c % 10}", thousands + tenths),
+        *((text, None) for text in (f"{a}%", f"0x{a}", f"{a}-{c}", f"{a}..{c}", f"{a};{c}", f"{a}/{c}", f"~{a}", f"{a}O", f"{a},,{b}", f"{a},{b},{a}",
+                                    "half", "four", "auto", "unlimited", f"{a} or {c}", f"{a}.{b}.{a}", f"-{a}", f"{a}b{c}"))])
+
+
+def spoilt(chance):
+    """A flag and a value, what they mean, and how the record has that."""
+    if chance.random() < 0.3:
+        p, q = chance.randrange(1000, 9000), chance.randrange(1000, 9000)
+        known = chance.random() < 0.5
+        value = chance.choice((ADDRESSES if known else NO_ADDRESSES).split("|")).format(p=p, q=q)
+        host = re.search(r"web|127\.0\.0\.1|\[::1\]", value)
+        return chance.choice(["--http", "--listen"]), value, (host[0], p) if known else None, lambda record: (record["http"]["host"], record["http"]["port"])
+    flags, units, recorded = chance.choice(AMOUNTS)
+    unit, size = chance.choice([*units.items()])
+    text, value = number(chance, unit)
+    amount = None if value is None or (size == 1 and value % 1) else value * size
+    return chance.choice(flags), text + unit, amount, recorded
+
+
+class Fixes(unittest.TestCase):
+    def ask(self, words):
+        return json.loads(many_lines.run(TOOL, "check", "--json", *words)[1])
+
+    def test_a_fix_means_what_was_typed(self):
+        fixed = known = 0
+        for seed in range(LINES):
+            chance = random.Random(seed)
+            flag, value, meaning, recorded = spoilt(chance)
+            typed = chance.choice(WAYS)(chance, flag, value)
+            words = ["--auto-deploy-root", "/srv/d84", *typed, "--num-threads", "85", "--user-data", "zone86 east"]
+            if self.ask(words)["accepted"]:
+                continue
+            code, line, said = many_lines.run(TOOL, "fix", *words)
+            with self.subTest(shlex.join(words), line=line):
+                advice = "\n".join(re.findall("^ {4}(.*)", said, re.M))
+                final = shlex.split(line)
+                if (meaning is None or isinstance(meaning, tuple)) and "<value>" not in line:
+                    # Every number is there, or is named.
+                    for word in re.findall(r"\w*\d\w*", " ".join(typed).replace("\\n", " ")):
+                        self.assertIn(word, line + advice)
+                self.assertIn("--foo", [*final, *[word for word in ["--foo"] if word not in typed]])
+                if code in (0, 3):
+                    record = self.ask([word.replace("<value>", "9") for word in final])["settings"]
+                    self.assertEqual((record["num_threads"], record["user_data"]), (85, [{"key": "zone86", "value": "east"}]))
+                    self.assertEqual("--wait" in " ".join(typed), record["wait_mode"])
+                known += meaning is not None
+                if code == 0:
+                    fixed += 1
+                    found = recorded(record)
+                    right = found == meaning or meaning is not None and isinstance(found, int) and abs(found - meaning) < 1
+                    # Else the server takes the value as it was typed, and there is a warning.
+                    self.assertTrue(right or value in final and f"{shlex.quote(value)}: " in said, (found, meaning))
+        self.assertGreater(fixed, known / 2)
+
+
+unittest.main()
