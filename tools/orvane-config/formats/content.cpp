@@ -37,8 +37,7 @@ std::string all_of(const Read& read, const std::string& name) {
 }
 
 /// Through the C library: to a C++ stream, a failure to read standard input looks like its end.
-std::string bytes_of_standard_input() {
-    const std::string name = "standard input";
+std::string bytes_of_standard_input(const std::string& name) {
     keep_bytes(stdin);
     const auto read = [&](std::string& piece) {
         errno = 0;
@@ -49,11 +48,11 @@ std::string bytes_of_standard_input() {
     return all_of(read, name);
 }
 
-std::string bytes_of(const std::string& name) {
-    if (name == "-") return bytes_of_standard_input();
-    const qel::util::filesystem::Path path(qel::i18n::utf8_to_ustring(name));
+std::string bytes_of(const std::string& path, const std::string& name) {
+    if (path == "-") return bytes_of_standard_input(name);
+    const qel::util::filesystem::Path file(qel::i18n::utf8_to_ustring(path));
     errno = 0;
-    std::ifstream in(qel::util::filesystem::native(path), std::ios_base::binary);
+    std::ifstream in(qel::util::filesystem::native(file), std::ios_base::binary);
     if (!in) fail("cannot open " + name);
     const auto read = [&](std::string& piece) {
         in.read(piece.data(), static_cast<std::streamsize>(piece.size()));
@@ -71,8 +70,8 @@ bool is_program(std::string_view content) {
            content.starts_with("MZ");
 }
 
-std::string content_of(const std::string& name) {
-    return decoded(bytes_of(name));
+std::string content_of(const std::string& path, const std::string& name) {
+    return decoded(bytes_of(path, name));
 }
 
 } // namespace orvane

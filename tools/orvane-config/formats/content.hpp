@@ -6,9 +6,9 @@
 
 namespace orvane {
 
-/// As UTF-8 without a byte-order mark; "-" is standard input. Throws std::runtime_error when it cannot be read, or has no
-/// end.
-std::string content_of(const std::string& name);
+/// As UTF-8 without a byte-order mark; "-" is standard input. Throws std::runtime_error with that name when it cannot be
+/// read, or has no end.
+std::string content_of(const std::string& path, const std::string& name);
 
 /// Whether a content is that of a program, of which `content_of` reads the beginning only.
 bool is_program(std::string_view content);

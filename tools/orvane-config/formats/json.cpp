@@ -25,6 +25,15 @@ json::value parsed(const LocatedText& text) {
     return parser.release();
 }
 
+/// Not the value itself, which may be long, and private.
+std::string kind_of(const json::value& value) {
+    if (value.is_number()) return "a number";
+    return value.is_bool()    ? "a boolean"
+           : value.is_null()  ? "null"
+           : value.is_array() ? "an array"
+                              : "an object";
+}
+
 /// Where the strings begin in a text that is an array of strings.
 std::vector<Spot> starts_of_strings(const LocatedText& text) {
     std::vector<Spot> starts;
@@ -51,9 +60,11 @@ ReadTokens read_json(const LocatedText& text) {
     const json::value value = parsed(text);
     const json::array* const array = value.if_array();
     if (array == nullptr) refuse(text, 0, "this is not an array of strings");
-    for (const json::value& element : *array)
-        if (!element.is_string())
-            refuse(text, 0, "the array contains something other than a string: " + json::serialize(element));
+    for (std::size_t i = 0; i != array->size(); ++i)
+        if (!(*array)[i].is_string())
+            refuse(text, 0,
+                   "element " + std::to_string(i + 1) + " of the array is not a string, but " +
+                       kind_of((*array)[i]));
     ReadTokens tokens;
     const std::vector<Spot> starts = starts_of_strings(text);
     for (std::size_t i = 0; i != array->size(); ++i)

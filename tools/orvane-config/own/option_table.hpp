@@ -47,8 +47,8 @@ inline constexpr OwnOption own_options[] = {
     {"ids",       Argument::none,     "",                       "check show fix preflight",        "print the id of each fault and rule after its text"},
     {"get",       Argument::setting,  "SETTING",                "show",                            "print only the value of this setting, one line per element of a list; "
                                                                                                    "the exit code is 4 if it is not set"},
-    {"redact",    Argument::none,     "",                       "check show fix convert diff",     "replace paths, hosts, names and user data by placeholders, for a bug "
-                                                                                                   "report; faults and warnings stay the same; the name of FILE stays"},
+    {"redact",    Argument::none,     "",                       "check show fix convert diff",     "replace all but public words, ports and amounts by placeholders, for a "
+                                                                                                   "bug report; faults and warnings stay the same"},
     {"quiet",     Argument::none,     "",                       "check",                           "print nothing about FLAGS; the exit code says whether they are accepted"},
     {"format",    Argument::a_word,   "text|markdown|json",     "flags explain",                   "output format; by default text"},
     {"for",       Argument::anything, "NAME",                   "completions",                     "complete the flags of a server called NAME, instead of orvane-config"},

@@ -1,98 +1,99 @@
-// Command lines that can be shown to others.
-#include "redacting/redacting.hpp"
+// Command lines that can be shown to others: what the tool finds in them stays.
+#include "redacting/redactor.hpp"
 
 #include "explaining/kinds.hpp"
 #include "explaining/verdict.hpp"
+#include "probing/occurrence_text.hpp"
 #include "probing/settings.hpp"
-#include "redacting/values.hpp"
+#include "text/lists.hpp"
+#include "text/quoting.hpp"
+
+#include "qel/i18n/convert.hpp"
 
 #include <algorithm>
 #include <stdexcept>
+#include <string>
 
 namespace orvane::redacting {
 namespace {
 
-Tokens replaced(const Tokens& tokens, Words& words) {
-    Tokens made;
-    const Reference* last = nullptr;
-    for (const Occurrence& one : occurrences_of(tokens)) {
-        const std::u16string& first = one[0].text;
-        if (const Reference* const flag = reference_of(first)) {
-            last = flag;
-            made.push_back(first);
-            if (one.size() == 2) made.push_back(value(one[1].text, *flag, words));
-        } else {
-            made.push_back(stray(first, last, words));
-            if (const Reference* const meant = meant_flag(first)) last = meant;
-        }
+/// What the tool finds, and where: not what it says of it.
+struct Finding {
+    std::string what;
+    std::vector<std::size_t> tokens{};
+    std::string flags{}; ///< where it is about no token
+
+    bool operator==(const Finding& other) const { return what == other.what && tokens == other.tokens; }
+};
+using Findings = std::vector<Finding>;
+
+std::vector<std::size_t> numbers(const Occurrence& occurrence) {
+    std::vector<std::size_t> all;
+    for (const Token& token : occurrence)
+        all.push_back(token.number);
+    return all;
+}
+
+void add_faults(const Diagnosis& diagnosis, Findings& all) {
+    for (const Fault& fault : diagnosis.faults)
+        all.push_back({"fault " + std::string(id_of(fault)), numbers(fault.occurrence)});
+    const std::string flags = joined(diagnosis.involved, " and ", qel::i18n::ustring_to_utf8);
+    for (const std::u16string& problem : diagnosis.problems)
+        all.push_back({"fault " + std::string(id_of(problem)), {}, flags});
+    all.push_back({diagnosis.complete ? "complete fix" : "incomplete fix"});
+    for (const Token& token : diagnosis.fixed)
+        all.push_back({token.sample.empty() ? "fixed token" : "<value> to fill in", {token.number}});
+}
+
+void add_effects(const Effects& effects, Findings& all) {
+    for (const Redundant& one : effects.redundant) {
+        all.push_back({"redundancy", numbers(one.occurrence)});
+        all.push_back({"repetition", numbers(one.replaced_by.value_or(Occurrence()))});
     }
-    return made;
+    for (const auto& [setting, origins] : effects.origins)
+        for (const Occurrence& origin : origins)
+            all.push_back({"setting " + setting, numbers(origin)});
+    for (const std::string& setting : effects.completed)
+        all.push_back({"completed setting " + setting});
 }
 
-// --- what is compared: not what is said, but what it is said of
-
-std::vector<std::size_t> token_numbers(const std::vector<Token>& tokens) {
-    std::vector<std::size_t> numbers;
-    numbers.reserve(tokens.size());
-    for (const Token& token : tokens)
-        // A placeholder has to stay one.
-        numbers.push_back(2 * token.number + (token.sample.empty() ? 0 : 1));
-    return numbers;
-}
-
-std::vector<std::string> names_in(const qel::config::ServerSettings& settings) {
-    std::vector<std::string> names;
-    for (const Setting& setting : settings_of(settings))
+Findings findings(const Verdict& verdict) {
+    Findings all;
+    add_faults(verdict.diagnosis, all);
+    for (const Warning& warning : verdict.warnings)
+        all.push_back({"warning " + std::string(warning.id), {warning.token}});
+    add_effects(verdict.effects, all);
+    for (const Setting& setting : settings_of(verdict.answer.settings))
         for (const auto& line : setting.lines)
-            names.push_back(line.first);
-    return names;
+            all.push_back({"setting " + line.first});
+    return all;
 }
 
-bool same_faults(const Diagnosis& a, const Diagnosis& b) {
-    const auto same = [](const Fault& one, const Fault& other) {
-        return id_of(one) == id_of(other) && token_numbers(one.occurrence) == token_numbers(other.occurrence);
-    };
-    const auto ids = [](const Diagnosis& one) {
-        std::vector<std::string_view> all;
-        for (const std::u16string& problem : one.problems)
-            all.push_back(id_of(problem));
-        return all;
-    };
-    return std::ranges::equal(a.faults, b.faults, same) && ids(a) == ids(b) && a.involved == b.involved &&
-           a.complete == b.complete && token_numbers(a.fixed) == token_numbers(b.fixed);
+Findings findings_between(const std::vector<Tokens>& lines, const std::vector<Verdict>& verdicts) {
+    Findings all;
+    if (lines[0] == lines[1]) all.push_back({"equality of the lines"});
+    for (const Difference& one : differences(verdicts[0].answer.settings, verdicts[1].answer.settings))
+        all.push_back({"difference in " + one.before.name});
+    return all;
 }
 
-bool same_effects(const Effects& a, const Effects& b) {
-    const auto same_redundant = [](const Redundant& one, const Redundant& other) {
-        return token_numbers(one.occurrence) == token_numbers(other.occurrence) &&
-               token_numbers(one.replaced_by.value_or(Occurrence())) ==
-                   token_numbers(other.replaced_by.value_or(Occurrence()));
-    };
-    const auto same_occurrence = [](const Occurrence& one, const Occurrence& other) {
-        return token_numbers(one) == token_numbers(other);
-    };
-    const auto same_origin = [&](const auto& one, const auto& other) {
-        return one.first == other.first && std::ranges::equal(one.second, other.second, same_occurrence);
-    };
-    return a.completed == b.completed && std::ranges::equal(a.redundant, b.redundant, same_redundant) &&
-           std::ranges::equal(a.origins, b.origins, same_origin);
+/// The flag, and which tokens.
+std::string place(const Finding& finding, const CommandLine& line) {
+    if (!finding.flags.empty()) return finding.flags;
+    const std::size_t number = finding.tokens.empty() ? 0 : finding.tokens[0];
+    for (const Occurrence& one : line)
+        if (number != 0 && one.back().number >= number)
+            return (reference_of(one[0].text) == nullptr ? "" : shown(one[0].text) + ", ") + numbers_of(one);
+    return "the command line";
 }
 
-bool same_verdict(const Verdict& a, const Verdict& b) {
-    const auto same_warning = [](const Warning& one, const Warning& other) {
-        return one.id == other.id && one.token == other.token;
-    };
-    return a.code() == b.code() && same_faults(a.diagnosis, b.diagnosis) &&
-           same_effects(a.effects, b.effects) && std::ranges::equal(a.warnings, b.warnings, same_warning) &&
-           names_in(a.answer.settings) == names_in(b.answer.settings);
-}
-
-/// The settings that differ between two lines.
-std::vector<std::string> differing(const std::vector<Verdict>& two) {
-    std::vector<std::string> names;
-    for (const Difference& one : differences(two[0].answer.settings, two[1].answer.settings))
-        names.push_back(one.before.name);
-    return names;
+void compare(const Findings& before, const Findings& after, const CommandLine& line) {
+    const auto [lost, found] = std::ranges::mismatch(before, after);
+    if (lost == before.end() && found == after.end()) return;
+    const bool is_lost = lost != before.end() && !contains(after, *lost);
+    const Finding& one = is_lost || found == after.end() ? *lost : *found;
+    throw std::runtime_error("cannot redact " + place(one, line) + ": with placeholders, the " + one.what +
+                             " would be " + (is_lost ? "lost" : "new") + "; replace private words by hand");
 }
 
 std::vector<Verdict> verdicts_on(const std::vector<Tokens>& lines) {
@@ -103,22 +104,28 @@ std::vector<Verdict> verdicts_on(const std::vector<Tokens>& lines) {
     return all;
 }
 
+std::vector<Verdict> verdicts_in_private(const std::vector<Tokens>& lines) {
+    try {
+        return verdicts_on(lines);
+    } catch (const std::exception&) {
+        throw std::runtime_error(
+            "cannot redact the command line: the tool fails with it; without --redact it says how");
+    }
+}
+
 } // namespace
 
-std::vector<Tokens> redacted(const std::vector<Tokens>& lines) {
-    Words words(lines);
+std::vector<Tokens> Redactor::lines(const std::vector<Tokens>& lines) {
     std::vector<Tokens> made;
-    made.reserve(lines.size());
-    for (const Tokens& line : lines)
-        made.push_back(replaced(line, words));
-    const auto before = verdicts_on(lines), after = verdicts_on(made);
-    const bool same = std::ranges::equal(before, after, same_verdict) &&
-                      (lines.size() != 2 || ((lines[0] == lines[1]) == (made[0] == made[1]) &&
-                                             differing(before) == differing(after)));
-    if (!same)
-        throw std::runtime_error("cannot redact this command line: placeholders would change its faults, "
-                                 "warnings or settings; replace "
-                                 "private words by hand");
+    for (int pass = 0; pass != 2; ++pass) { // in the second one, hosts are known wherever they are
+        made.clear();
+        for (const Tokens& one : lines)
+            made.push_back(line(one));
+    }
+    const auto after = verdicts_on(made), before = verdicts_in_private(lines);
+    for (std::size_t i = 0; i != lines.size(); ++i)
+        compare(findings(before[i]), findings(after[i]), after[i].line);
+    if (lines.size() == 2) compare(findings_between(lines, before), findings_between(made, after), {});
     return made;
 }
 

@@ -1,39 +1,51 @@
-// Words that stand for others.
+// The words of a text, and which of them are public: everything else is private.
 #pragma once
 
-#include "text/tokens.hpp"
+#include "reference/reference.hpp"
 
-#include <map>
-#include <span>
-#include <string>
+#include <cstddef>
 #include <string_view>
 
 namespace orvane::redacting {
 
-/// Whether a word may stay.
-using Keep = bool(std::u16string_view word);
+enum class Kind { mark, word, ipv4, ipv6 };
 
-/// Gives each word another one: equal ones for equal ones, also where case does not count, and in the same order. A word has
-/// what warnings look at: a digit in front, capitals only, letters of other alphabets.
-class Words {
-public:
-    /// For the words in these lines. None of them is used for another.
-    explicit Words(std::span<const Tokens> lines);
+/// A piece of a text: a word, an address, or a mark between them.
+struct Word {
+    std::u16string_view text;
+    const Reference* flag = nullptr; ///< whose value the text is; null: none that is known
+    std::size_t begin = 0, end = 0;
+    Kind kind = Kind::mark;
+    bool near_root = true; ///< nothing before it was replaced
+    bool in_path = false;  ///< of a URL
 
-    /// The text with other words and addresses. Single characters stay, and what is between words.
-    std::u16string replaced(std::u16string_view text, Keep* keep);
+    /// Moves on to the next piece, if there is one. In a word, characters of `also` may be between others; in a host, a port
+    /// may follow an IPv6 address without brackets.
+    bool next(std::u16string_view also = {});
 
-    /// The same for the name or address of a machine. The names that every machine has for itself stay.
-    std::u16string host(std::u16string_view text);
-
-private:
-    std::u16string other(std::u16string_view word);
-
-    std::map<std::u16string, std::size_t> numbers_{}; ///< of words in lower case
-    std::map<std::u16string, std::u16string> others_{};
-    std::map<std::u16string, unsigned>
-        spellings_{}; ///< how many ways to write a word in lower case were seen
-    std::map<std::u16string, std::u16string> addresses_{};
+    std::u16string_view word() const { return text.substr(begin, end - begin); }
+    char16_t before() const { return begin == 0 ? u'\0' : text[begin - 1]; }
+    char16_t after() const { return end == text.size() ? u'\0' : text[end]; }
 };
+
+/// What may be in the name of a host between letters and digits, and what separates directories.
+inline constexpr std::u16string_view of_hosts = u"-._", slashes = u"/\\";
+
+bool is_of_a_word(char16_t c);
+
+/// Whether a word stays, a rule for each form of values.
+using Stays = bool(const Word& word);
+
+Stays nothing;
+Stays known_words; ///< of the tool's own tables; not of one letter, and no numbers but 0 and 1
+Stays names;       ///< of flags: as above, and letters
+Stays quantity;    ///< as known_words, but see is_quantity()
+Stays tls_names;   ///< of protocols, ciphers and curves
+Stays first_word;  ///< if it is known: up to a blank, or to the second one after a semicolon
+Stays path;        ///< a drive, directories of the system near the root, and what kind of file it is
+Stays hosts;       ///< a port, and what is known before a host
+
+/// Whether all of a text is public: numbers, alone or with a unit, and known words.
+bool is_quantity(std::u16string_view text);
 
 } // namespace orvane::redacting

@@ -48,7 +48,7 @@ void refuse_if_option(const Verb& verb, const std::u16string& token) {
     if (may_have_flags(verb) && kind_of(token.substr(0, token.find(u'='))) != FlagKind::no_flag) return;
     const std::string text = qel::i18n::ustring_to_term(token);
     if (const OwnOption* others = option_of(name_in(text))) {
-        throw Misused(spelled(*others) + " works only with " + one_of(verbs_with(*others)));
+        throw MisusedInPublic(spelled(*others) + " works only with " + one_of(verbs_with(*others)));
     }
     if (const auto similar = similar_options(verb, token); !similar.empty())
         throw Misused("there is no option '" + text.substr(0, text.find('=')) + "'; did you mean " +
@@ -63,11 +63,11 @@ void read_option(Call& call, const OwnOption& option, Tokens::const_iterator& at
     const auto equals = token.find('=');
     std::string& value = call.options.emplace_back(&option, "").second;
     if (option.argument == Argument::none) {
-        if (equals != token.npos) throw Misused(spelled(option) + " takes no value");
+        if (equals != token.npos) throw MisusedInPublic(spelled(option) + " takes no value");
         return;
     }
     if (equals == token.npos && at + 1 == end)
-        throw Misused(spelled(option) + " needs a value: " + std::string(option.value));
+        throw MisusedInPublic(spelled(option) + " needs a value: " + std::string(option.value));
     value = equals != token.npos ? token.substr(equals + 1) : qel::i18n::ustring_to_utf8(*++at);
     const auto words = split(option.value, "|");
     if (option.argument == Argument::a_word && !contains(words, value))
@@ -126,7 +126,7 @@ Call read_call(const Verb& verb, const Tokens& args, std::ostream& out, std::ost
         }
         if (takes_flags(verb) && !takes_files(verb) && names_a_file(*at, at + 1 == args.end())) {
             if (call.has(own("from")))
-                throw Misused("one file only; to join files, name each with " + spelled(own("from")));
+                throw MisusedInPublic("one file only; to join files, name each with " + spelled(own("from")));
             const std::size_t mark = at->starts_with(u'@') ? 1 : 0;
             call.options.emplace_back(&own("from"), qel::i18n::ustring_to_utf8(at->substr(mark)));
             continue;

@@ -3,6 +3,7 @@
 
 #include "own/exit_code.hpp"
 #include "own/option_table.hpp"
+#include "redacting/redactor.hpp"
 #include "text/tokens.hpp"
 
 #include <functional>
@@ -19,6 +20,11 @@ struct Misused : std::runtime_error {
     using runtime_error::runtime_error;
 };
 
+/// The same, with a text that repeats no word of the call.
+struct MisusedInPublic : Misused {
+    using Misused::Misused;
+};
+
 struct Call {
     const Verb& verb;
     std::ostream& out;
@@ -31,6 +37,8 @@ struct Call {
     Tokens words{};
     /// The command that the tool becomes when the verb has answered.
     mutable Tokens successor{};
+    /// For all that the verb prints with --redact.
+    mutable redacting::Redactor redactor{};
     /// Shows what `err` was told so far: for a verb that then waits.
     std::function<void()> tell{};
 

@@ -25,7 +25,7 @@ std::string written(const Call& call, const CommandLine& line) {
 
 ExitCode verb::convert(const Call& call) {
     if (call.has(own("redact")) && call.has(own("program")))
-        throw Misused("--redact and --program exclude each other");
+        throw MisusedInPublic("--redact and --program exclude each other");
     const Input input = input_of(call);
     CommandLine line = occurrences_of(input.flags);
     if (call.has(own("tidy"))) {

@@ -4,7 +4,6 @@
 #include "printing/settings_text.hpp"
 #include "printing/verdict_text.hpp"
 #include "probing/settings.hpp"
-#include "redacting/redacting.hpp"
 #include "verbs/input.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -35,9 +34,9 @@ std::vector<Input> sides_of(const Call& call) {
         for (const std::u16string& word : words)
             sides.push_back(side_of(call, {word}));
     }
-    if (sides.size() != 2) throw Misused("give two command lines: two files, or FLAGS -- FLAGS");
+    if (sides.size() != 2) throw MisusedInPublic("give two command lines: two files, or FLAGS -- FLAGS");
     if (call.has(own("redact"))) {
-        const auto lines = redacting::redacted({sides[0].flags, sides[1].flags});
+        const auto lines = call.redactor.lines({sides[0].flags, sides[1].flags});
         sides[0].flags = lines[0];
         sides[1].flags = lines[1];
     }

@@ -6,7 +6,6 @@
 #include "formats/content.hpp"
 #include "formats/format_table.hpp"
 #include "probing/diagnosis.hpp"
-#include "redacting/redacting.hpp"
 #include "system/process_line.hpp"
 #include "text/lists.hpp"
 #include "text/spelling.hpp"
@@ -49,8 +48,11 @@ struct Source {
     bool is_process;
 };
 
-Source source_of(const OwnOption& option, const std::string& value) {
-    if (&option != &own("pid")) return {value, value == "-" ? "standard input" : value, false};
+Source source_of(const Call& call, const OwnOption& option, const std::string& value) {
+    if (&option != &own("pid")) {
+        const std::string name = call.has(own("redact")) ? call.redactor.file(value) : value;
+        return {value, value == "-" ? "standard input" : name, false};
+    }
     const std::string file = process_line_file(pid_in(value));
     return {file, file, true};
 }
@@ -62,7 +64,7 @@ struct Content {
 };
 
 Content content_in(const Call& call, const Source& source) {
-    const std::string text = content_of(source.path);
+    const std::string text = content_of(source.path, source.name);
     if (is_program(text)) return {format_named("lines"), {{source.name, {}}}, true};
     if (const auto spot = first_not_utf8(text); spot && !source.is_process)
         throw std::runtime_error(SourcePlace{source.name, *spot}.text() +
@@ -129,7 +131,7 @@ void add_words(Input& input, const Call& call) {
 
 Input input_from(const Call& call, const OwnOption& option, const std::string& name) {
     Input input;
-    add(input, call, source_of(option, name));
+    add(input, call, source_of(call, option, name));
     return input;
 }
 
@@ -159,10 +161,10 @@ std::vector<Input> inputs_of_options(const Call& call) {
 Input input_of(const Call& call) {
     Input input;
     for (const auto& [option, value] : call.options)
-        if (is_source(option)) add(input, call, source_of(*option, value));
+        if (is_source(option)) add(input, call, source_of(call, *option, value));
     add_words(input, call);
     if (input.command && input.command->empty()) throw Misused("no command after '--'");
-    if (call.has(own("redact"))) input.flags = redacting::redacted({input.flags})[0];
+    if (call.has(own("redact"))) input.flags = call.redactor.lines({input.flags})[0];
     return input;
 }
 

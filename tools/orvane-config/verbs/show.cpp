@@ -41,7 +41,7 @@ ExitCode print_setting(const Setting& setting, std::ostream& out) {
 ExitCode verb::show(const Call& call) {
     const Verdict verdict = judge(input_of(call), true, ignored_warnings(call));
     const bool json = call.has(own("json")), one = call.has(own("get"));
-    if (json && one) throw Misused("--get and --json exclude each other");
+    if (json && one) throw MisusedInPublic("--get and --json exclude each other");
     if (!verdict.accepted() || (!json && !one)) print_verdict(verdict, call.err, wanted_ids(call));
     if (!verdict.accepted()) return ExitCode::negative;
     if (one) return print_setting(wanted_setting(call.value(own("get")), verdict.answer.settings), call.out);

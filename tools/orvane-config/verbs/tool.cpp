@@ -6,6 +6,7 @@
 #include "system/become.hpp"
 #include "system/terminal.hpp"
 #include "text/escape.hpp"
+#include "text/lists.hpp"
 #include "text/spelling.hpp"
 #include "verbs/call.hpp"
 
@@ -75,8 +76,12 @@ ExitCode run_verb(const Tokens& args, std::ostream& out, std::ostream& err, cons
         successor = call.successor;
         return code;
     } catch (const Misused& fault) {
-        err << name << ": " << fault.what() << "\nsee '" << name << " "
-            << (name.ends_with("-config") ? "help" : "--help") << "'\n";
+        const bool is_public =
+            dynamic_cast<const MisusedInPublic*>(&fault) != nullptr || !contains(args, u"--redact");
+        err << name << ": "
+            << (is_public ? fault.what()
+                          : "a word of this call is wrong; without --redact the tool says which")
+            << "\nsee '" << name << " " << (name.ends_with("-config") ? "help" : "--help") << "'\n";
         return ExitCode::misused;
     } catch (const std::exception& failure) {
         err << "orvane-config: " << failure.what() << '\n';
