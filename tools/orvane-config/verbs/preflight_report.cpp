@@ -1,8 +1,11 @@
 // What preflight finds, for the verbs that ask for it.
 #include "verbs/preflight_report.hpp"
 
+#include "reference/flag_texts.hpp"
 #include "runtime/runtime_state.hpp"
 #include "text/lists.hpp"
+
+#include "qel/i18n/convert.hpp"
 
 #include <algorithm>
 #include <charconv>
@@ -56,9 +59,12 @@ unsigned days_in(const Call& call, unsigned without) {
     return days;
 }
 
-/// The process that has published the pid file of these settings; 0 when it does not run here.
+/// The process that has published the pid file of these settings; 0 when it does not run here. Throws Misused when nothing
+/// says which server that would be.
 unsigned running_server(const qel::config::ServerSettings& settings) {
-    if (!settings.pid_root()) return 0;
+    if (!settings.pid_root())
+        throw Misused(spelled(own("restart")) + " needs " + qel::i18n::ustring_to_utf8(flag::pid_root) +
+                      ": main.pid there says which server is to be restarted");
     const FileReport file = inspect_runtime_files(settings).front();
     return file.state == FileState::alive && !file.elsewhere ? file.pid : 0;
 }
