@@ -123,13 +123,14 @@ class Network(unittest.TestCase):
             self.held("::1", known["both"])
             known["six"] = self.held("::1")
         privileged = HERE and int(Path("/proc/sys/net/ipv4/ip_unprivileged_port_start").read_text()) > 1
-        prefixes = {"nobody": AS_NOBODY, "alone": ["unshare", "-rn"],
+        prefixes = {"nobody": AS_NOBODY, "stranger": AS_NOBODY, "alone": ["unshare", "-rn"],
                     "hosts": ["unshare", "-rm", "sh", "-c", 'mount --bind hosts /etc/hosts && exec "$@"', "sh"]}
         prefixes["contacted"] = prefixes["hosts"]
         Path("hosts").write_text("127.0.0.1 pair localhost\n203.0.113.7 pair\n127.0.0.1 twin\n127.0.0.2 twin\n")
         spaces = HERE and available("unshare", "-rmn", "true")
         applies = {"always": True, "here": HERE, "hosts": spaces, "contacted": spaces, "alone": spaces, "ipv6": HERE and has_ipv6(), "network": HERE, "restart": HERE,
                    "nobody": privileged and AS_NOBODY and available(*AS_NOBODY, *TOOL, "version")}
+        applies["stranger"] = applies["nobody"]
         # A child that has the sockets, too, as servers have workers: the first process is the one to name.
         if HERE:
             self.worker(*(one.fileno() for one in self.listeners.values()))
@@ -140,11 +141,11 @@ class Network(unittest.TestCase):
             with self.subTest(row):
                 words = [*REQUIRED, *shlex.split(string.Template(flags).substitute(known))]
                 more = {"prefix": prefixes.get(when, ())}
-                options = {"network": ["--network"], "contacted": ["--network"], "restart": ["--restart"]}
+                options = {"network": ["--network"], "contacted": ["--network"], "restart": ["--restart"], "stranger": ["--restart"]}
                 findings = preflight(*words, options=options.get(when, []), **more)
                 compare(self, findings, expected, words, ids_only=not HERE, fine=HERE, **known)
                 # The example has no caches, and the files that show its start hold no IPv6 address.
-                if SERVER and "cache" not in flags and "[" not in flags and when != "restart":
+                if SERVER and "cache" not in flags and "[" not in flags and when not in ["restart", "stranger"]:
                     self.assertEqual(starts(*words, **more), not any(one["severity"] == "blocking" for one in findings), findings)
 
     @unittest.skipUnless(HERE, "there the port is not free at once")

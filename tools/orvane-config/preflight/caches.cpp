@@ -21,7 +21,7 @@ void look_at_started(const PortUse& use, const Context& context, Findings& findi
     for (const std::string& address : use.addresses) {
         const BindTrial trial = try_port(use, address, context);
         const bool missing = trial.outcome == BindTrial::Outcome::not_here && use.addresses.size() > 1;
-        fine = fine && (missing || can_be_taken(use, address, trial, findings));
+        fine = fine && (missing || can_be_taken(use, address, trial, context, findings));
         if (fine && !missing) when = std::max(when, trial.why);
     }
     if (fine)

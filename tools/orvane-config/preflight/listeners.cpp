@@ -36,7 +36,7 @@ void look_at_one(const PortUse& use, const Context& context, Findings& findings)
     }
     const std::string& first = use.addresses.front();
     const BindTrial trial = try_port(use, first, context);
-    if (!can_be_taken(use, first, trial, findings)) return;
+    if (!can_be_taken(use, first, trial, context, findings)) return;
     findings.add(trial.why.empty() ? Kind::port_free : Kind::restarted, use.flag,
                  with_port(first, use.port) + " can be bound" + trial.why);
     if (use.flag != flag::control_port && use.port != 0) look_at_the_others(use, context, findings);

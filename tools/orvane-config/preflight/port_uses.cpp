@@ -34,25 +34,34 @@ bool ends_before(const std::string& address, unsigned short port, unsigned serve
     return server != 0 && !holders.empty() && std::ranges::all_of(holders, ends);
 }
 
-void report_taken(const PortUse& use, const std::string& address, Findings& findings) {
+/// " by orvane (process 4711), which listens on 0.0.0.0:9910", as far as the system tells.
+std::string by_whom(const PortHolder* holder, const std::string& address, unsigned short port) {
+    if (holder == nullptr) return {};
+    std::string by = holder->program.empty() ? " by a process" : " by " + holder->program;
+    if (holder->pid != 0)
+        by += " (process " + std::to_string(holder->pid) + ")";
+    else if (!holder->user.empty())
+        by += " of the user with ID " + holder->user;
+    return holder->address == address ? by : by + ", which listens on " + with_port(holder->address, port);
+}
+
+void report_taken(const PortUse& use, const std::string& address, const Context& context,
+                  Findings& findings) {
     const auto port = static_cast<unsigned short>(use.port);
     const auto holders = holders_at(address, port);
     const PortHolder* const holder = holders.empty() ? nullptr : &holders.front();
-    std::string by;
+    const bool unknown = holder == nullptr || holder->pid == 0;
+    const std::string what = with_port(address, port) + " is taken" + by_whom(holder, address, port);
+    if (unknown && context.ends_before != 0)
+        return findings.add(Kind::cannot_tell, use.flag,
+                            what + "; it may be the server that is to be restarted",
+                            "Run preflight as the server's user, or as root.", use.position);
     std::string advice = "Stop that program, or choose another port.";
     if (use.flag == flag::start_cache)
         advice +=
             " If it is the cache, use " + orvane::shown(std::u16string(flag::attach_cache)) + " instead.";
-    if (holder) by = holder->program.empty() ? " by a process" : " by " + holder->program;
-    if (holder && holder->pid != 0)
-        by += " (process " + std::to_string(holder->pid) + ")";
-    else if (holder && !holder->user.empty())
-        by += " of the user with ID " + holder->user;
-    if (!holder || holder->pid == 0)
-        advice += " To see which program it is, run " + how_to_find_the_holder(port) + ".";
-    if (holder && holder->address != address) by += ", which listens on " + with_port(holder->address, port);
-    findings.add(Kind::port_taken, use.flag, with_port(address, port) + " is taken" + by, advice,
-                 use.position);
+    if (unknown) advice += " To see which program it is, run " + how_to_find_the_holder(port) + ".";
+    findings.add(Kind::port_taken, use.flag, what, advice, use.position);
 }
 
 void report_forbidden(const PortUse& use, const std::string& where, const std::string& why,
@@ -113,13 +122,13 @@ BindTrial try_port(const PortUse& use, const std::string& address, const Context
 }
 
 bool can_be_taken(const PortUse& use, const std::string& address, const BindTrial& trial,
-                  Findings& findings) {
+                  const Context& context, Findings& findings) {
     const std::string where = with_port(address, use.port);
     switch (trial.outcome) {
     case Outcome::free:
         return true;
     case Outcome::taken:
-        report_taken(use, address, findings);
+        report_taken(use, address, context, findings);
         return false;
     case Outcome::forbidden:
         report_forbidden(use, where, trial.why, findings);

@@ -24,7 +24,8 @@ std::vector<PortUse> ports_of_listeners(const Context& context, Hosts& hosts, Fi
 BindTrial try_port(const PortUse& use, const std::string& address, const Context& context);
 
 /// Whether the port could be taken; if not, says so to `findings`.
-bool can_be_taken(const PortUse& use, const std::string& address, const BindTrial& trial, Findings& findings);
+bool can_be_taken(const PortUse& use, const std::string& address, const BindTrial& trial,
+                  const Context& context, Findings& findings);
 
 /// Reports the first of the earlier uses that excludes this one.
 void compare(const PortUse& use, const std::vector<PortUse>& earlier, const Context& context,

@@ -40,7 +40,7 @@ void look_at_file(const FileReport& file, const Context& context, Findings& find
     case FileState::alive:
         if (file.pid != 0 && file.pid == context.ends_before)
             findings.add(Kind::restarted, flag,
-                         name + " belongs to " + owner_of(file) + ", which ends before");
+                         name + " belongs to " + owner_of(file) + ", which is to be restarted");
         else if (file.pid != 0)
             findings.add(
                 Kind::server_alive, flag, name + " belongs to " + owner_of(file) + ", which is running",
