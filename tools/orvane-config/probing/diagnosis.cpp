@@ -152,6 +152,17 @@ private:
     std::size_t least_left_ = std::numeric_limits<std::size_t>::max();
 };
 
+/// Puts the edit into the line, and notes what it does to the line as it was given.
+void apply(Edit edit, const Tokens& given, WorkingLine& line, Diagnosis& diagnosis,
+           std::vector<Token>& lost) {
+    if (edit.proposed)
+        diagnosis.faults.back().fix = fix_of(given, line, edit);
+    else
+        std::ranges::copy(tokens_in(line.part(edit.begin, edit.end)), std::back_inserter(lost));
+    diagnosis.complete = diagnosis.complete && edit.proposed;
+    line.replace(edit.begin, edit.end, std::move(edit.occurrences));
+}
+
 } // namespace
 
 Diagnosis diagnose(const Tokens& tokens, const Answer& answer, const FindEdit& find_edit) {
@@ -168,20 +179,15 @@ Diagnosis diagnose(const Tokens& tokens, const Answer& answer, const FindEdit& f
     for (;;) {
         const std::size_t position = next_refused(line, walker, last);
         if (!last.code) break;
-        Fault& fault = diagnosis.faults.emplace_back(fault_at(line, position, last));
-        constexpr int most_tries = 8;
+        const Fault& fault = diagnosis.faults.emplace_back(fault_at(line, position, last));
         const int tries = standstill.after(line.size() - position);
         if (position == line.size() && tries > 1) break;
         // What is refused again and again is left out.
+        constexpr int most_tries = 8;
         Edit edit = tries > most_tries ? Edit{position, position + 1, {}, false}
                                        : find_edit(FaultInLine{fault, line, position});
-        if (edit.proposed)
-            fault.fix = fix_of(tokens, line, edit);
-        else
-            std::ranges::copy(tokens_in(line.part(edit.begin, edit.end)), std::back_inserter(lost));
-        diagnosis.complete = diagnosis.complete && edit.proposed;
         walker.changed(edit.begin, edit.occurrences.size());
-        line.replace(edit.begin, edit.end, std::move(edit.occurrences));
+        apply(std::move(edit), tokens, line, diagnosis, lost);
     }
     diagnosis.faults[0].text = answer.text;
     find_problems(diagnosis, last);

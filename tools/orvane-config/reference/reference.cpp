@@ -33,39 +33,41 @@ constexpr std::string_view narrow_texts[] = {
 #include "qel/config/flags.def"
 };
 
-constexpr auto make_references() {
-    using enum Trait;
-    std::array<Reference, std::size(flag_forms)> all{};
+constexpr Reference rows[] = {
+#define ZEP_SUBJECT(title)
+#define ZEP_REFERENCE(name, a_form, a_trait, meaning, again, relations, example, others, ...)                \
+    {.wide = flag::name,                                                                                     \
+     .flag = narrow_##name.data(),                                                                           \
+     .form = Form::a_form,                                                                                   \
+     .value = row_of(Form::a_form).written,                                                                  \
+     .trait = Trait::a_trait,                                                                                \
+     .repeats = Repeats::again,                                                                              \
+     .synonyms = others,                                                                                     \
+     .raw_meaning = meaning,                                                                                 \
+     .raw_relations = relations,                                                                             \
+     .raw_example = example,                                                                                 \
+     __VA_ARGS__},
+#define ZEP_SWITCH(name, a_way, a_trait, words, what, meaning, relations, example, others)                   \
+    {.wide = flag::name,                                                                                     \
+     .flag = narrow_##name.data(),                                                                           \
+     .trait = Trait::a_trait,                                                                                \
+     .way = Way::a_way,                                                                                      \
+     .core = words,                                                                                          \
+     .thing = what,                                                                                          \
+     .synonyms = others,                                                                                     \
+     .raw_meaning = meaning,                                                                                 \
+     .raw_relations = relations,                                                                             \
+     .raw_example = example},
+#include "reference/reference.def"
+};
+
+constexpr auto with_subjects() {
+    auto all = std::to_array(rows);
     std::size_t count = 0;
     std::string_view subject;
-    const auto add = [&](Reference one) {
-        one.subject = subject;
-        one.value = row_of(one.form).written;
-        all[count++] = one;
-    };
 #define ZEP_SUBJECT(title) subject = title;
-#define ZEP_REFERENCE(name, a_form, a_trait, meaning, again, relations, example, others, ...)                \
-    add({.wide = flag::name,                                                                                 \
-         .flag = narrow_##name.data(),                                                                       \
-         .form = Form::a_form,                                                                               \
-         .trait = a_trait,                                                                                   \
-         .repeats = Repeats::again,                                                                          \
-         .synonyms = others,                                                                                 \
-         .raw_meaning = meaning,                                                                             \
-         .raw_relations = relations,                                                                         \
-         .raw_example = example,                                                                             \
-         __VA_ARGS__});
-#define ZEP_SWITCH(name, a_way, a_trait, words, what, meaning, relations, example, others)                   \
-    add({.wide = flag::name,                                                                                 \
-         .flag = narrow_##name.data(),                                                                       \
-         .trait = a_trait,                                                                                   \
-         .way = Way::a_way,                                                                                  \
-         .core = words,                                                                                      \
-         .thing = what,                                                                                      \
-         .synonyms = others,                                                                                 \
-         .raw_meaning = meaning,                                                                             \
-         .raw_relations = relations,                                                                         \
-         .raw_example = example});
+#define ZEP_REFERENCE(...) all[count++].subject = subject;
+#define ZEP_SWITCH(...) all[count++].subject = subject;
 #include "reference/reference.def"
     return all;
 }
@@ -77,7 +79,7 @@ static_assert(std::size(flag_forms) == std::size(flag_names) &&
                   std::ranges::all_of(flag_forms, is_listed_once),
               "a flag of flags.def has no row in reference.def, or two: give it one");
 
-constexpr auto all_references = make_references();
+constexpr auto all_references = with_subjects();
 
 /// Whether its form is one of this server's, and those of its synonyms have rows in forms.def.
 constexpr bool has_forms(const Reference& one) {

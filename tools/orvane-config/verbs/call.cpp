@@ -92,6 +92,14 @@ bool names_a_file(const std::u16string& word, bool is_last) {
     return state != Entry::State::directory;
 }
 
+/// Takes a word in front of the flags for --from.
+void read_file_name(Call& call, const std::u16string& word) {
+    if (call.has(own("from")))
+        throw MisusedInPublic("one file only; to join files, name each with " + spelled(own("from")));
+    const std::size_t mark = word.starts_with(u'@') ? 1 : 0;
+    call.options.emplace_back(&own("from"), qel::i18n::ustring_to_utf8(word.substr(mark)));
+}
+
 /// Holds the words against the form of the verb's arguments.
 void check_words(const Call& call) {
     const std::string_view form = call.verb.arguments;
@@ -125,10 +133,7 @@ Call read_call(const Verb& verb, const Tokens& args, std::ostream& out, std::ost
             continue;
         }
         if (takes_flags(verb) && !takes_files(verb) && names_a_file(*at, at + 1 == args.end())) {
-            if (call.has(own("from")))
-                throw MisusedInPublic("one file only; to join files, name each with " + spelled(own("from")));
-            const std::size_t mark = at->starts_with(u'@') ? 1 : 0;
-            call.options.emplace_back(&own("from"), qel::i18n::ustring_to_utf8(at->substr(mark)));
+            read_file_name(call, *at);
             continue;
         }
         refuse_if_option(verb, *at);
