@@ -80,14 +80,11 @@ complete -F @name@ @program@
 )";
 
 std::string bash_cases() {
-    std::string text;
-    for (const Verb& verb : verbs) {
+    return joined(verbs, "", [](const Verb& verb) {
         const auto options = option_choices(verb);
-        const std::string others = what_follows(verb);
-        text += "    " + std::string(verb.name) + ")\n        values=(" + table(options) +
-                ")\n        own='" + joined(options, " ", &Choice::text) + "' others='" + others + "' ;;\n";
-    }
-    return text;
+        return "    " + std::string(verb.name) + ")\n        values=(" + table(options) + ")\n        own='" +
+               joined(options, " ", &Choice::text) + "' others='" + what_follows(verb) + "' ;;\n";
+    });
 }
 
 } // namespace

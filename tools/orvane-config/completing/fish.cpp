@@ -120,29 +120,27 @@ std::string flag_values() {
 }
 
 std::string option_values() {
-    std::string text;
-    for (const Verb& verb : verbs)
-        for (const Choice& choice : option_choices(verb))
-            text += branch("'" + std::string(verb.name) + " " + choice.text + "'",
-                           "echo " + fish_quoted(choice.values));
-    return text;
+    return joined(verbs, "", [](const Verb& verb) {
+        return joined(option_choices(verb), "", [&](const Choice& choice) {
+            return branch("'" + std::string(verb.name) + " " + choice.text + "'",
+                          "echo " + fish_quoted(choice.values));
+        });
+    });
 }
 
 std::string fish_options() {
-    std::string text;
-    for (const Verb& verb : verbs)
-        text += "        case " + std::string(verb.name) + "\n" +
-                fish_described(option_choices(verb), "            ");
-    return text;
+    return joined(verbs, "", [](const Verb& verb) {
+        return "        case " + std::string(verb.name) + "\n" +
+               fish_described(option_choices(verb), "            ");
+    });
 }
 
 std::string fish_others() {
-    std::string text;
-    for (const Verb& verb : verbs)
-        text += branch(std::string(verb.name), takes_flags(verb)
-                                                   ? "@name@_flags " + what_follows(verb) + " $words"
-                                                   : "@name@_values " + fish_quoted(what_follows(verb)));
-    return text;
+    return joined(verbs, "", [](const Verb& verb) {
+        return branch(std::string(verb.name), takes_flags(verb)
+                                                  ? "@name@_flags " + what_follows(verb) + " $words"
+                                                  : "@name@_values " + fish_quoted(what_follows(verb)));
+    });
 }
 
 } // namespace

@@ -70,30 +70,28 @@ constexpr auto powershell_tail = R"(    $command = $false
 }
 )";
 
+std::string entry(std::string_view name, std::string_view values, const std::string& indent) {
+    return indent + "'" + std::string(name) + "' = " + quoted(values, "''") + "\n";
+}
+
 std::string entries(const std::vector<Choice>& choices, const std::string& indent) {
-    std::string text;
-    for (const Choice& choice : choices)
-        text += indent + "'" + choice.text + "' = " + quoted(choice.values, "''") + "\n";
-    return text;
+    return joined(choices, "", [&](const Choice& one) { return entry(one.text, one.values, indent); });
 }
 
 std::string verb_names() {
-    return "'" + joined(verb_choices(), "', '", &Choice::text) + "'";
+    return "'" + joined(verbs, "', '", &Verb::name) + "'";
 }
 
 std::string powershell_options() {
-    std::string text;
-    for (const Verb& verb : verbs)
-        text += "        '" + std::string(verb.name) + "' = [ordered]@{\n" +
-                entries(option_choices(verb), "            ") + "        }\n";
-    return text;
+    return joined(verbs, "", [](const Verb& verb) {
+        return "        '" + std::string(verb.name) + "' = [ordered]@{\n" +
+               entries(option_choices(verb), "            ") + "        }\n";
+    });
 }
 
 std::string powershell_others() {
-    std::vector<Choice> all;
-    for (const Verb& verb : verbs)
-        all.push_back({std::string(verb.name), "", what_follows(verb)});
-    return entries(all, "        ");
+    return joined(verbs, "",
+                  [](const Verb& verb) { return entry(verb.name, what_follows(verb), "        "); });
 }
 
 } // namespace

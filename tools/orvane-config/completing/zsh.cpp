@@ -84,22 +84,18 @@ constexpr auto zsh_end =
 
 /// A line for each, with its meaning.
 std::string zsh_described(const std::vector<Choice>& choices) {
-    std::string lines;
-    for (const Choice& choice : choices)
-        lines += "        " + quoted(choice.text + ":" + choice.meaning, "'\\''") + "\n";
-    return lines;
+    return joined(choices, "", [](const Choice& choice) {
+        return "        " + quoted(choice.text + ":" + choice.meaning, "'\\''") + "\n";
+    });
 }
 
 std::string zsh_cases() {
-    std::string text;
-    for (const Verb& verb : verbs) {
+    return joined(verbs, "", [](const Verb& verb) {
         const auto options = option_choices(verb);
-        const std::string others = what_follows(verb);
-        text += "    " + std::string(verb.name) + ")\n        values=(" + table(options) +
-                ")\n        own=(\n" + zsh_described(options) + "        )\n        others='" + others +
-                "' ;;\n";
-    }
-    return text;
+        return "    " + std::string(verb.name) + ")\n        values=(" + table(options) +
+               ")\n        own=(\n" + zsh_described(options) + "        )\n        others='" +
+               what_follows(verb) + "' ;;\n";
+    });
 }
 
 } // namespace

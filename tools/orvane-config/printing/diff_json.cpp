@@ -20,11 +20,9 @@ json::value value_of(const json::value& settings, const Setting& setting) {
 /// One side of a difference.
 json::object side_json(const Setting& setting, const Verdict& verdict, const json::value& settings) {
     json::array tokens;
-    if (const auto occurrences = verdict.effects.origins.find(setting.name);
-        occurrences != verdict.effects.origins.end())
-        for (const Occurrence& occurrence : occurrences->second)
-            for (const json::value& number : numbers_of_tokens(occurrence))
-                tokens.push_back(number);
+    for (const Occurrence& occurrence : verdict.effects.origins_of(setting))
+        for (const json::value& number : numbers_of_tokens(occurrence))
+            tokens.push_back(number);
     json::object side{{"value", value_of(settings, setting)},
                       {"completed", verdict.effects.completed.contains(setting.name)}};
     add_places(side, verdict.places, tokens);

@@ -190,11 +190,8 @@ std::string show_json(const Verdict& verdict) {
     for (const Setting& setting : settings_of(verdict.answer.settings)) {
         if (setting.lines.empty()) continue;
         json::array tokens;
-        if (const auto occurrences = verdict.effects.origins.find(setting.name);
-            occurrences != verdict.effects.origins.end())
-            for (const Occurrence& occurrence : occurrences->second)
-                for (const Token& word : occurrence)
-                    tokens.push_back(word.number);
+        for (const Token& word : tokens_in(verdict.effects.origins_of(setting)))
+            tokens.push_back(word.number);
         origins[setting.name] = {{"tokens", std::move(tokens)},
                                  {"completed", verdict.effects.completed.contains(setting.name)}};
     }

@@ -9,14 +9,6 @@ namespace {
 
 namespace json = boost::json;
 
-template <class Texts>
-json::array strings(const Texts& texts) {
-    json::array array;
-    for (const auto& text : texts)
-        array.emplace_back(json::string(text));
-    return array;
-}
-
 json::array synonyms(const Reference& one) {
     json::array array;
     for (const Synonym& synonym : synonyms_of(one)) {
@@ -39,12 +31,12 @@ json::object entry(const Reference& one) {
                         {"relations", one.relations()},
                         {"required", one.trait == Trait::required},
                         {"needs", json::array()},
-                        {"settings", strings(settings_of_flag(one))},
+                        {"settings", json::value_from(settings_of_flag(one))},
                         {"synonyms", synonyms(one)},
-                        {"example", strings(one.example_words())},
+                        {"example", json::value_from(one.example_words())},
                         {"platforms", json::array{"linux", "windows"}}};
     if (!one.is_switch()) object["value"] = json::string(one.value);
-    if (const auto words = keywords(one); !words.empty()) object["choices"] = strings(words);
+    if (const auto words = keywords(one); !words.empty()) object["choices"] = json::value_from(words);
     if (const std::string text = one.by_default(); !text.empty()) object["default"] = text;
     if (one.trait == Trait::needs_https)
         object["needs"].as_array().emplace_back(json::string(flag_with(Trait::starts_https).flag));

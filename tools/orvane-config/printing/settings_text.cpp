@@ -24,13 +24,10 @@ std::string default_of(const Setting& setting) {
 
 std::string origin_of(const Setting& setting, const Verdict& verdict) {
     const Effects& effects = verdict.effects;
-    const auto occurrences = effects.origins.find(setting.name);
-    std::string text = occurrences == effects.origins.end()
-                           ? ""
-                           : joined(occurrences->second, ", ", [&](const Occurrence& one) {
-                                 return qel::i18n::ustring_to_utf8(one[0].text) + " (" + numbers_of(one) +
-                                        at_place(verdict.places, one[0].number) + ")";
-                             });
+    const std::string text = joined(effects.origins_of(setting), ", ", [&](const Occurrence& one) {
+        return qel::i18n::ustring_to_utf8(one[0].text) + " (" + numbers_of(one) +
+               at_place(verdict.places, one[0].number) + ")";
+    });
     if (!effects.completed.contains(setting.name)) return text;
     return text.empty() ? default_of(setting) : text + ", completed by the library";
 }

@@ -28,6 +28,11 @@ struct Effects {
     std::map<std::string, std::vector<Occurrence>>
         origins;                     ///< by setting: the occurrences without which it is another
     std::set<std::string> completed; ///< the settings to which the library adds at the end of the line
+
+    CommandLine origins_of(const Setting& setting) const {
+        const auto found = origins.find(setting.name);
+        return found == origins.end() ? CommandLine() : found->second;
+    }
 };
 
 /// `origins` and `completed` are filled when asked for. Costs a parse of the line for each occurrence, some more with
