@@ -3,6 +3,7 @@
 
 #include "text/tokens.hpp"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -26,7 +27,7 @@ public:
     explicit ChildProcess(const Tokens& command);
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
-    /// A command that has not run never will, and one that still runs is ended: it could not be published.
+    /// A command that has not run never will, and one that still runs is killed.
     ~ChildProcess();
 
     /// The command's process identifier, or without one this process's.
@@ -37,6 +38,10 @@ public:
     /// signals (INT, TERM, and whatever comes from a Windows console), 128 and the number for others. Meanwhile, calls
     /// `try_finish` again and again until it is. Throws NotStarted, or what `try_finish` throws.
     int run(const std::function<bool()>& try_finish);
+
+    /// Ends the command if it runs: asks it to, and kills it after this time, or at once when this process is asked to end
+    /// meanwhile. On Windows, where nothing can ask it, it is killed.
+    void end(std::chrono::milliseconds patience);
 
 private:
     struct State;

@@ -1,12 +1,16 @@
-// A command as execvp() takes it.
+// A command as execvp() takes it, and what its failure means.
 #pragma once
 
-#include "text/tokens.hpp"
+#include "system/child_process.hpp"
 
 #include "qel/i18n/convert.hpp"
 
+#include <cerrno>
 #include <string>
+#include <system_error>
 #include <vector>
+
+#include <unistd.h>
 
 namespace orvane {
 
@@ -22,8 +26,12 @@ public:
     Arguments(const Arguments&) = delete;
     Arguments& operator=(const Arguments&) = delete;
 
-    const std::string& program() const { return texts_.front(); }
-    char* const* words() const { return words_.data(); }
+    /// Returns only on a failure, which errno tells.
+    void execute() const { execvp(words_.front(), words_.data()); }
+
+    NotStarted failure(int error) const {
+        return {texts_.front(), std::generic_category().message(error), error == ENOENT};
+    }
 
 private:
     std::vector<std::string> texts_;

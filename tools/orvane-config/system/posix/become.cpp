@@ -5,19 +5,15 @@
 
 #include <cerrno>
 #include <ostream>
-#include <system_error>
-
-#include <unistd.h>
 
 namespace orvane {
 
 int become(const Tokens& command, std::ostream& err) {
     const Arguments arguments(command);
-    execvp(arguments.program().c_str(), arguments.words());
-    const int error = errno;
-    err << "orvane-config: cannot start " << arguments.program() << ": "
-        << std::generic_category().message(error) << '\n';
-    return error == ENOENT ? 127 : 126;
+    arguments.execute();
+    const NotStarted failure = arguments.failure(errno);
+    err << "orvane-config: " << failure.what() << '\n';
+    return failure.exit_code;
 }
 
 } // namespace orvane

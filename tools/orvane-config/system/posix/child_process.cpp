@@ -2,10 +2,12 @@
 #include "system/child_process.hpp"
 
 #include "system/posix/arguments.hpp"
+#include "system/posix/descriptor.hpp"
 
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <optional>
 #include <string>
 #include <system_error>
 
@@ -14,19 +16,6 @@
 #include <unistd.h>
 
 namespace orvane {
-
-struct ChildProcess::State {
-    sigset_t waited_for;
-    /// The command's process; 0 without a command.
-    pid_t child = 0;
-    bool ended = false;
-    std::string name;
-    /// The child waits for a byte on the first pipe, and sends the error on the second if it cannot start the
-    /// command.
-    int release = -1;
-    int report = -1;
-};
-
 namespace {
 
 [[noreturn]] void fail(const std::string& what, int error) {
@@ -49,91 +38,123 @@ sigset_t kept_back() {
     return set;
 }
 
-/// In the child: waits to be released, then becomes the command.
-[[noreturn]] void become(const Arguments& command, const sigset_t& mask, int released, int report) {
-    char go = 0;
-    if (read(released, &go, 1) != 1) _exit(0);
-    sigprocmask(SIG_SETMASK, &mask, nullptr);
-    execvp(command.program().c_str(), command.words());
-    const int error = errno;
-    // Nothing can be done when the parent is gone.
-    [[maybe_unused]] const auto written = write(report, &error, sizeof error);
-    _exit(error == ENOENT ? 127 : 126);
+/// A terminal sends what is typed to the command as well, but tells only its first process that it closes.
+bool is_to_be_passed_on(const siginfo_t& signal) {
+    return signal.si_code != SI_KERNEL || signal.si_signo == SIGHUP;
 }
 
+constexpr timespec pause_between{0, 20'000'000};
+
 } // namespace
+
+struct ChildProcess::State {
+    sigset_t waited_for{};
+    sigset_t before{};
+    /// The command's process; 0 without a command.
+    pid_t child = 0;
+    bool ended = false;
+    std::optional<Arguments> command{};
+    /// The child waits for a byte on the first pipe, and sends the error on the second if it cannot start the
+    /// command.
+    std::optional<Pipe> release{}, report{};
+
+    /// In the child: waits to be released, then becomes the command.
+    [[noreturn]] void become() {
+        release->close_writer();
+        char go = 0;
+        if (read(release->reader(), &go, 1) != 1) _exit(0);
+        sigprocmask(SIG_SETMASK, &before, nullptr);
+        command->execute();
+        const int error = errno;
+        // Nothing can be done when the parent is gone.
+        [[maybe_unused]] const auto written = write(report->writer(), &error, sizeof error);
+        _exit(command->failure(error).exit_code);
+    }
+
+    void start() {
+        if (write(release->writer(), "", 1) != 1) fail("the command's process is gone", errno);
+        int error = 0;
+        if (read(report->reader(), &error, sizeof error) == static_cast<ssize_t>(sizeof error))
+            throw command->failure(error);
+    }
+
+    /// The next signal, or number 0 if none arrives in time.
+    siginfo_t next_signal(const timespec* patience) const {
+        siginfo_t signal{};
+        return sigtimedwait(&waited_for, &signal, patience) < 0 ? siginfo_t{} : signal;
+    }
+
+    /// The exit code of the command, once it has ended.
+    std::optional<int> exit_code() {
+        int status = 0;
+        if (waitpid(child, &status, WNOHANG) != child) return std::nullopt;
+        ended = true;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    }
+
+    /// What the signal means for this process; none while it has to go on.
+    std::optional<int> answer(const siginfo_t& signal) {
+        const int number = signal.si_signo;
+        if (!command) {
+            if (number == SIGCHLD) return std::nullopt;
+            return number == SIGINT || number == SIGTERM ? 0 : 128 + number;
+        }
+        if (number == SIGCHLD) return exit_code();
+        if (is_to_be_passed_on(signal)) kill(child, number);
+        return std::nullopt;
+    }
+};
 
 ChildProcess::ChildProcess(const Tokens& command) : state_(std::make_unique<State>()) {
     // Where the parent ignores it, the end of a child would be no signal.
     signal(SIGCHLD, SIG_DFL);
     state_->waited_for = kept_back();
-    sigset_t before;
-    sigprocmask(SIG_BLOCK, &state_->waited_for, &before);
+    sigprocmask(SIG_BLOCK, &state_->waited_for, &state_->before);
     if (command.empty()) return;
 
-    const Arguments arguments(command);
-    state_->name = arguments.program();
-
-    std::array<int, 2> release{};
-    std::array<int, 2> report{};
-    if (pipe2(release.data(), O_CLOEXEC) != 0) fail("cannot create a pipe", errno);
-    if (pipe2(report.data(), O_CLOEXEC) != 0) fail("cannot create a pipe", errno);
-    state_->release = release[1];
-    state_->report = report[0];
+    state_->command.emplace(command);
+    state_->release.emplace();
+    state_->report.emplace();
     state_->child = fork();
     if (state_->child < 0) fail("cannot create a process", errno);
-    if (state_->child == 0) {
-        close(release[1]);
-        become(arguments, before, release[0], report[1]);
-    }
-    close(release[0]);
-    close(report[1]);
+    if (state_->child == 0) state_->become();
+    state_->release->close_reader();
+    state_->report->close_writer();
 }
 
 ChildProcess::~ChildProcess() {
     // A child that waits to be released sees the pipe close, and ends.
-    if (state_->release >= 0) close(state_->release);
-    if (state_->report >= 0) close(state_->report);
-    if (state_->child > 0 && !state_->ended) {
-        kill(state_->child, SIGTERM);
-        waitpid(state_->child, nullptr, 0);
-    }
+    state_->release.reset();
+    end(std::chrono::milliseconds(0));
 }
 
 unsigned ChildProcess::pid() const {
-    return static_cast<unsigned>(state_->child > 0 ? state_->child : getpid());
+    return static_cast<unsigned>(state_->command ? state_->child : getpid());
 }
 
 int ChildProcess::run(const std::function<bool()>& try_finish) {
-    if (state_->child > 0) {
-        if (write(state_->release, "", 1) != 1) fail("the command's process is gone", errno);
-        int error = 0;
-        if (read(state_->report, &error, sizeof error) == static_cast<ssize_t>(sizeof error)) {
-            throw NotStarted(state_->name, std::generic_category().message(error), error == ENOENT);
-        }
-    }
-    constexpr timespec pause{0, 20'000'000};
+    if (state_->command) state_->start();
     bool done = try_finish();
     while (true) {
-        siginfo_t info{};
-        const int signal = sigtimedwait(&state_->waited_for, &info, done ? nullptr : &pause);
-        if (signal < 0) {
+        const siginfo_t signal = state_->next_signal(done ? nullptr : &pause_between);
+        if (signal.si_signo == 0) {
             done = done || try_finish();
-            continue;
+        } else if (const auto code = state_->answer(signal)) {
+            return *code;
         }
-        if (state_->child == 0) {
-            if (signal == SIGCHLD) continue;
-            return signal == SIGINT || signal == SIGTERM ? 0 : 128 + signal;
-        }
-        if (signal != SIGCHLD) {
-            // What the terminal sends, it sends to the command as well.
-            if (info.si_code != SI_KERNEL) kill(state_->child, signal);
-            continue;
-        }
-        int status = 0;
-        if (waitpid(state_->child, &status, WNOHANG) != state_->child) continue;
-        state_->ended = true;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    }
+}
+
+void ChildProcess::end(std::chrono::milliseconds patience) {
+    if (state_->child <= 0 || state_->ended) return;
+    using Clock = std::chrono::steady_clock;
+    const auto deadline = Clock::now() + patience;
+    kill(state_->child, SIGTERM);
+    bool is_time = false;
+    while (!state_->exit_code()) {
+        const int signal = state_->next_signal(&pause_between).si_signo;
+        is_time = is_time || (signal != 0 && signal != SIGCHLD) || Clock::now() >= deadline;
+        if (is_time) kill(state_->child, SIGKILL);
     }
 }
 

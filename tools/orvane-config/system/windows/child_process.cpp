@@ -47,7 +47,25 @@ struct ChildProcess::State {
     Handle process;
     Handle thread;
     DWORD pid = GetCurrentProcessId();
-    bool ended = false;
+
+    /// Creates the command's process, which does not run yet.
+    void create(const Tokens& command) {
+        const std::u16string text = line_of(command);
+        std::wstring line(text.begin(), text.end());
+        STARTUPINFOW start{};
+        start.cb = sizeof start;
+        PROCESS_INFORMATION child{};
+        if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, CREATE_SUSPENDED, nullptr, nullptr,
+                            &start, &child)) {
+            const DWORD error = GetLastError();
+            throw NotStarted(qel::i18n::ustring_to_utf8(command[0]),
+                             std::system_category().message(static_cast<int>(error)),
+                             error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND);
+        }
+        process.reset(child.hProcess);
+        thread.reset(child.hThread);
+        pid = child.dwProcessId;
+    }
 };
 
 ChildProcess::ChildProcess(const Tokens& command) : state_(std::make_unique<State>()) {
@@ -55,27 +73,11 @@ ChildProcess::ChildProcess(const Tokens& command) : state_(std::make_unique<Stat
     if (state_->asked_to_go.get() == nullptr) fail("cannot create an event", GetLastError());
     time_to_go = state_->asked_to_go.get();
     SetConsoleCtrlHandler(on_console_event, TRUE);
-    if (command.empty()) return;
-
-    const std::u16string text = line_of(command);
-    std::wstring line(text.begin(), text.end());
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION child{};
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, CREATE_SUSPENDED, nullptr, nullptr,
-                        &start, &child)) {
-        const DWORD error = GetLastError();
-        throw NotStarted(qel::i18n::ustring_to_utf8(command[0]),
-                         std::system_category().message(static_cast<int>(error)),
-                         error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND);
-    }
-    state_->process.reset(child.hProcess);
-    state_->thread.reset(child.hThread);
-    state_->pid = child.dwProcessId;
+    if (!command.empty()) state_->create(command);
 }
 
 ChildProcess::~ChildProcess() {
-    if (state_->process.get() != nullptr && !state_->ended) TerminateProcess(state_->process.get(), 1);
+    end(std::chrono::milliseconds(0));
     // The event stays valid for the handler, which is not removed: it keeps a closing console waiting to the
     // end.
     state_->asked_to_go.reset(nullptr);
@@ -97,11 +99,17 @@ int ChildProcess::run(const std::function<bool()>& try_finish) {
     while (WaitForSingleObject(end, done ? INFINITE : 20) == WAIT_TIMEOUT)
         done = try_finish();
     if (!has_command) return 0;
-    state_->ended = true;
     DWORD code = 0;
     if (!GetExitCodeProcess(state_->process.get(), &code))
         fail("the command's exit code is not known", GetLastError());
     return static_cast<int>(code);
+}
+
+// A process that has ended is not harmed. One that a driver holds is not waited for.
+void ChildProcess::end(std::chrono::milliseconds) {
+    if (state_->process.get() == nullptr) return;
+    TerminateProcess(state_->process.get(), 1);
+    WaitForSingleObject(state_->process.get(), 5000);
 }
 
 } // namespace orvane
