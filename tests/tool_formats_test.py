@@ -257,6 +257,12 @@ class Formats(unittest.TestCase):
         done = run("check", "--format-in", "json", "--pid", str(server.pid))
         self.assertRegex(done.stderr.decode(), f"left out '.*orvane-config'.*\nunrecognized option: publish\n.*\n"
                          f"  token 1, /proc/{server.pid}/cmdline: publish")
+        # A process calls itself what it likes: nothing of it is taken for another encoding, nor for a line of the answer.
+        for name, shown in [(b"a\nb", "a\\\\u000ab"), (b"\xfe\xffab", "\ufffd\ufffdab"), (b"MZ", "MZ")]:
+            foreign = subprocess.Popen([name, "1000"], executable="/bin/sleep")
+            self.addCleanup(foreign.wait), self.addCleanup(foreign.kill)
+            said = run("check", "--pid", str(foreign.pid)).stderr.decode(errors="replace")
+            self.assertRegex(said, rf"^orvane-config: /proc/{foreign.pid}/cmdline: left out '{shown}', the program before the flags\nunrecognized option: 1000\n")
         self.assertEqual([run("check", "--pid", number).returncode for number in ("4194305", "x")], [7, 2])
 
 

@@ -48,6 +48,8 @@ std::string bytes_of_standard_input(const std::string& name) {
     return all_of(read, name);
 }
 
+} // namespace
+
 std::string bytes_of(const std::string& path, const std::string& name) {
     if (path == "-") return bytes_of_standard_input(name);
     const qel::util::filesystem::Path file(qel::i18n::utf8_to_ustring(path));
@@ -61,8 +63,6 @@ std::string bytes_of(const std::string& path, const std::string& name) {
     };
     return all_of(read, name);
 }
-
-} // namespace
 
 bool is_program(std::string_view content) {
     return content.starts_with("\x7f"

@@ -10,6 +10,9 @@ namespace orvane {
 /// read, or has no end.
 std::string content_of(const std::string& path, const std::string& name);
 
+/// The same as it is: what the system writes is in no other encoding.
+std::string bytes_of(const std::string& path, const std::string& name);
+
 /// Whether a content is that of a program, of which `content_of` reads the beginning only.
 bool is_program(std::string_view content);
 

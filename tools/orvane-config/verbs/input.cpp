@@ -7,6 +7,7 @@
 #include "formats/format_table.hpp"
 #include "probing/diagnosis.hpp"
 #include "system/process_line.hpp"
+#include "text/escape.hpp"
 #include "text/lists.hpp"
 #include "text/spelling.hpp"
 
@@ -64,8 +65,9 @@ struct Content {
 };
 
 Content content_in(const Call& call, const Source& source) {
-    const std::string text = content_of(source.path, source.name);
-    if (is_program(text)) return {format_named("lines"), {{source.name, {}}}, true};
+    const std::string text =
+        source.is_process ? bytes_of(source.path, source.name) : content_of(source.path, source.name);
+    if (!source.is_process && is_program(text)) return {format_named("lines"), {{source.name, {}}}, true};
     if (const auto spot = first_not_utf8(text); spot && !source.is_process)
         throw std::runtime_error(SourcePlace{source.name, *spot}.text() +
                                  ": this byte is no UTF-8; save the file as UTF-8");
@@ -91,7 +93,7 @@ void add(Input& input, const Call& call, const Source& source) {
     if (!tokens.empty() && (content.has_program || begins_with_program(input.flags, tokens))) {
         skipped = 1;
         note(SourcePlace{source.name, content.tokens[0].spot}.text() + ": left out " +
-             (call.has(own("redact")) ? "" : "'" + content.tokens[0].text + "', ") +
+             (call.has(own("redact")) ? "" : "'" + escape(content.tokens[0].text) + "', ") +
              "the program before the flags");
     }
     if (content.format.has_program) note(source.name + ": drop-ins of the unit are not read");
