@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Runs orvane-config against itself and against the tools that find servers by their files: tool_test.py TOOL..."""
-import fcntl, os, re, shlex, signal, socket, subprocess, sys, tempfile, time, unittest
+import concurrent.futures, fcntl, itertools, os, random, re, shlex, signal, socket, subprocess, sys, tempfile, time, unittest
 from pathlib import Path
 
 import tool_schemas
@@ -22,6 +22,7 @@ STATES = rows("tool_states.txt", 2)
 # Where root runs the tests, its privileges are taken away.
 AS_NOBODY = ["setpriv", "--reuid", "65534", "--regid", "65534", "--clear-groups", "--inh-caps=-all"] if HERE and os.geteuid() == 0 else []
 main_pid = Path("main.pid")
+LOCK = ".orvane-config.lock"
 
 
 def run(*words, stdout=subprocess.PIPE):
@@ -52,7 +53,7 @@ class Tool(unittest.TestCase):
 
     def publisher(self, *command, flags=FLAGS, options=()):
         process = self.start(*TOOL, "publish", *options, *flags, *command)
-        until(lambda: state(*flags) == "alive 0")
+        until(lambda: state(*flags) == "running 0")
         return process
 
     def expect_end(self, publisher, code, left=()):
@@ -114,12 +115,12 @@ class Tool(unittest.TestCase):
         main_pid.symlink_to("target")
         main_pid.write_text(str(os.getpid()))
         first.send_signal(signal.SIGCONT)
-        self.assertEqual((first.wait(60), state(), Path("target").read_text()), (137, "alive 0", str(os.getpid())))
+        self.assertEqual((first.wait(60), state(), Path("target").read_text()), (137, "running 0", str(os.getpid())))
 
     def test_a_publisher_answers_for_its_process_as_long_as_it_runs(self):
         publisher = self.publisher()
         os.utime(main_pid, (1e9, 1e9))  # so that the process is too young to be the one
-        self.assertEqual(state(), "alive 0")
+        self.assertEqual(state(), "running 0")
         main_pid.write_text("4294967295")
         self.assertEqual(state(), "stale 5", "another's number")
         self.assertEqual(run(*TOOL, "publish", *FLAGS)[0], 1)
@@ -132,11 +133,11 @@ class Tool(unittest.TestCase):
         with socket.socket() as listener:
             listener.bind(("127.0.0.1", 0))  # and does not listen yet
             publisher = self.start(*TOOL, "publish", "--ready", f"127.0.0.1:{listener.getsockname()[1]}", *FLAGS, *HELD)
-            until(lambda: state(*PID_FLAGS) == "alive 0")
+            until(lambda: state(*PID_FLAGS) == "running 0")
             time.sleep(0.1)  # in which it tries to connect
-            self.assertEqual(sorted(os.listdir()), ["gate", "main.pid"])
+            self.assertEqual(sorted({*os.listdir()} - {LOCK}), ["gate", "main.pid"])
             listener.listen()
-            until(lambda: state() == "alive 0")
+            until(lambda: state() == "running 0")
             Path("gate/control").write_text("h:1")
             self.expect_end(publisher, 0, ["gate"])
 
@@ -146,10 +147,10 @@ class Tool(unittest.TestCase):
         locate = [*CONTAINER, "sh", "-c", 'mount --bind -o ro . . && cd "$PWD" && ! touch x 2>&- && exec "$@"', "sh", *TOOL, "locate", *FLAGS]
         for command, number in [(["--", "sh", "-c", "sleep 1000; exit 1"], "2"), ([], "1")]:
             first = self.start(*publish, *command)
-            until(lambda: os.path.exists("http") and main_pid.read_text() == number)
+            until(lambda: os.path.exists("http") and run("cat", "main.pid")[1] == number)
             os.utime(main_pid, (1e9, 1e9))  # a young process has the number in each of them
             code, out, _ = run(*locate)
-            self.assertRegex(f"{code} {out}", rf"^0 main.pid +alive +{number} \(not a process here, .*\ncontrol +alive .*\nhttp +alive ")
+            self.assertRegex(f"{code} {out}", rf"^0 main.pid +running +{number} \(not a process here, .*\ncontrol +running .*\nhttp +running ")
             self.assertRegex(run(*publish, "--", "true")[2], f"^orvane-config: the publisher of process {number} is running and owns ./main.pid\n$")
             self.assertEqual((first.poll(), main_pid.read_text()), (None, number))
             first.kill()
@@ -162,16 +163,39 @@ class Tool(unittest.TestCase):
         until(lambda: os.path.exists("http") or again.poll() is not None)
         self.assertIsNone(again.poll())
 
-    def test_of_two_publishers_that_start_together_one_wins(self):
-        for _ in range(20 if HERE else 4):
-            two = [self.start(*TOOL, "publish", *FLAGS) for _ in range(2)]
-            until(lambda: any(one.poll() is not None for one in two) and state() == "alive 0")
-            loser, winner = sorted(two, key=lambda one: one.poll() is None)
-            self.assertEqual((loser.poll(), winner.poll()), (1, None))
-            if HERE:  # an emulated process has two numbers
-                self.assertEqual(main_pid.read_text(), str(winner.pid))
+    def test_of_publishers_that_share_a_root_one_wins(self):
+        groups = []
+        for number, roots in enumerate(["aa aa", "ae be", "ab ba", "ae ea", "-e -e", "a- ae"] * (3 if HERE else 1)):
+            for root in "abe":
+                os.makedirs(f"{number}/{root}")
+            groups.append([self.start(*TOOL, "publish", *PID_FLAGS[:4], *(["--pid-root", f"{number}/{pid}"] if pid != "-" else []),
+                                      *(["--endpoint-root", f"{number}/{end}", "--http", f"h{which}:1"] if end != "-" else []))
+                           for which, (pid, end) in enumerate(roots.split())])
+        until(lambda: all(any(one.poll() is not None for one in group) for group in groups))
+        for number, group in enumerate(groups):
+            loser, winner = sorted(group, key=lambda one: one.poll() is None)
+            self.assertEqual((loser.poll(), winner.poll()), (1, None), number)
+            which = group.index(winner)
+            written = {*Path(str(number)).glob("*/[mh]*")}
+            self.assertTrue(all(path.read_text() in (f"h{which}:1", str(winner.pid)) or not HERE for path in written), written)
             winner.kill()
-            until(lambda: state() == "stale 5")
+
+    @unittest.skipUnless(HERE, "there is no sh")
+    def test_whoever_publishes_has_its_roots_to_itself(self):
+        # The command takes each root once more, in a way that cannot be had twice, and looks for its own files.
+        script = 'for root; do mkdir $root/mine || exit 9; done; [ "$(cat $1/main.pid)$(cat $2/http)" = $$h:$PORT ] || exit 8; for root; do rmdir $root/mine; done'
+        for root in "abc":
+            os.mkdir(root)
+
+        def publish(seed):
+            roots = random.Random(seed).sample("abc", 2)
+            words = ["--pid-root", roots[0], "--endpoint-root", roots[1], "--http", f"h:{seed + 1}"]
+            return run("env", f"PORT={seed + 1}", *TOOL, "publish", *PID_FLAGS[:4], *words, "--", "sh", "-c", script, "sh", *roots)[0]
+
+        with concurrent.futures.ThreadPoolExecutor(8) as threads:
+            codes = [*threads.map(publish, range(120))]
+        self.assertEqual(({*codes} - {1}, os.listdir("a"), os.listdir("b"), os.listdir("c")), ({0}, [], [], []), codes)
+        self.assertGreater(codes.count(0), 20)
 
     @unittest.skipUnless(HERE, "there are no signals")
     def test_no_signal_that_can_be_caught_leaves_files(self):
@@ -202,31 +226,90 @@ class Tool(unittest.TestCase):
             self.expect_end(publisher, code)
 
     @unittest.skipUnless(HERE, "there are no signals; what the console sends is in windows_tool_test.cpp")
-    def test_what_the_terminal_sends_is_not_passed_on(self):
-        terminal, end = os.openpty()
-        self.addCleanup(os.close, terminal), self.addCleanup(os.close, end)
-        # The command would get it from the terminal as well. This one has none, so that it gets only what is passed on.
-        script = "trap 'rm ready; exit 9' INT; trap 'rm ready; exit 8' TERM; >ready; while :; do sleep 0.1; done"
-        publisher = subprocess.Popen(["setsid", "--ctty", *TOOL, "publish", *FLAGS, "--", "setsid", "sh", "-c", script], stdin=end, stderr=subprocess.DEVNULL)
-        self.addCleanup(lambda: (publisher.kill(), publisher.wait()))
-        until(lambda: os.path.exists("ready"))
-        os.write(terminal, b"\x03")
-        time.sleep(0.2)
-        publisher.send_signal(signal.SIGTERM)
-        self.expect_end(publisher, 8)
+    def test_what_the_terminal_sends_is_not_passed_on_but_that_it_closes(self):
+        # The command would get what is typed from the terminal as well. This one has none, so that it gets only what is passed on.
+        script = "trap 'rm ready; exit 9' INT; trap 'rm ready; exit 8' TERM; trap 'rm ready; exit 7' HUP; >ready; while :; do sleep 0.1; done"
+        for closes, code in [(False, 8), (True, 7)]:
+            terminal, end = os.openpty()
+            publisher = subprocess.Popen(["setsid", "--ctty", *TOOL, "publish", *FLAGS, "--", "setsid", "sh", "-c", script], stdin=end, stderr=subprocess.DEVNULL)
+            self.addCleanup(lambda process: (process.kill(), process.wait()), publisher)
+            os.close(end)
+            until(lambda: os.path.exists("ready"))
+            os.write(terminal, b"\x03")
+            time.sleep(0.2)
+            os.close(terminal) if closes else publisher.terminate()
+            self.expect_end(publisher, code)
+            closes or os.close(terminal)
+
+    @unittest.skipUnless(HERE, "there are no signals")
+    def test_a_command_that_cannot_be_published_is_ended_however_it_resists(self):
+        for kill_after in ["0.2", "1000"]:
+            os.mkdir("e")
+            with socket.socket() as listener:
+                listener.bind(("127.0.0.1", 0))
+                words = ["--ready", f"127.0.0.1:{listener.getsockname()[1]}", "--kill-after", kill_after, *PID_FLAGS, "--endpoint-root", "e", "--control-port", "1"]
+                publisher = subprocess.Popen([*TOOL, "publish", *words, "--", "sh", "-c", "trap '>asked' TERM; >ready; while :; do sleep 0.1; done"],
+                                             stderr=subprocess.PIPE)
+                until(lambda: os.path.exists("ready"))
+                os.unlink(f"e/{LOCK}"), os.rmdir("e")
+                pid = int(main_pid.read_text())
+                listener.listen()
+                self.assertEqual([publisher.stderr.readline().decode() for _ in range(2)],
+                                 ["orvane-config: error opening e/control: No such file or directory\n",
+                                  f"orvane-config: ending process {pid}; it is killed after {kill_after} s, or at a signal\n"])
+                until(lambda: os.path.exists("asked"))
+                if kill_after == "1000":
+                    self.assertEqual(main_pid.read_text(), str(pid), "it goes last")
+                    publisher.terminate()
+                self.assertEqual((publisher.wait(60), publisher.communicate()[1], sorted(os.listdir())), (7, b"", ["asked", "ready"]))
+                self.assertRaises(ProcessLookupError, os.kill, pid, 0)
+                os.remove("asked"), os.remove("ready")
 
     @unittest.skipUnless(HERE, "a mutex does it there")
     def test_a_publisher_that_is_about_to_leave_is_waited_for(self):
-        lock = os.open(".", os.O_RDONLY)
+        os.mkdir("e")
+        lock = os.open(LOCK, os.O_RDWR | os.O_CREAT, 0o600)
         self.addCleanup(os.close, lock)
-        fcntl.flock(lock, fcntl.LOCK_EX)
-        # Nobody waits for long.
-        self.assertEqual(run(*TOOL, "publish", *FLAGS, "--", "true"), (1, "", "orvane-config: another publisher is running and owns ./main.pid\n"))
+        fcntl.lockf(lock, fcntl.LOCK_EX)
+        # Nobody waits for long. Whichever directory is the first, it is the first for everybody.
+        seen = []
+        for roots in [".", "e"], ["e", "."]:
+            waiting = subprocess.Popen([*TOOL, "publish", *PID_FLAGS[:4], "--pid-root", roots[0], "--endpoint-root", roots[1], *FLAGS[-4:], "--", "true"],
+                                       stderr=subprocess.PIPE)
+            seen.append(False)
+            while waiting.poll() is None:
+                seen[-1] = seen[-1] or os.path.exists(f"e/{LOCK}")
+            self.assertEqual((waiting.returncode, waiting.communicate()[1].decode()),
+                             (1, f"orvane-config: another publisher (process {os.getpid()}) has locked .\n"))
+        self.assertEqual(seen[0], seen[1], "publishers wait for each other")
+        os.rmdir("e")
         next_one = self.start(*TOOL, "publish", *FLAGS, "--", "true")
-        until(lambda: next_one.poll() is not None or os.getcwd() in run("sh", "-c", f"readlink /proc/{next_one.pid}/fd/*")[1].splitlines())
-        time.sleep(0.1)
-        fcntl.flock(lock, fcntl.LOCK_UN)
+        time.sleep(0.2)
+        self.assertIsNone(next_one.poll())
+        os.unlink(LOCK)  # as one that leaves does
+        fcntl.lockf(lock, fcntl.LOCK_UN)
         self.expect_end(next_one, 0)
+
+    @unittest.skipUnless(AS_NOBODY and run(*AS_NOBODY, "true")[0] == 0, "there is no other user")
+    def test_another_user_cannot_lock_what_a_publisher_needs(self):
+        os.chmod(".", 0o755)
+        main_pid.write_text("4294967295")  # left by a publisher that was killed
+        locks = ("import fcntl, os\nfor name in '.', 'main.pid', '.orvane-config.lock':\n for take in fcntl.flock, fcntl.lockf:\n"
+                 "  try: take(os.open(name, os.O_RDONLY), fcntl.LOCK_SH | fcntl.LOCK_NB), print(name, take.__name__, flush=True)\n"
+                 "  except OSError as error: print(name, error.strerror, flush=True)\nopen(0).read()")
+        intruder = subprocess.Popen([*AS_NOBODY, sys.executable, "-c", locks], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self.addCleanup(lambda: (intruder.communicate(), intruder.wait()))
+        said = [intruder.stdout.readline().decode().strip() for _ in range(6)]
+        self.assertEqual(said[2:4], ["main.pid flock", "main.pid lockf"])
+        self.assertEqual(state(), "stale 5")
+        publisher = self.publisher()
+        os.utime(main_pid, (1e9, 1e9))
+        self.assertEqual(state(), "running 0", "its answer is heard")
+        self.assertEqual(run(*AS_NOBODY, "cat", LOCK)[0], 1)
+        refused = run(*AS_NOBODY, *TOOL, "publish", *PID_FLAGS[:4], "--endpoint-root", ".", "--control-port", "1")
+        self.assertEqual(refused, (7, "", f"orvane-config: cannot lock ./{LOCK}: Permission denied\n"))
+        publisher.terminate()
+        self.expect_end(publisher, 0)
 
     @unittest.skipUnless(HERE and run(*AS_NOBODY, *TOOL, "version")[0] == 0, "there is no other user, or not for this program")
     def test_a_directory_without_access_says_nothing_of_the_server(self):
@@ -262,7 +345,7 @@ class Tool(unittest.TestCase):
         self.assertEqual(state(*PID_FLAGS), "stale 5", "the process started after the file was written")
         if HERE:
             main_pid.write_text(str(self.start("sleep", "1000").pid))
-            for seconds, expected in [(0.5, "alive 0"), (2, "stale 5")]:  # clocks and file times are not exact
+            for seconds, expected in [(0.5, "running 0"), (2, "stale 5")]:  # clocks and file times are not exact
                 os.utime(main_pid, (time.time() - seconds,) * 2)
                 self.assertEqual(state(*PID_FLAGS), expected)
         unknown = [("/proc/sys/vm/compact_memory", "Permission denied"), ("/proc/self/mem", "Input/output error")]  # for root, too
@@ -272,11 +355,59 @@ class Tool(unittest.TestCase):
             self.assertEqual((state(*PID_FLAGS), run(*TOOL, "locate", *PID_FLAGS)[1]), ("unreadable 7", f"main.pid unreadable    {why}  ./main.pid\n"))
             self.assertEqual(run(*TOOL, "publish", *PID_FLAGS)[0::2], (1, f"orvane-config: ./main.pid cannot be read: {why}\n"))
             self.assertRegex(run(*TOOL, "preflight", "--only", "runtime", *PID_FLAGS)[1], rf"cannot be read: {why} \[cannot-tell\]")
+        os.remove("main.pid"), main_pid.symlink_to("main.pid")
+        for root, why in [(".", "Too many levels of symbolic links"), ("x" * 300, "File name too long")] if HERE else []:
+            self.assertEqual(run(*TOOL, "locate", *PID_FLAGS[:-1], root)[:2], (7, f"main.pid unreadable    {why}  {root}/main.pid\n"))
         for make in [os.mkdir, os.mkfifo, lambda name: os.symlink("/dev/zero", name)][:None if HERE else 1]:
             os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
             make("main.pid")
             self.assertEqual(state(*PID_FLAGS), "malformed 5")
             self.assertEqual(run(*TOOL, "publish", *PID_FLAGS, "--", *TOOL, "help")[0], 1)
+
+    @unittest.skipUnless(HERE, "an emulated process has two numbers")
+    def test_who_shares_a_directory_with_whom_decides(self):
+        """Another server, in all ways of sharing directories with ours: what locate says, and whether publish lets it be."""
+        living = self.start("sleep", "1000").pid
+        listener, silent = self.enterContext(socket.create_server(("127.0.0.1", 0))), self.enterContext(socket.socket())
+        silent.bind(("127.0.0.1", 0))
+        listened, free = (one.getsockname()[1] for one in (listener, silent))
+        order = ["accepting", "running", "published", "not accepting", "not published", "stale"]
+        # Where it has its pid file and its endpoint, and on which port; where and on which port we do, and whether a server was killed there.
+        states = [*itertools.product(["publisher", "server", "killed"], ["", "e", "p", "q"], "ef", [listened, free], ["", "p"], [listened, free], [False, True])]
+
+        def model(other, their_pid, their_end, port, our_pid, our_port, left):
+            lives, shared_end = other != "killed", their_end == "e"
+            process = "" if not our_pid else "running" if lives and their_pid == "p" else "stale" if left or their_pid == "p" else "not published"
+            endpoint = "not published" if not shared_end else process if process in ("running", "stale") else "published"
+            asked = endpoint if endpoint in ("not published", "stale") else "accepting" if port == listened else "not accepting"
+            said = [max([process or "accepting", one], key=order.index) for one in (endpoint, asked)]
+            seen = {their_pid, their_end if other == "publisher" else ""} & {our_pid, "e"} - {""}
+            is_ours = process == "stale" and port == our_port
+            return said, bool(lives and seen) or shared_end and port == listened and not is_ours
+
+        def answers(number, state):
+            other, their_pid, their_end, port, our_pid, our_port, left = state
+            at = Path(os.getcwd(), str(number))
+            flags = lambda pid, end, port: [*PID_FLAGS[:4], *(["--pid-root", at / pid] if pid else []), "--endpoint-root", at / end, "--http", f"127.0.0.1:{port}"]
+            files = lambda: {f"{path.parent.name}/{path.name}": path.read_text() for path in at.rglob("*") if path.is_file() and path.name != LOCK}
+            for root in "efpq":
+                (at / root).mkdir(parents=True)
+            (at / ("p/main.pid" if left else "x")).write_text("4294967295")
+            if other == "publisher":
+                self.start(*TOOL, "publish", *flags(their_pid, their_end, port))
+                until(lambda: files().get(f"{their_end}/http"))
+            else:
+                (at / their_end / "http").write_text(f"127.0.0.1:{port}")
+                (at / their_pid / ("main.pid" if their_pid else "x")).write_text(str(living if other == "server" else 4294967295))
+            said = [tool_schemas.answer("locate", run(*TOOL, "locate", "--json", *more, *flags(our_pid, "e", our_port))[1])["state"] for more in ([], ["--connect"])]
+            before = files()
+            code, out, _ = run(*TOOL, "publish", *flags(our_pid, "e", our_port), "--", "cat", at / "e/http")
+            left_alone = before if code else {name: text for name, text in before.items() if name not in ("e/http", our_pid + "/main.pid")}
+            return state, (said, code == 1), out == ("" if code else f"127.0.0.1:{our_port}"), files() == left_alone
+
+        with concurrent.futures.ThreadPoolExecutor(32) as threads:
+            for state, said, *rest in threads.map(answers, itertools.count(), random.Random(1).sample(states, 100)):
+                self.assertEqual((said, rest), (model(*state), [True, True]), state)
 
     def test_an_endpoint_on_another_port_than_the_flags_say_is_named(self):
         Path("http").write_text("h:8081")

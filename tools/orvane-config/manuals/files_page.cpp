@@ -37,9 +37,11 @@ constexpr struct {
     FileState state;
     std::string_view meaning;
 } states[] = {
-    {FileState::alive,
+    {FileState::accepting, "With --connect: the endpoint accepts connections."},
+    {FileState::running,
      "The process in main.pid is running, or its 'publish' is. It may not accept connections yet."},
     {FileState::published, "An endpoint is published, but no pid file tells whether its process is running."},
+    {FileState::not_accepting, "With --connect: the endpoint accepts no connections."},
     {FileState::not_published, "There is no such file."},
     {FileState::starting, "The file exists and is still empty."},
     {FileState::stale, "No process has the number, or it started after the file was written."},

@@ -43,7 +43,11 @@ inline constexpr OwnOption own_options[] = {
     {"expires",   Argument::anything, "DAYS",                   "preflight",                       "warn if a certificate expires within this time; by default 30 days"},
     {"network",   Argument::none,     "",                       "preflight",                       "also connect to the caches that the server attaches to"},
     {"ready",     Argument::anything, "HOST:PORT",              "publish",                         "publish the endpoints only when this address accepts connections"},
+    {"kill-after", Argument::anything, "SECONDS",               "publish",                         "if the endpoints cannot be published when COMMAND is ready, ask it to "
+                                                                                                   "end, and kill it after this long; by default 10"},
     {"wait",      Argument::anything, "SECONDS",                "locate",                          "wait for the server, at most this long"},
+    {"connect",   Argument::none,     "",                       "locate",                          "also connect to the endpoints; the exit code is 4 if one accepts no "
+                                                                                                   "connections"},
     {"ids",       Argument::none,     "",                       "check show fix preflight",        "print the id of each fault and rule after its text"},
     {"get",       Argument::setting,  "SETTING",                "show",                            "print only the value of this setting, one line per element of a list; "
                                                                                                    "the exit code is 4 if it is not set"},

@@ -32,12 +32,14 @@ void look_at_file(const FileReport& file, const Context& context, Findings& find
     const Entry there = entry_at(file.path);
     const std::string name = shown(file.path.text());
     const std::u16string_view flag = flag_of(file);
-    if (there.state == Entry::State::file && !there.write && file.state != FileState::alive)
+    if (there.state == Entry::State::file && !there.write && file.state != FileState::running)
         findings.add(Kind::file_not_writable, flag, "user " + user_name() + " may not write " + name,
                      "Remove it, or give user " + user_name() +
                          " this right: " + command_to_grant(Right::write, file.path, there.own));
     switch (file.state) {
-    case FileState::alive:
+    case FileState::accepting: // nobody has asked
+    case FileState::not_accepting:
+    case FileState::running:
         if (file.pid != 0 && file.pid == context.ends_before)
             findings.add(Kind::restarted, flag,
                          name + " belongs to " + owner_of(file) + ", which is to be restarted");
@@ -75,13 +77,9 @@ void look_at_file(const FileReport& file, const Context& context, Findings& find
 
 /// Another server may keep its pid file beside its endpoints.
 void look_at_neighbour(const qel::config::ServerSettings& settings, Findings& findings) {
-    if (!settings.endpoint_root() || settings.pid_root() == settings.endpoint_root()) return;
-    qel::config::ServerSettings neighbour;
-    neighbour.pid_root(settings.endpoint_root());
-    const FileReport file = inspect_runtime_files(neighbour).front();
-    if (file.state == FileState::alive && file.pid != 0)
+    if (const auto file = running_neighbour(settings))
         findings.add(Kind::server_alive, flag::endpoint_root,
-                     shown(file.path.text()) + " belongs to " + owner_of(file) +
+                     shown(file->path.text()) + " belongs to " + owner_of(*file) +
                          ", which is running: another server uses this directory",
                      "Give each server a different endpoint root.");
 }

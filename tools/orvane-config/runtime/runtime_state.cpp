@@ -1,17 +1,17 @@
 // What the runtime files say about a server, and whether they can be trusted.
 #include "runtime/runtime_state.hpp"
 
+#include "runtime/endpoint.hpp"
 #include "system/ages.hpp"
 #include "system/bounded_file.hpp"
 #include "system/directory_lock.hpp"
+#include "system/network.hpp"
 
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 #include <string_view>
-#include <system_error>
 
 namespace orvane {
 namespace {
@@ -23,13 +23,6 @@ constexpr std::size_t longest_file = 4096;
 
 /// A pid is not reused at once, and clocks and file times are not exact.
 constexpr std::chrono::milliseconds clock_slack(1000);
-
-/// The whole text as a number from 1 to `largest`; else 0.
-unsigned number(std::string_view text, unsigned largest) {
-    unsigned value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return error == std::errc() && end == text.data() + text.size() && value <= largest ? value : 0;
-}
 
 /// Everything but the blanks at the end, which an editor or a shell may have added.
 std::string_view without_line_end(std::string_view text) {
@@ -71,22 +64,18 @@ FileReport inspect(const Path& root, const char* name, bool (*is_well_formed)(st
 }
 
 unsigned pid_in(std::string_view text) {
-    return number(text, std::numeric_limits<unsigned>::max());
+    return number_in(text, std::numeric_limits<unsigned>::max());
 }
 bool is_pid(std::string_view text) {
     return pid_in(text) != 0;
 }
 
-/// A host, a colon, and a port that can be connected to.
-bool is_endpoint(std::string_view text, std::size_t colon) {
-    return colon != std::string_view::npos && colon != 0 && number(text.substr(colon + 1), 65535) != 0;
-}
 bool is_control_endpoint(std::string_view text) {
-    return is_endpoint(text, text.rfind(':'));
+    return endpoint_in(text).has_value();
 }
 // As the library reads it: the host ends at the first colon.
 bool is_http_endpoint(std::string_view text) {
-    return is_endpoint(text, text.find(':'));
+    return is_control_endpoint(text) && text.find(':') == text.rfind(':');
 }
 
 /// An endpoint that the flags set up; with port 0, the server chooses one.
@@ -108,8 +97,8 @@ FileReport inspect_pid_file(const Path& root) {
     const bool is_later = !is_gone && *started < *written - clock_slack;
     // A server that had our number was killed before we started, as process 1 of a container that starts again.
     const bool runs = !is_gone && !is_later && file.pid != own_pid();
-    if (runs || is_answered_for(root, file.pid)) {
-        file.state = FileState::alive;
+    if (runs || is_answered_for(file.path, file.pid)) {
+        file.state = FileState::running;
         file.elsewhere = is_gone || is_later;
         if (file.elsewhere) file.text += " (not a process here, but its publisher is running)";
     } else {
@@ -124,10 +113,14 @@ FileReport inspect_pid_file(const Path& root) {
 
 const char* to_text(FileState state) {
     switch (state) {
-    case FileState::alive:
-        return "alive";
+    case FileState::accepting:
+        return "accepting";
+    case FileState::running:
+        return "running";
     case FileState::published:
         return "published";
+    case FileState::not_accepting:
+        return "not accepting";
     case FileState::not_published:
         return "not published";
     case FileState::starting:
@@ -161,7 +154,7 @@ std::vector<FileReport> inspect_runtime_files(const ServerSettings& settings) {
             files.push_back(inspect_endpoint(root, "https", https->http().port(), is_http_endpoint));
     }
     // Whoever published the pid published the endpoints.
-    if (process == FileState::alive || process == FileState::stale) {
+    if (process == FileState::running || process == FileState::stale) {
         for (FileReport& file : files) {
             if (file.state == FileState::published) file.state = process;
         }
@@ -169,8 +162,28 @@ std::vector<FileReport> inspect_runtime_files(const ServerSettings& settings) {
     return files;
 }
 
+std::optional<FileReport> running_neighbour(const ServerSettings& settings) {
+    if (!settings.endpoint_root() || settings.pid_root() == settings.endpoint_root()) return std::nullopt;
+    FileReport file = inspect_pid_file(*settings.endpoint_root());
+    return file.state == FileState::running ? std::optional(std::move(file)) : std::nullopt;
+}
+
+void connect_to_endpoints(std::vector<FileReport>& files) {
+    constexpr std::chrono::seconds patience(1);
+    for (FileReport& file : files) {
+        const auto endpoint = endpoint_in(file.text);
+        const bool has_ended = file.state != FileState::running && file.state != FileState::published;
+        if (has_ended || !endpoint) continue;
+        LookUp found = look_up(qel::i18n::utf8_to_ustring(endpoint->host));
+        if (!found.addresses.empty())
+            found.why = accepts_connections(found.addresses, endpoint->port, patience);
+        file.state = found.why.empty() ? FileState::accepting : FileState::not_accepting;
+        if (!found.why.empty()) file.text += " (" + found.why + ")";
+    }
+}
+
 FileState worst_of(const std::vector<FileReport>& files) {
-    FileState worst = FileState::alive;
+    FileState worst = FileState::accepting;
     for (const FileReport& file : files)
         worst = std::max(worst, file.state);
     return worst;

@@ -5,20 +5,39 @@
 #include "text/escape.hpp"
 #include "verbs/accepted.hpp"
 #include "verbs/input.hpp"
+#include "verbs/seconds.hpp"
 
 #include "qel/i18n/convert.hpp"
 
+#include <chrono>
 #include <iomanip>
-#include <locale>
 #include <ostream>
-#include <sstream>
 #include <thread>
 
 namespace orvane {
 namespace {
 
+ExitCode code_for(FileState state) {
+    switch (state) {
+    case FileState::accepting:
+    case FileState::running:
+    case FileState::published:
+        return ExitCode::done;
+    case FileState::not_accepting:
+    case FileState::not_published:
+    case FileState::starting:
+        return ExitCode::absent;
+    case FileState::stale:
+    case FileState::malformed:
+        break;
+    case FileState::unreadable:
+        return ExitCode::failed_io;
+    }
+    return ExitCode::stale_or_malformed;
+}
+
 bool is_usable(FileState state) {
-    return state == FileState::alive || state == FileState::published;
+    return code_for(state) == ExitCode::done;
 }
 
 void print(const std::vector<FileReport>& files, std::ostream& out) {
@@ -32,47 +51,23 @@ void print(const std::vector<FileReport>& files, std::ostream& out) {
     }
 }
 
-ExitCode code_for(FileState state) {
-    switch (state) {
-    case FileState::alive:
-    case FileState::published:
-        return ExitCode::done;
-    case FileState::not_published:
-    case FileState::starting:
-        return ExitCode::absent;
-    case FileState::stale:
-    case FileState::malformed:
-        break;
-    case FileState::unreadable:
-        return ExitCode::failed_io;
-    }
-    return ExitCode::stale_or_malformed;
-}
-
-/// About 30 years: in nanoseconds, it fits into a clock's number.
-constexpr double longest_wait = 1e9;
-
-double seconds_in(const std::string& text) {
-    std::istringstream in(text);
-    in.imbue(std::locale::classic());
-    double seconds = 0;
-    // Not a number is within no range.
-    if (!(in >> seconds) || !in.eof() || !(seconds >= 0 && seconds <= longest_wait))
-        throw Misused(spelled(own("wait")) + " takes a number of seconds, not '" + text + "'");
-    return seconds;
+std::vector<FileReport> inspect(const Call& call, const qel::config::ServerSettings& settings) {
+    auto files = inspect_runtime_files(settings);
+    if (call.has(own("connect"))) connect_to_endpoints(files);
+    return files;
 }
 
 } // namespace
 
 ExitCode verb::locate(const Call& call) {
-    const double seconds = seconds_in(call.value(own("wait"), "0"));
+    const double seconds = seconds_in(call, own("wait"), "0");
     const auto settings = accepted(input_of(call), call.err);
     if (!settings) return ExitCode::negative;
 
     using Clock = std::chrono::steady_clock;
     const auto deadline =
         Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
-    auto files = inspect_runtime_files(*settings);
+    auto files = inspect(call, *settings);
     if (files.empty()) {
         call.err << "orvane-config: "
                  << with_flags("nothing to look for: give {pid_root}, or {endpoint_root} and a port") << '\n';
@@ -81,7 +76,7 @@ ExitCode verb::locate(const Call& call) {
     ExitCode code = code_for(worst_of(files));
     while (code != ExitCode::done && Clock::now() < deadline) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        files = inspect_runtime_files(*settings);
+        files = inspect(call, *settings);
         code = code_for(worst_of(files));
     }
     if (seconds > 0 && code != ExitCode::done) {

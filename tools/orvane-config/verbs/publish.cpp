@@ -1,26 +1,29 @@
 // The verb `publish`: the runtime files of a server, for as long as it or a stand-in runs.
 #include "reference/reference.hpp"
-#include "runtime/runtime_state.hpp"
+#include "runtime/endpoint.hpp"
+#include "runtime/occupant.hpp"
 #include "system/child_process.hpp"
-#include "system/directory_lock.hpp"
 #include "system/network.hpp"
 #include "verbs/accepted.hpp"
 #include "verbs/input.hpp"
+#include "verbs/seconds.hpp"
 
 #include "qel/config/endpoint_files.hpp"
+#include "qel/config/exceptions.hpp"
 #include "qel/config/pid_files.hpp"
 #include "qel/i18n/convert.hpp"
 #include "qel/util/native_path.hpp"
 
 #include <boost/asio/ip/tcp.hpp>
 
-#include <charconv>
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <ostream>
-#include <thread>
+#include <stdexcept>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -32,7 +35,12 @@ using namespace qel::config;
 /// The files of one server, published in order and removed in the reverse order.
 class Published {
 public:
-    Published(const ServerSettings& settings, unsigned pid) : pid_(settings, pid) {}
+    Published(const ServerSettings& settings, unsigned pid) {
+        if (!settings.pid_root()) return;
+        using qel::i18n::operator/;
+        answer_ = answer_for(*settings.pid_root() / u"main.pid", pid);
+        pid_.emplace(settings, pid);
+    }
 
     void announce_endpoints(const ServerSettings& settings) {
         using boost::asio::ip::address_v4;
@@ -53,7 +61,8 @@ private:
         file.emplace(settings, http_endpoint(listener.host(), listener.port()), protocol);
     }
 
-    scoped_master_pid_file pid_;
+    std::shared_ptr<void> answer_;
+    std::optional<scoped_master_pid_file> pid_;
     std::optional<scoped_control_endpoint_file> control_;
     HttpFile http_;
     HttpFile https_;
@@ -74,7 +83,8 @@ std::string obstacle(const HttpSettings& listener) {
 
 /// Why the files cannot be published whatever the file system says; empty when they can.
 std::string obstacle(const ServerSettings& settings) {
-    if (!settings.pid_root()) return with_flags("give {pid_root}: main.pid is written there");
+    if (inspect_runtime_files(settings).empty())
+        return with_flags("nothing to publish: give {pid_root}, or {endpoint_root} and a port");
     if (settings.control_port() && (*settings.control_port() == 0 || *settings.control_port() > 65535)) {
         return "the control port " + std::to_string(*settings.control_port()) + " is not a TCP port";
     }
@@ -82,43 +92,6 @@ std::string obstacle(const ServerSettings& settings) {
         if (std::string why = obstacle(*settings.http()); !why.empty()) return why;
     }
     return settings.https() ? obstacle(settings.https()->http()) : std::string();
-}
-
-constexpr std::chrono::milliseconds pause(20);
-
-std::string name_of(const FileReport& file) {
-    return qel::i18n::ustring_to_term(file.path.text());
-}
-
-/// Why the lock is another publisher's; empty when it is ours now. One that is about to leave is waited for.
-std::string other_publisher(const ServerSettings& settings, DirectoryLock& lock) {
-    for (int pauses = 0; !lock.try_to_lock(); ++pauses) {
-        const FileReport pid = inspect_runtime_files(settings).front();
-        const bool has_waited = pauses == 100;
-        if (pid.state == FileState::alive && (has_waited || !pid.elsewhere))
-            return owner_of(pid) + " is running and owns " + name_of(pid);
-        if (has_waited) return "another publisher is running and owns " + name_of(pid);
-        std::this_thread::sleep_for(pause);
-    }
-    return {};
-}
-
-/// Why another server's files are in the way; empty when none are. The files of a killed server are not.
-std::string occupant(const ServerSettings& settings) {
-    std::vector<FileReport> files = inspect_runtime_files(settings);
-    // An empty file: its writer has opened it and not written yet, or was killed just then.
-    for (int pauses = 0; worst_of(files) == FileState::starting && pauses != 50; ++pauses) {
-        std::this_thread::sleep_for(pause);
-        files = inspect_runtime_files(settings);
-    }
-    const FileReport& pid = files.front();
-    if (pid.state == FileState::alive) return owner_of(pid) + " is running and owns " + name_of(pid);
-    for (const FileReport& file : files) {
-        if (file.state == FileState::malformed)
-            return name_of(file) + " is in the way: " + file.text + "; move or remove it";
-        if (file.state == FileState::unreadable) return name_of(file) + " cannot be read: " + file.text;
-    }
-    return {};
 }
 
 /// Owners cannot release their files. Those whose files now belong to another are kept here, never destroyed.
@@ -140,42 +113,63 @@ struct Listener {
 };
 
 Listener listener_in(const std::string& text) {
-    const std::size_t colon = std::min(text.rfind(':'), text.size());
-    std::string host = text.substr(0, colon);
-    if (host.starts_with('[') && host.ends_with(']')) host = host.substr(1, host.size() - 2);
-    unsigned short port = 0;
-    const char* const end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data() + std::min(colon + 1, text.size()), end, port);
-    if (host.empty() || error != std::errc() || rest != end || port == 0)
+    const auto endpoint = endpoint_in(text);
+    if (!endpoint)
         throw Misused(spelled(own("ready")) + " takes a host and a port, such as localhost:8080, not '" +
                       text + "'");
-    LookUp found = look_up(qel::i18n::utf8_to_ustring(host));
-    if (found.addresses.empty()) throw std::runtime_error("cannot look up " + host + ": " + found.why);
-    return {std::move(found.addresses), port};
+    LookUp found = look_up(qel::i18n::utf8_to_ustring(endpoint->host));
+    if (found.addresses.empty())
+        throw std::runtime_error("cannot look up " + endpoint->host + ": " + found.why);
+    return {std::move(found.addresses), endpoint->port};
 }
 
-/// Endpoints of a killed server would pass for those of the next one as soon as its pid is published.
-void remove_endpoints(const ServerSettings& settings) {
+/// Removes what a killed server left: its endpoints would pass for those of the next one as soon as its pid is published,
+/// and somebody may hold its pid file.
+void remove_leftovers(const ServerSettings& settings) {
     for (const FileReport& file : inspect_runtime_files(settings))
-        if (file.name != "main.pid") std::filesystem::remove(qel::util::filesystem::native(file.path));
+        std::filesystem::remove(qel::util::filesystem::native(file.path));
 }
 
-/// Publishes the files and runs the command, or waits. The lock is ours.
-int publish(const ServerSettings& settings, const Tokens& command, const std::optional<Listener>& awaited,
-            DirectoryLock& lock) {
+/// What `--ready`, `--kill-after` and the words after the flags say.
+struct Plan {
+    Tokens command;
+    std::optional<Listener> awaited;
+    double patience; ///< of a command that has to end, in seconds
+};
+
+/// Whether the endpoints are published now. The system's reason for a failure is not in the library's text.
+bool try_to_announce(Published& published, const ServerSettings& settings, const Plan& plan) try {
+    constexpr std::chrono::milliseconds patience(200);
+    if (plan.awaited && !accepts_connections(plan.awaited->addresses, plan.awaited->port, patience).empty())
+        return false;
+    errno = 0;
+    published.announce_endpoints(settings);
+    return true;
+} catch (const config_io_error& failure) {
+    const int error = errno;
+    throw std::runtime_error(failure.what() +
+                             (error == 0 ? "" : ": " + std::generic_category().message(error)));
+}
+
+/// Publishes the files and runs the command, or waits. The locks are ours.
+int publish(const ServerSettings& settings, const Plan& plan, const Call& call) {
+    std::unique_ptr<Published> published;
     // Until here, signals end this process as they end any other.
-    ChildProcess holder(command);
-    lock.answer_for(holder.pid());
-    if (awaited) remove_endpoints(settings);
-    auto published = std::make_unique<Published>(settings, holder.pid());
-    if (!awaited) published->announce_endpoints(settings);
-    const int result = holder.run([&] {
-        if (!awaited) return true;
-        constexpr std::chrono::milliseconds patience(200);
-        if (!accepts_connections(awaited->addresses, awaited->port, patience).empty()) return false;
-        published->announce_endpoints(settings);
-        return true;
-    });
+    ChildProcess holder(plan.command);
+    remove_leftovers(settings);
+    published = std::make_unique<Published>(settings, holder.pid());
+    if (!plan.awaited) try_to_announce(*published, settings, plan);
+    int result = static_cast<int>(ExitCode::failed_io);
+    try {
+        result = holder.run([&] { return !plan.awaited || try_to_announce(*published, settings, plan); });
+    } catch (const NotStarted&) {
+        throw;
+    } catch (const std::exception& failure) {
+        call.err << "orvane-config: " << failure.what() << "\norvane-config: ending process " << holder.pid()
+                 << "; it is killed after " << plan.patience << " s, or at a signal\n";
+        call.tell();
+        holder.end(std::chrono::milliseconds(static_cast<long long>(plan.patience * 1000)));
+    }
     withdraw(std::move(published), settings, holder.pid());
     return result;
 }
@@ -183,29 +177,27 @@ int publish(const ServerSettings& settings, const Tokens& command, const std::op
 } // namespace
 
 ExitCode verb::publish(const Call& call) {
-    std::optional<Listener> awaited;
-    if (call.has(own("ready"))) awaited = listener_in(call.value(own("ready")));
+    Plan plan{{}, {}, seconds_in(call, own("kill-after"), "10")};
+    if (call.has(own("ready"))) plan.awaited = listener_in(call.value(own("ready")));
     const Input input = input_of(call);
     const auto settings = accepted(input, call.err);
     if (!settings) return ExitCode::negative;
+    RootLocks locks;
     std::string why = obstacle(*settings);
-    if (why.empty()) {
-        DirectoryLock lock(*settings->pid_root());
-        why = other_publisher(*settings, lock);
-        if (why.empty()) why = occupant(*settings);
-        if (why.empty()) {
-            call.tell();
-            try {
-                return static_cast<ExitCode>(
-                    publish(*settings, input.command.value_or(Tokens()), awaited, lock));
-            } catch (const NotStarted& failure) {
-                call.err << "orvane-config: " << failure.what() << '\n';
-                return static_cast<ExitCode>(failure.exit_code);
-            }
-        }
+    if (why.empty()) why = other_publisher(*settings, locks);
+    if (why.empty()) why = occupant(*settings);
+    if (!why.empty()) {
+        call.err << "orvane-config: " << why << '\n';
+        return ExitCode::negative;
     }
-    call.err << "orvane-config: " << why << '\n';
-    return ExitCode::negative;
+    call.tell();
+    plan.command = input.command.value_or(Tokens());
+    try {
+        return static_cast<ExitCode>(publish(*settings, plan, call));
+    } catch (const NotStarted& failure) {
+        call.err << "orvane-config: " << failure.what() << '\n';
+        return static_cast<ExitCode>(failure.exit_code);
+    }
 }
 
 } // namespace orvane

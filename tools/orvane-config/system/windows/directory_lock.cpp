@@ -1,4 +1,4 @@
-// A directory for one publisher at a time, on Windows.
+// Directories for one publisher at a time, on Windows.
 #include "system/directory_lock.hpp"
 
 #include "system/windows/handle.hpp"
@@ -29,24 +29,34 @@ std::wstring name_of(const Path& directory) {
     return name;
 }
 
-std::wstring name_of(const std::wstring& directory, unsigned pid) {
-    return directory + L"-" + std::to_wstring(pid);
+/// Of the directory that the pid file is in.
+std::wstring name_of_answer(const Path& pid_file, unsigned pid) {
+    const std::wstring directory = name_of(pid_file.parent_path());
+    return directory.empty() ? directory : directory + L"-" + std::to_wstring(pid);
+}
+
+std::wstring existing_name_of(const Path& directory) {
+    std::wstring name = name_of(directory);
+    if (name.empty()) fail("cannot open " + qel::i18n::ustring_to_utf8(directory.text()), GetLastError());
+    return name;
 }
 
 } // namespace
 
+std::string identity_of(const Path& directory) {
+    const std::wstring name = existing_name_of(directory);
+    return qel::i18n::ustring_to_utf8(std::u16string(name.begin(), name.end()));
+}
+
 struct DirectoryLock::State {
-    std::wstring name;
     std::string directory;
     Handle mutex{};
-    Handle mark{};
 };
 
 // A directory cannot be locked itself; a mutex named for it serves all publishers of this machine.
 DirectoryLock::DirectoryLock(const Path& directory)
-    : state_(new State{name_of(directory), qel::i18n::ustring_to_utf8(directory.text())}) {
-    if (state_->name.empty()) fail("cannot open " + state_->directory, GetLastError());
-    state_->mutex.reset(CreateMutexW(nullptr, FALSE, state_->name.c_str()));
+    : state_(new State{qel::i18n::ustring_to_utf8(directory.text())}) {
+    state_->mutex.reset(CreateMutexW(nullptr, FALSE, existing_name_of(directory).c_str()));
     // One that exists and may not be opened is another user's, who has the lock.
     if (state_->mutex.get() == nullptr && GetLastError() != ERROR_ACCESS_DENIED)
         fail("cannot lock " + state_->directory, GetLastError());
@@ -64,15 +74,22 @@ bool DirectoryLock::try_to_lock() {
     return got != WAIT_TIMEOUT;
 }
 
-// That it exists is all that it tells.
-void DirectoryLock::answer_for(unsigned pid) {
-    state_->mark.reset(CreateEventW(nullptr, TRUE, FALSE, name_of(state_->name, pid).c_str()));
+unsigned DirectoryLock::holder() const {
+    return 0;
 }
 
-bool is_answered_for(const Path& path, unsigned pid) {
-    const std::wstring directory = name_of(path);
-    if (directory.empty()) return false;
-    const Handle mark(OpenEventW(SYNCHRONIZE, FALSE, name_of(directory, pid).c_str()));
+// That it exists is all that it tells.
+std::shared_ptr<void> answer_for(const Path& pid_file, unsigned pid) {
+    const auto mark = std::make_shared<Handle>();
+    const std::wstring name = name_of_answer(pid_file, pid);
+    if (!name.empty()) mark->reset(CreateEventW(nullptr, TRUE, FALSE, name.c_str()));
+    return mark;
+}
+
+bool is_answered_for(const Path& pid_file, unsigned pid) {
+    const std::wstring name = name_of_answer(pid_file, pid);
+    if (name.empty()) return false;
+    const Handle mark(OpenEventW(SYNCHRONIZE, FALSE, name.c_str()));
     return mark.get() != nullptr || GetLastError() == ERROR_ACCESS_DENIED;
 }
 
