@@ -45,17 +45,17 @@ void look_at_file(const FileReport& file, const Context& context, Findings& find
                          name + " belongs to " + owner_of(file) + ", which is to be restarted");
         else if (file.pid != 0)
             findings.add(
-                Kind::server_alive, flag, name + " belongs to " + owner_of(file) + ", which is running",
+                Kind::server_running, flag, name + " belongs to " + owner_of(file) + ", which is running",
                 "Stop that server, or choose another directory for this one. To check for a restart of "
                 "that server, add --restart.");
         return;
     case FileState::published:
-        return findings.add(Kind::may_be_alive, flag,
+        return findings.add(Kind::may_be_running, flag,
                             name + " announces " + file.text +
                                 ", and no pid file says whether that server is running",
                             "Make sure that it has stopped: this server would overwrite the file.");
     case FileState::starting:
-        return findings.add(Kind::may_be_alive, flag,
+        return findings.add(Kind::may_be_running, flag,
                             name + " is empty: a server is starting, or was killed while starting",
                             "Run preflight again in a moment.");
     case FileState::stale:
@@ -78,7 +78,7 @@ void look_at_file(const FileReport& file, const Context& context, Findings& find
 /// Another server may keep its pid file beside its endpoints.
 void look_at_neighbour(const qel::config::ServerSettings& settings, Findings& findings) {
     if (const auto file = running_neighbour(settings))
-        findings.add(Kind::server_alive, flag::endpoint_root,
+        findings.add(Kind::server_running, flag::endpoint_root,
                      shown(file->path.text()) + " belongs to " + owner_of(*file) +
                          ", which is running: another server uses this directory",
                      "Give each server a different endpoint root.");

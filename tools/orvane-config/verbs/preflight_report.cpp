@@ -66,7 +66,7 @@ unsigned running_server(const qel::config::ServerSettings& settings) {
         throw Misused(spelled(own("restart")) + " needs " + qel::i18n::ustring_to_utf8(flag::pid_root) +
                       ": main.pid there says which server is to be restarted");
     const FileReport file = inspect_runtime_files(settings).front();
-    return file.state == FileState::alive && !file.elsewhere ? file.pid : 0;
+    return file.state == FileState::running && !file.elsewhere ? file.pid : 0;
 }
 
 } // namespace
