@@ -253,6 +253,7 @@ class Tool(unittest.TestCase):
                 until(lambda: os.path.exists("ready"))
                 os.unlink(f"e/{LOCK}"), os.rmdir("e")
                 pid = int(main_pid.read_text())
+                self.addCleanup(lambda: run("kill", "-9", str(publisher.pid), str(pid)))
                 listener.listen()
                 self.assertEqual([publisher.stderr.readline().decode() for _ in range(2)],
                                  ["orvane-config: error opening e/control: No such file or directory\n",
