@@ -177,7 +177,7 @@ class Reference(unittest.TestCase):
         self.assertEqual(list(page), ["NAME", "DESCRIPTION", "FILES", "STATES", "EXAMPLES", "SEE ALSO"])
         states = json.loads((tool_schemas.SCHEMAS / "locate.json").read_text())["properties"]["state"]["enum"]
         meant = {"FILES": ["PID_ROOT/main.pid|process ID", "ENDPOINT_ROOT/control|control", "ENDPOINT_ROOT/http|HTTP listener", "ENDPOINT_ROOT/https|HTTPS"],
-                 "STATES": map("|".join, zip(states, ["process in", "no pid", "no such", "still empty", "started after", "not what", "may not read"], strict=True)),
+                 "STATES": map("|".join, zip(states, ["accepts connections", "process in", "no pid", "accepts no", "no such", "still empty", "started after", "not what", "may not read"], strict=True)),
                  "ENVIRONMENT": ["PATH|programs", "SSL_CERT_FILE, SSL_CERT_DIR|certificates", "NO_COLOR|not empty", "TERM|dumb"]}
         for section, entries in meant.items():
             for name, word in (entry.split("|") for entry in entries):
