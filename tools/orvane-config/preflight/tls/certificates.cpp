@@ -79,7 +79,7 @@ void look_at_key(const TlsCheck& check, EVP_PKEY* key, const std::string& which)
                            use_another);
     else if (!form.empty())
         check.findings.add(Kind::uncommon_key, flag, which + " has a key " + form,
-                           "If browsers are to connect: " + use_another);
+                           "Browsers need another. " + use_another);
 }
 
 void look_at_strength(const TlsCheck& check, X509* certificate, const std::string& which) {
