@@ -272,5 +272,14 @@ class Tls(unittest.TestCase):
         self.assertEqual(done.returncode, 8, done.stderr)
         self.assertRegex(done.stdout, "(?s)tls-file-missing.*" + ("tls-file-content" if HERE else "not looked at in this build"))
 
+    @unittest.skipIf(HERE, "this build looks")
+    def test_what_no_run_can_look_at_does_not_keep_the_server_from_starting(self):
+        for key, code, said in [("server.key", 0, "not looked at before the start: "), ("none.key", 8, "\nnot ready: ")]:
+            flags = [word for pair in (GOOD | {KEY: key}).items() for word in pair]
+            done = subprocess.run([*TOOL, "exec", "--preflight", "--only", "tls", "--auto-deploy-root", "D", *flags, "--", TOOL[-1], "convert"],
+                                  capture_output=True, text=True, cwd=self.where, timeout=60, check=False)
+            self.assertIn(said, done.stderr)
+            self.assertEqual((done.returncode, "--x509-private-key server.key" in done.stdout), (code, code == 0), done.stderr)
+
 
 unittest.main()

@@ -36,8 +36,8 @@ inline constexpr OwnOption own_options[] = {
     {"program",   Argument::anything, "PATH",                   "convert",                         "put this program before the flags"},
     {"preflight", Argument::none,     "",                       "exec",                            "also check the machine, as the verb preflight does; do not start COMMAND "
                                                                                                    "if the server would not start, or if preflight cannot tell"},
-    {"only",      Argument::groups,   "GROUP[,GROUP]...",       "preflight",                       "check only these groups"},
-    {"skip",      Argument::groups,   "GROUP[,GROUP]...",       "preflight",                       "do not check these groups"},
+    {"only",      Argument::groups,   "GROUP[,GROUP]...",       "preflight exec",                  "check only these groups"},
+    {"skip",      Argument::groups,   "GROUP[,GROUP]...",       "preflight exec",                  "do not check these groups"},
     {"restart",   Argument::none,     "",                       "preflight",                       "answer for a restart: what the server in main.pid has does not stand in "
                                                                                                    "the way, because it ends first"},
     {"expires",   Argument::anything, "DAYS",                   "preflight",                       "warn if a certificate expires within this time; by default 30 days"},

@@ -17,4 +17,12 @@ bool Report::ready() const {
     return clear() && std::ranges::all_of(groups, &GroupReport::looked_at);
 }
 
+bool Report::may_start() const {
+    return std::ranges::all_of(groups, [](const GroupReport& group) {
+        return std::ranges::all_of(group.findings, [](const Finding& one) {
+            return !is_in_the_way(one) || one.kind == Kind::not_looked_at;
+        });
+    });
+}
+
 } // namespace orvane::preflight

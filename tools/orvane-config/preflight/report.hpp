@@ -24,6 +24,8 @@ struct Report {
     bool clear() const { return count(Severity::blocking) == 0 && count(Severity::unknown) == 0; }
     /// The same, and everything was looked at.
     bool ready() const;
+    /// Whether `exec` starts the server: what no run of this build can look at does not keep it from that.
+    bool may_start() const;
 };
 
 } // namespace orvane::preflight

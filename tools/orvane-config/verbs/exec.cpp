@@ -1,12 +1,32 @@
 // The verb `exec`: the server with checked flags.
 #include "printing/preflight_text.hpp"
 #include "printing/verdict_text.hpp"
+#include "text/lists.hpp"
 #include "verbs/input.hpp"
 #include "verbs/preflight_report.hpp"
 
+#include "qel/i18n/convert.hpp"
+
 #include <ostream>
+#include <string>
+#include <vector>
 
 namespace orvane {
+namespace {
+
+/// The groups that the user has left out, and the flags that no run of this build can look at.
+std::vector<std::string> not_looked_at(const preflight::Report& report) {
+    std::vector<std::string> names;
+    for (const preflight::GroupReport& group : report.groups) {
+        if (!group.looked_at) names.emplace_back(group.group->name);
+        for (const preflight::Finding& finding : group.findings)
+            if (finding.kind == preflight::Kind::not_looked_at)
+                names.push_back(qel::i18n::ustring_to_utf8(std::u16string(finding.flag)));
+    }
+    return names;
+}
+
+} // namespace
 
 ExitCode verb::exec(const Call& call) {
     const Input input = input_of(call);
@@ -18,10 +38,12 @@ ExitCode verb::exec(const Call& call) {
     }
     if (call.has(own("preflight"))) {
         const preflight::Report report = preflight_report(call, verdict);
-        if (!report.ready()) {
+        if (!report.may_start()) {
             call.err << to_text(report);
             return ExitCode::not_ready;
         }
+        if (const auto names = not_looked_at(report); !names.empty())
+            call.err << "orvane-config: not looked at before the start: " << joined(names) << '\n';
     }
     call.successor = *input.command;
     call.successor.insert(call.successor.end(), input.flags.begin(), input.flags.end());
