@@ -77,13 +77,37 @@ int main() {
     expect(text.find("driver = x\xEF\xBF\xBDy") != std::string::npos,
            "a lone surrogate harms no neighbour: " + text);
 
-    // cmd.exe would run a part of a value, and read another value; other programs that read their line get it as it is.
-    std::ofstream(root / "server.cmd") << "@echo STARTED %*\r\n";
     const auto said = [&](const std::wstring& words) {
         exit_code(start(tool + words, root / "said"));
         std::ifstream file(root / "said");
         return std::string(std::istreambuf_iterator<char>(file), {});
     };
+
+    struct PathRow {
+        const wchar_t* path;
+        const char* warning;
+    };
+    constexpr PathRow paths[] = {
+        {L"C:\\x", ""},
+        {L"c:/x", ""},
+        {L"\\\\srv\\x", ""},
+        {L"//srv/x", ""},
+        {L"\\\\?\\C:\\x", ""},
+        {L"\\\\.\\C:\\x", ""},
+        {L"\\x", "foreign-path"},
+        {L"/x", "foreign-path"},
+        {L"x", "relative-directory"},
+        {L"C:x", "relative-directory"},
+        {L"C:", "relative-directory"},
+    };
+    for (const auto& [path, warning] : paths) {
+        const std::string answer = said(L" check --http 1 --auto-deploy-root " + std::wstring(path));
+        for (const std::string id : {"foreign-path", "relative-directory"})
+            expect((answer.find("[" + id + "]") != answer.npos) == (id == warning), answer);
+    }
+
+    // cmd.exe would run a part of a value, and read another value; other programs that read their line get it as it is.
+    std::ofstream(root / "server.cmd") << "@echo STARTED %*\r\n";
     const std::wstring batch = L" -- \"" + (root / "server.cmd").wstring() + L"\"";
     for (const wchar_t* const value : {L"\"C:\\x&echo INJECTED\"", L"%PATH%", L"a^b", L"\"a\\\"b\""}) {
         const std::string answer = said(L" exec --auto-deploy-root D --log-root " + (value + batch));

@@ -2,10 +2,9 @@
 #include "explaining/flag_like.hpp"
 #include "explaining/warning_rules.hpp"
 #include "text/invisible.hpp"
+#include "text/path_anchor.hpp"
 #include "text/quoting.hpp"
 #include "text/spelling.hpp"
-
-#include "qel/util/path.hpp"
 
 #include <algorithm>
 
@@ -32,12 +31,6 @@ bool has_name_between(std::u16string_view text, std::u16string_view open, std::u
 
 bool is_enclosed(std::u16string_view text, char16_t open, char16_t close) {
     return text.size() > 1 && text.front() == open && text.back() == close;
-}
-
-/// Whether the system separates directories with backslashes.
-bool backslash_separates() {
-    static const bool separates = qel::util::filesystem::Path(u"a\\b").parent_path().text() == u"a";
-    return separates;
 }
 
 bool has_drive(std::u16string_view path) {
@@ -164,15 +157,17 @@ std::string foreign_path(const GivenValue& value) {
         const bool odd = has_drive(path) || path.find(u'\\') != path.npos;
         return odd ? "this looks like a Windows path; \\ does not separate directories here" : "";
     }
-    const bool odd = path.starts_with(u'/') && !path.starts_with(u"//");
-    return odd ? "this path has no drive letter; it is on the server's current drive" : "";
+    return anchor_of(path) == PathAnchor::root
+               ? "this path has no drive letter; it is on the server's current drive"
+               : "";
 }
 
 std::string relative_directory(const GivenValue& value) {
-    const std::u16string& path = value.text;
-    if (!value.has(Form::directory) || path.starts_with(u'/')) return {};
-    if (backslash_separates() && (path.starts_with(u'\\') || has_drive(path))) return {};
-    return "the directory is relative to where the server is started";
+    if (!value.has(Form::directory)) return {};
+    const PathAnchor anchor = anchor_of(value.text);
+    if (anchor == PathAnchor::drive)
+        return "the directory is relative to the current one of the server on that drive";
+    return anchor == PathAnchor::none ? "the directory is relative to where the server is started" : "";
 }
 
 } // namespace orvane

@@ -5,10 +5,10 @@
 #include "preflight/space.hpp"
 #include "system/entry.hpp"
 
+#include "text/path_anchor.hpp"
 #include "text/quoting.hpp"
 
 #include "qel/util/canonicalize.hpp"
-#include "qel/util/native_path.hpp"
 
 #include <algorithm>
 #include <array>
@@ -164,7 +164,7 @@ void look_at_setting(const DirectorySetting& setting, const Context& context, Fi
         // What is missing has been said for the flag that names it.
         if (flag != setting.flag && there.state != Entry::State::directory) continue;
         const Subject subject{setting, flag, position++, qel::util::filesystem::canonicalize(used), findings};
-        if (flag == setting.flag && !qel::util::filesystem::native(path).is_absolute())
+        if (flag == setting.flag && anchor_of(path.text()) != PathAnchor::full)
             subject.add(Kind::relative_directory, "this means " + subject.name() + " now",
                         "Write the full path: the server may be started elsewhere.");
         look_at_subject(subject, there);

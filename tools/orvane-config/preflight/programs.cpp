@@ -6,11 +6,11 @@
 #include "system/entry.hpp"
 #include "system/program_search.hpp"
 
+#include "text/path_anchor.hpp"
 #include "text/quoting.hpp"
 
 #include "qel/i18n/convert.hpp"
 #include "qel/util/canonicalize.hpp"
-#include "qel/util/native_path.hpp"
 
 #include <string>
 #include <utility>
@@ -55,7 +55,7 @@ void look_at_program(const Program& program, const ProgramSearch& search) {
     }
     const Path place(name);
     const std::string absolute = shown(qel::util::filesystem::canonicalize(place).text());
-    if (!qel::util::filesystem::native(place).is_absolute())
+    if (anchor_of(name) != PathAnchor::full)
         program.add(Kind::relative_program, "this means " + absolute + " now",
                     "Write the full path: the server may be started elsewhere.");
     if (const auto file = with_ending(place, search)) return look_at_file(program, *file, search);

@@ -3,6 +3,7 @@
 
 #include "reference/flag_forms.hpp"
 #include "system/bounded_file.hpp"
+#include "text/path_anchor.hpp"
 #include "text/quoting.hpp"
 
 #include "qel/util/native_path.hpp"
@@ -47,7 +48,7 @@ std::string missing(const Path& path) {
     std::error_code error;
     if (std::filesystem::is_symlink(name, error))
         return "this is a symbolic link to a file that does not exist";
-    if (name.is_absolute()) return "the file does not exist";
+    if (anchor_of(path.text()) == PathAnchor::full) return "the file does not exist";
     return "the file does not exist in " + orvane::shown(std::filesystem::current_path(error).u16string()) +
            ", where relative paths start";
 }
