@@ -94,5 +94,12 @@ class Completions(unittest.TestCase):
             return [line.split("\t") for line in answers.read_text().split("\n")[:-1]]
         self.expect("zsh", offers)
 
+    def test_powershell_is_told_what_bash_is(self):
+        # Nothing here runs its script.
+        for program in ["orvane-config", "orvane-server"]:
+            bash, powershell = (Path(self.scripts[program, shell]).read_text() for shell in ["bash", "powershell"])
+            self.assertEqual(re.findall(r"'(--\S+)' = '(.*)'$", powershell, re.M), re.findall(r"\[(--\S+)\]='(.*?)'", bash))
+            self.assertEqual(re.findall(r"^ {8}'(\w+)' = '(.*)'$", powershell, re.M), re.findall(r"^    (\w+)\)\n.*\n.*others='(.*)' ;;", bash, re.M))
+
 
 unittest.main()

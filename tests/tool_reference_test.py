@@ -176,12 +176,14 @@ class Reference(unittest.TestCase):
         page = pages["files"]
         self.assertEqual(list(page), ["NAME", "DESCRIPTION", "FILES", "STATES", "EXAMPLES", "SEE ALSO"])
         states = json.loads((tool_schemas.SCHEMAS / "locate.json").read_text())["properties"]["state"]["enum"]
-        meant = {"FILES": ["PID_ROOT/main.pid|process ID", "ENDPOINT_ROOT/control|control", "ENDPOINT_ROOT/http|HTTP listener", "ENDPOINT_ROOT/https|HTTPS"],
-                 "STATES": map("|".join, zip(states, ["accepts connections", "process in", "no pid", "accepts no", "no such", "still empty", "started after", "not what", "may not read"], strict=True)),
-                 "ENVIRONMENT": ["PATH|programs", "SSL_CERT_FILE, SSL_CERT_DIR|certificates", "NO_COLOR|not empty", "TERM|dumb"]}
-        for section, entries in meant.items():
-            for name, word in (entry.split("|") for entry in entries):
-                self.assertRegex((page | {"ENVIRONMENT": pages["tool"]["ENVIRONMENT"]})[section], rf"\b{name} \w[^.]*\b{word}\b")
+        meanings = ["accepts connections", "process in", "no pid", "accepts no", "no such", "still empty", "started after", "not what", "may not read"]
+        for name, section, entries in [
+            ("files", "FILES", ["PID_ROOT/main.pid|process ID", "ENDPOINT_ROOT/control|control", "ENDPOINT_ROOT/http|HTTP listener", "ENDPOINT_ROOT/https|HTTPS"]),
+            ("files", "STATES", map("|".join, zip(states, meanings, strict=True))),
+            ("tool", "FILES", ["/usr/share/orvane-config/schemas/*.json|answers in JSON", "main.pid, control, http, https|runtime files"]),
+            ("tool", "ENVIRONMENT", ["PATH|programs", "SSL_CERT_FILE, SSL_CERT_DIR|certificates", "NO_COLOR|not empty", "TERM|dumb"])]:
+            for entry, word in (one.split("|") for one in entries):
+                self.assertRegex(pages[name][section], rf"(^| ){re.escape(entry)} \w[^.]*\b{word}\b")
         self.assertRegex(page["FILES"], r" No file ends with a newline\.( [^ ]+){20}")
 
     def test_the_schemas_describe_every_member_and_the_page_names_them(self):

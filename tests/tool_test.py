@@ -147,7 +147,7 @@ class Tool(unittest.TestCase):
         locate = [*CONTAINER, "sh", "-c", 'mount --bind -o ro . . && cd "$PWD" && ! touch x 2>&- && exec "$@"', "sh", *TOOL, "locate", *FLAGS]
         for command, number in [(["--", "sh", "-c", "sleep 1000; exit 1"], "2"), ([], "1")]:
             first = self.start(*publish, *command)
-            until(lambda: os.path.exists("http") and run("cat", "main.pid")[1] == number)
+            until(lambda: os.path.exists("http") and run("cat", "http")[1] and run("cat", "main.pid")[1] == number)
             os.utime(main_pid, (1e9, 1e9))  # a young process has the number in each of them
             code, out, _ = run(*locate)
             self.assertRegex(f"{code} {out}", rf"^0 main.pid +running +{number} \(not a process here, .*\ncontrol +running .*\nhttp +running ")
@@ -418,6 +418,8 @@ class Tool(unittest.TestCase):
             self.assertEqual(answer["files"][0].get("expected_port"), other, flag)
             note = f" (the flags say port {other})" if other else ""
             self.assertEqual(run(*TOOL, "locate", *flags)[:2], (0, f"http     published     h:8081{note}\n"))
+        Path("http").write_text("\x1b:1")
+        self.assertIn("http announces \\u001b:1, and no pid file", run(*TOOL, "preflight", "--only", "runtime", *flags)[1])
 
     @unittest.skipUnless(HERE, "there are no such tools")
     def test_other_tools_find_what_is_published(self):
