@@ -85,6 +85,8 @@ class Fixes(unittest.TestCase):
                     # Else the server takes the value as it was typed, and there is a warning.
                     self.assertTrue(right or value in final and f"{shlex.quote(value)}: " in said, (found, meaning))
         self.assertGreater(fixed, known / 2)
+        # Nothing that looks like a flag is joined to a value, though the server would take it.
+        self.assertEqual(many_lines.run(TOOL, "fix", *"--auto-deploy-root D --user-data k --foo".split())[:2], (1, "--auto-deploy-root D --user-data <value> --foo\n"))
 
 
 unittest.main()

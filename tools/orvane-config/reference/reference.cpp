@@ -110,10 +110,14 @@ std::string with_flags(std::string_view raw) {
     std::string text(raw);
     for (std::size_t open = 0; (open = text.find('{', open)) != text.npos; ++open) {
         const std::size_t close = text.find('}', open);
-        const auto name =
-            std::find(std::begin(flag_names), std::end(flag_names), text.substr(open + 1, close - open - 1));
-        if (name != std::end(flag_names))
-            text.replace(open, close - open + 1, narrow_texts[name - std::begin(flag_names)]);
+        const std::string inside = text.substr(open + 1, close - open - 1);
+        const std::size_t dot = inside.find(".largest");
+        const auto name = std::find(std::begin(flag_names), std::end(flag_names), inside.substr(0, dot));
+        if (name == std::end(flag_names)) continue;
+        const std::string flag(narrow_texts[name - std::begin(flag_names)]);
+        const std::string_view largest =
+            dot == inside.npos ? "" : reference_of(std::string_view(flag))->largest;
+        text.replace(open, close - open + 1, largest.empty() ? flag : std::string(largest));
     }
     return text;
 }
