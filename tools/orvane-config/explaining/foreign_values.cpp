@@ -1,5 +1,7 @@
 // Values in the forms of other programs, and what they mean here.
 #include "explaining/rules.hpp"
+#include "text/lists.hpp"
+#include "text/quoting.hpp"
 #include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -10,6 +12,13 @@ namespace orvane {
 namespace {
 
 using qel::i18n::utf8_to_ustring;
+
+/// The name of a service, as systems list them with their ports.
+bool is_service(std::u16string_view name) {
+    constexpr std::u16string_view names[] = {u"http", u"https",    u"http-alt", u"https-alt",
+                                             u"www",  u"webcache", u"redis"};
+    return contains(names, lower(std::u16string(name)));
+}
 
 /// Whether it can be a host: a name that is not a port's, or an address.
 bool may_be_host(std::u16string_view text) {
@@ -151,6 +160,23 @@ constexpr ReadForeign* readers[] = {
 };
 
 } // namespace
+
+std::string why_no_port(const std::u16string& value) {
+    const std::u16string text = bare(folded(value.substr(0, 1000)));
+    const std::u16string port = text.substr(text.find_last_of(u":@") + 1);
+    if (is_service(port)) return shown(port) + " is the name of a service: write the number of its port";
+    if (text.starts_with(u"/") || text.starts_with(u"unix:"))
+        return "the server listens on a port, not on the file of a socket";
+    const std::size_t scheme = text.find(u"://");
+    if (scheme != text.npos && text.find_first_of(u",;") != text.npos) return "write one address only";
+    if (scheme != text.npos && reference_of(u"--" + text.substr(0, scheme)) != nullptr)
+        return "the flag for " + shown(text.substr(0, scheme + 3)) + " is " +
+               shown(u"--" + text.substr(0, scheme));
+    const std::size_t odd = port.find_first_not_of(u"0123456789");
+    if (odd == 0 || odd == port.npos) return {};
+    return shown(port) + " is not a port: it contains the " +
+           (is_alphanumeric(port[odd]) ? "letter " : "character ") + shown(port.substr(odd, 1));
+}
 
 Readings readings(const Reference& reference, const std::u16string& value) {
     const std::u16string clean = bare(value.substr(0, 10000));

@@ -45,8 +45,8 @@ ReadForeign durations, sizes, numbers;
 /// Whether it is one of their units, in lower case.
 bool is_unit(const std::u16string& word);
 
-/// Whether it is the name of a service, as systems list them with their ports.
-bool is_service(std::u16string_view name);
+/// What is in the place of the port of an address; empty if that cannot be said.
+std::string why_no_port(const std::u16string& value);
 
 /// Whether the value of the occurrence at `position` goes on in the tokens that follow it.
 std::optional<Advice> joined_value(const FaultInLine& fault, std::size_t position);
