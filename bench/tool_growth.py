@@ -33,6 +33,8 @@ families = [
     ("check", ["--log-root", "/a", "b{}"]),  # out of place
     ("check", ["--request-timeout", "1", "--log-root", "/x{}"]),
     ("publish", ["--log-root", "--"]),
+    ("check --redact", ["--attach-cache", "p@h{}:80"]),
+    ("check --redact", ["--user-data", "k{} --x{}"]),
 ]
 short, long = 160, 480  # in a line of this length, flags are no longer examined one by one
 
@@ -40,7 +42,7 @@ short, long = 160, 480  # in a line of this length, flags are no longer examined
 def cost(verb, flag, count):
     """The instructions of a line with the flag that often."""
     line = required + [token.format(i, i) for i in range(count) for token in flag]
-    run = subprocess.run(["valgrind", "--tool=cachegrind", "--cache-sim=no", "--cachegrind-out-file=/dev/null", sys.argv[1], verb, *line],
+    run = subprocess.run(["valgrind", "--tool=cachegrind", "--cache-sim=no", "--cachegrind-out-file=/dev/null", sys.argv[1], *verb.split(), *line],
                          stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True, errors="replace")
     return int(re.search(r"I +refs: +([\d,]+)", run.stderr)[1].replace(",", ""))
 

@@ -9,6 +9,8 @@
 
 #include "qel/i18n/convert.hpp"
 
+#include <algorithm>
+
 namespace orvane::redacting {
 namespace {
 
@@ -27,6 +29,13 @@ bool is_nearly(const Reference& flag, std::u16string_view name) {
     if (split_words(normalized(name)).size() > split_words(normalized(flag.wide)).size()) return false;
     const std::size_t most = typed.size() > 6 ? 2 : 1;
     return distance(typed, letters(flag.wide), most) <= most;
+}
+
+/// Whether more is in a name than its comparison with those of flags looks at: it may be long, or have a terminal's codes.
+bool hides_words(std::u16string_view name) {
+    constexpr std::size_t longest = 100, most_of_codes = 8;
+    const auto size = static_cast<std::size_t>(std::ranges::count_if(name, is_of_a_word));
+    return name.size() > longest || size > letters(name).size() + most_of_codes;
 }
 
 /// Where a flag begins within the text; else its end. After \n, too, which somebody took for the end of a line.
@@ -93,9 +102,9 @@ std::u16string Redactor::named(std::u16string_view text) {
 
 /// A misspelt flag is no secret, and what was meant cannot be told without it.
 std::u16string Redactor::name(std::u16string_view text) {
-    flag_ = reference_of(std::u16string(text));
-    if (flag_ == nullptr) flag_ = flag_spelled(text);
+    flag_ = hides_words(text) ? nullptr : flag_spelled(text);
     if (flag_ != nullptr) return std::u16string(text);
+    if (hides_words(text)) return kept(text, names);
     std::u16string words = normalized(text);
     if (words.size() > 1 && words.size() < 7 && all_digits(words.substr(1))) words.resize(1); // "-p8080"
     if (const auto synonym = synonym_of(ustring_to_utf8(words))) {
