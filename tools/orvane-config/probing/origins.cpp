@@ -38,7 +38,8 @@ bool is_set_without(const std::vector<Occurrence>& origins, const CommandLine& l
 void find_completed(Effects& effects, const std::vector<Setting>& after) {
     const auto before = settings_of(ask(without_an_end(effects.effective)).settings);
     for (std::size_t i = 0; i != after.size(); ++i) {
-        const auto& [name, lines] = after[i];
+        const std::string& name = after[i].name;
+        const auto& lines = after[i].lines;
         if (lines.empty()) continue;
         if (const auto found = effects.origins.find(name); found != effects.origins.end()) {
             if (before[i] == after[i]) continue;
