@@ -76,12 +76,12 @@ class Redacts(unittest.TestCase):
         chance, refusals = random.Random(5), 0
         ways = [["check"], ["check", "--json"], ["show"], ["show", "--json"], ["fix", "--ids"], *(["convert", "--to", to] for to in ["sh", "systemd", "json", "lines"])]
         for at, (mark, line) in enumerate(itertools.product(MARKS, LINES)):
-            if at % 2:
+            if at % 5:
                 continue
             words = marked(line, mark, chance)
             with self.subTest(shlex.join(words)):
                 refusals += self.answers(*chance.choice(ways), words=words)[-1]
-        self.assertLessEqual(refusals, len(LINES) * len(MARKS) / 100)
+        self.assertLessEqual(refusals, len(LINES) * len(MARKS) / 250)
 
     def test_each_part_of_a_value_is_replaced_as_it_should_be(self):
         for row, expected in REDACTIONS[::1 if HERE else 6]:
@@ -100,11 +100,12 @@ class Redacts(unittest.TestCase):
             self.assertEqual((len(made), len(set(made))), (len(words), len(words)))
 
     def test_long_values_are_answered(self):
+        flags = itertools.cycle([["--user-data"], ["--log-root"], ["--http"], [], ["--user-data"]])
         for value in [" --log-root" * 40000, ".zep_deployed" * 75000, "--log-root=" * 27700, "a:" * 200000, "a-" * 200000, "1." * 200000, "-" * 400000,
                       "k " + " ".join(map("".join, itertools.product("x", *["abcdefghijklmnopqrstuvwxyz"] * 3)))][::1 if HERE else 4]:
-            for flag in [["--user-data"], ["--log-root"], ["--http"], []]:
-                with self.subTest(value[:20], flag=flag):
-                    self.assertNotEqual(run("check", "--redact", "--json", words=[*REQUIRED, *flag, value])[1:], ("", ""))
+            flag = next(flags)
+            with self.subTest(value[:20], flag=flag):
+                self.assertNotEqual(run("check", "--redact", "--json", words=[*REQUIRED, *flag, value])[1:], ("", ""))
 
     def test_two_lines_get_the_same_words_and_their_files_too(self):
         one, two = self.files({f"{WORD}.txt": f"--auto-deploy-root\n/srv/{WORD}\n--log-root\n/srv/{WORD}/l\n", f"q/{WORD}.conf": ""})
