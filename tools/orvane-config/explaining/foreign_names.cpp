@@ -105,7 +105,8 @@ std::optional<Advice> host_and_port(const FaultInLine& fault, const ForeignFlag&
     const ForeignFlag &host = host_first ? one : *other, &port = host_first ? *other : one;
     const Token flag{std::u16string(one.synonym.reference->wide), fault.number()};
     if (host.synonym.kind != Form::host || !all_digits(port.value)) return std::nullopt;
-    const std::u16string address = host.value + u":" + port.value;
+    const bool ipv6 = host.value.find(u':') != host.value.npos && host.value[0] != u'[';
+    const std::u16string address = (ipv6 ? u"[" + host.value + u"]" : host.value) + u":" + port.value;
     Readings all = readings(*one.synonym.reference, address);
     all.insert(all.begin(), {address, ""});
     for (const Reading& reading : all)

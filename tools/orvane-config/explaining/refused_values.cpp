@@ -32,6 +32,12 @@ std::optional<Advice> better(const FaultInLine& fault, const std::u16string& tex
                    sentence, ending);
 }
 
+/// "${PORT:-80" of "${PORT:-80}".
+bool cuts_variable(std::u16string_view text) {
+    const std::size_t at = text.rfind(u"${");
+    return at != text.npos && text.find(u'}', at) == text.npos;
+}
+
 /// The token that follows, if it may be the value.
 const Token* next_stray(const FaultInLine& fault) {
     return has_strays(fault.line, fault.at + 1) ? &(*fault.after())[0] : nullptr;
@@ -128,8 +134,9 @@ std::optional<Advice> dirty_value(const FaultInLine& fault) {
     for (const std::u16string& text :
          {clean, folded(clean), trimmed(clean, u":"), bare(trimmed(clean, u"[]<>(){}:,;")),
           clean.substr(clean.starts_with(u"- ") ? 2 : 0)})
-        if (auto advice = better(fault, text, "the value itself contains " + what + "; without them: "))
-            return advice;
+        if (!cuts_variable(text))
+            if (auto advice = better(fault, text, "the value itself contains " + what + "; without them: "))
+                return advice;
     // "http=9910" after its own flag.
     const auto separator = clean.find_first_of(u"=: ");
     if (separator == clean.npos || flag_spelled(clean.substr(0, separator)) != &flag_of(fault))

@@ -131,9 +131,11 @@ std::vector<Proposed> values_of(const FaultInLine& fault, const Edit& edit) {
     return values;
 }
 
+/// Also in "80\t--wait", where the tabulator was never one.
 bool has_flag_inside(std::u16string_view value) {
     const std::size_t at = value.find(u"--");
-    return at != value.npos && (at == 0 || !is_alphanumeric(value[at - 1]));
+    return at != value.npos &&
+           (at == 0 || !is_alphanumeric(value[at - 1]) || (at > 1 && value[at - 2] == u'\\'));
 }
 
 /// A number alone is in the server's unit, or in that of another server's flag.
