@@ -128,7 +128,8 @@ class Network(unittest.TestCase):
         prefixes["contacted"] = prefixes["hosts"]
         Path("hosts").write_text("127.0.0.1 pair localhost\n203.0.113.7 pair\n127.0.0.1 twin\n127.0.0.2 twin\n")
         spaces = HERE and available("unshare", "-rmn", "true")
-        applies = {"always": True, "here": HERE, "hosts": spaces, "contacted": spaces, "alone": spaces, "ipv6": HERE and has_ipv6(), "network": HERE, "restart": HERE,
+        applies = {"always": True, "here": HERE, "hosts": spaces, "contacted": spaces, "alone": spaces, "ipv6": HERE and has_ipv6(),
+                   "network": HERE, "restart": HERE,
                    "nobody": privileged and AS_NOBODY and available(*AS_NOBODY, *TOOL, "version")}
         applies["stranger"] = applies["nobody"]
         # A child that has the sockets, too, as servers have workers: the first process is the one to name.

@@ -14,13 +14,15 @@ TIMES = {"s": 10**6, "m": 60 * 10**6, "h": 3600 * 10**6, "ms": 1000, " seconds":
 AMOUNTS = [(["--log-rotation-size", "--max-log-size"], SIZES, lambda record: record["log_rotation_size"]),
            (["--num-workers", "--workers"], {"": 1}, lambda record: record["num_workers"]),
            (["--request-timeout", "--timeout"], TIMES, lambda record: record["request_timeout"]["microseconds"])]
-ADDRESSES = """web:{p} web {p}|web,{p}|{p}:web|http://web:{p}/|web : {p}|web:{p}/|"web:{p}"|web:{p},|web;{p}|[::1] {p}|127.0.0.1,{p}|127.0.0.1 {p}|web:{p}/{q}/"""
+ADDRESSES = """web:{p} web {p}|web,{p}|{p}:web|http://web:{p}/|web : {p}|web:{p}/|"web:{p}"|web:{p},|web;{p}|[::1] {p}|127.0.0.1,{p}|
+    127.0.0.1 {p}|web:{p}/{q}/""".replace("\n    ", "")
 NO_ADDRESSES = """8,{p}|{p},{q}|{p}-{q}|0x{p}|{p}O|{p}%|{p} {q}|http|web:http|unix:/run/{p}.sock|http://a:{p};http://b:{q}|web:{p} {q}|web:{p},{q}|
     https://web:{p}|1.2.3:{p}%|{p}..{q}|web:+{p}x|eighty""".replace("\n    ", "")
 WAYS = [lambda c, f, v: [f, v], lambda c, f, v: [f + "=" + v], lambda c, f, v: [f + " " + v], lambda c, f, v: [f + " " + v + " \\"],
         lambda c, f, v: [f, *v.split()], lambda c, f, v: [f[:-3] + f[-2:], v], lambda c, f, v: [f + ":", v], lambda c, f, v: [f, '"' + v + '"'],
         lambda c, f, v: [f, v + ","], lambda c, f, v: [f, "=", v], lambda c, f, v: [f, v, "--foo", "81"], lambda c, f, v: [v, f],
-        lambda c, f, v: [f, v, "stray82"], lambda c, f, v: (f + "=" + v).split(), lambda c, f, v: [f + " " + v + "\\n--wait"], lambda c, f, v: [f, f, v], lambda c, f, v: [f, v, "&&", "x83"]]
+        lambda c, f, v: [f, v, "stray82"], lambda c, f, v: (f + "=" + v).split(), lambda c, f, v: [f + " " + v + "\\n--wait"],
+        lambda c, f, v: [f, f, v], lambda c, f, v: [f, v, "&&", "x83"]]
 
 
 def number(chance, unit):
@@ -86,7 +88,8 @@ class Fixes(unittest.TestCase):
                     self.assertTrue(right or value in final and f"{shlex.quote(value)}: " in said, (found, meaning))
         self.assertGreater(fixed, known / 2)
         # Nothing that looks like a flag is joined to a value, though the server would take it.
-        self.assertEqual(many_lines.run(TOOL, "fix", *"--auto-deploy-root D --user-data k --foo".split())[:2], (1, "--auto-deploy-root D --user-data <value> --foo\n"))
+        self.assertEqual(many_lines.run(TOOL, "fix", *"--auto-deploy-root D --user-data k --foo".split())[:2],
+                         (1, "--auto-deploy-root D --user-data <value> --foo\n"))
 
 
 unittest.main()

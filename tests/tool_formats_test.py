@@ -262,7 +262,8 @@ class Formats(unittest.TestCase):
             foreign = subprocess.Popen([name, "1000"], executable="/bin/sleep")
             self.addCleanup(foreign.wait), self.addCleanup(foreign.kill)
             said = run("check", "--pid", str(foreign.pid)).stderr.decode(errors="replace")
-            self.assertRegex(said, rf"^orvane-config: /proc/{foreign.pid}/cmdline: left out '{shown}', the program before the flags\nunrecognized option: 1000\n")
+            left_out = f"/proc/{foreign.pid}/cmdline: left out '{shown}', the program before the flags"
+            self.assertRegex(said, rf"^orvane-config: {left_out}\nunrecognized option: 1000\n")
         self.assertEqual([run("check", "--pid", number).returncode for number in ("4194305", "x")], [7, 2])
 
 

@@ -74,7 +74,8 @@ class Redacts(unittest.TestCase):
 
     def test_no_mark_comes_out_wherever_it_is(self):
         chance, refusals = random.Random(5), 0
-        ways = [["check"], ["check", "--json"], ["show"], ["show", "--json"], ["fix", "--ids"], *(["convert", "--to", to] for to in ["sh", "systemd", "json", "lines"])]
+        ways = [["check"], ["check", "--json"], ["show"], ["show", "--json"], ["fix", "--ids"],
+                *(["convert", "--to", to] for to in ["sh", "systemd", "json", "lines"])]
         for at, (mark, line) in enumerate(itertools.product(MARKS, LINES)):
             if at % 5:
                 continue
@@ -130,8 +131,9 @@ class Redacts(unittest.TestCase):
 
     def test_no_file_and_no_option_is_repeated(self):
         env = json.dumps([{"Env": [f"PASSWORD={WORD}" + "x" * 5000]}])
-        contents = [env, "{}" + env, f'["{WORD}", {NUMBER}]', f'["{WORD}', f"--http ${WORD}", f"--http '{WORD}", f"[Service]\nExecStart=/{WORD} %{WORD}\n",
-                    f"[Service]\nExecStart=/{WORD} --log-root \\q{WORD}\n", f"{WORD}\n--{WORD}\n{WORD}\n", f"--http\n{WORD}:80\n", f"--http\n{WORD}\0{WORD}", ""]
+        contents = [env, "{}" + env, f'["{WORD}", {NUMBER}]', f'["{WORD}', f"--http ${WORD}", f"--http '{WORD}",
+                    f"[Service]\nExecStart=/{WORD} %{WORD}\n", f"[Service]\nExecStart=/{WORD} --log-root \\q{WORD}\n",
+                    f"{WORD}\n--{WORD}\n{WORD}\n", f"--http\n{WORD}:80\n", f"--http\n{WORD}\0{WORD}", ""]
         names = self.files({f"{WORD}-{i}.json": content for i, content in enumerate(contents)})
         for verb, name in itertools.product(["check", "diff"], [*names, f"{WORD}/missing", "."]):
             with self.subTest(verb, name=name):

@@ -177,11 +177,13 @@ class Reference(unittest.TestCase):
         self.assertEqual(list(page), ["NAME", "DESCRIPTION", "FILES", "STATES", "EXAMPLES", "SEE ALSO"])
         states = json.loads((tool_schemas.SCHEMAS / "locate.json").read_text())["properties"]["state"]["enum"]
         meanings = ["accepts connections", "process in", "no pid", "accepts no", "no such", "still empty", "started after", "not what", "may not read"]
-        for name, section, entries in [
-            ("files", "FILES", ["PID_ROOT/main.pid|process ID", "ENDPOINT_ROOT/control|control", "ENDPOINT_ROOT/http|HTTP listener", "ENDPOINT_ROOT/https|HTTPS"]),
+        described = [
+            ("files", "FILES", ["PID_ROOT/main.pid|process ID", "ENDPOINT_ROOT/control|control", "ENDPOINT_ROOT/http|HTTP listener",
+                                "ENDPOINT_ROOT/https|HTTPS"]),
             ("files", "STATES", map("|".join, zip(states, meanings, strict=True))),
             ("tool", "FILES", ["/usr/share/orvane-config/schemas/*.json|answers in JSON", "main.pid, control, http, https|runtime files"]),
-            ("tool", "ENVIRONMENT", ["PATH|programs", "SSL_CERT_FILE, SSL_CERT_DIR|certificates", "NO_COLOR|not empty", "TERM|dumb"])]:
+            ("tool", "ENVIRONMENT", ["PATH|programs", "SSL_CERT_FILE, SSL_CERT_DIR|certificates", "NO_COLOR|not empty", "TERM|dumb"])]
+        for name, section, entries in described:
             for entry, word in (one.split("|") for one in entries):
                 self.assertRegex(pages[name][section], rf"(^| ){re.escape(entry)} \w[^.]*\b{word}\b")
         self.assertRegex(page["FILES"], r" No file ends with a newline\.( [^ ]+){20}")

@@ -183,7 +183,8 @@ class Tool(unittest.TestCase):
     @unittest.skipUnless(HERE, "there is no sh")
     def test_whoever_publishes_has_its_roots_to_itself(self):
         # The command takes each root once more, in a way that cannot be had twice, and looks for its own files.
-        script = 'for root; do mkdir $root/mine || exit 9; done; [ "$(cat $1/main.pid)$(cat $2/http)" = $$h:$PORT ] || exit 8; for root; do rmdir $root/mine; done'
+        script = 'for root; do mkdir $root/mine || exit 9; done; [ "$(cat $1/main.pid)$(cat $2/http)" = $$h:$PORT ] || exit 8;' \
+            'for root; do rmdir $root/mine; done'
         for root in "abc":
             os.mkdir(root)
 
@@ -231,7 +232,8 @@ class Tool(unittest.TestCase):
         script = "trap 'rm ready; exit 9' INT; trap 'rm ready; exit 8' TERM; trap 'rm ready; exit 7' HUP; >ready; while :; do sleep 0.1; done"
         for closes, code in [(False, 8), (True, 7)]:
             terminal, end = os.openpty()
-            publisher = subprocess.Popen(["setsid", "--ctty", *TOOL, "publish", *FLAGS, "--", "setsid", "sh", "-c", script], stdin=end, stderr=subprocess.DEVNULL)
+            publisher = subprocess.Popen(["setsid", "--ctty", *TOOL, "publish", *FLAGS, "--", "setsid", "sh", "-c", script], stdin=end,
+                                         stderr=subprocess.DEVNULL)
             self.addCleanup(lambda process: (process.kill(), process.wait()), publisher)
             os.close(end)
             until(lambda: os.path.exists("ready"))
@@ -247,7 +249,8 @@ class Tool(unittest.TestCase):
             os.mkdir("e")
             with socket.socket() as listener:
                 listener.bind(("127.0.0.1", 0))
-                words = ["--ready", f"127.0.0.1:{listener.getsockname()[1]}", "--kill-after", kill_after, *PID_FLAGS, "--endpoint-root", "e", "--control-port", "1"]
+                words = ["--ready", f"127.0.0.1:{listener.getsockname()[1]}", "--kill-after", kill_after, *PID_FLAGS,
+                         "--endpoint-root", "e", "--control-port", "1"]
                 publisher = subprocess.Popen([*TOOL, "publish", *words, "--", "sh", "-c", "trap '>asked' TERM; >ready; while :; do sleep 0.1; done"],
                                              stderr=subprocess.PIPE)
                 until(lambda: os.path.exists("ready"))
@@ -374,7 +377,8 @@ class Tool(unittest.TestCase):
         listened, free = (one.getsockname()[1] for one in (listener, silent))
         order = ["accepting", "running", "published", "not accepting", "not published", "stale"]
         # Where it has its pid file and its endpoint, and on which port; where and on which port we do, and whether a server was killed there.
-        states = [*itertools.product(["publisher", "server", "killed"], ["", "e", "p", "q"], "ef", [listened, free], ["", "p"], [listened, free], [False, True])]
+        states = [*itertools.product(["publisher", "server", "killed"], ["", "e", "p", "q"], "ef", [listened, free],
+                                     ["", "p"], [listened, free], [False, True])]
 
         def model(other, their_pid, their_end, port, our_pid, our_port, left):
             lives, shared_end = other != "killed", their_end == "e"
@@ -389,7 +393,8 @@ class Tool(unittest.TestCase):
         def answers(number, state):
             other, their_pid, their_end, port, our_pid, our_port, left = state
             at = Path(os.getcwd(), str(number))
-            flags = lambda pid, end, port: [*PID_FLAGS[:4], *(["--pid-root", at / pid] if pid else []), "--endpoint-root", at / end, "--http", f"127.0.0.1:{port}"]
+            flags = lambda pid, end, port: [*PID_FLAGS[:4], *(["--pid-root", at / pid] if pid else []),
+                                            "--endpoint-root", at / end, "--http", f"127.0.0.1:{port}"]
             files = lambda: {f"{path.parent.name}/{path.name}": path.read_text() for path in at.rglob("*") if path.is_file() and path.name != LOCK}
             for root in "efpq":
                 (at / root).mkdir(parents=True)
@@ -400,7 +405,8 @@ class Tool(unittest.TestCase):
             else:
                 (at / their_end / "http").write_text(f"127.0.0.1:{port}")
                 (at / their_pid / ("main.pid" if their_pid else "x")).write_text(str(living if other == "server" else 4294967295))
-            said = [tool_schemas.answer("locate", run(*TOOL, "locate", "--json", *more, *flags(our_pid, "e", our_port))[1])["state"] for more in ([], ["--connect"])]
+            said = [tool_schemas.answer("locate", run(*TOOL, "locate", "--json", *more, *flags(our_pid, "e", our_port))[1])["state"]
+                    for more in ([], ["--connect"])]
             before = files()
             code, out, _ = run(*TOOL, "publish", *flags(our_pid, "e", our_port), "--", "cat", at / "e/http")
             left_alone = before if code else {name: text for name, text in before.items() if name not in ("e/http", our_pid + "/main.pid")}

@@ -181,12 +181,14 @@ private:
 /// Some line has a flag and its value, or the first one has a program, or is continued.
 bool is_flags(std::string_view text) {
     bool is_first = true;
-    for (std::string_view line = first_line_of(text); !line.empty(); line = first_line_of(text)) {
+    while (true) {
+        const std::string_view line = first_line_of(text);
+        if (line.empty()) break;
         if ((is_first || line.starts_with("--")) &&
             (line.find_first_of(" \t") != line.npos || line.ends_with('\\')))
             return true;
         is_first = false;
-        text.remove_prefix(static_cast<std::size_t>(line.end() - text.begin()));
+        text.remove_prefix(static_cast<std::size_t>(line.data() - text.data()) + line.size());
     }
     return false;
 }

@@ -5,6 +5,7 @@
 
 #include "qel/util/native_path.hpp"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <fstream>
@@ -71,7 +72,7 @@ bool knows_more_formats() {
 
 ProgramStart script(std::string line) {
     constexpr const char* blanks = " \t";
-    line = line.substr(0, line.find('\n'));
+    line.resize(std::min(line.find('\n'), line.size()));
     line.erase(0, line.find_first_not_of(blanks));
     line.erase(line.find_last_not_of(blanks) + 1);
     ProgramStart start{Kind::script};
