@@ -56,7 +56,7 @@ Values values_of(Argument argument, std::string_view text) {
     case Argument::an_id:         return joined(all_kinds(), " ", &Explanation::id);
     case Argument::flag_names:    return joined(references(), " ", &Reference::flag);
     case Argument::a_word:        return boost::replace_all_copy(std::string(text), "|", " ");
-    case Argument::flags:         return "FLAGS";
+    case Argument::flags:
     case Argument::two_lines:     return "FLAGS";
     case Argument::flags_command: return "COMMAND";
     case Argument::anything:      break;

@@ -132,6 +132,7 @@ std::optional<Advice> several_words(const FaultInLine& fault) {
     const auto words = split_words(text, blanks);
     if (words.size() < 2 || !is_flag_like(words[0])) return std::nullopt;
     std::vector<Token> tokens;
+    tokens.reserve(words.size());
     for (const std::u16string& word : words)
         tokens.push_back({word, fault.number()});
     constexpr auto sentence = "this is several words in one; pass each as a separate argument: ";

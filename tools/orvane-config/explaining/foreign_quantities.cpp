@@ -91,7 +91,7 @@ std::optional<Amount> times(const Decimal& number, Amount unit, std::size_t expo
     const Amount common = std::gcd(unit, part);
     const Amount factor = unit / common;
     part /= common;
-    if (digits > std::numeric_limits<Amount>::max() / factor) return std::nullopt;
+    if (factor == 0 || digits > std::numeric_limits<Amount>::max() / factor) return std::nullopt;
     const Amount whole = digits * factor / part;
     constexpr Amount many = 1000; // the rest of a byte, or of a microsecond, is nothing then
     return digits * factor % part == 0 || (unit > 1 && whole >= many) ? std::optional(whole) : std::nullopt;

@@ -1,5 +1,6 @@
 // The formats flags and sh: words as a shell quotes them. What is not certain to be a word of the server's is refused.
 #include "formats/format_table.hpp"
+#include "text/lists.hpp"
 #include "text/shell_word.hpp"
 
 namespace orvane {
@@ -57,7 +58,9 @@ private:
         if (tokens_.empty() || (is_file_ && walk_.comes("--"))) return;
         const bool is_value =
             is_file_ && line_ + 1 == tokens_.size() && tokens_[line_].text.starts_with("--");
-        if (!is_value) walk_.refuse("a second command; only one is read. To continue a line, end it with \\");
+        if (!is_value)
+            walk_.refuse(is_file_ ? "this line is neither a flag nor the only value of the flag before it"
+                                  : "a second command; only one is read. To continue a line, end it with \\");
         word();
         skip_to_word(" \t");
         if (!walk_.done() && !at_line_end())

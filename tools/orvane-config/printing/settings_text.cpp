@@ -24,7 +24,7 @@ std::string default_of(const Setting& setting) {
 
 std::string origin_of(const Setting& setting, const Verdict& verdict) {
     const Effects& effects = verdict.effects;
-    const std::string text = joined(effects.origins_of(setting), ", ", [&](const Occurrence& one) {
+    std::string text = joined(effects.origins_of(setting), ", ", [&](const Occurrence& one) {
         return qel::i18n::ustring_to_utf8(one[0].text) + " (" + numbers_of(one) +
                at_place(verdict.places, one[0].number) + ")";
     });

@@ -38,8 +38,8 @@ constexpr Reference rows[] = {
 #define ZEP_REFERENCE(name, a_form, a_trait, meaning, again, relations, example, others, ...)                \
     {.wide = flag::name,                                                                                     \
      .flag = narrow_##name.data(),                                                                           \
-     .form = Form::a_form,                                                                                   \
      .value = row_of(Form::a_form).written,                                                                  \
+     .form = Form::a_form,                                                                                   \
      .trait = Trait::a_trait,                                                                                \
      .repeats = Repeats::again,                                                                              \
      .synonyms = others,                                                                                     \

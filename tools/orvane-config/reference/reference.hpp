@@ -31,8 +31,8 @@ struct Reference {
     std::u16string_view wide{};
     std::string_view flag{}; ///< the same text
     std::string_view subject{};
-    Form form = Form::none;
     std::string_view value{}; ///< how the form is written; empty for a switch
+    Form form = Form::none;
     Trait trait = Trait::none;
     Repeats repeats = Repeats::nothing;
     Way way = Way::not_a_switch;

@@ -83,12 +83,12 @@ bool is_given_back(const Verb& verb, const OwnOption& option, Tokens::const_iter
 }
 
 /// Whether a word in front of the flags, of which the server has none, is a file of flags. A name that is not there may be
-/// that of a program, unless nothing follows.
+/// that of a program, unless nothing follows, or of a flag.
 bool names_a_file(const std::u16string& word, bool is_last) {
-    if (word == u"-" || word.starts_with(u'@')) return true;
+    if (word == u"-" || (word.size() > 1 && word.starts_with(u'@'))) return true;
     if (word.empty() || begins_as_flag(word)) return false;
     const Entry::State state = entry_at(qel::util::filesystem::Path(word)).state;
-    if (state == Entry::State::absent) return is_last && word.find_first_of(u"./\\") != word.npos;
+    if (state == Entry::State::absent) return is_last && kind_of(u"--" + word) == FlagKind::no_flag;
     return state != Entry::State::directory;
 }
 
