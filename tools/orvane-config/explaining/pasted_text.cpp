@@ -65,8 +65,8 @@ std::optional<Advice> program_before_flags(const FaultInLine& fault) {
     if (fault.at != 0 || flag_spelled(fault.token()) != nullptr || !is_program(fault.token()))
         return std::nullopt;
     const std::size_t end = next_flag(fault.line, 0);
-    // It may be a directory before its flag.
-    if (end == fault.line.size() || (end == 1 && before_its_flag(fault))) return std::nullopt;
+    // It may be a flag itself, NAME=value without hyphens, or a directory before its flag.
+    if (end == 0 || end == fault.line.size() || (end == 1 && before_its_flag(fault))) return std::nullopt;
     return remove(fault, 0, end,
                   shown(fault.token()) +
                       " is not a flag: leave the program out and give only the server's flags");

@@ -88,7 +88,9 @@ bool names_a_file(const std::u16string& word, bool is_last) {
     if (word == u"-" || (word.size() > 1 && word.starts_with(u'@'))) return true;
     if (word.empty() || begins_as_flag(word)) return false;
     const Entry::State state = entry_at(qel::util::filesystem::Path(word)).state;
-    if (state == Entry::State::absent) return is_last && kind_of(u"--" + word) == FlagKind::no_flag;
+    if (state == Entry::State::absent)
+        return is_last && word.find_first_of(u" \n\x1B") == word.npos &&
+               kind_of(u"--" + word) == FlagKind::no_flag;
     return state != Entry::State::directory;
 }
 
