@@ -89,8 +89,7 @@ bool names_a_file(const std::u16string& word, bool is_last) {
     if (word.empty() || begins_as_flag(word)) return false;
     const Entry::State state = entry_at(qel::util::filesystem::Path(word)).state;
     if (state == Entry::State::absent)
-        return is_last && word.find_first_of(u" \n\x1B") == word.npos &&
-               kind_of(u"--" + word) == FlagKind::no_flag;
+        return is_last && word[0] > u' ' && word[0] < u'\x7F' && kind_of(u"--" + word) == FlagKind::no_flag;
     return state != Entry::State::directory;
 }
 
