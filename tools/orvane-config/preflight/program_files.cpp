@@ -34,6 +34,10 @@ Obstacle missing_interpreter(const Path& script, const std::u16string& program, 
 /// What `env` would start, which it looks up as the server looks up programs.
 std::optional<Obstacle> obstacle_after_env(const Path& script, const std::string& argument,
                                            const ProgramSearch& search, unsigned scripts) {
+    if (argument.empty())
+        return Obstacle{Kind::missing_interpreter,
+                        name_of(script) + " is a script for env, which is given no program",
+                        "Name the program in the first line, for example #!/usr/bin/env python3."};
     const std::u16string program = program_of_env(qel::i18n::utf8_to_ustring(argument));
     if (program.empty()) return std::nullopt;
     const auto file = names_a_place(program) ? with_ending(Path(program), search) : in_path(program, search);

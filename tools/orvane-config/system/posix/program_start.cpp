@@ -31,12 +31,12 @@ std::string head_of(const std::filesystem::path& file) {
 }
 
 /// Where an ELF header has the processor; 32 or 64 bits and the order of bytes stand at `form`.
-constexpr std::size_t form = 4, processor = 18, end_of_processor = 20;
+constexpr std::size_t form = 4, processor = 18, least_header = 52;
 
 bool is_elf(std::string_view head) {
     return head.starts_with("\x7F"
                             "ELF") &&
-           head.size() >= end_of_processor;
+           head.size() >= least_header;
 }
 
 std::string_view name_of_processor(std::string_view head) {
