@@ -176,7 +176,8 @@ void name_what_is_left_out(const FaultInLine& fault, Advice& advice) {
     const Edit& edit = advice.edit;
     const std::vector<Token> proposed = tokens_in(edit.occurrences);
     const auto asks = [](const Token& token) { return !token.sample.empty(); };
-    if (!edit.proposed || std::any_of(proposed.begin(), proposed.end(), asks)) return;
+    if (!edit.proposed) return;
+    const bool has_placeholder = std::any_of(proposed.begin(), proposed.end(), asks);
     std::set<std::size_t> numbers;
     std::u16string texts;
     for (const Token& token : proposed) {
@@ -187,7 +188,7 @@ void name_what_is_left_out(const FaultInLine& fault, Advice& advice) {
     for (const Token& token : tokens_in(fault.line.part(edit.begin, edit.end)))
         if (!numbers.contains(token.number) && texts.find(token.text) == texts.npos)
             lost.push_back(token.text);
-    for (const Proposed& one : values_of(fault, edit)) {
+    for (const Proposed& one : has_placeholder ? std::vector<Proposed>() : values_of(fault, edit)) {
         const bool file = one.flag.holds(Holds::path) && one.typed.starts_with(one.value + u"/");
         if (file) lost.push_back(one.typed.substr(one.value.size() + 1));
         if (file || one.flag.holds(Holds::quantity)) continue;
