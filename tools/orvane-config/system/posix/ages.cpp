@@ -35,12 +35,16 @@ unsigned own_pid() {
 
 std::optional<milliseconds> process_age(unsigned pid) {
     if (pid == 0 || pid > static_cast<unsigned>(INT_MAX)) return std::nullopt;
-    if (kill(static_cast<pid_t>(pid), 0) != 0 && errno == ESRCH) return std::nullopt;
+    const auto is_gone = [pid] { return kill(static_cast<pid_t>(pid), 0) != 0 && errno == ESRCH; };
+    if (is_gone()) return std::nullopt;
     std::ifstream in("/proc/" + std::to_string(pid) + "/stat");
-    const std::string line{std::istreambuf_iterator<char>(in), {}};
+    std::string line;
+    std::getline(in, line, '\0');
     // The second field is the program's name in parentheses and may hold anything; the state is the third,
     // the start time in clock ticks since boot the 22nd.
     const auto name_end = line.rfind(')');
+    // It may have ended since; else the system does not tell.
+    if (name_end == std::string::npos && is_gone()) return std::nullopt;
     if (name_end == std::string::npos) return std::chrono::hours(24 * 365 * 1000);
     std::istringstream rest(line.substr(name_end + 1));
     const std::vector<std::string> fields{std::istream_iterator<std::string>(rest), {}};
