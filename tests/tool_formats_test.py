@@ -133,6 +133,8 @@ class Formats(unittest.TestCase):
         Path("x.service").write_text("ExecStart=/bin/x\n")
         Path("bad").write_text("--a b; c\n")
         Path("program").write_bytes(b"\x7fELF" + bytes(5 << 20))
+        Path("windows").write_bytes(b"MZ\x90\0" + bytes(5 << 20))
+        Path("named").write_text("MZserver --waist\n")
         for words, data, expected in [
             (["--from", "x.service"], b"", "orvane-config: x.service contains no flags\n"),
             (["--from", "-"], b"", "orvane-config: standard input contains no flags\n"),
@@ -145,6 +147,8 @@ class Formats(unittest.TestCase):
             (["http"], b"", "    a flag begins with two hyphens: --http\n"),
             (["./none", "--waist"], b"", "./none is not a flag: leave the program out"),
             ([".", "--waist"], b"", "    unexpected argument: it is not a flag\n"),
+            (["windows", "--waist"], b"", "orvane-config: windows: left out 'windows', the program before the flags\n"),
+            (["named"], b"", "  token 1, named:1:10: --waist\n"),
             (["program", "--waist"], b"", "orvane-config: program: left out 'program', the program before the flags\n"),
             (["--from", "bad"], b"", "bad:1:6: a second command; only one is read (format flags; --format-in chooses another)\n"),
             (["--format-in", "sh", "--from", "bad"], b"", "bad:1:6: a second command; only one is read (format sh)\n"),
@@ -226,7 +230,8 @@ class Formats(unittest.TestCase):
         done = run("exec", "--from", "flags", "--wait", "--", *echo)
         self.assertEqual((json.loads(done.stdout), done.returncode), ([*flags, "--wait"], 3 if HERE else 0), done.stderr)
         for words, code in [(["--from", "flags", "--", "./none"], 127), (["--from", "flags", "--", "."], 126),
-                            (["--from", "flags"], 2), (["--waist", "--", *echo], 1)]:
+                            (["--from", "flags"], 2), (["--waist", "--", *echo], 1),
+                            (["--skip", "tls", "--wait", "--", *echo], 2)]:
             done = run("exec", *words)
             self.assertEqual((done.returncode, done.stdout), (code, b""), (words, done.stderr))
         # Where the flags end after a file, after the tool's options, and after a -- that is a value.

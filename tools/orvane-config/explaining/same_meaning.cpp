@@ -174,10 +174,10 @@ void ask_for_the_others(const FaultInLine& fault, Advice& advice) {
 
 void name_what_is_left_out(const FaultInLine& fault, Advice& advice) {
     const Edit& edit = advice.edit;
-    const std::vector<Token> proposed = tokens_in(edit.occurrences);
-    const auto asks = [](const Token& token) { return !token.sample.empty(); };
     if (!edit.proposed) return;
-    const bool has_placeholder = std::any_of(proposed.begin(), proposed.end(), asks);
+    const std::vector<Token> proposed = tokens_in(edit.occurrences);
+    const bool has_placeholder =
+        std::ranges::any_of(proposed, [](const Token& token) { return !token.sample.empty(); });
     std::set<std::size_t> numbers;
     std::u16string texts;
     for (const Token& token : proposed) {

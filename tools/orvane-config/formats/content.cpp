@@ -67,7 +67,7 @@ std::string bytes_of(const std::string& path, const std::string& name) {
 bool is_program(std::string_view content) {
     return content.starts_with("\x7f"
                                "ELF") ||
-           content.starts_with("MZ");
+           (content.starts_with("MZ") && content.size() > 3 && static_cast<unsigned char>(content[3]) < 2);
 }
 
 std::string content_of(const std::string& path, const std::string& name) {

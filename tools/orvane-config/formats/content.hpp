@@ -13,7 +13,7 @@ std::string content_of(const std::string& path, const std::string& name);
 /// The same as it is: what the system writes is in no other encoding.
 std::string bytes_of(const std::string& path, const std::string& name);
 
-/// Whether a content is that of a program, of which `content_of` reads the beginning only.
+/// Whether a content is that of a program, of which `content_of` reads only the beginning. MZ alone may begin a name.
 bool is_program(std::string_view content);
 
 } // namespace orvane

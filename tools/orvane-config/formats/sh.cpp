@@ -28,7 +28,7 @@ constexpr bool is_in_name(char c) {
     return is_letter(c) || (c >= '0' && c <= '9') || c == '_' || c == '.' || static_cast<signed char>(c) < 0;
 }
 
-/// C:... or \...
+/// It begins with a drive or a backslash.
 bool is_windows_path(std::string_view word) {
     return word.starts_with('\\') || (word.size() > 1 && is_letter(word[0]) && word[1] == ':');
 }

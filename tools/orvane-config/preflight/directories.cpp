@@ -53,7 +53,7 @@ Path obstacle_to(const Path& path) {
     return obstacle;
 }
 
-/// By its ending. Directories have endings, too, but hardly these.
+/// Judged by its extension: directories seldom have one of these.
 bool looks_like_a_file(const Path& path) {
     constexpr std::array<std::u16string_view, 9> endings = {u".log", u".txt", u".pid",  u".sock", u".xml",
                                                             u".gz",  u".zip", u".json", u".conf"};

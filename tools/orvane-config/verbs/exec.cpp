@@ -29,6 +29,9 @@ std::vector<std::string> not_looked_at(const preflight::Report& report) {
 } // namespace
 
 ExitCode verb::exec(const Call& call) {
+    for (const OwnOption* const choice : {&own("only"), &own("skip")})
+        if (call.has(*choice) && !call.has(own("preflight")))
+            throw MisusedInPublic(spelled(*choice) + " needs " + spelled(own("preflight")));
     const Input input = input_of(call);
     if (!input.command) throw Misused("no command: put it after FLAGS and '--'");
     const Verdict verdict = judge(input, true);
