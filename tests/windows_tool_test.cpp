@@ -44,6 +44,14 @@ static DWORD exit_code(HANDLE process) {
     return code;
 }
 
+/// The number in a file, as soon as it is there.
+static DWORD published_pid(const fs::path& file) {
+    DWORD pid = 0;
+    for (int i = 0; i != 1000 && !(std::ifstream(file) >> pid); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    return pid;
+}
+
 // The system's names for them are for narrow text in a program that is not built for wide text only.
 static const LPCWSTR version_kind = MAKEINTRESOURCEW(16), manifest_kind = MAKEINTRESOURCEW(24);
 
@@ -128,16 +136,33 @@ int main() {
     // Ctrl+Break would do as well, but Wine sends only Ctrl+C.
     for (const bool is_read : {false, true}) {
         const HANDLE process = start(tool + L" publish" + flags, root / "published");
-        std::error_code none;
-        for (int i = 0; i != 1000 && (fs::file_size(pid_file, none) == 0 || none); ++i)
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        expect(fs::exists(pid_file), "the pid file is published");
+        expect(published_pid(pid_file) != 0, "the pid file is published");
         // A file that a reader holds open cannot be removed; it delays the end only for a moment.
         std::ifstream reader;
         if (is_read) reader.open(pid_file);
         expect(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0), "Ctrl+C is sent");
         expect(exit_code(process) == 0, "publish ends with 0");
         expect(fs::exists(pid_file) == is_read, "the pid file is gone, unless it is read");
+    }
+
+    // A tool that is killed takes its command with it. A command that has ended leaves what it has started.
+    const std::wstring deaf =
+        tool + L" locate --wait 60 --auto-deploy-root D --control-port 1 --endpoint-root none";
+    const std::wstring starter = L"cmd.exe /c start /b \"\" " + tool + L" publish";
+    for (const bool is_killed : {false, true}) {
+        fs::remove(pid_file);
+        const HANDLE first = start(
+            tool + (is_killed ? L" publish" + flags + L" -- " + deaf : L" exec" + flags + L" -- " + starter),
+            root / "published");
+        const HANDLE second = OpenProcess(PROCESS_ALL_ACCESS, FALSE, published_pid(pid_file));
+        expect(WaitForSingleObject(second, 0) == WAIT_TIMEOUT, "the second process runs");
+        if (is_killed) TerminateProcess(first, 1);
+        exit_code(first);
+        expect(WaitForSingleObject(second, is_killed ? 20'000 : 200) ==
+                   (is_killed ? WAIT_OBJECT_0 : WAIT_TIMEOUT),
+               "it ends with a killed tool only");
+        TerminateProcess(second, 1);
+        WaitForSingleObject(second, 20'000);
     }
     expect(exit_code(start(tool + L" locate" + flags, root / "located")) == 5, "what is left is stale");
 

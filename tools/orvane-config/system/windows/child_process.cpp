@@ -40,10 +40,19 @@ std::u16string line_of(const Tokens& command) {
     return line;
 }
 
+/// A process of the job may leave it if it asks to.
+void limit(HANDLE job, DWORD flags) {
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+    limits.BasicLimitInformation.LimitFlags = flags | JOB_OBJECT_LIMIT_BREAKAWAY_OK;
+    if (!SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof limits))
+        fail("cannot limit a job", GetLastError());
+}
+
 } // namespace
 
 struct ChildProcess::State {
     Handle asked_to_go;
+    Handle job; ///< the command and what it starts
     Handle process;
     Handle thread;
     DWORD pid = GetCurrentProcessId();
@@ -51,6 +60,9 @@ struct ChildProcess::State {
     /// Creates the command's process, which does not run yet.
     void create(const Tokens& command) {
         const std::u16string text = line_of(command);
+        job.reset(CreateJobObjectW(nullptr, nullptr));
+        // However this process ends, the system then closes its handles.
+        limit(job.get(), JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE);
         std::wstring line(text.begin(), text.end());
         STARTUPINFOW start{};
         start.cb = sizeof start;
@@ -65,6 +77,10 @@ struct ChildProcess::State {
         process.reset(child.hProcess);
         thread.reset(child.hThread);
         pid = child.dwProcessId;
+        if (AssignProcessToJobObject(job.get(), process.get())) return;
+        const DWORD error = GetLastError();
+        TerminateProcess(process.get(), 1);
+        fail("cannot tie the command to this process", error);
     }
 };
 
@@ -102,14 +118,17 @@ int ChildProcess::run(const std::function<bool()>& try_finish) {
     DWORD code = 0;
     if (!GetExitCodeProcess(state_->process.get(), &code))
         fail("the command's exit code is not known", GetLastError());
+    // A command that only starts others has done its work.
+    limit(state_->job.get(), 0);
     return static_cast<int>(code);
 }
 
-// A process that has ended is not harmed. One that a driver holds is not waited for.
+// One that a driver holds is not waited for.
 void ChildProcess::end(std::chrono::milliseconds) {
-    if (state_->process.get() == nullptr) return;
-    TerminateProcess(state_->process.get(), 1);
-    WaitForSingleObject(state_->process.get(), 5000);
+    const HANDLE process = state_->process.get();
+    if (process == nullptr || WaitForSingleObject(process, 0) == WAIT_OBJECT_0) return;
+    TerminateJobObject(state_->job.get(), 1);
+    WaitForSingleObject(process, 5000);
 }
 
 } // namespace orvane
