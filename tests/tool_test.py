@@ -90,6 +90,7 @@ class Tool(unittest.TestCase):
         killed = self.publisher()
         killed.kill()
         until(lambda: state() == "stale 5")
+        self.assertEqual(LOCK in os.listdir(), HERE)
         if HERE:  # paths are written in another way there
             self.assertEqual(run(*TOOL, "locate", *FLAGS)[:2], (5, f"main.pid stale         {killed.pid} (no such process)  ./main.pid\n"
                                                                 "control  stale         127.0.0.1:9920  ./control\nhttp     stale         h:9910  ./http\n"))
@@ -269,7 +270,7 @@ class Tool(unittest.TestCase):
                 self.assertRaises(ProcessLookupError, os.kill, pid, 0)
                 os.remove("asked"), os.remove("ready")
 
-    @unittest.skipUnless(HERE, "a mutex does it there")
+    @unittest.skipUnless(HERE, "the locks of files are others there")
     def test_a_publisher_that_is_about_to_leave_is_waited_for(self):
         os.mkdir("e")
         lock = os.open(LOCK, os.O_RDWR | os.O_CREAT, 0o600)
@@ -293,6 +294,8 @@ class Tool(unittest.TestCase):
         os.unlink(LOCK)  # as one that leaves does
         fcntl.lockf(lock, fcntl.LOCK_UN)
         self.expect_end(next_one, 0)
+        os.symlink("x", LOCK)
+        self.assertEqual(run(*TOOL, "publish", *FLAGS), (7, "", f"orvane-config: cannot lock ./{LOCK}: it is a symbolic link; remove it\n"))
 
     @unittest.skipUnless(AS_NOBODY and run(*AS_NOBODY, "true")[0] == 0, "there is no other user")
     def test_another_user_cannot_lock_what_a_publisher_needs(self):

@@ -6,6 +6,7 @@
 #include "qel/util/native_path.hpp"
 
 #include <cerrno>
+#include <stdexcept>
 #include <system_error>
 #include <utility>
 
@@ -72,6 +73,8 @@ bool DirectoryLock::try_to_lock() {
     // The command does not inherit it: it may leave processes that never end.
     constexpr int flags = O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
     auto file = std::make_unique<Descriptor>(open(state_->name.c_str(), flags, S_IRUSR | S_IWUSR));
+    if (file->get() < 0 && errno == ELOOP)
+        throw std::runtime_error("cannot lock " + state_->name + ": it is a symbolic link; remove it");
     if (file->get() < 0) fail("cannot lock " + state_->name);
     struct flock all = lock_of(F_WRLCK, 0, 0);
     if (fcntl(file->get(), F_SETLK, &all) != 0) {

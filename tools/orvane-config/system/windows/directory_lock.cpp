@@ -6,6 +6,7 @@
 #include "qel/i18n/convert.hpp"
 #include "qel/util/native_path.hpp"
 
+#include <optional>
 #include <string>
 
 namespace orvane {
@@ -13,65 +14,70 @@ namespace {
 
 using qel::util::filesystem::Path;
 
-/// A name for all processes of this machine. It is made from what the file system calls the directory, which is the same
-/// however a path to it is written; empty when there is no such directory.
-std::wstring name_of(const Path& directory) {
+/// What the file system calls the directory, which is the same however a path to it is written; none when there is no such
+/// directory.
+std::optional<BY_HANDLE_FILE_INFORMATION> numbers_of(const Path& directory) {
     const HANDLE opened = CreateFileW(qel::util::filesystem::native(directory).c_str(), 0,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                       OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    if (opened == INVALID_HANDLE_VALUE) return {};
+    if (opened == INVALID_HANDLE_VALUE) return std::nullopt;
     const Handle owner(opened);
     BY_HANDLE_FILE_INFORMATION there{};
-    if (!GetFileInformationByHandle(opened, &there)) return {};
-    std::wstring name = L"Global\\orvane-config";
-    for (const DWORD part : {there.dwVolumeSerialNumber, there.nFileIndexHigh, there.nFileIndexLow})
-        name += L"-" + std::to_wstring(part);
-    return name;
+    return GetFileInformationByHandle(opened, &there) ? std::optional(there) : std::nullopt;
 }
 
-/// Of the directory that the pid file is in.
+std::wstring index_in(const BY_HANDLE_FILE_INFORMATION& numbers) {
+    return std::to_wstring(numbers.nFileIndexHigh) + L"-" + std::to_wstring(numbers.nFileIndexLow);
+}
+
+/// Of the directory that the pid file is in; empty when there is none. Without the volume, whose number can be 0 for a while
+/// after the system has started: two processes must not get different names.
 std::wstring name_of_answer(const Path& pid_file, unsigned pid) {
-    const std::wstring directory = name_of(pid_file.parent_path());
-    return directory.empty() ? directory : directory + L"-" + std::to_wstring(pid);
-}
-
-std::wstring existing_name_of(const Path& directory) {
-    std::wstring name = name_of(directory);
-    if (name.empty()) fail("cannot open " + qel::i18n::ustring_to_utf8(directory.text()), GetLastError());
-    return name;
+    const auto directory = numbers_of(pid_file.parent_path());
+    if (!directory) return {};
+    return L"Global\\orvane-config-" + index_in(*directory) + L"-" + std::to_wstring(pid);
 }
 
 } // namespace
 
 std::string identity_of(const Path& directory) {
-    const std::wstring name = existing_name_of(directory);
-    return qel::i18n::ustring_to_utf8(std::u16string(name.begin(), name.end()));
+    const auto numbers = numbers_of(directory);
+    if (!numbers) fail("cannot open " + qel::i18n::ustring_to_utf8(directory.text()), GetLastError());
+    const std::wstring text = index_in(*numbers) + L"-" + std::to_wstring(numbers->dwVolumeSerialNumber);
+    return {text.begin(), text.end()};
 }
 
 struct DirectoryLock::State {
-    std::string directory;
-    Handle mutex{};
+    std::wstring name;
+    Handle file{};   ///< while the lock is ours
+    int denials = 0; ///< in succession
 };
 
-// A directory cannot be locked itself; a mutex named for it serves all publishers of this machine.
 DirectoryLock::DirectoryLock(const Path& directory)
-    : state_(new State{qel::i18n::ustring_to_utf8(directory.text())}) {
-    state_->mutex.reset(CreateMutexW(nullptr, FALSE, existing_name_of(directory).c_str()));
-    // One that exists and may not be opened is another user's, who has the lock.
-    if (state_->mutex.get() == nullptr && GetLastError() != ERROR_ACCESS_DENIED)
-        fail("cannot lock " + state_->directory, GetLastError());
-}
+    : state_(new State{(qel::util::filesystem::native(directory) / L".orvane-config.lock").wstring()}) {}
 
-DirectoryLock::~DirectoryLock() {
-    if (state_->mutex.get() != nullptr) ReleaseMutex(state_->mutex.get());
-}
+DirectoryLock::~DirectoryLock() = default;
 
+// A file needs no name for all processes, which could differ between two of them. The system removes it with its only handle,
+// also when the process is killed.
 bool DirectoryLock::try_to_lock() {
-    if (state_->mutex.get() == nullptr) return false;
-    // One that was abandoned, by a publisher that was killed, is ours as well.
-    const DWORD got = WaitForSingleObject(state_->mutex.get(), 0);
-    if (got == WAIT_FAILED) fail("cannot lock " + state_->directory, GetLastError());
-    return got != WAIT_TIMEOUT;
+    constexpr DWORD flags =
+        FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE | FILE_FLAG_OPEN_REPARSE_POINT;
+    constexpr DWORD shared_with_nobody = 0;
+    const HANDLE opened = CreateFileW(state_->name.c_str(), GENERIC_WRITE | DELETE, shared_with_nobody,
+                                      nullptr, OPEN_ALWAYS, flags, nullptr);
+    if (opened != INVALID_HANDLE_VALUE) {
+        state_->file.reset(opened);
+        return true;
+    }
+    const DWORD error = GetLastError();
+    if (error == ERROR_SHARING_VIOLATION) return false;
+    // A file that is being removed answers as one without rights does.
+    constexpr int most_denials = 10;
+    if (error == ERROR_ACCESS_DENIED && ++state_->denials < most_denials) return false;
+    fail("cannot lock " +
+             qel::i18n::ustring_to_utf8(std::u16string(state_->name.begin(), state_->name.end())),
+         error);
 }
 
 unsigned DirectoryLock::holder() const {
