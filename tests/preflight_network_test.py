@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Asks `orvane-config preflight` about ports and hosts, and lets the example server take them:
 preflight_network_test.py [--server SERVER] TOOL..."""
-import contextlib, os, shlex, socket, string, subprocess, sys, tempfile, time, unittest
+import contextlib, os, pwd, shlex, socket, string, subprocess, sys, tempfile, time, unittest
 from pathlib import Path
 
 import tool_schemas
@@ -105,8 +105,8 @@ class Network(unittest.TestCase):
     def test_ports_and_caches(self):
         known = {name: self.held("127.0.0.1") for name in ["free", "other", "both"]}
         if AS_NOBODY:
-            os.seteuid(65533)  # root's number is that of other columns, too
-        user, known["taken"] = os.geteuid(), self.held("127.0.0.1")
+            os.seteuid(33)  # root's number is that of other columns, too
+        user, known["taken"] = pwd.getpwuid(os.geteuid()).pw_name, self.held("127.0.0.1")
         if AS_NOBODY:
             os.seteuid(0)
         self.release(known["free"]), self.release(known["other"])

@@ -61,6 +61,25 @@ bool is_assignment(const Word& word) {
                        });
 }
 
+/// Options without a value, or with it in the same word, are of no matter.
+EnvWords program_after_options(const std::vector<Word>& words) {
+    constexpr std::array<std::u16string_view, 2> with_value = {u"-u", u"--unset"};
+    bool options = true, unknown_path = false;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::u16string& text = words[i].text;
+        if (options && text.starts_with(u'-')) {
+            options = text != u"--";
+            if (std::ranges::find(with_value, text) != with_value.end()) ++i;
+        } else if (text.find(u'=') != text.npos) {
+            options = false;
+            unknown_path = unknown_path || text.starts_with(u"PATH=");
+        } else {
+            return {unknown_path ? u"" : text, false};
+        }
+    }
+    return {};
+}
+
 } // namespace
 
 CommandWords words_of(const std::u16string& command) {
@@ -73,17 +92,15 @@ CommandWords words_of(const std::u16string& command) {
     return found;
 }
 
-std::u16string program_of_env(const std::u16string& argument) {
+EnvWords words_of_env(const std::u16string& argument) {
     constexpr std::array<std::u16string_view, 4> splits = {u"-S", u"-vS", u"--split-string=",
                                                            u"--split-string "};
     const auto begins = [&](std::u16string_view option) { return argument.starts_with(option); };
     const auto* const split = std::ranges::find_if(splits, begins);
-    if (split == splits.end()) return argument.starts_with(u'-') ? u"" : argument;
-    for (const Word& word : split_words(argument.substr(split->size()))) {
-        if (word.text.starts_with(u'-') || word.text.starts_with(u"PATH=")) return {};
-        if (!is_assignment(word)) return word.text;
-    }
-    return {};
+    if (split != splits.end()) return program_after_options(split_words(argument.substr(split->size())));
+    const bool blank = argument.find_first_of(u" \t") != argument.npos;
+    if (argument.starts_with(u'-')) return {{}, blank};
+    return {argument, false};
 }
 
 } // namespace orvane::preflight

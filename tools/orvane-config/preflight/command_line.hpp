@@ -12,8 +12,12 @@ struct CommandWords {
 
 CommandWords words_of(const std::u16string& command);
 
-/// The program that `env` looks up when it gets this from the first line of a script, as one argument. Empty: it starts
-/// none, or its options change where it looks.
-std::u16string program_of_env(const std::u16string& argument);
+/// What `env` makes of the first line of a script, from which it gets one argument.
+struct EnvWords {
+    std::u16string program; ///< what it looks up; empty: it starts none, or its options change where it looks
+    bool lacks_split;       ///< several words, and no -S: all of them are one option, which env refuses
+};
+
+EnvWords words_of_env(const std::u16string& argument);
 
 } // namespace orvane::preflight

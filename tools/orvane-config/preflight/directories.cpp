@@ -87,13 +87,20 @@ void report_missing(const Subject& subject, bool link) {
 void report_missing_right(const Subject& subject, Right right, const char* verb, const Path& where,
                           bool own) {
     std::string advice = command_to_grant(right, where, own);
-    // A directory such as /var/log serves others, too.
-    if (right == Right::write && !own)
-        advice = "If only the server uses this directory: " + advice + ". If not, choose another directory.";
+    // A directory such as /var/log serves others, too, and one such as /root is closed for a reason.
+    if (!own)
+        advice =
+            (right == Right::write ? "If only the server uses this directory: " : "If its owner agrees: ") +
+            advice + ". If not, choose another directory.";
     else
         advice = "Give user " + user_name() + " this right: " + advice;
     subject.add(Kind::missing_right, "user " + user_name() + " may not " + verb + " " + shown(where.text()),
                 advice);
+}
+
+const char* uses_of(const DirectorySetting& setting) {
+    if (!setting.writes) return setting.lists ? "readable" : "can be entered";
+    return setting.lists ? "readable and writable" : "writable";
 }
 
 void look_at_rights(const Subject& subject, const Entry& there) {
@@ -111,10 +118,10 @@ void look_at_rights(const Subject& subject, const Entry& there) {
         return report_missing_right(subject, Right::write, "create files in", subject.path, there.own);
     if (lists && !there.read)
         return report_missing_right(subject, Right::list, "list", subject.path, there.own);
-    std::string what = there.link ? "a symbolic link to " + subject.name() + "; " : "";
-    what += std::string("can be entered") + (lists ? ", listed" : "") + (writes ? ", written" : "");
+    std::string what = (there.link ? "a symbolic link to " : "") + subject.name() + ": " +
+                       (subject.flag == flag ? uses_of(subject.setting) : "archives can be unpacked here");
     if (const auto room = writes ? room_in(subject.path) : std::nullopt; room)
-        what += "; " + amount(room->bytes) + " free";
+        what += ", " + amount(room->bytes) + " free";
     subject.add(Kind::usable_directory, what);
 }
 

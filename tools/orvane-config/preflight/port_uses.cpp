@@ -41,7 +41,7 @@ std::string by_whom(const PortHolder* holder, const std::string& address, unsign
     if (holder->pid != 0)
         by += " (process " + std::to_string(holder->pid) + ")";
     else if (!holder->user.empty())
-        by += " of the user with ID " + holder->user;
+        by += " of user " + holder->user;
     return holder->address == address ? by : by + ", which listens on " + with_port(holder->address, port);
 }
 

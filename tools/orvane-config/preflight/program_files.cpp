@@ -38,7 +38,12 @@ std::optional<Obstacle> obstacle_after_env(const Path& script, const std::string
         return Obstacle{Kind::missing_interpreter,
                         name_of(script) + " is a script for env, which is given no program",
                         "Name the program in the first line, for example #!/usr/bin/env python3."};
-    const std::u16string program = program_of_env(qel::i18n::utf8_to_ustring(argument));
+    const auto& [program, lacks_split] = words_of_env(qel::i18n::utf8_to_ustring(argument));
+    if (lacks_split)
+        return Obstacle{Kind::missing_interpreter,
+                        name_of(script) + " is a script for env, which takes '" + argument +
+                            "' for one option",
+                        "Write -S before it: #!/usr/bin/env -S " + argument};
     if (program.empty()) return std::nullopt;
     const auto file = names_a_place(program) ? with_ending(Path(program), search) : in_path(program, search);
     if (!file || !can_be_run(*file))
@@ -50,13 +55,15 @@ std::optional<Obstacle> obstacle_after_env(const Path& script, const std::string
 std::optional<Obstacle> obstacle_in_script(const Path& script, const ProgramStart& start,
                                            const ProgramSearch& search, unsigned scripts) {
     const std::u16string interpreter = qel::i18n::utf8_to_ustring(start.interpreter);
+    if (interpreter.empty())
+        return Obstacle{Kind::missing_interpreter, name_of(script) + " names no interpreter after #!",
+                        "Name one in the first line, for example #!/bin/sh."};
     if (scripts == most_scripts)
         return Obstacle{Kind::missing_interpreter, name_of(script) + " is a script for a script, and so on",
                         "Name a program in the first line, not a script."};
     // A relative one is looked up in the current directory, not in PATH.
     const Path program(interpreter);
-    if (interpreter.empty() || !can_be_run(program))
-        return missing_interpreter(script, interpreter, "cannot be run");
+    if (!can_be_run(program)) return missing_interpreter(script, interpreter, "cannot be run");
     if (auto obstacle = obstacle_to_running(program, search, scripts + 1)) return obstacle;
     if (interpreter != u"env" && !interpreter.ends_with(u"/env")) return std::nullopt;
     return obstacle_after_env(script, start.argument, search, scripts);

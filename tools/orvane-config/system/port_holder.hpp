@@ -10,7 +10,7 @@ struct PortHolder {
     std::string address; ///< numeric, as in network.hpp
     unsigned pid = 0;    ///< 0: the system does not tell this user
     std::string program{};
-    std::string user{};  ///< its number, where the system has numbers for users
+    std::string user{};  ///< its name, or its number without one; empty where the system does not tell
     unsigned parent = 0; ///< the process that started it, where the system tells
 };
 

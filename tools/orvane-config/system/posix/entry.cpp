@@ -1,6 +1,7 @@
 // A place in the file system, on POSIX.
 #include "system/entry.hpp"
 
+#include "system/posix/user.hpp"
 #include "text/quoting.hpp"
 
 #include "qel/util/native_path.hpp"
@@ -83,15 +84,19 @@ std::optional<Room> room_in(const Path& directory) {
     return room;
 }
 
-std::string user_name() {
+std::string name_of_user(uid_t user) {
     // The system's own list alone: a look-up might ask a server of the network.
     const std::unique_ptr<FILE, int (*)(FILE*)> file(fopen("/etc/passwd", "re"), fclose);
     while (file) {
         const passwd* const entry = fgetpwent(file.get());
         if (entry == nullptr) break;
-        if (entry->pw_uid == geteuid()) return entry->pw_name;
+        if (entry->pw_uid == user) return entry->pw_name;
     }
-    return std::to_string(geteuid());
+    return std::to_string(user);
+}
+
+std::string user_name() {
+    return name_of_user(geteuid());
 }
 
 bool has_every_right() {
@@ -103,7 +108,8 @@ std::string command_to_grant(Right right, const Path& path, bool own) {
     const std::string name = shown(path.text());
     if (own) return std::string("chmod ") + modes.at(static_cast<std::size_t>(right)) + " " + name;
     if (right == Right::write) return "sudo chown " + user_name() + " " + name;
-    return std::string("sudo chmod ") + (right == Right::enter ? "o+x " : "o+rx ") + name;
+    // Not every other user, which chmod would give it to.
+    return "sudo setfacl -m u:" + user_name() + (right == Right::enter ? ":x " : ":rx ") + name;
 }
 
 std::string command_to_create(const Path& directory, bool by_another) {

@@ -1,6 +1,8 @@
 // Who listens on a port, on POSIX: told where the system has Linux's /proc.
 #include "system/port_holder.hpp"
 
+#include "system/posix/user.hpp"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -107,8 +109,10 @@ std::vector<PortHolder> holders_of(unsigned short port) {
     read_table("/proc/net/tcp6", AF_INET6, port, holders);
     if (!holders.empty()) find_processes(holders);
     std::vector<PortHolder> all;
-    for (auto& [socket, holder] : holders)
+    for (auto& [socket, holder] : holders) {
+        holder.user = name_of_user(static_cast<uid_t>(std::strtoul(holder.user.c_str(), nullptr, 10)));
         all.push_back(std::move(holder));
+    }
     return all;
 }
 

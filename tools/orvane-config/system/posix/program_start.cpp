@@ -1,8 +1,11 @@
 // What the system makes of a file that it is told to run, on POSIX.
 #include "system/program_start.hpp"
 
+#include "system/entry.hpp"
+#include "system/posix/elf_file.hpp"
 #include "text/quoting.hpp"
 
+#include "qel/i18n/convert.hpp"
 #include "qel/util/native_path.hpp"
 
 #include <algorithm>
@@ -12,6 +15,8 @@
 #include <string_view>
 #include <system_error>
 #include <utility>
+
+#include <elf.h>
 
 namespace orvane {
 namespace {
@@ -97,6 +102,20 @@ ProgramStart not_run(const Path& file, std::string_view head) {
                    "If it is a script, make #! and its interpreter the first line, for example #!/bin/sh.");
 }
 
+/// A program for this machine, which needs all of its parts and its loader.
+ProgramStart program(const std::filesystem::path& file, std::string_view head) {
+    const ElfFile elf = head[form] == ELFCLASS64 ? elf_64(file) : elf_32(file);
+    if (!elf.whole) return {Kind::not_run, {}, {}, "is cut short", "Copy it again from its source."};
+    if (elf.loader.empty() ||
+        entry_at(Path(qel::i18n::utf8_to_ustring(elf.loader))).state == Entry::State::file)
+        return {Kind::program};
+    return {Kind::not_run,
+            {},
+            {},
+            "needs the loader " + elf.loader + ", which is not there",
+            "Install the packages that it was made for, or a program that was made for this system."};
+}
+
 } // namespace
 
 ProgramStart start_of(const Path& file) {
@@ -106,7 +125,8 @@ ProgramStart start_of(const Path& file) {
     if (head.starts_with("#!")) return script(head.substr(2));
     if (!is_elf(head)) return not_run(file, head);
     const std::string own = head_of(own_program);
-    if (!is_elf(own) || suits(head, own)) return {Kind::program};
+    if (!is_elf(own)) return {Kind::program};
+    if (suits(head, own)) return program(name, head);
     return not_run("is a program for " + std::string(name_of_processor(head)) + ", and this machine is " +
                        std::string(name_of_processor(own)),
                    "Install the program for this machine.");
