@@ -195,6 +195,8 @@ class Preflight(unittest.TestCase):
         self.assertRegex(lines[-3], r"^ +blocking: there is no directory .*none\\u000a.* \[missing-directory\]$")
         self.assertRegex(lines[-1], "^not ready: 1 blocking finding; not looked at: listeners, ")
         self.assertEqual(run(*TOOL, "preflight", "--only", "directories", "--strict", "--ignore", "no-listener", *REQUIRED).returncode, 3)
+        for group, count in [("directories", 0), ("programs", 2)]:  # warned of by this group or by the flags, not by both
+            self.assertEqual(run(*TOOL, "preflight", "--only", group, *REQUIRED).stderr.count(b"[relative-directory]"), count, group)
         self.assertEqual(run(*TOOL, "preflight", "--only", "directories", "--strict", *QUIET, *REQUIRED).returncode, 0)
 
     def test_warnings_fail_only_strict_runs_and_can_be_ignored(self):

@@ -6,7 +6,10 @@
 #include "verbs/input.hpp"
 #include "verbs/preflight_report.hpp"
 
+#include <algorithm>
 #include <ostream>
+#include <utility>
+#include <vector>
 
 namespace orvane {
 namespace {
@@ -17,18 +20,39 @@ ExitCode exit_code(const preflight::Report& report, const Verdict& verdict, bool
     return strict && warned ? ExitCode::warned : ExitCode::done;
 }
 
+/// What a finding of the same id says again, and better, is said once.
+std::vector<Warning> not_repeated(std::vector<Warning> warnings, const preflight::Report& report) {
+    std::erase_if(warnings, [&](const Warning& warning) {
+        const auto repeats = [&](const preflight::Finding& finding) {
+            if (about(finding.kind).id != warning.id) return false;
+            const Occurrence* const given = occurrence_of(finding, *report.context);
+            return given != nullptr &&
+                   std::ranges::find(*given, warning.token, &Token::number) != given->end();
+        };
+        return std::ranges::any_of(report.groups, [&](const preflight::GroupReport& group) {
+            return std::ranges::any_of(group.findings, repeats);
+        });
+    });
+    return warnings;
+}
+
 } // namespace
 
 ExitCode verb::preflight(const Call& call) {
     const WarningIds ignored = ignored_warnings(call, findings_to_ignore());
-    const Verdict verdict = judge(input_of(call), true, ignored);
+    Verdict verdict = judge(input_of(call), true, ignored);
     const bool json = call.has(own("json"));
-    if (!json) print_verdict(verdict, call.err, wanted_ids(call));
+    const auto tell = [&] { print_verdict(verdict, call.err, wanted_ids(call)); };
     if (!verdict.accepted()) {
-        if (json) call.out << check_json(verdict) << '\n';
+        if (json)
+            call.out << check_json(verdict) << '\n';
+        else
+            tell();
         return ExitCode::negative;
     }
     const preflight::Report report = preflight_report(call, verdict, ignored);
+    verdict.warnings = not_repeated(std::move(verdict.warnings), report);
+    if (!json) tell();
     if (json)
         call.out << preflight_json(verdict, report) << '\n';
     else
