@@ -107,11 +107,29 @@ int main() {
         {L"x", "relative-directory"},
         {L"C:x", "relative-directory"},
         {L"C:", "relative-directory"},
+        {L"C:\\a|b\\c", "foreign-path"},
+        {L"//srv/x/a?b", "foreign-path"},
+        {L"C:\\x\\Nul.tar.gz", "foreign-path"},
+        {L"C:\\lpt1", "foreign-path"},
+        {L"C:\\x.\\y", "foreign-path"},
+        {L"\\\\?\\C:\\x.", ""},
+        {L"C:\\x\\..\\console.d\\com12", ""},
     };
     for (const auto& [path, warning] : paths) {
         const std::string answer = said(L" check --http 1 --auto-deploy-root " + std::wstring(path));
         for (const std::string id : {"foreign-path", "relative-directory"})
             expect((answer.find("[" + id + "]") != answer.npos) == (id == warning), answer);
+    }
+
+    for (const auto& [path, obstacle] : {std::pair(L"Q:\\x", "there is no drive Q:"),
+                                         {L"\\\\no.such\\share\\x", "there is no share '\\\\no.such\\share'"},
+                                         {L"C:\\x.", "the dot at the end"},
+                                         {L"C:\\x", "mkdir"}}) {
+        const std::string answer =
+            said(L" preflight --only directories --auto-deploy-root " + std::wstring(path));
+        expect(answer.find(obstacle) != answer.npos &&
+                   (answer.find("mkdir") != answer.npos) == (obstacle == std::string("mkdir")),
+               answer);
     }
 
     // cmd.exe would run a part of a value, and read another value; other programs that read their line get it as it is.

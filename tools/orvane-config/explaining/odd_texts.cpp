@@ -5,6 +5,7 @@
 #include "text/path_anchor.hpp"
 #include "text/quoting.hpp"
 #include "text/spelling.hpp"
+#include "text/windows_name.hpp"
 
 #include <algorithm>
 
@@ -159,7 +160,7 @@ std::string foreign_path(const GivenValue& value) {
     }
     return anchor_of(path) == PathAnchor::root
                ? "this path has no drive letter; it is on the server's current drive"
-               : "";
+               : why_no_windows_name(path);
 }
 
 std::string relative_directory(const GivenValue& value) {

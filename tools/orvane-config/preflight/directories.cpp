@@ -7,6 +7,7 @@
 
 #include "text/path_anchor.hpp"
 #include "text/quoting.hpp"
+#include "text/windows_name.hpp"
 
 #include "qel/util/canonicalize.hpp"
 
@@ -60,7 +61,20 @@ bool looks_like_a_file(const Path& path) {
     return std::ranges::any_of(endings, [&](auto ending) { return path.text().ends_with(ending); });
 }
 
+/// What Windows lacks, or cannot have, so that nobody could create the directory; empty when that is not so.
+std::string why_impossible(const Path& path) {
+    if (!backslash_separates()) return {};
+    const std::u16string volume = volume_of(path.text());
+    if (!volume.empty() && entry_at(Path(volume + u"\\")).state == Entry::State::absent)
+        return volume.ends_with(u':') ? "there is no drive " + shown(volume)
+                                      : "there is no share " + shown(volume) + ", or it cannot be reached";
+    const std::string why = why_no_windows_name(path.text());
+    return why.empty() ? "" : "there is no directory " + shown(path.text()) + ": " + why;
+}
+
 void report_missing(const Subject& subject, bool link) {
+    if (std::string why = why_impossible(subject.path); !why.empty())
+        return subject.add(Kind::missing_directory, std::move(why), "Choose another path.");
     const auto [parent, there] = nearest_parent(subject.path);
     const std::string above = shown(parent.text());
     if (there.state == Entry::State::directory && there.read_only)

@@ -1,6 +1,7 @@
 // Where a path begins, as the system reads it.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace orvane {
@@ -13,6 +14,9 @@ enum class PathAnchor {
 };
 
 PathAnchor anchor_of(std::u16string_view path);
+
+/// The drive or share of a full path of Windows, "C:" or "\\server\share"; empty when there is none, and on other systems.
+std::u16string volume_of(std::u16string_view path);
 
 /// Whether the system separates directories with backslashes, too.
 bool backslash_separates();
