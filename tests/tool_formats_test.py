@@ -142,11 +142,9 @@ class Formats(unittest.TestCase):
             (["-", "--wait"], b"--waist\n", "  token 1, standard input:1:1: --waist --wait\n"),
             (["x.service", "--strict"], b"", "orvane-config: x.service contains no flags\n"),
             (["@x.service"], b"", "orvane-config: x.service contains no flags\n"),
-            (["x.service", "bad"], b"", "one file only; to join files, name each with --from\n"),
             (["none"], b"", "orvane-config: cannot open none: "),
             (["http"], b"", "    a flag begins with two hyphens: --http\n"),
             (["./none", "--waist"], b"", "./none is not a flag: leave the program out"),
-            ([".", "--waist"], b"", "    unexpected argument: it is not a flag\n"),
             (["windows", "--waist"], b"", "orvane-config: windows: left out 'windows', the program before the flags\n"),
             (["named"], b"", "  token 1, named:1:10: --waist\n"),
             (["program", "--waist"], b"", "orvane-config: program: left out 'program', the program before the flags\n"),
@@ -192,6 +190,29 @@ class Formats(unittest.TestCase):
         self.assertIn("b:3:1: a second command", said)
         Path("b").write_text("--auto-deploy-root \\\n  /é --log-root '~'")
         self.assertIn("warning: token 4, b:2:17: ", run("check", "--from", "b").stderr.decode())
+
+    def test_several_files_are_several_configurations(self):
+        Path("good").write_text("--auto-deploy-root /D --http 8080\n")
+        Path("bad").write_text("--auto-deploy-root /D --waist --http 8o80\n")
+        Path("odd").write_text("--auto-deploy-root '~' --http 8080\n")
+        Path("dir/sub").mkdir(parents=True)
+        Path("dir/.hidden").write_text("--no")
+        for name, text in ("b", "--http 8080"), ("a", "--auto-deploy-root\n/D\n--http\n8080"):
+            Path("dir", name).write_text(text)
+        for words, code, lines in [(["good", "odd"], 0, "good: ok\nodd: ok, 1 warning\n"), (["--strict", "odd", "good"], 3, "odd: ok, 1 warning\ngood: ok\n"),
+                                   (["good", "bad", "--strict"], 1, "good: ok\nbad: 2 faults\n"), (["bad", "none"], 7, "bad: 2 faults\nnone: cannot be read\n"),
+                                   (["dir"], 1, "dir/a: ok\ndir/b: 1 fault\n"), (["good", "odd", "--num-workers", "x"], 1, "good: 1 fault\nodd: 1 fault\n"),
+                                   (["--from", "dir"], 0, "configuration accepted\n"), (["good", "--from", "odd"], 2, ""), (["dir/sub"], 7, "")]:
+            done = run("check", *words)
+            out = done.stdout.decode().replace("\r\n", "\n")
+            self.assertEqual((done.returncode, out[:len(lines)]), (code, lines), (words, done.stderr))
+        said = run("check", "good", "bad", "none").stdout.decode().replace("\r\n", "\n")
+        self.assertRegex(said, "(?s)^good: ok\nbad: 2 faults\nnone: cannot be read\n\nbad:\n.*  token 3, bad:1:23: .*\n\norvane-config: cannot open none: ")
+        answer = tool_schemas.answer("checks", run("check", "--json", "good", "bad", "none").stdout)
+        self.assertEqual([(one["file"], one["answer"]["accepted"] if "answer" in one else one["error"][:16]) for one in answer["files"]],
+                         [("good", True), ("bad", False), ("none", "cannot open none")])
+        self.assertEqual((answer["accepted"], run("check", "--quiet", "good", "bad").stdout), (False, b""))
+        self.assertEqual(run("check", "--redact", "good", "bad").stdout.decode().splitlines()[:2], ["xa: ok", "xc: 2 faults"])
 
     def test_lines_are_compared_by_what_they_set(self):
         Path("a").write_text("--auto-deploy-root\nD\n--num-workers\n4\n--https\nh:1\n--user-data\nk v")

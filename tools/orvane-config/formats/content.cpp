@@ -7,8 +7,10 @@
 #include "qel/i18n/convert.hpp"
 #include "qel/util/native_path.hpp"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 #include <system_error>
@@ -21,6 +23,10 @@ constexpr std::size_t largest_input = 4 << 20; // some devices have no end
 [[noreturn]] void fail(const std::string& what) {
     const int error = errno;
     throw std::runtime_error(what + (error == 0 ? "" : ": " + std::generic_category().message(error)));
+}
+
+std::filesystem::path native_of(const std::string& path) {
+    return qel::util::filesystem::native(qel::util::filesystem::Path(qel::i18n::utf8_to_ustring(path)));
 }
 
 /// `read` fills a piece of memory as far as it can, and returns how far.
@@ -52,9 +58,8 @@ std::string bytes_of_standard_input(const std::string& name) {
 
 std::string bytes_of(const std::string& path, const std::string& name) {
     if (path == "-") return bytes_of_standard_input(name);
-    const qel::util::filesystem::Path file(qel::i18n::utf8_to_ustring(path));
     errno = 0;
-    std::ifstream in(qel::util::filesystem::native(file), std::ios_base::binary);
+    std::ifstream in(native_of(path), std::ios_base::binary);
     if (!in) fail("cannot open " + name);
     const auto read = [&](std::string& piece) {
         in.read(piece.data(), static_cast<std::streamsize>(piece.size()));
@@ -62,6 +67,27 @@ std::string bytes_of(const std::string& path, const std::string& name) {
         return static_cast<std::size_t>(in.gcount());
     };
     return all_of(read, name);
+}
+
+bool is_directory(const std::string& path) {
+    std::error_code error;
+    return path != "-" && std::filesystem::is_directory(native_of(path), error);
+}
+
+std::vector<std::string> files_in(const std::string& directory, const std::string& name) {
+    std::vector<std::string> files;
+    std::error_code error;
+    std::filesystem::directory_iterator one(native_of(directory), error);
+    for (const std::filesystem::directory_iterator end; !error && one != end; one.increment(error)) {
+        const std::string file = qel::i18n::ustring_to_utf8(one->path().filename().u16string());
+        std::error_code unknown;
+        if (!file.starts_with('.') && !one->is_directory(unknown))
+            files.push_back(directory + (directory.ends_with('/') ? "" : "/") + file);
+    }
+    if (error) throw std::runtime_error("cannot read " + name + ": " + error.message());
+    if (files.empty()) throw std::runtime_error("there are no files in " + name);
+    std::ranges::sort(files);
+    return files;
 }
 
 bool is_program(std::string_view content) {

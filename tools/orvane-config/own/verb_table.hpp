@@ -104,6 +104,11 @@ constexpr bool takes_files(const Verb& verb) {
     return verb.argument == Argument::two_lines;
 }
 
+/// Whether each of several files is a configuration of its own.
+constexpr bool takes_configurations(const Verb& verb) {
+    return verb.name == "check";
+}
+
 /// Whether its arguments are the server's.
 constexpr bool takes_flags(const Verb& verb) {
     return verb.argument == Argument::flags || takes_command(verb) || takes_files(verb);

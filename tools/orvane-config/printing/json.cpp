@@ -183,6 +183,25 @@ std::string check_json(const Verdict& verdict) {
     return json::serialize(object);
 }
 
+std::string checks_json(const std::vector<CheckedFile>& files) {
+    json::array array;
+    bool accepted = true;
+    for (const CheckedFile& file : files) {
+        json::object entry{{"file", to_json(file.name)}};
+        if (file.answer.empty()) {
+            entry["error"] = to_json(file.details);
+            accepted = false;
+        } else {
+            const json::value answer = json::parse(file.answer);
+            accepted = accepted && answer.at("accepted").as_bool();
+            entry["answer"] = answer;
+        }
+        array.push_back(std::move(entry));
+    }
+    return json::serialize(
+        json::object{{"format", json_format}, {"accepted", accepted}, {"files", std::move(array)}});
+}
+
 std::string show_json(const Verdict& verdict) {
     json::object object = head_of(verdict);
     object["settings"] = orvane::json_of(verdict.answer.settings);

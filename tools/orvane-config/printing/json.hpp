@@ -15,6 +15,12 @@ struct Reference;
 inline constexpr int json_format = 1;
 
 std::string check_json(const Verdict& verdict);
+struct CheckedFile {
+    std::string name;
+    std::string answer;  ///< of check_json; empty if the file cannot be read
+    std::string details; ///< then the reason
+};
+std::string checks_json(const std::vector<CheckedFile>& files);
 std::string show_json(const Verdict& verdict);
 std::string diff_json(const Verdict& before, const Verdict& after, const std::vector<Difference>& found,
                       bool same_tokens);

@@ -84,21 +84,22 @@ bool is_given_back(const Verb& verb, const OwnOption& option, Tokens::const_iter
 
 /// Whether a word in front of the flags, of which the server has none, is a file of flags. A name that is not there may be
 /// that of a program, unless nothing follows, or of a flag.
-bool names_a_file(const std::u16string& word, bool is_last) {
+bool names_a_file(const Verb& verb, const std::u16string& word, bool is_last) {
     if (word == u"-" || (word.size() > 1 && word.starts_with(u'@'))) return true;
     if (word.empty() || begins_as_flag(word)) return false;
     const Entry::State state = entry_at(qel::util::filesystem::Path(word)).state;
     if (state == Entry::State::absent)
         return is_last && word[0] > u' ' && word[0] < u'\x7F' && kind_of(u"--" + word) == FlagKind::no_flag;
-    return state != Entry::State::directory;
+    return state != Entry::State::directory || takes_configurations(verb);
 }
 
-/// Takes a word in front of the flags for --from.
+/// Takes a word in front of the flags for a file of them.
 void read_file_name(Call& call, const std::u16string& word) {
-    if (call.has(own("from")))
-        throw MisusedInPublic("one file only; to join files, name each with " + spelled(own("from")));
     const std::size_t mark = word.starts_with(u'@') ? 1 : 0;
-    call.options.emplace_back(&own("from"), qel::i18n::ustring_to_utf8(word.substr(mark)));
+    call.files.push_back(qel::i18n::ustring_to_utf8(word.substr(mark)));
+    const bool too_many = call.files.size() > 1 && !takes_configurations(call.verb);
+    if (too_many || call.has(own("from")))
+        throw MisusedInPublic("to join files, name each with " + spelled(own("from")));
 }
 
 /// Holds the words against the form of the verb's arguments.
@@ -133,7 +134,8 @@ Call read_call(const Verb& verb, const Tokens& args, std::ostream& out, std::ost
             read_option(call, *option, at, args.end());
             continue;
         }
-        if (takes_flags(verb) && !takes_files(verb) && names_a_file(*at, at + 1 == args.end())) {
+        if (takes_flags(verb) && !takes_files(verb) &&
+            names_a_file(verb, *at, at + 1 == args.end() || !call.files.empty())) {
             read_file_name(call, *at);
             continue;
         }
@@ -142,6 +144,8 @@ Call read_call(const Verb& verb, const Tokens& args, std::ostream& out, std::ost
         call.words.push_back(*at);
     }
     call.words.insert(call.words.end(), at, args.end());
+    if (!call.files.empty() && call.has(own("from")))
+        throw MisusedInPublic("to join files, name each with " + spelled(own("from")));
     if (!takes_flags(verb) && !call.has(own("help"))) check_words(call);
     return call;
 }

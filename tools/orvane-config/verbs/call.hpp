@@ -33,10 +33,14 @@ struct Call {
     std::vector<std::pair<const OwnOption*, std::string>> options{};
     /// Whether a -- ended them.
     bool ended = false;
+    /// Files and directories that are named without an option, for a verb to which each file is a configuration.
+    std::vector<std::string> files{};
     /// What is left.
     Tokens words{};
     /// The command that the tool becomes when the verb has answered.
     mutable Tokens successor{};
+    /// What `check` says about the configuration in a word.
+    mutable std::string brief{};
     /// For all that the verb prints with --redact.
     mutable redacting::Redactor redactor{};
     /// Shows what `err` was told so far: for a verb that then waits.

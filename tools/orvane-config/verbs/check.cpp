@@ -2,6 +2,7 @@
 #include "printing/json.hpp"
 #include "printing/settings_text.hpp"
 #include "printing/verdict_text.hpp"
+#include "verbs/configurations.hpp"
 #include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
 
@@ -15,10 +16,21 @@ ExitCode exit_code(const Verdict& verdict, bool strict) {
     return strict && !verdict.warnings.empty() ? ExitCode::warned : ExitCode::done;
 }
 
+std::string brief(const Verdict& verdict) {
+    const auto counted = [](std::size_t count, const std::string& noun) {
+        return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+    };
+    const std::size_t faults = verdict.diagnosis.faults.size() + verdict.diagnosis.problems.size();
+    if (!verdict.accepted()) return counted(faults, "fault");
+    return verdict.warnings.empty() ? "ok" : "ok, " + counted(verdict.warnings.size(), "warning");
+}
+
 } // namespace
 
 ExitCode verb::check(const Call& call) {
+    if (!is_one_configuration(call)) return check_each(call, check);
     const Verdict verdict = judge(input_of(call), false, ignored_warnings(call));
+    call.brief = brief(verdict);
     const bool strict = call.has(own("strict"));
     if (call.has(own("quiet"))) return exit_code(verdict, strict);
     if (call.has(own("json"))) {

@@ -50,10 +50,7 @@ struct Source {
 };
 
 Source source_of(const Call& call, const OwnOption& option, const std::string& value) {
-    if (&option != &own("pid")) {
-        const std::string name = call.has(own("redact")) ? call.redactor.file(value) : value;
-        return {value, value == "-" ? "standard input" : name, false};
-    }
+    if (&option != &own("pid")) return {value, shown_name(call, value), false};
     const std::string file = process_line_file(pid_in(value));
     return {file, file, true};
 }
@@ -104,13 +101,21 @@ void add(Input& input, const Call& call, const Source& source) {
     }
 }
 
+/// A directory is its files in order.
+void add_option(Input& input, const Call& call, const OwnOption& option, const std::string& value) {
+    if (&option != &own("from") || !is_directory(value))
+        return add(input, call, source_of(call, option, value));
+    for (const std::string& file : files_in(value, shown_name(call, value)))
+        add(input, call, source_of(call, option, file));
+}
+
 bool is_source(const OwnOption* option) {
     return option == &own("from") || option == &own("pid");
 }
 
 bool has_source(const Call& call) {
-    return std::any_of(call.options.begin(), call.options.end(),
-                       [](const auto& option) { return is_source(option.first); });
+    return !call.files.empty() || std::any_of(call.options.begin(), call.options.end(),
+                                              [](const auto& option) { return is_source(option.first); });
 }
 
 /// What is on the command line: flags, then perhaps a command.
@@ -131,9 +136,14 @@ void add_words(Input& input, const Call& call) {
 
 } // namespace
 
+std::string shown_name(const Call& call, const std::string& file) {
+    if (file == "-") return "standard input";
+    return call.has(own("redact")) ? call.redactor.file(file) : file;
+}
+
 Input input_from(const Call& call, const OwnOption& option, const std::string& name) {
     Input input;
-    add(input, call, source_of(call, option, name));
+    add_option(input, call, option, name);
     return input;
 }
 
@@ -162,8 +172,10 @@ std::vector<Input> inputs_of_options(const Call& call) {
 
 Input input_of(const Call& call) {
     Input input;
+    for (const std::string& file : call.files)
+        add(input, call, source_of(call, own("from"), file));
     for (const auto& [option, value] : call.options)
-        if (is_source(option)) add(input, call, source_of(call, *option, value));
+        if (is_source(option)) add_option(input, call, *option, value);
     add_words(input, call);
     if (input.command && input.command->empty()) throw Misused("no command after '--'");
     if (call.has(own("redact"))) input.flags = call.redactor.lines({input.flags})[0];

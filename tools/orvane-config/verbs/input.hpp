@@ -25,6 +25,9 @@ Input input_from(const Call& call, const OwnOption& option, const std::string& n
 /// The same from every option that names a file or process, each by itself.
 std::vector<Input> inputs_of_options(const Call& call);
 
+/// What people are told that a file is called.
+std::string shown_name(const Call& call, const std::string& file);
+
 /// The position of the "--" that ends the flags, or the end. One that is the value of a flag does not: that
 /// is the case when the flags before it do not parse.
 Tokens::const_iterator end_of_flags(const Tokens& before, const Tokens& words);

@@ -1,0 +1,84 @@
+// Several files that are several configurations.
+#include "verbs/configurations.hpp"
+
+#include "formats/content.hpp"
+#include "printing/json.hpp"
+#include "verbs/input.hpp"
+
+#include <algorithm>
+#include <ostream>
+#include <sstream>
+
+namespace orvane {
+namespace {
+
+/// From the best to the worst.
+constexpr ExitCode ranks[] = {ExitCode::done, ExitCode::warned, ExitCode::negative, ExitCode::failed_io};
+
+std::vector<std::string> files_of(const Call& call) {
+    std::vector<std::string> files;
+    for (const std::string& name : call.files) {
+        const auto more = is_directory(name) ? files_in(name, shown_name(call, name)) : std::vector{name};
+        files.insert(files.end(), more.begin(), more.end());
+    }
+    return files;
+}
+
+constexpr const char* unread = "cannot be read";
+
+struct Said {
+    ExitCode code{};
+    std::string answer{}, details{};
+    std::string brief{};
+};
+
+Said said_about(const std::string& file, const Call& call, verb::Run& verb) {
+    std::ostringstream out, err;
+    Call one{call.verb, out, err, call.options, call.ended, {file}, call.words};
+    one.redactor = call.redactor;
+    Said said;
+    try {
+        said.code = verb(one);
+        said.brief = one.brief;
+        said.details = err.str();
+    } catch (const Misused&) {
+        throw;
+    } catch (const std::runtime_error& failure) {
+        said = {ExitCode::failed_io, "", failure.what(), unread};
+    }
+    call.redactor = one.redactor;
+    said.answer = out.str();
+    return said;
+}
+
+} // namespace
+
+bool is_one_configuration(const Call& call) {
+    return call.files.empty() || (call.files.size() == 1 && !is_directory(call.files[0]));
+}
+
+ExitCode check_each(const Call& call, verb::Run& verb) {
+    const ExitCode* worst = std::begin(ranks);
+    std::string lines, details;
+    std::vector<CheckedFile> answers;
+    for (const std::string& file : files_of(call)) {
+        const Said said = said_about(file, call, verb);
+        worst = std::max(worst, std::ranges::find(ranks, said.code));
+        const std::string name = shown_name(call, file);
+        lines += name + ": " + said.brief + '\n';
+        if (said.brief == unread)
+            details += "\norvane-config: " + said.details + '\n';
+        else if (!said.details.empty())
+            details += '\n' + name + ":\n" + said.details;
+        answers.push_back({name, said.answer, said.details});
+    }
+    if (call.has(own("json")))
+        call.out << checks_json(answers) << '\n';
+    else if (call.has(own("quiet")))
+        call.err << details;
+    else
+        call.out << lines << details;
+    return *worst;
+}
+
+} // namespace orvane
