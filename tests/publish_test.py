@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Runs publishers against each other, their commands and the system: publish_test.py TOOL..."""
-import concurrent.futures, fcntl, os, random, signal, socket, subprocess, sys, time, unittest
+import concurrent.futures, ctypes, fcntl, os, random, re, signal, socket, subprocess, sys, time, unittest
 from pathlib import Path
 
 import tool_schemas
@@ -19,6 +19,8 @@ class Publishers(Tool):
         killed.kill()
         until(lambda: state() == "stale 5")
         self.assertEqual(LOCK in os.listdir(), HERE)
+        asked = tool_schemas.answer("locate", run(*TOOL, "locate", "--json", "--connect", *FLAGS)[1])["files"]
+        self.assertEqual({file["state"] for file in asked}, {"stale"}, "nobody connects to what a killed server left")
         if HERE:  # paths are written in another way there
             self.assertEqual(run(*TOOL, "locate", *FLAGS)[:2], (5, f"main.pid stale         {killed.pid} (no such process)  ./main.pid\n"
                                                                 "control  stale         127.0.0.1:9920  ./control\nhttp     stale         h:9910  ./http\n"))
@@ -31,6 +33,23 @@ class Publishers(Tool):
         self.assertEqual([file.get("pid") for file in files], [pid, None, None])
         Path("gate/control").write_text("h:1")
         self.expect_end(first, 0, ["gate"])
+
+    @unittest.skipUnless(HERE, "nothing tells of it there")
+    def test_files_are_removed_in_reverse_order_and_stay_with_a_command_whose_publisher_is_killed(self):
+        libc, removed = ctypes.CDLL(None), 0x200
+        watch = libc.inotify_init()
+        self.addCleanup(os.close, watch)
+        publisher = self.publisher()
+        libc.inotify_add_watch(watch, b".", removed)
+        publisher.terminate()
+        self.expect_end(publisher, 0)
+        self.assertEqual(re.findall(rb"[\w.-]{4,}", os.read(watch, 4096)), [b"http", b"control", b"main.pid", LOCK.encode()])
+        killed = self.publisher("--", "sleep", "1000")
+        pid = int(main_pid.read_text())
+        self.addCleanup(os.kill, pid, signal.SIGKILL)
+        killed.kill(), killed.wait()
+        self.assertEqual(state(), "running 0")
+        self.assertEqual(run(*TOOL, "publish", *FLAGS)[::2], (1, f"orvane-config: process {pid} is running and owns ./main.pid\n"))
 
     @unittest.skipUnless(HERE, "processes are not stopped and continued there, nor files linked without a privilege")
     def test_files_that_have_become_anothers_stay(self):
