@@ -11,8 +11,8 @@ required = ["--auto-deploy-root", "/srv/d", "--https", "1", "--x509-private-key"
 required += ["--ssl-verify-peer-mode", "verify-peer-require-peer-cert", "--x509-ca-file-store", "/a"]
 # A verb, and tokens that are given again and again, with other numbers.
 families = [
-    ("show", ["--user-data", "k{} {}"]),  # accepted, each adding something
-    ("show", ["--attach-cache", "p@h:{}"]),
+    ("check --all", ["--user-data", "k{} {}"]),  # accepted, each adding something
+    ("check --all", ["--attach-cache", "p@h:{}"]),
     ("check", ["--lumo-root", "/opt/{}"]),
     ("check", ["--cors-allowed-origins", "http://h{}"]),
     ("check", ["--log-handler", "text/plain c{}"]),

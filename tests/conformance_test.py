@@ -36,7 +36,7 @@ def rows(name):
 
 
 def check(tokens):
-    words = [word.encode() for word in [tool, "check", "--json", "--", *tokens]]
+    words = [word.encode() for word in [tool, "check", "--format", "json", "--", *tokens]]
     return json.loads(subprocess.run(words, capture_output=True, check=False).stdout)
 
 
@@ -114,7 +114,7 @@ with tempfile.TemporaryDirectory() as place:
     # The line with all flags is read, but never valid.
     compare("full.txt", check([token for _, (token,), _ in tables["full.txt"]])["faults"], [])
 
-flags = json.loads(subprocess.run([tool, "flags", "--format", "json"], capture_output=True, check=True).stdout)["flags"]
+flags = json.loads(subprocess.run([tool, "explain", "flags", "--format", "json"], capture_output=True, check=True).stdout)["flags"]
 compare("flags.txt", sorted((flag["flag"], flag["kind"] == "switch") for flag in flags),
         sorted((flag, kind == "switch") for _, (_, flag, kind), _ in tables["flags.txt"]))
 compare("README.md", sorted(listed), sorted(path.name for path in folder.glob("*.txt")))

@@ -34,7 +34,7 @@ NOT_RUN = [
     ("CONTRIBUTING.md", "ninja -C build/dev", STAGE),
     ("CONTRIBUTING.md", "scripts/test rules dev", STAGE),
     ("docs/adding-a-flag.md", "cmake --build --preset dev", "tests/adding_a_flag.sh follows this page in a copy of the tree"),
-    ("docs/adding-a-flag.md", "build/dev/tools/orvane-config/orvane-config flags", "changes the tree; the test flags_document compares"),
+    ("docs/adding-a-flag.md", "build/dev/tools/orvane-config/orvane-config explain flags", "changes the tree; the test flags_document compares"),
     ("docs/adding-a-flag.md", "scripts/settings-schema >", "changes the tree; the test tool_reference compares"),
     ("docs/adding-a-flag.md", "ctest --preset dev", STAGE),
     ("docs/getting-started.md", "scripts/debian-packages", PACKAGES),

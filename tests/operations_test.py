@@ -154,7 +154,7 @@ class Machines(unittest.TestCase):
         self.prepare()
         supervised = "runuser -u orvane -- " + re.search(r"^\[program.*\ncommand=(.*)$", PAGE, re.M)[1]
         for command in ("init/run", supervised):
-            self.machine.expect(0, f"{command} >/tmp/said & orvane-config locate --wait 20 --from /etc/orvane/flags && "
+            self.machine.expect(0, f"{command} >/tmp/said & orvane-config status --timeout 20 --from /etc/orvane/flags && "
                                    "pkill -F /run/orvane/main.pid orvane-server && wait $!")
         self.machine.expect(0, "cp flags /tmp/good; { cat flags; echo --htp; } >/tmp/bad")
         for name, where in [("ansible.yml", r"validate: (.*%s.*)"), ("puppet.pp", r"validate_cmd => '(.*%.*)'"), ("salt.sls", r"check_cmd: (.*)")]:

@@ -17,7 +17,7 @@ LARGEST = 300 * 1024  # KiB: sanitizers need some of it, though they are told no
 
 
 def path_flags():
-    text = subprocess.run([*TOOL, "flags", "--format", "markdown"], capture_output=True, text=True, check=True).stdout
+    text = subprocess.run([*TOOL, "explain", "flags", "--format", "markdown"], capture_output=True, text=True, check=True).stdout
     flags = re.findall(r"^### `(--\S+) <(?:file|directory)>`$", text, re.M)
     assert len(flags) > 10, flags
     return flags
@@ -61,7 +61,7 @@ class Harmless(unittest.TestCase):
     def traced(self, *words):
         trace = tempfile.NamedTemporaryFile("r")
         tracer = ["strace", "-f", "-yy", "-s", "200", "-o", trace.name, "-e", "trace=!futex,read,mmap,mprotect,munmap"]
-        done = subprocess.run([*tracer, *TOOL, "preflight", "--json", *words], capture_output=True, timeout=60, check=False,
+        done = subprocess.run([*tracer, *TOOL, "preflight", "--format", "json", *words], capture_output=True, timeout=60, check=False,
                               env={**os.environ, "ASAN_OPTIONS": "detect_leaks=0"})
         calls = trace.read()
         self.assertIn("exited with", calls, done)
@@ -84,7 +84,7 @@ class Harmless(unittest.TestCase):
                 self.assertRegex(calls, r"bind\(\d+<TCP", "it looks by binding")
             self.assertEqual(everything_in("."), before)
             # What is said of a key file is not what is in it.
-            for form in [["--json"], []]:
+            for form in [["--format", "json"], []]:
                 said = subprocess.run([*TOOL, "preflight", *form, *line], capture_output=True, check=False)
                 for secret in ["secret", *(Path("x509-private-key").read_text().splitlines() if shutil.which("openssl") else [])]:
                     self.assertNotIn(secret.encode(), said.stdout + said.stderr)
@@ -92,7 +92,7 @@ class Harmless(unittest.TestCase):
     def outcome(self, *words, environment={}):
         """The exit code; or too much memory; or what took too long."""
         with tempfile.TemporaryFile() as output:
-            process = subprocess.Popen([*PATIENCE, *TOOL, "preflight", "--json", *words], stdout=output,
+            process = subprocess.Popen([*PATIENCE, *TOOL, "preflight", "--format", "json", *words], stdout=output,
                                        stderr=subprocess.DEVNULL, stdin=subprocess.DEVNULL,
                                        env={**os.environ, "ASAN_OPTIONS": "quarantine_size_mb=16", **environment})
             _, status, used = os.wait4(process.pid, 0)

@@ -29,7 +29,7 @@ sys.exit(subprocess.run(sys.argv[1:]).returncode)
 
 
 def preflight(*words, prefix=(), groups="listeners,caches", options=()):
-    words = [*prefix, *TOOL, "preflight", "--json", "--only", groups, *options, *words]
+    words = [*prefix, *TOOL, "preflight", "--format", "json", "--only", groups, *options, *words]
     done = subprocess.run(words, capture_output=True, timeout=60, check=False)
     assert done.stdout, done
     answer = tool_schemas.answer("preflight", done.stdout)

@@ -28,7 +28,7 @@ def run(*words, **more):
 
 
 def preflight(*words, variables=()):
-    done = run("env", *variables, *TOOL, "preflight", "--json", *QUIET, *words) if variables else run(*TOOL, "preflight", "--json", *QUIET, *words)
+    done = run("env", *variables, *TOOL, "preflight", "--format", "json", *QUIET, *words) if variables else run(*TOOL, "preflight", "--format", "json", *QUIET, *words)
     assert done.stdout, done
     return done.returncode, tool_schemas.answer("preflight", done.stdout)
 
@@ -148,7 +148,7 @@ class Preflight(unittest.TestCase):
                 check_sound(self, code, answer)
 
     def test_every_flag_that_names_a_directory_is_looked_at(self):
-        flags = re.findall(r"^ *(--[a-z-]+) <directory>", run(*TOOL, "flags").stdout.decode(), re.M)
+        flags = re.findall(r"^ *(--[a-z-]+) <directory>", run(*TOOL, "explain", "flags").stdout.decode(), re.M)
         self.assertIn("--log-root", flags)
         answer = preflight("--only", "directories", *[word for flag in flags for word in (flag, f"none/{flag}")])[1]
         self.assertEqual(ids(answer["findings"]), {f"{flag[2:]} missing-directory" for flag in flags})
@@ -166,7 +166,7 @@ class Preflight(unittest.TestCase):
                 own = f"cd {number} && mount -t tmpfs tmpfs /sys/fs/cgroup && : >groups && {script} && mount --bind groups /proc/$$/cgroup"
                 words = shlex.split(flags)
                 words = [*([] if REQUIRED[0] in words else ["--auto-deploy-root", "mine", "--extract-root", "mine"]), *words]
-                done = subprocess.run(["unshare", "-rm", "sh", "-c", own + ' && exec "$@"', "sh", *TOOL, "preflight", "--json",
+                done = subprocess.run(["unshare", "-rm", "sh", "-c", own + ' && exec "$@"', "sh", *TOOL, "preflight", "--format", "json",
                                        "--only", "directories,programs,resources", *QUIET, *words], capture_output=True, timeout=60, check=False)
                 answer = json.loads(done.stdout)
                 check_sound(self, done.returncode, answer)
@@ -216,7 +216,7 @@ class Preflight(unittest.TestCase):
         ][::1 if HERE else 5]:
             with self.subTest(options=options, flags=flags):
                 words = [*TOOL, "preflight", "--only", "programs", *options]
-                answer = tool_schemas.answer("preflight", run(*words, "--json", *REQUIRED, *flags).stdout)
+                answer = tool_schemas.answer("preflight", run(*words, "--format", "json", *REQUIRED, *flags).stdout)
                 self.assertEqual(answer["warnings"], [])
                 wrong = [one for one in answer["findings"] if one["severity"] != "fine"]
                 self.assertEqual({one["id"] for one in wrong}, found)

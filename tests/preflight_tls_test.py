@@ -200,7 +200,7 @@ class Tls(unittest.TestCase):
         return done
 
     def findings(self, given, **more):
-        done = self.ask(given, "--json", **more)
+        done = self.ask(given, "--format", "json", **more)
         answer = json.loads(done.stdout)
         check_sound(self, done.returncode, answer)
         return answer["findings"]

@@ -7,7 +7,7 @@ import tool_schemas
 from tool_runs import AS_NOBODY, FLAGS, HERE, LOCK, PID_FLAGS, TOOL, Tool, main, main_pid, run, state, until
 
 # A command that ends with 0 when it is released, on every system.
-HELD = ["--", TOOL[-1], "locate", "--wait", "60", *PID_FLAGS[:2], "--endpoint-root", "gate", "--control-port", "1"]
+HELD = ["--", TOOL[-1], "status", "--timeout", "60", *PID_FLAGS[:2], "--endpoint-root", "gate", "--control-port", "1"]
 # Each has its own numbers for processes, from 1.
 CONTAINER = ["unshare", "--map-root-user", "--pid", "--fork", "--mount-proc", "--kill-child"]
 
@@ -22,13 +22,13 @@ class Publishers(Tool):
         asked = tool_schemas.answer("locate", run(*TOOL, "locate", "--json", "--connect", *FLAGS)[1])["files"]
         self.assertEqual({file["state"] for file in asked}, {"stale"}, "nobody connects to what a killed server left")
         if HERE:  # paths are written in another way there
-            self.assertEqual(run(*TOOL, "locate", *FLAGS)[:2], (5, f"main.pid stale         {killed.pid} (no such process)  ./main.pid\n"
+            self.assertEqual(run(*TOOL, "status", *FLAGS)[:2], (5, f"main.pid stale         {killed.pid} (no such process)  ./main.pid\n"
                                                                 "control  stale         127.0.0.1:9920  ./control\nhttp     stale         h:9910  ./http\n"))
-        waiting = self.start(*TOOL, "locate", "--wait", "60", *FLAGS)
+        waiting = self.start(*TOOL, "status", "--timeout", "60", *FLAGS)
         first = self.publisher(*HELD)
         self.assertEqual((waiting.wait(60), run(*TOOL, "publish", *FLAGS)[0]), (0, 1))
         pid = int(main_pid.read_text())
-        files = tool_schemas.answer("locate", run(*TOOL, "locate", "--json", *FLAGS)[1])["files"]
+        files = tool_schemas.answer("status", run(*TOOL, "status", "--format", "json", *FLAGS)[1])["files"]
         self.assertEqual([file["text"] for file in files], [str(pid), "127.0.0.1:9920", "h:9910"])
         self.assertEqual([file.get("pid") for file in files], [pid, None, None])
         Path("gate/control").write_text("h:1")
@@ -58,7 +58,7 @@ class Publishers(Tool):
         # Before it can remove the files, a server owns them that takes no lock and writes through a link.
         first.send_signal(signal.SIGSTOP)
         os.kill(pid, signal.SIGKILL)
-        until(lambda: "not a process here" in run(*TOOL, "locate", *FLAGS)[1])
+        until(lambda: "not a process here" in run(*TOOL, "status", *FLAGS)[1])
         main_pid.rename("target")
         main_pid.symlink_to("target")
         main_pid.write_text(str(os.getpid()))
@@ -92,7 +92,7 @@ class Publishers(Tool):
     @unittest.skipUnless(HERE and run(*CONTAINER, "true")[0] == 0, "there are no pid namespaces, or they may not be made")
     def test_containers_that_share_a_directory_do_not_overwrite_each_other(self):
         publish = [*CONTAINER, *TOOL, "publish", *FLAGS]
-        locate = [*CONTAINER, "sh", "-c", 'mount --bind -o ro . . && cd "$PWD" && ! touch x 2>&- && exec "$@"', "sh", *TOOL, "locate", *FLAGS]
+        locate = [*CONTAINER, "sh", "-c", 'mount --bind -o ro . . && cd "$PWD" && ! touch x 2>&- && exec "$@"', "sh", *TOOL, "status", *FLAGS]
         for command, number in [(["--", "sh", "-c", "sleep 1000; exit 1"], "2"), ([], "1")]:
             first = self.start(*publish, *command)
             until(lambda: os.path.exists("http") and run("cat", "http")[1] and run("cat", "main.pid")[1] == number)

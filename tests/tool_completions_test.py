@@ -70,10 +70,10 @@ class Completions(unittest.TestCase):
             done = run("fish", "--no-config", "-c", f"source {script}; {asked}")
             self.assertEqual(done.stderr, "")
             # What is offered is explained as in the reference and in the help.
-            texts = {one["flag"]: one["meaning"] for one in json.loads(run(*TOOL, "flags", "--format", "json").stdout)["flags"]}
+            texts = {one["flag"]: one["meaning"] for one in json.loads(run(*TOOL, "explain", "flags", "--format", "json").stdout)["flags"]}
             texts |= re.findall(r"^  ([\w-]+)  +(.*)$", run(*TOOL, "help").stdout + run(*TOOL, "help", "check").stdout, re.M)
             offered = dict(line.split("\t") for line in done.stdout.split("\n") if "\t" in line)
-            self.assertLessEqual({"flags", "--json", "--log-stdout"} if "orvane-config" in lines[0] else {"--lumo-root"}, {*offered})
+            self.assertLessEqual({"status", "--ignore", "--log-stdout"} if "orvane-config" in lines[0] else {"--lumo-root"}, {*offered})
             for word, text in offered.items():
                 self.assertIn(texts.get(word, ""), text)
             return [[line.split("\t")[0] for line in found.split("\n")] for found in done.stdout.split("=\n")[:-1]]

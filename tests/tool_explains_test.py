@@ -24,7 +24,7 @@ def run(*words, data=b"", **more):
 
 
 def ask(verb, words, *options):
-    code, out, err = many_lines.run_with(TOOL, words, verb, "--json", *options)
+    code, out, err = many_lines.run_with(TOOL, words, verb, "--format", "json", *options)
     return tool_schemas.answer(verb, out) if out else {"exit": code, "said": err}
 
 
@@ -46,7 +46,7 @@ def warned(answer, wanted=""):
 
 def examples():
     """For each flag its step in the example of the reference, and the example."""
-    found = re.findall(r"^### `(--\S+?)( .*)?`\n(?:(?!###).*\n)*?- Example: `(.*)`$", run("flags", "--format", "markdown")[1], re.M)
+    found = re.findall(r"^### `(--\S+?)( .*)?`\n(?:(?!###).*\n)*?- Example: `(.*)`$", run("explain", "flags", "--format", "markdown")[1], re.M)
     found = [(flag, value, words_of(example)) for flag, value, example in found]
     return {flag: (line[line.index(flag):][:2 if value else 1], line) for flag, value, line in found}
 
@@ -119,15 +119,14 @@ class Explains(unittest.TestCase):
 
     def test_every_flag_has_a_reference_and_its_example_is_accepted(self):
         self.assertEqual(sorted(self.examples), sorted(FLAGS))
-        self.assertEqual((ROOT / "docs/flags.md").read_text(), run("flags", "--format", "markdown")[1])
-        secured = re.findall(r"^### `(--[\w-]+)", run("flags", "--format", "markdown")[1].split("\n## ")[3], re.M)
+        self.assertEqual((ROOT / "docs/flags.md").read_text(), run("explain", "flags", "--format", "markdown")[1])
+        secured = re.findall(r"^### `(--[\w-]+)", run("explain", "flags", "--format", "markdown")[1].split("\n## ")[3], re.M)
         alone = ask("check", sum((self.examples[flag][0] for flag in secured[1:]), REQUIRED))
         self.assertEqual([one["text"].split()[-2:] for one in alone["warnings"] if one["id"] == "no-effect"], [["without", "--https"]] * 13)
-        elsewhere = sum((names.split(", ") for names in re.findall("^- In other servers: (.*)$", run("flags", "--format", "markdown")[1], re.M)), [])
+        elsewhere = sum((names.split(", ") for names in re.findall("^- In other servers: (.*)$", run("explain", "flags", "--format", "markdown")[1], re.M)), [])
         self.assertEqual(sorted({*elsewhere} - {flag[2:] for flag in FLAGS}), sorted(elsewhere), "a name means one flag")
-        for words, pattern in [(["flags", "--format", "markdown"], r"^### `(--\S+?)[ `]"), (["manual", "flags"], r"^\.BI (\S+)")]:
-            found = re.findall(pattern, run(*words)[1], re.M)
-            self.assertEqual(sorted(flag.replace("\\", "") for flag in found), sorted(FLAGS))
+        found = re.findall(r"^### `(--\S+?)[ `]", run("explain", "flags", "--format", "markdown")[1], re.M)
+        self.assertEqual(sorted(found), sorted(FLAGS))
         for _, example in list(self.examples.values())[::1 if HERE else 16]:
             answer = ask("check", ["--auto-deploy-root", "/D", *example] if example[0] != REQUIRED[0] else example)
             self.assertEqual((answer["problems"], answer["text"], warned(answer)), ([], "", []), example)
@@ -137,7 +136,7 @@ class Explains(unittest.TestCase):
         for seed in range(40 if HERE else 1):
             steps = self.random_line(seed, 12)
             words = sum(steps, [])
-            shown = ask("show", words)
+            shown = ask("check", words, "--all")
             if "settings" not in shown:  # the server refuses some of these together
                 continue
             accepted += 1
@@ -147,13 +146,13 @@ class Explains(unittest.TestCase):
                 numbers.append(number)
                 number += len(step)
             effective = [step for step, first in zip(steps, numbers) if first not in idle]
-            self.assertEqual(ask("show", sum(effective, []))["settings"], shown["settings"], words)
+            self.assertEqual(ask("check", sum(effective, []), "--all")["settings"], shown["settings"], words)
             decided = {token for origin in shown["origins"].values() for token in origin["tokens"]}
             for step, first in zip(steps, numbers):
                 self.assertEqual(first in decided, first not in idle, (step, first, words))
                 if first in idle or step[0] == REQUIRED[0]:
                     continue
-                rest = ask("show", sum((s for s in effective if s is not step), []))
+                rest = ask("check", sum((s for s in effective if s is not step), []), "--all")
                 if "settings" in rest:
                     self.assertNotEqual(rest["settings"], shown["settings"], step)
             for name, origin in shown["origins"].items():
@@ -163,7 +162,7 @@ class Explains(unittest.TestCase):
     def test_a_long_line_is_explained_like_a_short_one(self):
         steps = [["--log-root", f"/l{i}"] for i in range(2000)] + [["--user-data", f"k{i % 1000} {i}"] for i in range(2000)]
         steps += [[f"--{('start', 'attach')[i % 2]}-cache", f"r@localhost:{i + 1}"] for i in range(2000)] + [["--x509-use-crl"]] * 500 + [REQUIRED]
-        shown = ask("show", sum(steps, []))
+        shown = ask("check", sum(steps, []), "--all")
         idle = {w["token"]: w["text"] for w in shown["warnings"] if w["id"] == "no-effect"}
         self.assertEqual([*idle], [*range(1, 3999, 2), *range(4001, 6001, 2), *range(12001, 12501)])
         self.assertEqual([idle[token] for token in (1, 4001, 12001, 12500)], [
@@ -211,7 +210,7 @@ class Explains(unittest.TestCase):
 
     def test_answers_for_programs_have_their_documented_shape(self):
         words = [*REQUIRED, *words_of("--http h:1 --request-timeout 00:00:01.5 --user-data 'k v' --log-rotation-size 1K")]
-        answer = ask("show", words)
+        answer = ask("check", words, "--all")
         settings = answer["settings"]
         self.assertEqual((answer["format"], answer["accepted"], answer["code"]["value"]), (1, True, 0))
         self.assertEqual(settings["http"], {"port": 1, "host": "h", "linger_threshold": None})
@@ -219,7 +218,7 @@ class Explains(unittest.TestCase):
         self.assertEqual((settings["user_data"], settings["https"]), ([{"key": "k", "value": "v"}], None))
         self.assertEqual(answer["origins"]["extract_root"], {"tokens": [1, 2], "completed": True})
         self.assertEqual(answer["origins"]["log_rotation_size"], {"tokens": [9, 10], "completed": False})
-        text = run("show", *words)[1].splitlines()
+        text = run("check", "--all", *words)[1].splitlines()
         self.assertIn("request_timeout = 00:00:01.500000  # --request-timeout (tokens 5 and 6)", text)
         self.assertIn("auto_deploy_root = D  # --auto-deploy-root (tokens 1 and 2)", text)
         self.assertIn("log_root  # not set", text)
@@ -256,7 +255,7 @@ class Explains(unittest.TestCase):
         os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
         os.chmod(".", 0o500)
         line = words_of("--extract-root E --log-root L/l --http h:1 --https 2 --pid-root . --endpoint-root . --control-port 1")
-        for words in [("check", *REQUIRED, *line), ("show", "--json", *REQUIRED, *line), ("flags",), ("check", "--x")]:
+        for words in [("check", *REQUIRED, *line), ("check", "--all", "--format", "json", *REQUIRED, *line), ("explain", "flags"), ("check", "--x")]:
             trace = tempfile.NamedTemporaryFile("r")
             subprocess.run(["strace", "-f", "-o", trace.name, "-e", "trace=%file,%network,ftruncate,%process,write", *TOOL, *words],
                            capture_output=True, check=False, timeout=60, env={**os.environ, "ASAN_OPTIONS": "detect_leaks=0"})

@@ -55,7 +55,7 @@ def spoilt(chance):
 
 class Fixes(unittest.TestCase):
     def ask(self, words):
-        return json.loads(many_lines.run(TOOL, "check", "--json", *words)[1])
+        return json.loads(many_lines.run(TOOL, "check", "--format", "json", *words)[1])
 
     def test_a_fix_means_what_was_typed(self):
         fixed = known = 0

@@ -70,7 +70,7 @@ class Formats(unittest.TestCase):
 
     def test_what_is_read_and_what_is_refused(self):
         for text, expected in READ[::1 if HERE else 5]:
-            named, text = (["--format-in", "sh"], text[3:]) if text.startswith("sh ") else ([], text)
+            named, text = (["--from-format", "sh"], text[3:]) if text.startswith("sh ") else ([], text)
             content = re.sub(r"\\(x..|u....|.)", lambda found: eval(f"'\\{found[1]}'"), text)
             Path("flags").write_bytes(content.encode(errors="surrogateescape"))
             done = run("convert", "--to", "json", *named, "--from", "flags")
@@ -106,7 +106,7 @@ class Formats(unittest.TestCase):
     def test_the_document_has_the_formats_in_the_order_of_detection(self):
         rows = re.findall(r"^\| `(\w+)` \|", (ROOT / "docs/formats.md").read_text(), re.M)
         offered = re.search(r"--to (\S+)", run("convert", "--help").stdout.decode())[1].split("|")
-        read = re.search(r"--format-in (\S+)", run("convert", "--help").stdout.decode())[1].split("|")
+        read = re.search(r"--from-format (\S+)", run("convert", "--help").stdout.decode())[1].split("|")
         self.assertEqual((rows, rows[:len(read)]), (offered, read))
 
     def test_a_format_refuses_what_it_cannot_hold(self):
@@ -148,9 +148,9 @@ class Formats(unittest.TestCase):
             (["windows", "--waist"], b"", "orvane-config: windows: left out 'windows', the program before the flags\n"),
             (["named"], b"", "  token 1, named:1:10: --waist\n"),
             (["program", "--waist"], b"", "orvane-config: program: left out 'program', the program before the flags\n"),
-            (["--from", "bad"], b"", "bad:1:6: a second command; only one is read (format flags; --format-in chooses another)\n"),
-            (["--format-in", "sh", "--from", "bad"], b"", "bad:1:6: a second command; only one is read (format sh)\n"),
-            (["--format-in", "sh", "--format-in", "lines", "--from", "bad"], b"", "token 1, bad:1:1: "),
+            (["--from", "bad"], b"", "bad:1:6: a second command; only one is read (format flags; --from-format chooses another)\n"),
+            (["--from-format", "sh", "--from", "bad"], b"", "bad:1:6: a second command; only one is read (format sh)\n"),
+            (["--from-format", "sh", "--from-format", "lines", "--from", "bad"], b"", "token 1, bad:1:1: "),
         ][::1 if HERE else 4]:
             done = run("check", *words, data=data)
             self.assertIn(expected, done.stderr.decode(), words)
@@ -173,20 +173,20 @@ class Formats(unittest.TestCase):
     def test_sources_come_in_their_order_and_faults_have_their_places(self):
         Path("a.service").write_text("[Service]\nExecStart=/bin/x --auto-deploy-root /D --log-root\n")
         Path("b").write_text("# the rest\n/l\n--num-worker\n4\n")
-        done = run("check", "--json", "--from", "a.service", "--from=b", "--ignore", "no-listener", "--waist")
+        done = run("check", "--format", "json", "--from", "a.service", "--from=b", "--ignore", "no-listener", "--waist")
         faults = tool_schemas.answer("check", done.stdout)["faults"]
         self.assertEqual([fault.get("places") for fault in faults], [[{"token": 5, "file": "b", "line": 3, "column": 1}], None])
         self.assertEqual([fault["tokens"] for fault in faults], [[5], [7]])
         self.assertEqual(re.findall(r"^orvane-config: (.*)$", done.stderr.decode(), re.M), [
             "a.service:2:11: left out '/bin/x', the program before the flags", "a.service: drop-ins of the unit are not read"])
         Path("n").write_bytes(ended(["--auto-deploy-root", "/D", "--log-root", "~", "--http", "1"]))
-        warnings = tool_schemas.answer("check", run("check", "--json", "--from", "n").stdout)["warnings"]
+        warnings = tool_schemas.answer("check", run("check", "--format", "json", "--from", "n").stdout)["warnings"]
         self.assertEqual([one.get("places") for one in warnings], [[{"token": 4, "file": "n"}]])
         self.assertIn("warning: token 4, n: ", run("check", "--from", "n").stderr.decode())
         said = run("check", "--from", "a.service", "--from", "b", "--waist").stderr.decode()
         self.assertIn("  token 5, b:3:1: ... --log-root /l --num-worker 4 ...\n", said)
         self.assertIn("  token 7: ", said)
-        said = run("check", "--format-in", "sh", "--from", "b", "--auto-deploy-root", "~", "--log-root", "~").stderr.decode()
+        said = run("check", "--from-format", "sh", "--from", "b", "--auto-deploy-root", "~", "--log-root", "~").stderr.decode()
         self.assertIn("b:3:1: a second command", said)
         Path("b").write_text("--auto-deploy-root \\\n  /é --log-root '~'")
         self.assertIn("warning: token 4, b:2:17: ", run("check", "--from", "b").stderr.decode())
@@ -208,7 +208,7 @@ class Formats(unittest.TestCase):
             self.assertEqual((done.returncode, out[:len(lines)]), (code, lines), (words, done.stderr))
         said = run("check", "good", "bad", "none").stdout.decode().replace("\r\n", "\n")
         self.assertRegex(said, "(?s)^good: ok\nbad: 2 faults\nnone: cannot be read\n\nbad:\n.*  token 3, bad:1:23: .*\n\norvane-config: cannot open none: ")
-        answer = tool_schemas.answer("checks", run("check", "--json", "good", "bad", "none").stdout)
+        answer = tool_schemas.answer("checks", run("check", "--format", "json", "good", "bad", "none").stdout)
         self.assertEqual([(one["file"], one["answer"]["accepted"] if "answer" in one else one["error"][:16]) for one in answer["files"]],
                          [("good", True), ("bad", False), ("none", "cannot open none")])
         self.assertEqual((answer["accepted"], run("check", "--quiet", "good", "bad").stdout), (False, b""))
@@ -217,12 +217,12 @@ class Formats(unittest.TestCase):
     def test_lines_are_compared_by_what_they_set(self):
         Path("a").write_text("--auto-deploy-root\nD\n--num-workers\n4\n--https\nh:1\n--user-data\nk v")
         line = ["--auto-deploy-root", "D", "--num-workers", "8", "--log-root", "/l", "--user-data", "k v"]
-        done = run("diff", "--json", "a", "--", *line)
+        done = run("diff", "--format", "json", "a", "--", *line)
         answer = tool_schemas.answer("diff", done.stdout)
         found = {one["setting"]: [(side["value"], side["tokens"]) for side in (one["before"], one["after"])] for one in answer["differences"]}
         self.assertEqual({name: found[name] for name in ("num_workers", "log_root", "https.http.host")}, {
             "num_workers": [(4, [3, 4]), (8, [3, 4])], "log_root": [(None, []), ("/l", [5, 6])], "https.http.host": [("h", [5, 6]), (None, [])]})
-        shown = [tool_schemas.answer("show", run("show", "--json", *words).stdout)["settings"] for words in (["--from", "a"], line)]
+        shown = [tool_schemas.answer("check", run("check", "--all", "--format", "json", *words).stdout)["settings"] for words in (["--from", "a"], line)]
         self.assertEqual({name.split(".")[0] for name in found}, {name for name in shown[0] if shown[0][name] != shown[1][name]})
         said = run("diff", "a", "--", *line).stdout.decode().replace("\r\n", "\n")
         self.assertIn("- num_workers = 4  # --num-workers (tokens 3 and 4, a:3:1)\n+ num_workers = 8  # --num-workers (tokens 3 and 4)\n", said)
@@ -230,7 +230,7 @@ class Formats(unittest.TestCase):
         for words, data in [(["--from", "a"], b""), (["-", "--"], Path("a").read_bytes())]:
             again = run("diff", *words, *line, data=data).stdout.decode().replace("\r\n", "\n")
             self.assertEqual(again, said.replace(", a:", ", standard input:") if data else said)
-        answer = tool_schemas.answer("diff", run("diff", "--json", "--from", "a", "--auto-deploy-root", "E", "--num-workers", "4", "--https", "h:1").stdout)
+        answer = tool_schemas.answer("diff", run("diff", "--format", "json", "--from", "a", "--auto-deploy-root", "E", "--num-workers", "4", "--https", "h:1").stdout)
         sides = {one["setting"]: (one["before"], one["after"]) for one in answer["differences"]}
         self.assertEqual({name: [side["completed"] for side in both] for name, both in sides.items()}, {
             "auto_deploy_root": [False, False], "extract_root": [True, True], "user_data": [False, False]})
@@ -281,7 +281,7 @@ class Formats(unittest.TestCase):
         self.addCleanup(server.wait), self.addCleanup(server.terminate)
         while not os.path.exists("main.pid"):
             pass
-        done = run("check", "--format-in", "json", "--pid", str(server.pid))
+        done = run("check", "--from-format", "json", "--pid", str(server.pid))
         self.assertRegex(done.stderr.decode(), f"left out '.*orvane-config'.*\nunrecognized option: publish\n.*\n"
                          f"  token 1, /proc/{server.pid}/cmdline: publish")
         # A process calls itself what it likes: nothing of it is taken for another encoding, nor for a line of the answer.

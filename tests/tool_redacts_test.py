@@ -25,7 +25,7 @@ REFUSED = r"(?m)^orvane-config: cannot redact (--[a-z0-9_-]+.*|tokens? \d.*|the 
 
 def run(verb, *options, words=()):
     """The answer, and everything that was printed."""
-    return many_lines.run_with(TOOL, words, verb, *options, "--format-in", "nul")
+    return many_lines.run_with(TOOL, words, verb, *options, "--from-format", "nul")
 
 
 def found(code, out, err):
@@ -66,15 +66,15 @@ class Redacts(unittest.TestCase):
         refusals = 0
         for words in LINES:
             with self.subTest(shlex.join(words)):
-                *answer, refused = self.answers("check", "--json", words=words)
+                *answer, refused = self.answers("check", "--format", "json", words=words)
                 refusals += refused
                 if not refused:
-                    self.assertEqual(found(*answer), found(*run("check", "--json", words=words)))
+                    self.assertEqual(found(*answer), found(*run("check", "--format", "json", words=words)))
         self.assertLessEqual(refusals, len(LINES) / 100)
 
     def test_no_mark_comes_out_wherever_it_is(self):
         chance, refusals = random.Random(5), 0
-        ways = [["check"], ["check", "--json"], ["show"], ["show", "--json"], ["fix", "--ids"],
+        ways = [["check"], ["check", "--format", "json"], ["check", "--all"], ["check", "--all", "--format", "json"], ["fix", "--ids"],
                 *(["convert", "--to", to] for to in ["sh", "systemd", "json", "lines"])]
         for at, (mark, line) in enumerate(itertools.product(MARKS, LINES)):
             if at % 5:
@@ -106,14 +106,14 @@ class Redacts(unittest.TestCase):
                       "k " + " ".join(map("".join, itertools.product("x", *["abcdefghijklmnopqrstuvwxyz"] * 3)))][::1 if HERE else 4]:
             flag = next(flags)
             with self.subTest(value[:20], flag=flag):
-                self.assertNotEqual(run("check", "--redact", "--json", words=[*REQUIRED, *flag, value])[1:], ("", ""))
+                self.assertNotEqual(run("check", "--redact", "--format", "json", words=[*REQUIRED, *flag, value])[1:], ("", ""))
 
     def test_two_lines_get_the_same_words_and_their_files_too(self):
         one, two = self.files({f"{WORD}.txt": f"--auto-deploy-root\n/srv/{WORD}\n--log-root\n/srv/{WORD}/l\n", f"q/{WORD}.conf": ""})
         done = self.start("diff", "--redact", one, "--", "--auto-deploy-root", f"/srv/{WORD}", "--log-root", f"/srv/{WORD}/m/{WORD}ann")
         self.assertEqual(done[0], 1, done)
         self.assertRegex(done[1], r"^- log_root = (/srv/x\w+/)x\w  #.*x\w\.txt:3:1\)\n\+ log_root = \1x\w/x\w  # [^\n]*\n$")
-        self.assertRegex(self.start("diff", "--redact", "--json", one, two)[2], r"^orvane-config: x\w/x\w\.conf contains no flags\n")
+        self.assertRegex(self.start("diff", "--redact", "--format", "json", one, two)[2], r"^orvane-config: x\w/x\w\.conf contains no flags\n")
 
     def files(self, contents):
         os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
@@ -138,8 +138,8 @@ class Redacts(unittest.TestCase):
         for verb, name in itertools.product(["check", "diff"], [*names, f"{WORD}/missing", "."]):
             with self.subTest(verb, name=name):
                 self.assertIn(self.start(verb, "--redact", "--from", name, *["--", "--no-banner"][:2 * (verb == "diff")])[0], [0, 1, 2, 7])
-        for options in [["--get", WORD], ["--ignore", WORD], ["--format-in", WORD], ["--pid", WORD], ["--jsom" + WORD], ["--to=" + WORD], ["--redact=" + WORD]]:
-            self.assertEqual(self.start("show" if "--get" in options else "check", "--redact", *options, *REQUIRED)[0], 2 if options[0][2] != "j" else 1)
+        for options in [["--get", WORD], ["--ignore", WORD], ["--from-format", WORD], ["--pid", WORD], ["--jsom" + WORD], ["--to=" + WORD], ["--redact=" + WORD]]:
+            self.assertEqual(self.start("check", "--redact", *options, *REQUIRED)[0], 2 if options[0][2] != "j" else 1)
         # Also without --redact, a file is not echoed.
         done = subprocess.run([*TOOL, "check", "--from", names[0]], capture_output=True, text=True, check=False)
         self.assertRegex(done.stderr, r"1:1: element 1 of the array is not a string, but an object \(format json; ")

@@ -12,6 +12,9 @@ HERE = not TOOL[-1].endswith(".exe")
 ROOT = Path(__file__).resolve().parents[1]
 FLAGS = [line.split("|")[1] for line in lines("flags.txt")]
 REQUIRED = ["--auto-deploy-root", "/D"]
+# Written when the tool was built.
+PAGES = {"tool": "orvane-config.1", "flags": "orvane-flags.7", "files": "orvane-runtime-files.5"}
+DOCUMENTS = Path(TOOL[-1]).resolve().parents[2] / "tool_documents"
 
 
 def run(*words, data=b""):
@@ -64,9 +67,9 @@ def members(schema):
 
 class Reference(unittest.TestCase):
     def test_programs_learn_what_each_flag_does(self):
-        flags = {one["flag"]: one for one in answer("flags", "--format", "json")["flags"]}
+        flags = {one["flag"]: one for one in answer("explain", "flags", "--format", "json")["flags"]}
         self.assertEqual(sorted(flags), sorted(FLAGS))
-        shown = re.findall(r"^([\w.]+).*?# (.*)$", run("show", *REQUIRED, "--https", "1")[1], re.M)
+        shown = re.findall(r"^([\w.]+).*?# (.*)$", run("check", "--all", *REQUIRED, "--https", "1")[1], re.M)
         settings = {name for one in flags.values() for name in one["settings"]}
         # No flag sets these two.
         self.assertEqual({name for name, _ in shown} - settings, {"qel_root", "https.http.linger_threshold"})
@@ -75,14 +78,14 @@ class Reference(unittest.TestCase):
         for one in [*flags.values()][::1 if HERE else 16]:
             with self.subTest(one["flag"]):
                 line = one["example"] if one["required"] else REQUIRED + one["example"]
-                origins = answer("show", "--json", *line)["origins"]
+                origins = answer("check", "--all", "--format", "json", *line)["origins"]
                 at = line.index(one["flag"]) + 1
                 self.assertEqual({name for name, origin in origins.items() if at in origin["tokens"]}, {*one["settings"]})
                 names = [synonym["name"] for synonym in one["synonyms"]] + [one["flag"]]
-                self.assertEqual([found["flag"] for found in answer("flags", "--format", "json", *names)["flags"]], [one["flag"]])
+                self.assertEqual([found["flag"] for found in answer("explain", "flags", "--format", "json", *names)["flags"]], [one["flag"]])
 
     def test_every_id_has_an_example_that_causes_it_and_a_fix_that_does_not(self):
-        kinds = answer("explain", "--format", "json")["kinds"]
+        kinds = answer("explain", "ids", "--format", "json")["kinds"]
         ids = [kind["id"] for kind in kinds]
         self.assertEqual(len(ids), len({*ids}))
         # There, a path without a drive letter causes a warning, and one with it is none of another system.
@@ -90,11 +93,11 @@ class Reference(unittest.TestCase):
         for kind in [kind for kind in kinds if kind["about"] != "finding"][::1 if HERE else 8]:
             with self.subTest(kind["id"]):
                 required = [] if REQUIRED[0] in kind["fix"] else REQUIRED
-                said = answer("check", "--json", *required, *words_of(kind["example"]))
+                said = answer("check", "--format", "json", *required, *words_of(kind["example"]))
                 found = [said["faults"][0]["id"]] if said["faults"] else said["problem_ids"] or [one["id"] for one in said["warnings"]]
                 self.assertIn(kind["id"], found)
                 self.assertEqual(said["accepted"], kind["about"] == "warning")
-                fixed = answer("check", "--json", *required, *words_of(kind["fix"]))
+                fixed = answer("check", "--format", "json", *required, *words_of(kind["fix"]))
                 left = {one["id"] for one in fixed["warnings"]} - {*usual, *([] if kind["id"] == "no-listener" else ["no-listener"])}
                 self.assertEqual((fixed["accepted"], left), (True, set()))
 
@@ -106,9 +109,9 @@ class Reference(unittest.TestCase):
         os.chmod("orvane", 0o755)
         os.environ["PATH"] += f":{os.getcwd()}"
         # The settings differ; no server is running.
-        codes = {"diff": 1, "locate": 4}
-        for page in ["tool", "flags", "files"]:
-            text = run("manual", page)[1]
+        codes = {"diff": 1, "status": 4}
+        for page, file in PAGES.items():
+            text = (DOCUMENTS / file).read_text()
             self.assertRegex(text, r"\A\.TH ORVANE\S+ [157] \d{4}-\d\d-\d\d ")
             lint = subprocess.run(["mandoc", "-T", "lint", "-W", "warning"], input=text, capture_output=True, text=True, check=False)
             self.assertEqual((lint.returncode, lint.stdout), (0, ""))
@@ -123,7 +126,7 @@ class Reference(unittest.TestCase):
 
     @unittest.skipUnless(HERE, "they are pages for Unix, and the text is the same")
     def test_manual_pages_say_all_that_the_tool_knows(self):
-        sources = {name: run("manual", name)[1] for name in ["tool", "flags", "files"]}
+        sources = {name: (DOCUMENTS / file).read_text() for name, file in PAGES.items()}
         pages = {name: rendered(text) for name, text in sources.items()}
         made = datetime.datetime.strptime(re.search(r"\((.*)\)", run("version")[1])[1], "%b %d %Y").date()
         titles = {name: f"{page['NAME'].split()[0]}({number})" for (name, page), number in zip(pages.items(), [1, 7, 5])}
@@ -133,20 +136,20 @@ class Reference(unittest.TestCase):
             self.assertRegex(page["NAME"], r"^\S+ - \S+( \S+){3}")
             self.assertEqual(page["SEE ALSO"], ", ".join(sorted(titles[other] for other in pages if other != name)))
             self.assertNotRegex(" ".join(page.values()), r"\{\w+\}", "the text of a flag is missing")
-        reference = answer("flags", "--format", "json")["flags"]
+        reference = answer("explain", "flags", "--format", "json")["flags"]
         subjects = list(dict.fromkeys(one["subject"] for one in reference))
         self.assertEqual(list(pages["flags"]), ["NAME", "DESCRIPTION", *(one.upper() for one in subjects), "VALUES", "SEE ALSO"])
         said = {subject: flat(" ".join(" ".join(pieces_of(one, "")) for one in reference if one["subject"] == subject)) for subject in subjects}
         self.assertEqual({one: pages["flags"][one.upper()] for one in subjects}, said)
-        self.assertIn(" \\\n", run("flags")[1], "an example that goes on")
-        listed, values = run("flags")[1].replace(" \\\n", "\n").split("\nValues\n")
+        self.assertIn(" \\\n", run("explain", "flags")[1], "an example that goes on")
+        listed, values = run("explain", "flags")[1].replace(" \\\n", "\n").split("\nValues\n")
         self.assertEqual(flat(listed), flat(" ".join(one + " " + said[one] for one in subjects)))
         self.assertEqual(flat(values), pages["flags"]["VALUES"])
-        for words in ["flags", "explain", "help convert"]:
+        for words in ["explain", "explain flags", "explain ids", "help convert"]:
             self.assertEqual([line for line in run(*words.split())[1].split("\n") if len(line) > 80 and " " in line.strip()], [])
 
         page = pages["tool"]
-        kinds = answer("explain", "--format", "json")["kinds"]
+        kinds = answer("explain", "ids", "--format", "json")["kinds"]
         self.assertEqual(page["DIAGNOSTICS"].split(" ", 6)[6], flat(" ".join(
             f"Ids of {about}s " + " ".join(f"{one['id']} {one['summary']}" for one in kinds if one["about"] == about)
             for about in dict.fromkeys(one["about"] for one in kinds))))
@@ -175,7 +178,7 @@ class Reference(unittest.TestCase):
 
         page = pages["files"]
         self.assertEqual(list(page), ["NAME", "DESCRIPTION", "FILES", "STATES", "EXAMPLES", "SEE ALSO"])
-        states = json.loads((tool_schemas.SCHEMAS / "locate.json").read_text())["properties"]["state"]["enum"]
+        states = json.loads((tool_schemas.SCHEMAS / "status.json").read_text())["properties"]["state"]["enum"]
         meanings = ["accepts connections", "process in", "no pid", "accepts no", "no such", "still empty", "started after", "not what", "may not read"]
         described = [
             ("files", "FILES", ["PID_ROOT/main.pid|process ID", "ENDPOINT_ROOT/control|control", "ENDPOINT_ROOT/http|HTTP listener",

@@ -21,8 +21,8 @@ def run(*words, stdout=subprocess.PIPE):
 
 
 def state(*flags):
-    code, out, _ = run(*TOOL, "locate", "--json", *(flags or FLAGS))
-    return f"{tool_schemas.answer('locate', out)['state']} {code}"
+    code, out, _ = run(*TOOL, "status", "--format", "json", *(flags or FLAGS))
+    return f"{tool_schemas.answer('status', out)['state']} {code}"
 
 
 def until(condition):

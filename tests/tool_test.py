@@ -27,7 +27,7 @@ class Answers(Tool):
 
     def test_every_verb_refuses_a_line_in_the_same_words(self):
         for words in ["--num-worker 4", "--http x:y --log-root", "--wait --num-workers 1"]:
-            said = {run(*TOOL, verb, *PID_FLAGS, *words.split()) for verb in ["check", "show", "preflight", "locate", "publish"]}
+            said = {run(*TOOL, *verb.split(), *PID_FLAGS, *words.split()) for verb in ["check", "check --all", "check --quiet", "preflight", "status", "publish"]}
             self.assertEqual([code for code, _, _ in said], [1], said)
 
     @unittest.skipUnless(HERE, "there is no such shell")
@@ -37,7 +37,7 @@ class Answers(Tool):
                                         ("", "none", "7 none: No such file or directory")]:
             code, _, err = run("sh", "-c", f'exec "$@" {source}', "sh", *TOOL, "check", "--from", words)
             self.assertRegex(f"{code} {err}", f"^{expected[0]} orvane-config: cannot (open|read) {expected[2:]}\n$")
-        for verb in ["check", "show", "locate", "publish"]:
+        for verb in ["check", "preflight", "status", "publish"]:
             self.assertRegex(run(*TOOL, verb, "--from", "empty")[2], "^orvane-config: empty contains no flags\nmissing|--auto-deploy-root")
 
     @unittest.skipUnless(HERE and run(*AS_NOBODY, *TOOL, "version")[0] == 0, "there is no other user, or not for this program")
@@ -46,7 +46,7 @@ class Answers(Tool):
         Path("closed/main.pid").write_text("1")
         os.chmod("closed", 0), os.chmod(".", 0o755)
         self.addCleanup(os.chmod, "closed", 0o700)
-        self.assertEqual(run(*AS_NOBODY, *TOOL, "locate", *PID_FLAGS[:-1], "closed"),
+        self.assertEqual(run(*AS_NOBODY, *TOOL, "status", *PID_FLAGS[:-1], "closed"),
                          (7, "main.pid unreadable    Permission denied  closed/main.pid\n", ""))
 
     @unittest.skipUnless(HERE, "there is no sh; nothing depends on the system")
@@ -81,12 +81,12 @@ class Answers(Tool):
         for target, why in unknown if HERE else []:
             os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
             main_pid.symlink_to(target)
-            self.assertEqual((state(*PID_FLAGS), run(*TOOL, "locate", *PID_FLAGS)[1]), ("unreadable 7", f"main.pid unreadable    {why}  ./main.pid\n"))
+            self.assertEqual((state(*PID_FLAGS), run(*TOOL, "status", *PID_FLAGS)[1]), ("unreadable 7", f"main.pid unreadable    {why}  ./main.pid\n"))
             self.assertEqual(run(*TOOL, "publish", *PID_FLAGS)[0::2], (1, f"orvane-config: ./main.pid cannot be read: {why}\n"))
             self.assertRegex(run(*TOOL, "preflight", "--only", "runtime", *PID_FLAGS)[1], rf"cannot be read: {why} \[cannot-tell\]")
         os.remove("main.pid"), main_pid.symlink_to("main.pid")
         for root, why in [(".", "Too many levels of symbolic links"), ("x" * 300, "File name too long")] if HERE else []:
-            self.assertEqual(run(*TOOL, "locate", *PID_FLAGS[:-1], root)[:2], (7, f"main.pid unreadable    {why}  {root}/main.pid\n"))
+            self.assertEqual(run(*TOOL, "status", *PID_FLAGS[:-1], root)[:2], (7, f"main.pid unreadable    {why}  {root}/main.pid\n"))
         for make in [os.mkdir, os.mkfifo, lambda name: os.symlink("/dev/zero", name)][:None if HERE else 1]:
             os.chdir(self.enterContext(tempfile.TemporaryDirectory()))
             make("main.pid")
@@ -130,7 +130,7 @@ class Answers(Tool):
             else:
                 (at / their_end / "http").write_text(f"127.0.0.1:{port}")
                 (at / their_pid / ("main.pid" if their_pid else "x")).write_text(str(living if other == "server" else 4294967295))
-            said = [tool_schemas.answer("locate", run(*TOOL, "locate", "--json", *more, *flags(our_pid, "e", our_port))[1])["state"]
+            said = [tool_schemas.answer("status", run(*TOOL, "status", "--format", "json", *more, *flags(our_pid, "e", our_port))[1])["state"]
                     for more in ([], ["--connect"])]
             before = files()
             code, out, _ = run(*TOOL, "publish", *flags(our_pid, "e", our_port), "--", "cat", at / "e/http")
@@ -145,10 +145,10 @@ class Answers(Tool):
         Path("http").write_text("h:8081")
         for flag, other in [("8080", 8080), ("x:8080", 8080), ("808", 808), ("81", 81), ("8081", None), ("x:8081", None), ("0", None)]:
             flags = [*PID_FLAGS[:4], "--endpoint-root", ".", "--http", flag]
-            answer = tool_schemas.answer("locate", run(*TOOL, "locate", "--json", *flags)[1])
+            answer = tool_schemas.answer("status", run(*TOOL, "status", "--format", "json", *flags)[1])
             self.assertEqual(answer["files"][0].get("expected_port"), other, flag)
             note = f" (the flags say port {other})" if other else ""
-            self.assertEqual(run(*TOOL, "locate", *flags)[:2], (0, f"http     published     h:8081{note}\n"))
+            self.assertEqual(run(*TOOL, "status", *flags)[:2], (0, f"http     published     h:8081{note}\n"))
         Path("http").write_text("\x1b:1")
         self.assertIn("http announces \\u001b:1, and no pid file", run(*TOOL, "preflight", "--only", "runtime", *flags)[1])
 

@@ -165,7 +165,7 @@ int main() {
 
     // A tool that is killed takes its command with it. A command that has ended leaves what it has started.
     const std::wstring deaf =
-        tool + L" locate --wait 60 --auto-deploy-root D --control-port 1 --endpoint-root none";
+        tool + L" status --timeout 60 --auto-deploy-root D --control-port 1 --endpoint-root none";
     const std::wstring starter = L"cmd.exe /c start /b \"\" " + tool + L" publish";
     for (const bool is_killed : {false, true}) {
         fs::remove(pid_file);
@@ -182,7 +182,7 @@ int main() {
         TerminateProcess(second, 1);
         WaitForSingleObject(second, 20'000);
     }
-    expect(exit_code(start(tool + L" locate" + flags, root / "located")) == 5, "what is left is stale");
+    expect(exit_code(start(tool + L" status" + flags, root / "located")) == 5, "what is left is stale");
 
     in.close();
     std::error_code none;

@@ -52,9 +52,9 @@ Values values_of(Argument argument, std::string_view text) {
     case Argument::setting:       return joined(settings_of({}), " ", &Setting::name);
     case Argument::warnings:      return joined(warning_kinds(), " ", &WarningKind::id);
     case Argument::groups:        return joined(preflight::groups, " ", &preflight::Group::name);
-    case Argument::a_verb:        return joined(verbs, " ", &Verb::name);
-    case Argument::an_id:         return joined(all_kinds(), " ", &Explanation::id);
-    case Argument::flag_names:    return joined(references(), " ", &Reference::flag);
+    case Argument::a_subject:
+        return "flags ids usage " + joined(references(), " ", &Reference::flag) + " " +
+               joined(all_kinds(), " ", &Explanation::id);
     case Argument::a_word:        return boost::replace_all_copy(std::string(text), "|", " ");
     case Argument::flags:
     case Argument::two_lines:     return "FLAGS";

@@ -2,6 +2,7 @@
 #include "explaining/flag_like.hpp"
 
 #include "explaining/meant_flags.hpp"
+#include "reference/reference.hpp"
 #include "text/spelling.hpp"
 
 #include <algorithm>
@@ -48,6 +49,14 @@ bool resembles_a_flag(std::u16string_view text) {
 
 bool is_meant_as_flag(const std::u16string& text) {
     return reference_of(text) != nullptr || resembles_a_flag(text);
+}
+
+const OwnOption* own_option_called(std::string_view name) {
+    if (verbs_with(name).size() == 1) {
+        const auto synonym = synonym_of(name);
+        if (synonym && synonym->reference != nullptr) return nullptr;
+    }
+    return option_of(name);
 }
 
 } // namespace orvane

@@ -1,6 +1,8 @@
 // Whether a token looks like a flag, and what belongs to the flag in it.
 #pragma once
 
+#include "own/option_table.hpp"
+
 #include <string>
 #include <string_view>
 
@@ -25,5 +27,8 @@ bool resembles_a_flag(std::u16string_view text);
 
 /// A flag, or what was meant as one.
 bool is_meant_as_flag(const std::u16string& text);
+
+/// The option of this tool that a name stands for. Null for that of a single verb, where other servers have a flag of that name.
+const OwnOption* own_option_called(std::string_view name);
 
 } // namespace orvane

@@ -200,8 +200,9 @@ std::optional<Advice> similar_name(const FaultInLine& fault) {
 
 std::optional<Advice> unknown_name(const FaultInLine& fault) {
     if (!begins_as_flag(fault.token())) return std::nullopt;
-    return skip(fault, fault.at, end_of_strays(fault.line, fault.at + 1),
-                "there is no such flag, and none with a similar name; 'orvane-config flags' lists them all");
+    return skip(
+        fault, fault.at, end_of_strays(fault.line, fault.at + 1),
+        "there is no such flag, and none with a similar name; 'orvane-config explain' lists them all");
 }
 
 } // namespace orvane

@@ -1,4 +1,4 @@
-// Which flags somebody asks about.
+// What somebody asks about.
 #include "explaining/lookup.hpp"
 
 #include "explaining/meant_flags.hpp"
@@ -28,8 +28,15 @@ std::vector<const Reference*> with_setting(const std::string& name) {
     return flags;
 }
 
-/// False when the word is no name of anything.
-bool add_named(const std::u16string& word, Lookup& found) {
+bool add_id(const std::u16string& word, Lookup& found) {
+    const auto kind = std::ranges::find(all_kinds(), ustring_to_utf8(word), &Explanation::id);
+    if (kind == all_kinds().end()) return false;
+    found.kinds.push_back(*kind);
+    return true;
+}
+
+/// False when the word is no name of a flag.
+bool add_flag(const std::u16string& word, Lookup& found) {
     if (const Reference* const flag = flag_spelled(word)) {
         found.flags.push_back(flag);
         return true;
@@ -51,9 +58,16 @@ bool mentions(const std::string& text, const std::string& letters) {
     return false;
 }
 
-bool mentions_all(const Reference& one, const std::vector<std::u16string>& words) {
-    const std::string text = std::string(one.flag) + " " + std::string(one.value) + " " + one.meaning() +
-                             " " + one.relations() + " " + std::string(one.synonyms);
+std::string text_of(const Reference& one) {
+    return std::string(one.flag) + " " + std::string(one.value) + " " + one.meaning() + " " +
+           one.relations() + " " + std::string(one.synonyms);
+}
+
+std::string text_of(const Explanation& one) {
+    return one.id + " " + one.summary;
+}
+
+bool mentions_all(const std::string& text, const std::vector<std::u16string>& words) {
     const std::string folded = ustring_to_utf8(lower(qel::i18n::utf8_to_ustring(text)));
     return std::all_of(words.begin(), words.end(), [&](const std::u16string& word) {
         return !word.empty() && mentions(folded, ustring_to_utf8(lower(word)));
@@ -70,13 +84,18 @@ void sort(std::vector<const Reference*>& flags) {
 
 Lookup look_up(const std::vector<std::u16string>& words) {
     Lookup found;
-    for (const std::u16string& word : words)
-        if (!add_named(word, found)) found.unknown.push_back(ustring_to_utf8(word));
+    for (const std::u16string& word : words) {
+        const bool is_id = add_id(word, found), is_flag = add_flag(word, found);
+        if (!is_id && !is_flag) found.unknown.push_back(ustring_to_utf8(word));
+    }
     if (!found.unknown.empty()) {
-        std::vector<const Reference*> mentioning;
+        Lookup mentioning;
         for (const Reference& one : references())
-            if (mentions_all(one, words)) mentioning.push_back(&one);
-        if (!mentioning.empty()) found = {mentioning, {}, {}};
+            if (mentions_all(text_of(one), words)) mentioning.flags.push_back(&one);
+        for (const Explanation& one : all_kinds())
+            if (mentioning.flags.empty() && mentions_all(text_of(one), words))
+                mentioning.kinds.push_back(one);
+        if (!mentioning.flags.empty() || !mentioning.kinds.empty()) found = mentioning;
     }
     sort(found.flags);
     return found;

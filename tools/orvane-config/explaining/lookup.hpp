@@ -1,6 +1,7 @@
-// Which flags somebody asks about.
+// What somebody asks about.
 #pragma once
 
+#include "explaining/kinds.hpp"
 #include "reference/reference.hpp"
 
 #include <string>
@@ -8,15 +9,16 @@
 
 namespace orvane {
 
-/// What was found for some words, in the order of the reference.
+/// What was found for some words; flags are in the order of the reference.
 struct Lookup {
     std::vector<const Reference*> flags{};
+    std::vector<Explanation> kinds{};
     std::vector<std::string> advice{};  ///< for settings that this server does not have
     std::vector<std::string> unknown{}; ///< the words that lead to nothing
 };
 
-/// Each word is a flag, with or without its hyphens, a setting of the record, or another server's name for one. If one of
-/// them is none of these, the flags are those whose texts have all the words.
+/// Each word is a flag, with or without its hyphens, a setting of the record, another server's name for one, or an id. If one
+/// of them is none of these, the flags are those whose texts have all the words; if there are none, the ids are.
 Lookup look_up(const std::vector<std::u16string>& words);
 
 } // namespace orvane

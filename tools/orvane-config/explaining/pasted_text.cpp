@@ -21,6 +21,10 @@ std::size_t next_flag(const WorkingLine& line, std::size_t from) {
     return from;
 }
 
+bool is_verb(const std::string& word) {
+    return verb_of(word) != nullptr || (!meant_by(word).empty() && !word.starts_with('-'));
+}
+
 bool is_program(std::u16string_view token) {
     constexpr std::u16string_view runners[] = {u"sudo", u"doas", u"env", u"exec", u"nohup",
                                                u"nice", u"time", u"$",   u"%",    u"#",
@@ -33,8 +37,7 @@ bool is_program(std::u16string_view token) {
             token.begin(), token.begin() + static_cast<std::ptrdiff_t>(equals),
             [](char16_t c) { return (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') || c == u'_'; });
     return token.find_first_of(u"/\\") != token.npos || token.ends_with(u".exe") ||
-           token.starts_with(u"orvane") ||
-           verb_of(qel::i18n::ustring_to_utf8(std::u16string(token))) != nullptr;
+           token.starts_with(u"orvane") || is_verb(qel::i18n::ustring_to_utf8(std::u16string(token)));
 }
 
 } // namespace
@@ -50,15 +53,19 @@ std::optional<Advice> empty_token(const FaultInLine& fault) {
 
 std::optional<Advice> own_option(const FaultInLine& fault) {
     const std::string text = qel::i18n::ustring_to_utf8(fault.token());
-    const OwnOption* const option = text.starts_with("--") ? option_of(text.substr(2)) : nullptr;
+    const std::string_view meant = meant_by(text), typed = meant.empty() ? text : meant;
+    const OwnOption* const option =
+        typed.starts_with("--") ? own_option_called(typed.substr(2, typed.find(' ') - 2)) : nullptr;
     if (option == nullptr) return std::nullopt;
-    const auto with_it = verbs_with(*option);
+    const auto with_it = verbs_with(option->name);
     if (std::none_of(with_it.begin(), with_it.end(), [](auto name) { return takes_flags(*verb_of(name)); }))
         return std::nullopt;
-    const bool all = option->verbs.empty() || option->verbs == any_flags;
-    const std::string where = all ? "" : " " + joined(with_it, ", ", std::identity(), " and ");
+    constexpr std::size_t few = 3;
+    const std::string where =
+        with_it.size() > few ? "" : " " + joined(with_it, ", ", std::identity(), " and ");
     return remove(fault, fault.at, end_of_strays(fault.line, fault.at + 1),
-                  text + " is an option of orvane-config" + where + ": it goes before the server's flags");
+                  std::string(typed) + " is an option of orvane-config" + where +
+                      ": it goes before the server's flags");
 }
 
 std::optional<Advice> program_before_flags(const FaultInLine& fault) {

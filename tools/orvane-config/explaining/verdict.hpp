@@ -21,6 +21,8 @@ struct Verdict {
 
     /// Whether the server would start with it.
     bool accepted() const;
+    /// Whether there is nothing to say about it.
+    bool clean() const { return accepted() && warnings.empty() && answer.text.empty(); }
     /// What `check` ends with.
     boost::system::error_code code() const;
 };

@@ -51,7 +51,7 @@ constexpr struct {
 
 constexpr Text uses[] = {
     {"Find the server with these flags:",
-     "orvane-config locate {auto_deploy_root} /srv/orvane/deploy {pid_root} /run/orvane"},
+     "orvane-config status {auto_deploy_root} /srv/orvane/deploy {pid_root} /run/orvane"},
     {"Publish the files for a program that does not write them:",
      "orvane-config publish {auto_deploy_root} /srv/orvane/deploy {pid_root} /run/orvane -- sleep 60"},
     {"Publish the endpoints when the program accepts connections:",
@@ -68,7 +68,7 @@ void write_files(std::ostream& out) {
         out << ".TP\n.I " << roff(name) << '\n' << roff(text) << '\n';
     out << ".PP\n"
         << roff(format) << "\n.SH STATES\n"
-        << roff("'orvane-config locate' reports one of these states for each file:") << '\n';
+        << roff("'orvane-config status' reports one of these states for each file:") << '\n';
     for (const auto& [state, meaning] : states)
         out << ".TP\n.B " << roff(to_text(state)) << '\n' << roff(meaning) << '\n';
     out << ".SH EXAMPLES\n";

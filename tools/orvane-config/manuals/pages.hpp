@@ -11,7 +11,6 @@ using Write = void(std::ostream& out);
 Write write_tool, write_flags, write_files;
 
 struct Page {
-    std::string_view word; ///< as the verb `manual` calls it
     std::string_view name;
     int section;
     std::string_view about;
@@ -21,11 +20,11 @@ struct Page {
 
 // clang-format off
 inline constexpr Page pages[] = {
-    {"tool",  "orvane-config",        1, "check command lines of the Orvane server, and find running servers", write_tool,
+    {"orvane-config",        1, "check command lines of the Orvane server, and find running servers", write_tool,
      ".BR orvane\\-flags (7),\n.BR orvane\\-runtime\\-files (5)"},
-    {"flags", "orvane-flags",         7, "the flags of the Orvane server",                                     write_flags,
+    {"orvane-flags",         7, "the flags of the Orvane server",                                     write_flags,
      ".BR orvane\\-config (1),\n.BR orvane\\-runtime\\-files (5)"},
-    {"files", "orvane-runtime-files", 5, "files by which a running Orvane server is found",                    write_files,
+    {"orvane-runtime-files", 5, "files by which a running Orvane server is found",                    write_files,
      ".BR orvane\\-config (1),\n.BR orvane\\-flags (7)"},
 };
 // clang-format on

@@ -37,12 +37,12 @@ constexpr Entry examples[] = {
     {"Write the flags to a file, sorted, and without those that have no effect:",
      "convert --to lines --tidy {http} 9910 {pid_root} /run/orvane {auto_deploy_root} /srv/orvane/deploy "
      ">flags.txt"},
-    {"Print one setting for a script:", "show --get http.port --from flags.txt"},
+    {"Print one setting for a script:", "check --get http.port flags.txt"},
     {"See what a change would do:",
      "diff --from flags.txt -- {auto_deploy_root} /srv/orvane/deploy {http} 9920"},
-    {"Ask whether the server can start on this machine:", "preflight --from flags.txt"},
-    {"Start the server with the flags in the file:", "exec --from flags.txt -- orvane"},
-    {"Find the server when it runs:", "locate --from flags.txt"},
+    {"Ask whether the server can start on this machine:", "preflight flags.txt"},
+    {"Start the server with the flags in the file:", "exec flags.txt -- orvane"},
+    {"Find the server when it runs:", "status flags.txt"},
 };
 
 void write(const std::string& heading, std::string_view text, std::ostream& out) {

@@ -21,42 +21,46 @@ struct OwnOption {
     std::string_view meaning;
 };
 
+/// The verbs that say what is wrong with flags.
+inline constexpr std::string_view judging = "check fix diff preflight status exec publish";
+
 // clang-format off
 inline constexpr OwnOption own_options[] = {
-    {"strict",    Argument::none,     "",                       "check preflight",                 "fail on warnings: the exit code is then 3"},
-    {"ignore",    Argument::warnings, "ID[,ID]...",             "check show fix preflight",        "turn off these warnings; 'orvane-config explain' lists them all"},
-    {"json",      Argument::none,     "",                       "check show diff preflight locate", "answer in JSON"},
-    {"from",      Argument::file,     "FILE",                   any_flags,                         "read FLAGS from FILE, or from standard input if FILE is -; can be "
-                                                                                                   "repeated, and FLAGS on the command line come last"},
-    {"format-in", Argument::a_word,   FormatNames<true>::text,  any_flags,                         "format of the files; by default detected from their content"},
-    {"pid",       Argument::anything, "PID",                    any_flags,                         "read FLAGS from a running process (Linux)"},
-    {"to",        Argument::a_word,   FormatNames<false>::text, "convert",                         "the format to write; by default flags"},
-    {"tidy",      Argument::none,     "",                       "convert",                         "leave out what has no effect, and sort the flags as the reference does; "
-                                                                                                   "the settings stay the same"},
-    {"program",   Argument::anything, "PATH",                   "convert",                         "put this program before the flags"},
-    {"preflight", Argument::none,     "",                       "exec",                            "also check the machine, as the verb preflight does; do not start COMMAND "
-                                                                                                   "if the server would not start, or if preflight cannot tell"},
-    {"only",      Argument::groups,   "GROUP[,GROUP]...",       "preflight exec",                  "check only these groups"},
-    {"skip",      Argument::groups,   "GROUP[,GROUP]...",       "preflight exec",                  "do not check these groups"},
-    {"restart",   Argument::none,     "",                       "preflight",                       "answer for a restart: what the server in main.pid has does not stand in "
-                                                                                                   "the way, because it ends first"},
-    {"expires",   Argument::anything, "DAYS",                   "preflight",                       "warn if a certificate expires within this time; by default 30 days"},
-    {"network",   Argument::none,     "",                       "preflight",                       "also connect to the caches that the server attaches to"},
-    {"ready",     Argument::anything, "HOST:PORT",              "publish",                         "publish the endpoints only when this address accepts connections"},
-    {"kill-after", Argument::anything, "SECONDS",               "publish",                         "if the endpoints cannot be published when COMMAND is ready, ask it to "
-                                                                                                   "end, and kill it after this long; by default 10"},
-    {"wait",      Argument::anything, "SECONDS",                "locate",                          "wait for the server, at most this long"},
-    {"connect",   Argument::none,     "",                       "locate",                          "also connect to the endpoints; the exit code is 4 if one accepts no "
-                                                                                                   "connections"},
-    {"ids",       Argument::none,     "",                       "check show fix preflight",        "print the id of each fault and rule after its text"},
-    {"get",       Argument::setting,  "SETTING",                "show",                            "print only the value of this setting, one line per element of a list; "
-                                                                                                   "the exit code is 4 if it is not set"},
-    {"redact",    Argument::none,     "",                       "check show fix convert diff",     "replace all but public words, ports and amounts by placeholders, for a "
-                                                                                                   "bug report; faults and warnings stay the same"},
-    {"quiet",     Argument::none,     "",                       "check",                           "print nothing about FLAGS; the exit code says whether they are accepted"},
-    {"format",    Argument::a_word,   "text|markdown|json",     "flags explain",                   "output format; by default text"},
-    {"for",       Argument::anything, "NAME",                   "completions",                     "complete the flags of a server called NAME, instead of orvane-config"},
-    {"help",      Argument::none,     "",                       "",                                "print this help"},
+    {"strict",    Argument::none,     "",                       judging,        "fail on warnings: the exit code is then 3"},
+    {"ignore",    Argument::warnings, "ID[,ID]...",             judging,        "turn off these warnings; 'orvane-config explain ids' lists them all"},
+    {"ids",       Argument::none,     "",                       judging,        "print the id of each fault and rule after its text"},
+    {"format",    Argument::a_word,   "text|json",              judging,        "how the answer is written; by default text"},
+    {"format",    Argument::a_word,   "text|markdown|json",     "explain",      "how the answer is written; by default text"},
+    {"quiet",     Argument::none,     "",                       any_flags,      "print nothing but problems"},
+    {"all",       Argument::none,     "",                       "check",        "print every setting, and the flags that it comes from"},
+    {"get",       Argument::setting,  "SETTING",                "check",        "print only the value of this setting, one line per element of a list; "
+                                                                                "the exit code is 4 if it is not set"},
+    {"from",      Argument::file,     "FILE",                   any_flags,      "read FLAGS from FILE, or from standard input if FILE is -; can be "
+                                                                                "repeated, and FLAGS on the command line come last"},
+    {"from-format", Argument::a_word, FormatNames<true>::text,  any_flags,      "format of the files; by default detected from their content"},
+    {"pid",       Argument::anything, "PID",                    any_flags,      "read FLAGS from a running process (Linux)"},
+    {"to",        Argument::a_word,   FormatNames<false>::text, "convert",      "the format to write; by default flags"},
+    {"tidy",      Argument::none,     "",                       "convert",      "leave out what has no effect, and sort the flags as the reference does; "
+                                                                                "the settings stay the same"},
+    {"program",   Argument::anything, "PATH",                   "convert",      "put this program before the flags"},
+    {"redact",    Argument::none,     "",                       "check fix diff convert", "replace all but public words, ports and amounts by placeholders, for a "
+                                                                                "bug report; faults and warnings stay the same"},
+    {"preflight", Argument::none,     "",                       "exec",         "also check the machine, as the verb preflight does; do not start COMMAND "
+                                                                                "if the server would not start, or if preflight cannot tell"},
+    {"only",      Argument::groups,   "GROUP[,GROUP]...",       "preflight exec", "check only these groups"},
+    {"skip",      Argument::groups,   "GROUP[,GROUP]...",       "preflight exec", "do not check these groups"},
+    {"restart",   Argument::none,     "",                       "preflight",    "answer for a restart: what the server in main.pid has does not stand in "
+                                                                                "the way, because it ends first"},
+    {"expires",   Argument::anything, "DAYS",                   "preflight",    "warn if a certificate expires within this time; by default 30 days"},
+    {"network",   Argument::none,     "",                       "preflight",    "also connect to the caches that the server attaches to"},
+    {"timeout",   Argument::anything, "SECONDS",                "status",       "wait for the server, at most this long"},
+    {"connect",   Argument::none,     "",                       "status",       "also connect to the endpoints; the exit code is 4 if one accepts no "
+                                                                                "connections"},
+    {"ready",     Argument::anything, "HOST:PORT",              "publish",      "publish the endpoints only when this address accepts connections"},
+    {"kill-after", Argument::anything, "SECONDS",               "publish",      "if the endpoints cannot be published when COMMAND is ready, ask it to "
+                                                                                "end, and kill it after this long; by default 10"},
+    {"for",       Argument::anything, "NAME",                   "completions",  "complete the flags of a server called NAME, instead of orvane-config"},
+    {"help",      Argument::none,     "",                       "",             "print this help"},
 };
 // clang-format on
 
@@ -71,17 +75,20 @@ constexpr bool takes(const Verb& verb, const OwnOption& option) {
     return is_for(option.verbs, verb);
 }
 
-constexpr std::vector<std::string_view> verbs_with(const OwnOption& option) {
+/// Those that have an option of that name.
+constexpr std::vector<std::string_view> verbs_with(std::string_view option) {
     std::vector<std::string_view> names;
     for (const Verb& verb : verbs)
-        if (takes(verb, option)) names.push_back(verb.name);
+        if (std::ranges::any_of(own_options,
+                                [&](const OwnOption& one) { return one.name == option && takes(verb, one); }))
+            names.push_back(verb.name);
     return names;
 }
 
-/// Null when no verb has an option of that name.
-constexpr const OwnOption* option_of(std::string_view name) {
+/// Null when the verb, or no verb, has an option of that name.
+constexpr const OwnOption* option_of(std::string_view name, const Verb* verb = nullptr) {
     for (const OwnOption& option : own_options)
-        if (option.name == name) return &option;
+        if (option.name == name && (verb == nullptr || takes(*verb, option))) return &option;
     return nullptr;
 }
 

@@ -1,6 +1,8 @@
 // The verbs, a row each. Dispatch, help, completions, the manual page and advice read this table.
 #pragma once
 
+#include "text/lists.hpp"
+
 #include <algorithm>
 #include <string_view>
 
@@ -14,10 +16,8 @@ enum class Argument {
     file,
     setting,
     warnings,
-    groups, ///< of preflight
-    a_verb,
-    an_id,         ///< of what `explain` knows
-    flag_names,    ///< and other words
+    groups,        ///< of preflight
+    a_subject,     ///< of what `explain` knows
     flags,         ///< the server's: everything from the first one on is for the library
     flags_command, ///< the same, and perhaps a command
     two_lines,     ///< of flags, or files
@@ -34,56 +34,67 @@ struct Verb {
 
 // clang-format off
 inline constexpr Verb verbs[] = {
-    {"Command lines",   "check",       Argument::flags,         "FLAGS...",
+    {"Command lines", "check",       Argument::flags,         "FLAGS...",
      "say whether the server accepts FLAGS, and what they set",
      "It prints the settings that the server would run with, or everything that is wrong and where."},
-    {"Command lines",   "show",        Argument::flags,         "FLAGS...",
-     "print every setting, and the flags that it comes from",
-     "Values that the library completes are marked as defaults."},
-    {"Command lines",   "fix",         Argument::flags,         "FLAGS...",
+    {"Command lines", "fix",         Argument::flags,         "FLAGS...",
      "print the corrected command line",
      "What was wrong goes to standard error. A value that cannot be guessed becomes a <value> to replace."},
-    {"Command lines",   "convert",     Argument::flags,         "FLAGS...",
-     "write FLAGS for a file, a shell, a unit or a container",
-     "The server need not accept them."},
-    {"Command lines",   "diff",        Argument::two_lines,     "FLAGS... -- FLAGS...",
+    {"Command lines", "diff",        Argument::two_lines,     "FLAGS... -- FLAGS...",
      "print the settings that differ between two command lines",
      "Either side can be a file: diff FILE FILE."},
-    {"Command lines",   "preflight",   Argument::flags,         "FLAGS...",
+    {"Command lines", "convert",     Argument::flags,         "FLAGS...",
+     "write FLAGS for a file, a shell, a unit or a container",
+     "The server need not accept them."},
+    {"The server",    "preflight",   Argument::flags,         "FLAGS...",
      "say whether the server can start now, on this machine",
      "It checks as this user what the server needs to start, and changes nothing."},
-    {"Running servers", "locate",      Argument::flags,         "FLAGS...",
-     "find a running server by its runtime files",
-     "It says whether the files can be trusted."},
-    {"Running servers", "exec",        Argument::flags_command, "FLAGS... -- COMMAND ARGS...",
+    {"The server",    "status",      Argument::flags,         "FLAGS...",
+     "say whether the server is running, and where",
+     "It looks at the server's runtime files, and says whether they can be trusted."},
+    {"The server",    "exec",        Argument::flags_command, "FLAGS... -- COMMAND ARGS...",
      "check FLAGS, then become the server with them",
      "The arguments of COMMAND are ARGS, then the FLAGS. If FLAGS are refused, COMMAND is not started."},
-    {"Running servers", "publish",     Argument::flags_command, "FLAGS... [-- COMMAND ARGS...]",
+    {"The server",    "publish",     Argument::flags_command, "FLAGS... [-- COMMAND ARGS...]",
      "publish runtime files for a program that writes none",
      "The files exist while COMMAND runs; without COMMAND, until a signal arrives."},
-    {"Reference",       "flags",       Argument::flag_names,    "[FLAG|WORD]...",
-     "explain the server's flags: all, or some",
-     "WORD can be another server's name for a flag, a setting, or a word of the meaning."},
-    {"Reference",       "explain",     Argument::an_id,         "[ID]",
-     "explain what the tool finds, by its id",
-     "It says what is wrong, and how to fix it. Without ID, it prints all entries."},
-    {"Reference",       "manual",      Argument::a_word,        "tool|flags|files",
-     "print a manual page: tool, flags or runtime files",
-     "'man -l FILE' shows it."},
-    {"Reference",       "usage",       Argument::anything,      "[NAME]",
-     "print the server's usage text",
-     "NAME is what the program is called in it."},
-    {"This tool",       "completions", Argument::a_word,        "bash|zsh|fish|powershell",
+    {"Help",          "explain",     Argument::a_subject,     "[WORD]...",
+     "explain a flag, a setting, an id, or a word",
+     "WORD can also be another server's name for a flag. 'explain flags' is the whole reference, 'explain ids' lists "
+     "all that the tool finds, 'explain usage [NAME]' is the server's usage text. Without WORD, it prints an index."},
+    {"Help",          "completions", Argument::a_word,        "bash|zsh|fish|powershell",
      "print a script that completes flags in a shell",
      "The flags' values are completed, too."},
-    {"This tool",       "help",        Argument::a_verb,        "[VERB]",
-     "print this list, or the help of a verb",
-     ""},
-    {"This tool",       "version",     Argument::none,          "",
-     "print the library's version",
-     ""},
 };
 // clang-format on
+
+/// What people call a verb or an option of this tool, and what it is here.
+struct OtherWords {
+    std::string_view words;
+    std::string_view meant;
+};
+
+// clang-format off
+inline constexpr OtherWords words_of_others[] = {
+    {"validate verify test lint -t",  "check"},
+    {"show print dump -T",            "check --all"},
+    {"format fmt",                    "fix"},
+    {"locate ps find ping",           "status"},
+    {"start run",                     "exec"},
+    {"manual man",                    "explain"},
+    {"flags",                         "explain flags"},
+    {"usage",                         "explain usage"},
+    {"--json",                        "--format json"},
+    {"-q",                            "--quiet"},
+};
+// clang-format on
+
+/// Empty when nobody calls anything so.
+constexpr std::string_view meant_by(std::string_view word) {
+    for (const OtherWords& row : words_of_others)
+        if (contains(split(row.words, " "), word)) return row.meant;
+    return {};
+}
 
 /// The column of the summaries: a list of verbs has a line for each, of 80 columns at most.
 inline constexpr std::size_t summary_column = 15;
@@ -116,7 +127,7 @@ constexpr bool takes_flags(const Verb& verb) {
 
 /// Whether a flag of the server can be among its arguments.
 constexpr bool may_have_flags(const Verb& verb) {
-    return takes_flags(verb) || verb.argument == Argument::flag_names;
+    return takes_flags(verb) || verb.argument == Argument::a_subject;
 }
 
 /// Null when there is none of that name.

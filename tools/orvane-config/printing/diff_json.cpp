@@ -8,7 +8,7 @@ namespace {
 
 namespace json = boost::json;
 
-/// The value of a setting that is named as in `show`; null when it is not set.
+/// The value of a setting that is named as by `check --all`; null when it is not set.
 json::value value_of(const json::value& settings, const Setting& setting) {
     if (setting.lines.empty()) return nullptr;
     const json::value* at = &settings;

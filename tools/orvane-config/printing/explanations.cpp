@@ -2,11 +2,8 @@
 #include "printing/explanations.hpp"
 
 #include "preflight/findings.hpp"
-#include "printing/json.hpp"
 #include "printing/wrapping.hpp"
 #include "reference/reference.hpp"
-
-#include <boost/json.hpp>
 
 #include <algorithm>
 #include <iterator>
@@ -85,7 +82,8 @@ void write_findings(std::ostream& out) {
 }
 
 void write_page_of_entries(const Entries& kinds, std::ostream& out) {
-    out << "# What the tool finds, by id\n\n`orvane-config explain ID` prints one entry, and without ID all "
+    out << "# What the tool finds, by id\n\n`orvane-config explain ID` prints one entry, and 'explain ids' "
+           "all "
            "of "
            "them. The id is in brackets after a warning or a finding of `preflight`. JSON answers have all "
            "ids, "
@@ -101,25 +99,12 @@ void write_page_of_entries(const Entries& kinds, std::ostream& out) {
     write_findings(out);
 }
 
-void write_entries_as_json(const Entries& kinds, std::ostream& out) {
-    boost::json::array all;
-    for (const Explanation& kind : kinds) {
-        boost::json::object object{{"id", kind.id}, {"about", kind.about}, {"summary", kind.summary}};
-        if (!kind.cause.empty())
-            object.insert({{"cause", kind.cause}, {"example", kind.example}, {"fix", kind.fix}});
-        all.push_back(std::move(object));
-    }
-    out << boost::json::serialize(boost::json::object{{"format", json_format}, {"kinds", std::move(all)}})
-        << '\n';
-}
-
 } // namespace
 
 void write(const Entries& kinds, std::string_view format, bool all, std::ostream& out) {
-    const auto write_as = format == "json"       ? write_entries_as_json
-                          : format != "markdown" ? write_entries_as_text
-                          : all                  ? write_page_of_entries
-                                                 : write_entries_as_markdown;
+    const auto write_as = format != "markdown" ? write_entries_as_text
+                          : all                ? write_page_of_entries
+                                               : write_entries_as_markdown;
     write_as(kinds, out);
 }
 

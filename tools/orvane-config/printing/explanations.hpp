@@ -1,4 +1,4 @@
-// What the kinds of faults, rules, warnings and findings mean: for people, as a document, for programs.
+// What the kinds of faults, rules, warnings and findings mean: for people, and as a document.
 #pragma once
 
 #include "explaining/kinds.hpp"
@@ -9,7 +9,7 @@
 
 namespace orvane {
 
-/// In the format of that name: text, markdown or json. Where `all`, markdown is a page with headings.
+/// In the format of that name: text or markdown. Where `all`, markdown is a page with headings.
 void write(const std::vector<Explanation>& kinds, std::string_view format, bool all, std::ostream& out);
 
 } // namespace orvane

@@ -87,17 +87,22 @@ json::object to_json(const boost::system::error_code& code) {
     return {{"value", code.value()}, {"message", code.message()}};
 }
 
-/// A placeholder appears as the example from the reference.
-json::value to_json(const Fix& fix) {
-    json::array replacement;
+/// Adds tokens; a placeholder appears as the example from the reference.
+template <class Words>
+void add_tokens(json::object& object, const char* name, const Words& words) {
+    json::array array;
     bool has_placeholder = false;
-    for (const Token& token : fix.replacement) {
+    for (const Token& token : words) {
         has_placeholder = has_placeholder || !token.sample.empty();
-        replacement.push_back(to_json(token.sample.empty() ? token.text : token.sample));
+        array.push_back(to_json(token.sample.empty() ? token.text : token.sample));
     }
-    json::object object{{"tokens", json::array(fix.tokens.begin(), fix.tokens.end())},
-                        {"replacement", std::move(replacement)}};
+    object[name] = std::move(array);
     if (has_placeholder) object["placeholder"] = true;
+}
+
+json::value to_json(const Fix& fix) {
+    json::object object{{"tokens", json::array(fix.tokens.begin(), fix.tokens.end())}};
+    add_tokens(object, "replacement", fix.replacement);
     return object;
 }
 
@@ -167,7 +172,22 @@ json::object head_of(const Verdict& verdict) {
             {"warnings", std::move(warnings)}};
 }
 
-std::string check_json(const Verdict& verdict) {
+namespace {
+
+json::object origins_of(const Verdict& verdict) {
+    json::object origins;
+    for (const Setting& setting : settings_of(verdict.answer.settings)) {
+        if (setting.lines.empty()) continue;
+        json::array tokens;
+        for (const Token& word : tokens_in(verdict.effects.origins_of(setting)))
+            tokens.push_back(word.number);
+        origins[setting.name] = {{"tokens", std::move(tokens)},
+                                 {"completed", verdict.effects.completed.contains(setting.name)}};
+    }
+    return origins;
+}
+
+json::object verdict_json(const Verdict& verdict) {
     json::object object = head_of(verdict);
     json::array faults;
     for (std::size_t i = 0; i != verdict.advice.size(); ++i)
@@ -180,6 +200,14 @@ std::string check_json(const Verdict& verdict) {
     object["problem_ids"] = std::move(ids);
     object["involved"] = array_of(verdict.diagnosis.involved);
     if (verdict.accepted()) object["settings"] = orvane::json_of(verdict.answer.settings);
+    return object;
+}
+
+} // namespace
+
+std::string check_json(const Verdict& verdict, bool with_origins) {
+    json::object object = verdict_json(verdict);
+    if (with_origins && verdict.accepted()) object["origins"] = origins_of(verdict);
     return json::serialize(object);
 }
 
@@ -202,19 +230,12 @@ std::string checks_json(const std::vector<CheckedFile>& files) {
         json::object{{"format", json_format}, {"accepted", accepted}, {"files", std::move(array)}});
 }
 
-std::string show_json(const Verdict& verdict) {
-    json::object object = head_of(verdict);
-    object["settings"] = orvane::json_of(verdict.answer.settings);
-    json::object origins;
-    for (const Setting& setting : settings_of(verdict.answer.settings)) {
-        if (setting.lines.empty()) continue;
-        json::array tokens;
-        for (const Token& word : tokens_in(verdict.effects.origins_of(setting)))
-            tokens.push_back(word.number);
-        origins[setting.name] = {{"tokens", std::move(tokens)},
-                                 {"completed", verdict.effects.completed.contains(setting.name)}};
-    }
-    object["origins"] = std::move(origins);
+std::string fix_json(const Verdict& verdict) {
+    json::object object = verdict_json(verdict);
+    const bool refused = bool(verdict.answer.code);
+    add_tokens(object, "corrected", refused ? verdict.diagnosis.fixed : tokens_in(verdict.line));
+    object["complete"] =
+        refused ? verdict.diagnosis.complete && verdict.diagnosis.problems.empty() : verdict.accepted();
     return json::serialize(object);
 }
 

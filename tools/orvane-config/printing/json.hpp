@@ -11,20 +11,23 @@ namespace orvane {
 
 struct FileReport;
 struct Reference;
+struct Explanation;
 
 inline constexpr int json_format = 1;
 
-std::string check_json(const Verdict& verdict);
+std::string check_json(const Verdict& verdict, bool with_origins = false);
+/// The same, and the corrected line.
+std::string fix_json(const Verdict& verdict);
 struct CheckedFile {
     std::string name;
     std::string answer;  ///< of check_json; empty if the file cannot be read
     std::string details; ///< then the reason
 };
 std::string checks_json(const std::vector<CheckedFile>& files);
-std::string show_json(const Verdict& verdict);
 std::string diff_json(const Verdict& before, const Verdict& after, const std::vector<Difference>& found,
                       bool same_tokens);
-std::string locate_json(const std::vector<FileReport>& files);
-std::string reference_json(const std::vector<const Reference*>& flags);
+std::string status_json(const std::vector<FileReport>& files);
+/// Flags and kinds of findings, where there are any.
+std::string explain_json(const std::vector<const Reference*>& flags, const std::vector<Explanation>& kinds);
 
 } // namespace orvane

@@ -101,6 +101,7 @@ const ReferenceFormat& reference_format(std::string_view name) {
 
 void write(const std::vector<const Reference*>& flags, const ReferenceFormat& format, bool whole,
            std::ostream& out) {
+    if (whole) out << format.before;
     std::string_view subject;
     for (const Reference* const one : flags) {
         format.write(*one, whole && one->subject != subject, out);

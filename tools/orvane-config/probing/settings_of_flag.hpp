@@ -8,7 +8,7 @@
 
 namespace orvane {
 
-/// The names of the settings that depend on the flag in its example, as `show` prints them.
+/// The names of the settings that depend on the flag in its example, as `check --all` prints them.
 std::vector<std::string> settings_of_flag(const Reference& reference);
 
 } // namespace orvane

@@ -51,6 +51,8 @@ WordList words_of_the_tables() {
     }
     for (const Verb& verb : verbs)
         words.add(verb.name);
+    for (const OtherWords& row : words_of_others)
+        words.add(row.words);
     for (const OwnOption& option : own_options)
         words.add(option.name);
     return words;

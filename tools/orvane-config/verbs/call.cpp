@@ -11,6 +11,7 @@
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
+#include <ostream>
 
 namespace orvane {
 namespace {
@@ -47,8 +48,10 @@ void refuse_if_option(const Verb& verb, const std::u16string& token) {
     if (!begins_as_flag(token) && (takes_files(verb) || !takes_flags(verb))) return;
     if (may_have_flags(verb) && kind_of(token.substr(0, token.find(u'='))) != FlagKind::no_flag) return;
     const std::string text = qel::i18n::ustring_to_term(token);
-    if (const OwnOption* others = option_of(name_in(text))) {
-        throw MisusedInPublic(spelled(*others) + " works only with " + one_of(verbs_with(*others)));
+    if (const OwnOption* others = own_option_called(name_in(text))) {
+        throw MisusedInPublic(
+            spelled(*others) + " works only with " + one_of(verbs_with(others->name)) +
+            (others->name == "redact" ? ": what the others say of this machine is not redacted" : ""));
     }
     if (const auto similar = similar_options(verb, token); !similar.empty())
         throw Misused("there is no option '" + text.substr(0, text.find('=')) + "'; did you mean " +
@@ -117,7 +120,31 @@ void check_words(const Call& call) {
         throw Misused("it takes one argument: " + one_of(words));
 }
 
+/// Takes a word that other tools have for an option.
+bool read_other_word(Call& call, const std::u16string& word) {
+    const std::string_view meant = meant_by(qel::i18n::ustring_to_utf8(word));
+    const OwnOption* const option =
+        option_of(name_in(std::string(meant.substr(0, meant.find(' ')))), &call.verb);
+    if (option == nullptr) return false;
+    const Tokens words = in_own_words({word}, call.err);
+    auto at = words.begin();
+    read_option(call, *option, at, words.end());
+    return true;
+}
+
 } // namespace
+
+Tokens in_own_words(const Tokens& words, std::ostream& err) {
+    const std::string word = qel::i18n::ustring_to_utf8(words.front());
+    const std::string_view meant = meant_by(word);
+    if (meant.empty()) return words;
+    err << "orvane-config: '" << word << "' is '" << meant << "' here\n";
+    Tokens own;
+    for (const std::string_view one : split(meant, " "))
+        own.emplace_back(one.begin(), one.end());
+    own.insert(own.end(), words.begin() + 1, words.end());
+    return own;
+}
 
 Call read_call(const Verb& verb, const Tokens& args, std::ostream& out, std::ostream& err) {
     Call call{verb, out, err};
@@ -128,12 +155,13 @@ Call read_call(const Verb& verb, const Tokens& args, std::ostream& out, std::ost
             ++at;
             break;
         }
-        const OwnOption* const option = option_of(name_in(qel::i18n::ustring_to_utf8(*at)));
-        if (option != nullptr && takes(verb, *option)) {
+        const OwnOption* const option = option_of(name_in(qel::i18n::ustring_to_utf8(*at)), &verb);
+        if (option != nullptr) {
             if (is_given_back(verb, *option, at, args.end())) break;
             read_option(call, *option, at, args.end());
             continue;
         }
+        if (read_other_word(call, *at)) continue;
         if (takes_flags(verb) && !takes_files(verb) &&
             names_a_file(verb, *at, at + 1 == args.end() || !call.files.empty())) {
             read_file_name(call, *at);

@@ -46,6 +46,8 @@ struct Call {
     /// Shows what `err` was told so far: for a verb that then waits.
     std::function<void()> tell{};
 
+    bool wants_json() const { return value(own("format")) == "json"; }
+
     bool has(const OwnOption& option) const { return given(option) != options.rend(); }
 
     /// The last one that was given.
@@ -58,16 +60,18 @@ private:
     std::vector<std::pair<const OwnOption*, std::string>>::const_reverse_iterator
     given(const OwnOption& option) const {
         return std::find_if(options.rbegin(), options.rend(),
-                            [&](const auto& one) { return one.first == &option; });
+                            [&](const auto& one) { return one.first->name == option.name; });
     }
 };
 
 /// The functions of the verbs, each in a file of its name.
 namespace verb {
 using Run = ExitCode(const Call& call);
-Run check, show, fix, convert, diff, exec, preflight, locate, publish, flags, explain, manual, completions,
-    usage, help, version;
+Run check, fix, diff, convert, preflight, status, exec, publish, explain, completions;
 } // namespace verb
+
+/// The words of this tool for what they begin with; `err` learns that it is called something else here.
+Tokens in_own_words(const Tokens& words, std::ostream& err);
 
 /// Takes the verb's own options from `args`. Where it takes the server's flags, the first token that is no own option
 /// is the first of them, unless it can only be an own option that is misspelt or another verb's. Throws Misused.

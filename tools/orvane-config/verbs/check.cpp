@@ -2,18 +2,54 @@
 #include "printing/json.hpp"
 #include "printing/settings_text.hpp"
 #include "printing/verdict_text.hpp"
+#include "text/spelling.hpp"
 #include "verbs/configurations.hpp"
 #include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
+#include "verbs/refusal.hpp"
+
+#include "qel/i18n/convert.hpp"
 
 #include <ostream>
 
 namespace orvane {
 namespace {
 
-ExitCode exit_code(const Verdict& verdict, bool strict) {
-    if (!verdict.accepted()) return ExitCode::negative;
-    return strict && !verdict.warnings.empty() ? ExitCode::warned : ExitCode::done;
+/// The setting whose lines --get prints.
+Setting wanted_setting(const std::string& name, const qel::config::ServerSettings& settings) {
+    std::vector<std::string> names;
+    for (Setting& setting : settings_of(settings)) {
+        if (setting.name == name) return setting;
+        // An element of a list, or a part of one.
+        for (auto& line : setting.lines)
+            if (line.first == name) return {name, {line}};
+        names.push_back(setting.name);
+    }
+    const auto similar = most_like(qel::i18n::utf8_to_ustring(name), names);
+    throw Misused("there is no setting '" + name + "'" +
+                  (similar.empty() ? "; 'orvane-config check --all FLAGS...' lists them"
+                                   : "; did you mean '" + similar[0] + "'?"));
+}
+
+/// The value as it is: it is for a script.
+ExitCode print_setting(const Setting& setting, std::ostream& out) {
+    for (const auto& [name, value] : setting.lines)
+        out << value << '\n';
+    return setting.lines.empty() ? ExitCode::absent : ExitCode::done;
+}
+
+void print_settings(const Verdict& verdict, bool all, std::ostream& out) {
+    out << "configuration accepted\n";
+    for (const Setting& setting : settings_of(verdict.answer.settings)) {
+        if (all) {
+            print_with_origin("", setting, verdict, out);
+            continue;
+        }
+        for (const auto& line : setting.lines) {
+            print(line, out);
+            out << '\n';
+        }
+    }
 }
 
 std::string brief(const Verdict& verdict) {
@@ -29,24 +65,20 @@ std::string brief(const Verdict& verdict) {
 
 ExitCode verb::check(const Call& call) {
     if (!is_one_configuration(call)) return check_each(call, check);
-    const Verdict verdict = judge(input_of(call), false, ignored_warnings(call));
+    const bool all = call.has(own("all")), one = call.has(own("get")), quiet = call.has(own("quiet"));
+    if (call.wants_json() && one) throw MisusedInPublic("--get and --format json exclude each other");
+    const Verdict verdict = judge(input_of(call), all, ignored_warnings(call));
     call.brief = brief(verdict);
-    const bool strict = call.has(own("strict"));
-    if (call.has(own("quiet"))) return exit_code(verdict, strict);
-    if (call.has(own("json"))) {
-        call.out << check_json(verdict) << '\n';
-        return exit_code(verdict, strict);
+    const ExitCode code = verdict_code(call, verdict);
+    if (call.wants_json()) {
+        if (!quiet || !verdict.clean()) call.out << check_json(verdict, all) << '\n';
+        return code;
     }
-    print_verdict(verdict, call.err, wanted_ids(call));
-    if (verdict.accepted()) {
-        call.out << "configuration accepted\n";
-        for (const Setting& setting : settings_of(verdict.answer.settings))
-            for (const auto& line : setting.lines) {
-                print(line, call.out);
-                call.out << '\n';
-            }
-    }
-    return exit_code(verdict, strict);
+    if (!one || !verdict.accepted()) print_verdict(verdict, call.err, wanted_ids(call));
+    if (!verdict.accepted()) return code;
+    if (one) return print_setting(wanted_setting(call.value(own("get")), verdict.answer.settings), call.out);
+    if (!quiet) print_settings(verdict, all, call.out);
+    return code;
 }
 
 } // namespace orvane

@@ -70,9 +70,10 @@ ExitCode check_each(const Call& call, verb::Run& verb) {
             details += "\norvane-config: " + said.details + '\n';
         else if (!said.details.empty())
             details += '\n' + name + ":\n" + said.details;
-        answers.push_back({name, said.answer, said.details});
+        if (!said.answer.empty() || said.brief == unread)
+            answers.push_back({name, said.answer, said.details});
     }
-    if (call.has(own("json")))
+    if (call.wants_json())
         call.out << checks_json(answers) << '\n';
     else if (call.has(own("quiet")))
         call.err << details;

@@ -4,7 +4,9 @@
 #include "printing/settings_text.hpp"
 #include "printing/verdict_text.hpp"
 #include "probing/settings.hpp"
+#include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
+#include "verbs/refusal.hpp"
 
 #include "qel/i18n/convert.hpp"
 
@@ -56,17 +58,21 @@ constexpr ExitCode equal = ExitCode::done, different = ExitCode::negative, troub
 
 ExitCode compare(const Call& call) {
     const std::vector<Input> sides = sides_of(call);
-    const Verdict before = judge(sides[0], true), after = judge(sides[1], true);
+    const WarningIds ignored = ignored_warnings(call);
+    const Verdict before = judge(sides[0], true, ignored), after = judge(sides[1], true, ignored);
     for (const Verdict* verdict : {&before, &after}) {
-        if (verdict->accepted()) continue;
+        const ExitCode code = verdict_code(call, *verdict);
+        if (code == ExitCode::done) continue;
         call.err << "orvane-config: the " << (verdict == &before ? "first" : "second")
-                 << " command line is refused\n";
-        print_verdict(*verdict, call.err);
-        return trouble;
+                 << (code == ExitCode::warned ? " command line has warnings\n"
+                                              : " command line is refused\n");
+        print_verdict(*verdict, call.err, wanted_ids(call));
+        return code == ExitCode::warned ? code : trouble;
     }
     const auto found = differences(before.answer.settings, after.answer.settings);
     const bool same_tokens = sides[0].flags == sides[1].flags;
-    if (call.has(own("json")))
+    if (call.has(own("quiet"))) return found.empty() ? equal : different;
+    if (call.wants_json())
         call.out << diff_json(before, after, found, same_tokens) << '\n';
     else if (found.empty())
         call.out << (same_tokens ? "the command lines are equal\n"

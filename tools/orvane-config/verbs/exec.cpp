@@ -1,9 +1,11 @@
 // The verb `exec`: the server with checked flags.
+#include "printing/preflight_json.hpp"
 #include "printing/preflight_text.hpp"
-#include "printing/verdict_text.hpp"
 #include "text/lists.hpp"
+#include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
 #include "verbs/preflight_report.hpp"
+#include "verbs/refusal.hpp"
 
 #include "qel/i18n/convert.hpp"
 
@@ -34,15 +36,16 @@ ExitCode verb::exec(const Call& call) {
             throw MisusedInPublic(spelled(*choice) + " needs " + spelled(own("preflight")));
     const Input input = input_of(call);
     if (!input.command) throw Misused("no command: put it after FLAGS and '--'");
-    const Verdict verdict = judge(input, true);
-    if (!verdict.accepted()) {
-        print_verdict(verdict, call.err);
-        return ExitCode::negative;
-    }
+    const WarningIds ignored = ignored_warnings(call, findings_to_ignore());
+    const Verdict verdict = judge(input, true, ignored);
+    if (const auto end = refusal(call, verdict)) return *end;
     if (call.has(own("preflight"))) {
-        const preflight::Report report = preflight_report(call, verdict);
+        const preflight::Report report = preflight_report(call, verdict, ignored);
         if (!report.may_start()) {
-            call.err << to_text(report);
+            if (call.wants_json())
+                call.out << preflight_json(verdict, report) << '\n';
+            else
+                call.err << to_text(report);
             return ExitCode::not_ready;
         }
         if (const auto names = not_looked_at(report); !names.empty())

@@ -1,8 +1,10 @@
 // The verb `fix`: the corrected line.
+#include "printing/json.hpp"
 #include "printing/verdict_text.hpp"
 #include "probing/occurrence_text.hpp"
 #include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
+#include "verbs/refusal.hpp"
 
 #include <algorithm>
 #include <ostream>
@@ -10,29 +12,41 @@
 namespace orvane {
 namespace {
 
-/// The line that was refused, as far as it can be fixed.
+bool has_placeholder(const Diagnosis& diagnosis) {
+    return std::any_of(diagnosis.fixed.begin(), diagnosis.fixed.end(),
+                       [](const Token& token) { return !token.sample.empty(); });
+}
+
+/// How it ends with a line that was refused, as far as it can be fixed.
 ExitCode fix_refused(const Verdict& verdict, const Call& call) {
-    std::ostream& err = call.err;
-    print_fixes(verdict, err, wanted_ids(call));
     const Diagnosis& diagnosis = verdict.diagnosis;
-    call.out << shown(diagnosis.fixed) << '\n';
-    const bool has_placeholder = std::any_of(diagnosis.fixed.begin(), diagnosis.fixed.end(),
-                                             [](const Token& token) { return !token.sample.empty(); });
-    if (has_placeholder) err << "orvane-config: replace each <value> before you use this command line\n";
     if (!diagnosis.complete || !diagnosis.problems.empty()) return ExitCode::negative;
-    if (has_placeholder) return ExitCode::warned;
-    print_verdict(judge(tokens_of({diagnosis.fixed}), false, ignored_warnings(call)), err);
-    return ExitCode::done;
+    if (has_placeholder(diagnosis)) return ExitCode::warned;
+    const Verdict left = judge(tokens_of({diagnosis.fixed}), false, ignored_warnings(call));
+    if (!call.wants_json()) print_verdict(left, call.err);
+    return verdict_code(call, left);
 }
 
 } // namespace
 
 ExitCode verb::fix(const Call& call) {
     const Verdict verdict = judge(input_of(call), false, ignored_warnings(call));
-    if (verdict.answer.code) return fix_refused(verdict, call);
-    print_verdict(verdict, call.err, wanted_ids(call));
-    call.out << shown(tokens_in(verdict.line)) << '\n';
-    return verdict.accepted() ? ExitCode::done : ExitCode::negative;
+    if (call.has(own("quiet")) && verdict.clean()) return ExitCode::done;
+    const bool refused = bool(verdict.answer.code);
+    if (call.wants_json()) {
+        call.out << fix_json(verdict) << '\n';
+        return refused ? fix_refused(verdict, call) : verdict_code(call, verdict);
+    }
+    if (!refused) {
+        print_verdict(verdict, call.err, wanted_ids(call));
+        call.out << shown(tokens_in(verdict.line)) << '\n';
+        return verdict_code(call, verdict);
+    }
+    print_fixes(verdict, call.err, wanted_ids(call));
+    call.out << shown(verdict.diagnosis.fixed) << '\n';
+    if (has_placeholder(verdict.diagnosis))
+        call.err << "orvane-config: replace each <value> before you use this command line\n";
+    return fix_refused(verdict, call);
 }
 
 } // namespace orvane

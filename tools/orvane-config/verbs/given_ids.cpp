@@ -7,24 +7,28 @@
 
 namespace orvane {
 
-const Explanation& kind_called(const std::string& id, std::string_view about) {
+namespace {
+
+std::string_view warning_called(const std::string& id) {
     std::vector<std::string> ids;
     for (const Explanation& kind : all_kinds()) {
-        if (!about.empty() && kind.about != about) continue;
-        if (kind.id == id) return kind;
+        if (kind.about != "warning") continue;
+        if (kind.id == id) return kind.id;
         ids.push_back(kind.id);
     }
     const auto similar = most_like(qel::i18n::utf8_to_ustring(id), ids);
-    throw Misused(
-        "there is no " + std::string(about.empty() ? "id" : about) + " '" + id + "'" +
-        (similar.empty() ? "; 'orvane-config explain' lists them" : "; did you mean '" + similar[0] + "'?"));
+    throw Misused("there is no warning '" + id + "'" +
+                  (similar.empty() ? "; 'orvane-config explain ids' lists them"
+                                   : "; did you mean '" + similar[0] + "'?"));
 }
+
+} // namespace
 
 WarningIds ignored_warnings(const Call& call, const WarningIds& others) {
     const std::string list = call.value(own("ignore"));
     WarningIds ignored;
     for (const std::string_view id : split(list, ","))
-        ignored.emplace(others.contains(id) ? id : kind_called(std::string(id), "warning").id);
+        ignored.emplace(others.contains(id) ? id : warning_called(std::string(id)));
     return ignored;
 }
 

@@ -8,9 +8,6 @@
 
 namespace orvane {
 
-/// The kind of this id, of all kinds or of those about one thing. Throws Misused when there is none.
-const Explanation& kind_called(const std::string& id, std::string_view about = {});
-
 /// Those of --ignore. Throws Misused when one of them is no kind of warning, and not among the verb's `others`.
 WarningIds ignored_warnings(const Call& call, const WarningIds& others = {});
 

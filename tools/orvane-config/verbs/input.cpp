@@ -68,7 +68,7 @@ Content content_in(const Call& call, const Source& source) {
     if (const auto spot = first_not_utf8(text); spot && !source.is_process)
         throw std::runtime_error(SourcePlace{source.name, *spot}.text() +
                                  ": this byte is no UTF-8; save the file as UTF-8");
-    const std::string wanted = source.is_process ? "nul" : call.value(own("format-in"));
+    const std::string wanted = source.is_process ? "nul" : call.value(own("from-format"));
     const LineFormat& format = wanted.empty() ? format_of(text) : format_named(wanted);
     try {
         return {format, read(format, text), format.has_program || source.is_process};
@@ -76,7 +76,7 @@ Content content_in(const Call& call, const Source& source) {
         throw std::runtime_error(
             SourcePlace{source.name, fault.spot}.text() + ": " + fault.what() + " (format " +
             std::string(format.name) +
-            (wanted.empty() ? "; " + spelled(own("format-in")) + " chooses another)" : ")"));
+            (wanted.empty() ? "; " + spelled(own("from-format")) + " chooses another)" : ")"));
     }
 }
 
@@ -85,7 +85,9 @@ void add(Input& input, const Call& call, const Source& source) {
     Tokens tokens;
     for (const ReadToken& token : content.tokens)
         tokens.push_back(qel::i18n::utf8_to_ustring(token.text));
-    const auto note = [&](const std::string& text) { call.err << "orvane-config: " << text << '\n'; };
+    const auto note = [&](const std::string& text) {
+        if (!call.has(own("quiet"))) call.err << "orvane-config: " << text << '\n';
+    };
     std::size_t skipped = 0;
     if (!tokens.empty() && (content.has_program || begins_with_program(input.flags, tokens))) {
         skipped = 1;

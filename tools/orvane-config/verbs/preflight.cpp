@@ -36,12 +36,24 @@ std::vector<Warning> not_repeated(std::vector<Warning> warnings, const preflight
     return warnings;
 }
 
+/// Whether there are any.
+bool keep_problems(preflight::Report& report) {
+    bool any = false;
+    for (preflight::GroupReport& group : report.groups) {
+        std::erase_if(group.findings, [](const preflight::Finding& one) {
+            return about(one.kind).severity == preflight::Severity::fine;
+        });
+        any = any || !group.findings.empty();
+    }
+    return any;
+}
+
 } // namespace
 
 ExitCode verb::preflight(const Call& call) {
     const WarningIds ignored = ignored_warnings(call, findings_to_ignore());
     Verdict verdict = judge(input_of(call), true, ignored);
-    const bool json = call.has(own("json"));
+    const bool json = call.wants_json(), quiet = call.has(own("quiet"));
     const auto tell = [&] { print_verdict(verdict, call.err, wanted_ids(call)); };
     if (!verdict.accepted()) {
         if (json)
@@ -50,14 +62,16 @@ ExitCode verb::preflight(const Call& call) {
             tell();
         return ExitCode::negative;
     }
-    const preflight::Report report = preflight_report(call, verdict, ignored);
+    preflight::Report report = preflight_report(call, verdict, ignored);
     verdict.warnings = not_repeated(std::move(verdict.warnings), report);
     if (!json) tell();
-    if (json)
+    const ExitCode code = exit_code(report, verdict, call.has(own("strict")));
+    const bool silent = quiet && !keep_problems(report);
+    if (json && !(silent && verdict.clean()))
         call.out << preflight_json(verdict, report) << '\n';
-    else
-        call.out << "configuration accepted\n" << to_text(report);
-    return exit_code(report, verdict, call.has(own("strict")));
+    else if (!json && !silent)
+        call.out << (quiet ? "" : "configuration accepted\n") << to_text(report);
+    return code;
 }
 
 } // namespace orvane

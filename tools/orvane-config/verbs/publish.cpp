@@ -4,8 +4,9 @@
 #include "runtime/occupant.hpp"
 #include "system/child_process.hpp"
 #include "system/network.hpp"
-#include "verbs/accepted.hpp"
+#include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
+#include "verbs/refusal.hpp"
 #include "verbs/seconds.hpp"
 
 #include "qel/config/endpoint_files.hpp"
@@ -180,12 +181,13 @@ ExitCode verb::publish(const Call& call) {
     Plan plan{{}, {}, seconds_in(call, own("kill-after"), "10")};
     if (call.has(own("ready"))) plan.awaited = listener_in(call.value(own("ready")));
     const Input input = input_of(call);
-    const auto settings = accepted(input, call.err);
-    if (!settings) return ExitCode::negative;
+    const Verdict verdict = judge(input, false, ignored_warnings(call));
+    if (const auto end = refusal(call, verdict)) return *end;
+    const ServerSettings& settings = verdict.answer.settings;
     RootLocks locks;
-    std::string why = obstacle(*settings);
-    if (why.empty()) why = other_publisher(*settings, locks);
-    if (why.empty()) why = occupant(*settings);
+    std::string why = obstacle(settings);
+    if (why.empty()) why = other_publisher(settings, locks);
+    if (why.empty()) why = occupant(settings);
     if (!why.empty()) {
         call.err << "orvane-config: " << why << '\n';
         return ExitCode::negative;
@@ -193,7 +195,7 @@ ExitCode verb::publish(const Call& call) {
     call.tell();
     plan.command = input.command.value_or(Tokens());
     try {
-        return static_cast<ExitCode>(publish(*settings, plan, call));
+        return static_cast<ExitCode>(publish(settings, plan, call));
     } catch (const NotStarted& failure) {
         call.err << "orvane-config: " << failure.what() << '\n';
         return static_cast<ExitCode>(failure.exit_code);

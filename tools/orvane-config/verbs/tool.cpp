@@ -11,7 +11,6 @@
 #include "verbs/call.hpp"
 
 #include "qel/config/build_info.hpp"
-#include "qel/config/report.hpp"
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
@@ -30,49 +29,63 @@ constexpr struct {
 } runs[] = {
 #define ZEP_RUN(name)                                                                                        \
     { #name, verb::name }
-    ZEP_RUN(check),   ZEP_RUN(show),        ZEP_RUN(fix),     ZEP_RUN(convert),
-    ZEP_RUN(diff),    ZEP_RUN(preflight),   ZEP_RUN(locate),  ZEP_RUN(exec),
-    ZEP_RUN(publish), ZEP_RUN(flags),       ZEP_RUN(explain), ZEP_RUN(manual),
-    ZEP_RUN(usage),   ZEP_RUN(completions), ZEP_RUN(help),    ZEP_RUN(version),
+    ZEP_RUN(check),  ZEP_RUN(fix),  ZEP_RUN(diff),    ZEP_RUN(convert), ZEP_RUN(preflight),
+    ZEP_RUN(status), ZEP_RUN(exec), ZEP_RUN(publish), ZEP_RUN(explain), ZEP_RUN(completions),
 #undef ZEP_RUN
 };
 static_assert(std::ranges::equal(verbs, runs, {}, &Verb::name, [](const auto& one) { return one.name; }),
               "the functions are not those of the table of verbs, in its order");
 
-/// What other programs call the verbs.
-std::u16string verb_meant(const std::u16string& word) {
-    if (word == u"--help" || word == u"-h") return u"help";
-    return word == u"--version" ? u"version" : word;
-}
-
 /// Why a word is no verb.
 std::string no_verb(const std::u16string& word) {
     std::string text = "there is no verb '" + qel::i18n::ustring_to_term(word) + "'";
-    std::vector<std::string> names;
+    if (begins_as_flag(word)) return text + "; the verb comes first: orvane-config check FLAGS...";
+    std::vector<std::string> known;
     for (const Verb& verb : verbs)
-        names.emplace_back(verb.name);
-    if (const auto similar = most_like(normalized(word), names); !similar.empty())
-        text += "; did you mean '" + similar[0] + "'?";
-    else if (begins_as_flag(word))
-        text += "; the verb comes first: orvane-config check FLAGS...";
-    return text;
+        known.emplace_back(verb.name);
+    for (const OtherWords& row : words_of_others)
+        for (const std::string_view other : split(row.words, " "))
+            known.emplace_back(other);
+    const auto similar = most_like(normalized(word), known);
+    if (similar.empty()) return text + "; the verbs are " + joined(verbs, ", ", &Verb::name);
+    const std::string_view meant = meant_by(similar[0]);
+    return text + "; did you mean '" + (meant.empty() ? similar[0] : std::string(meant)) + "'?";
+}
+
+const Verb& verb_in(const std::u16string& word) {
+    const Verb* const verb = verb_of(qel::i18n::ustring_to_utf8(word));
+    if (verb == nullptr) throw Misused(no_verb(word));
+    return *verb;
+}
+
+/// Whether the call asks about the tool itself, and is answered.
+bool tells_of_itself(const Tokens& args, std::ostream& out, std::ostream& err) {
+    constexpr std::u16string_view help[] = {u"--help", u"-h", u"help"},
+                                  version[] = {u"--version", u"-V", u"version"};
+    if (contains(version, args.front()))
+        out << "orvane-config " << zep_config_version << " (" << zep_config_build_date << ")\n";
+    else if (contains(help, args.front()))
+        out << (args.size() == 1 ? help_text() : help_text(verb_in(in_own_words({args[1]}, err).front())));
+    else
+        return false;
+    return true;
 }
 
 ExitCode run_verb(const Tokens& args, std::ostream& out, std::ostream& err, const std::function<void()>& tell,
                   Tokens& successor) {
-    const std::u16string word = verb_meant(args.front());
     std::string name = "orvane-config";
     try {
-        const Verb* const verb = verb_of(qel::i18n::ustring_to_utf8(word));
-        if (verb == nullptr) throw Misused(no_verb(word));
-        name += " " + std::string(verb->name);
-        Call call = read_call(*verb, Tokens(args.begin() + 1, args.end()), out, err);
+        if (tells_of_itself(args, out, err)) return ExitCode::done;
+        const Tokens words = in_own_words(args, err);
+        const Verb& verb = verb_in(words.front());
+        name += " " + std::string(verb.name);
+        Call call = read_call(verb, Tokens(words.begin() + 1, words.end()), out, err);
         call.tell = tell;
         if (call.has(own("help"))) {
-            out << help_text(*verb);
+            out << help_text(verb);
             return ExitCode::done;
         }
-        const ExitCode code = runs[verb - verbs].run(call);
+        const ExitCode code = runs[&verb - verbs].run(call);
         successor = call.successor;
         return code;
     } catch (const Misused& fault) {
@@ -96,16 +109,6 @@ bool write(const std::string& text, Stream stream, std::ostream& to) {
 }
 
 } // namespace
-
-ExitCode verb::usage(const Call& call) {
-    qel::config::usage(call.words.empty() ? u"orvane" : call.words.front(), call.out);
-    return ExitCode::done;
-}
-
-ExitCode verb::version(const Call& call) {
-    call.out << "orvane-config " << zep_config_version << " (" << zep_config_build_date << ")\n";
-    return ExitCode::done;
-}
 
 ExitCode run(const Tokens& args, std::ostream& out, std::ostream& err) {
     if (args.empty()) {

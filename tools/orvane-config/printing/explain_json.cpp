@@ -1,4 +1,5 @@
-// The reference of the flags for other programs.
+// What is known of flags and findings, for other programs.
+#include "explaining/kinds.hpp"
 #include "printing/json.hpp"
 #include "probing/settings_of_flag.hpp"
 
@@ -43,13 +44,25 @@ json::object entry(const Reference& one) {
     return object;
 }
 
+json::object entry(const Explanation& kind) {
+    json::object object{{"id", kind.id}, {"about", kind.about}, {"summary", kind.summary}};
+    if (!kind.cause.empty())
+        object.insert({{"cause", kind.cause}, {"example", kind.example}, {"fix", kind.fix}});
+    return object;
+}
+
 } // namespace
 
-std::string reference_json(const std::vector<const Reference*>& flags) {
-    json::array entries;
+std::string explain_json(const std::vector<const Reference*>& flags, const std::vector<Explanation>& kinds) {
+    json::object object{{"format", json_format}};
+    json::array entries, explanations;
     for (const Reference* const one : flags)
         entries.push_back(entry(*one));
-    return json::serialize(json::object{{"format", json_format}, {"flags", std::move(entries)}});
+    for (const Explanation& one : kinds)
+        explanations.push_back(entry(one));
+    if (!flags.empty()) object["flags"] = std::move(entries);
+    if (!kinds.empty()) object["kinds"] = std::move(explanations);
+    return json::serialize(object);
 }
 
 } // namespace orvane

@@ -1,10 +1,11 @@
-// The verb `locate`: is the server there, and where?
+// The verb `status`: is the server there, and where?
 #include "printing/json.hpp"
 #include "reference/reference.hpp"
 #include "runtime/runtime_state.hpp"
 #include "text/escape.hpp"
-#include "verbs/accepted.hpp"
+#include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
+#include "verbs/refusal.hpp"
 #include "verbs/seconds.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -59,15 +60,16 @@ std::vector<FileReport> inspect(const Call& call, const qel::config::ServerSetti
 
 } // namespace
 
-ExitCode verb::locate(const Call& call) {
-    const double seconds = seconds_in(call, own("wait"), "0");
-    const auto settings = accepted(input_of(call), call.err);
-    if (!settings) return ExitCode::negative;
+ExitCode verb::status(const Call& call) {
+    const double seconds = seconds_in(call, own("timeout"), "0");
+    const Verdict verdict = judge(input_of(call), false, ignored_warnings(call));
+    if (const auto end = refusal(call, verdict)) return *end;
+    const auto& settings = verdict.answer.settings;
 
     using Clock = std::chrono::steady_clock;
     const auto deadline =
         Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
-    auto files = inspect(call, *settings);
+    auto files = inspect(call, settings);
     if (files.empty()) {
         call.err << "orvane-config: "
                  << with_flags("nothing to look for: give {pid_root}, or {endpoint_root} and a port") << '\n';
@@ -76,15 +78,18 @@ ExitCode verb::locate(const Call& call) {
     ExitCode code = code_for(worst_of(files));
     while (code != ExitCode::done && Clock::now() < deadline) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        files = inspect(call, *settings);
+        files = inspect(call, settings);
         code = code_for(worst_of(files));
     }
     if (seconds > 0 && code != ExitCode::done) {
         call.err << "orvane-config: timed out after " << seconds << " s waiting for the server\n";
         code = ExitCode::timed_out;
     }
-    if (call.has(own("json")))
-        call.out << locate_json(files) << '\n';
+    if (call.has(own("quiet")))
+        std::erase_if(
+            files, [](const FileReport& file) { return is_usable(file.state) && file.expected_port == 0; });
+    if (call.wants_json() && !files.empty())
+        call.out << status_json(files) << '\n';
     else
         print(files, call.out);
     return code;

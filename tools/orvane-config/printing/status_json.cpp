@@ -5,7 +5,7 @@
 
 namespace orvane {
 
-std::string locate_json(const std::vector<FileReport>& files) {
+std::string status_json(const std::vector<FileReport>& files) {
     boost::json::array entries;
     for (const FileReport& file : files) {
         boost::json::object entry{{"name", file.name},
