@@ -223,6 +223,11 @@ class Documents(unittest.TestCase):
     def test_links_lead_somewhere(self):
         self.assertEqual(list(dead_links(ROOT / name for name in [*DOCUMENTS, "tests/data/README.md"])), [])
 
+    def test_the_page_on_security_has_every_hazard(self):
+        kinds = json.loads(subprocess.run([TOOL, "explain", "--format", "json", "ids"], capture_output=True, check=True).stdout)["kinds"]
+        rows = [f"| `{one['id']}` | {one['level']} | {one['gain']} | {one['instead']} |\n" for one in kinds if "level" in one]
+        self.assertIn("|---|---|---|---|\n" + "".join(rows) + "\n", DOCUMENTS["docs/security.md"])
+
     def test_the_picture_of_the_tree_names_what_is_there(self):
         (_, _, _, text), = blocks("text")
         above = ROOT

@@ -4,7 +4,7 @@ import datetime, json, os, re, shlex, subprocess, sys, tempfile, unittest
 from pathlib import Path
 
 import many_lines, tool_schemas
-from tables import lines, words_of
+from tables import lines, rows, words_of
 
 TOOL = sys.argv[1:]
 del sys.argv[1:]
@@ -24,6 +24,15 @@ def run(*words, data=b""):
 
 def answer(verb, *words):
     return tool_schemas.answer(verb, many_lines.run(TOOL, verb, *words)[1])
+
+
+def hazards(typed, *states):
+    """Those in the line that are in one of the states, and those that are warnings as well."""
+    https = "--https 9943 --x509-private-key /k --x509-cert-chain /c"
+    line = typed.replace("VERIFIED", "HTTPS --ssl-verify-peer-mode verify-peer-require-peer-cert").replace("HTTPS --", f"{https} --")
+    said = answer("check", "--format", "json", "--security", *REQUIRED, *words_of(re.sub("HTTPS$", https, line)))
+    found = said["security"]["hazards"]
+    return {one["id"] for one in found if one["state"] in states}, {one["id"] for one in found} & {one["id"] for one in said["warnings"]}
 
 
 def flat(text):
@@ -93,13 +102,32 @@ class Reference(unittest.TestCase):
         for kind in [kind for kind in kinds if kind["about"] != "finding"][::1 if HERE else 8]:
             with self.subTest(kind["id"]):
                 required = [] if REQUIRED[0] in kind["fix"] else REQUIRED
-                said = answer("check", "--format", "json", *required, *words_of(kind["example"]))
+                said = answer("check", "--format", "json", "--security", *required, *words_of(kind["example"]))
                 found = [said["faults"][0]["id"]] if said["faults"] else said["problem_ids"] or [one["id"] for one in said["warnings"]]
+                if "level" in kind:
+                    self.assertEqual(kind["id"] in found, kind["level"] == "open")
+                    self.assertNotIn("hunter2", json.dumps([said["warnings"], said["security"]]), "a secret is not repeated")
+                    found = [one["id"] for one in said["security"]["hazards"] if one["state"] in ("found", "not looked at")]
                 self.assertIn(kind["id"], found)
-                self.assertEqual(said["accepted"], kind["about"] == "warning")
-                fixed = answer("check", "--format", "json", *required, *words_of(kind["fix"]))
+                self.assertEqual(said["accepted"], kind["about"] in ("warning", "hazard"))
+                fixed = answer("check", "--format", "json", "--security", *required, *words_of(kind["fix"]))
+                self.assertNotIn(kind["id"], [one["id"] for one in fixed["security"]["hazards"] if one["state"] == "found"])
                 left = {one["id"] for one in fixed["warnings"]} - {*usual, *([] if kind["id"] == "no-listener" else ["no-listener"])}
                 self.assertEqual((fixed["accepted"], left), (True, set()))
+
+    def test_a_hazard_is_named_and_its_harmless_twin_is_not(self):
+        levels = {kind["id"]: kind["level"] for kind in answer("explain", "--format", "json", "ids")["kinds"] if "level" in kind}
+        named = set()
+        for typed, expected in rows("tool_hazards.txt", 2)[::1 if HERE else 8]:
+            ids, twin = expected.split(" ", 1)
+            ids = {*ids.split(",")}
+            with self.subTest(typed):
+                (found, warned), (left, still) = hazards(typed, "found"), hazards(twin, "found")
+                unknown = hazards(typed, "not looked at")[0]
+                self.assertEqual((ids - found <= unknown, left - ids, left & ids), (True, found - ids, set()), "the twin differs in more")
+                self.assertEqual(warned - still, {one for one in ids if levels[one] == "open"} - unknown)
+            named |= ids
+        self.assertTrue(not HERE or named >= {*levels} - {"no-archive-limit"}, {*levels} - named)
 
     @unittest.skipUnless(HERE, "they are pages for Unix, and the text is the same")
     def test_manual_pages_are_correct_and_their_examples_work(self):
@@ -123,6 +151,20 @@ class Reference(unittest.TestCase):
                 with self.subTest(command):
                     done = subprocess.run(["sh", "-c", f"{shlex.join(TOOL)} {here}"], capture_output=True, text=True, check=False)
                     self.assertEqual(done.returncode, codes.get(command.split()[0], 0), done)
+
+    def test_a_hazard_is_named_and_its_harmless_twin_is_not(self):
+        levels = {kind["id"]: kind["level"] for kind in answer("explain", "--format", "json", "ids")["kinds"] if "level" in kind}
+        named = set()
+        for typed, expected in rows("tool_hazards.txt", 2)[::1 if HERE else 8]:
+            ids, twin = expected.split(" ", 1)
+            ids = {*ids.split(",")}
+            with self.subTest(typed):
+                (found, warned), (left, still) = hazards(typed, "found"), hazards(twin, "found")
+                unknown = hazards(typed, "not looked at")[0]
+                self.assertEqual((ids - found <= unknown, left - ids, left & ids), (True, found - ids, set()), "the twin differs in more")
+                self.assertEqual(warned - still, {one for one in ids if levels[one] == "open"} - unknown)
+            named |= ids
+        self.assertTrue(not HERE or named >= {*levels} - {"no-archive-limit"}, {*levels} - named)
 
     @unittest.skipUnless(HERE, "they are pages for Unix, and the text is the same")
     def test_manual_pages_say_all_that_the_tool_knows(self):

@@ -1,8 +1,8 @@
 // What can follow what on a command line, for the shells' completions.
 #include "completing/choices.hpp"
 
+#include "explaining/hazards.hpp"
 #include "explaining/kinds.hpp"
-#include "explaining/warnings.hpp"
 #include "preflight/groups.hpp"
 #include "probing/settings.hpp"
 #include "reference/reference.hpp"
@@ -50,7 +50,8 @@ Values values_of(Argument argument, std::string_view text) {
     case Argument::none:          return "";
     case Argument::file:          return "-f";
     case Argument::setting:       return joined(settings_of({}), " ", &Setting::name);
-    case Argument::warnings:      return joined(warning_kinds(), " ", &WarningKind::id);
+    case Argument::warnings:      return joined(warning_kinds(), " ", &WarningKind::id) + " " +
+                                        joined(all_hazards(), " ", [](const Hazard& one) { return std::string(one.kind.id); });
     case Argument::groups:        return joined(preflight::groups, " ", &preflight::Group::name);
     case Argument::a_subject:
         return "flags ids usage " + joined(references(), " ", &Reference::flag) + " " +

@@ -1,6 +1,7 @@
 // Everything that the tool finds wrong, by kinds.
 #include "explaining/kinds.hpp"
 
+#include "explaining/hazards.hpp"
 #include "explaining/warnings.hpp"
 #include "preflight/findings.hpp"
 #include "reference/reference.hpp"
@@ -65,6 +66,8 @@ std::vector<Explanation> make_kinds() {
         kinds.push_back(kind_of("rule", row));
     for (const WarningKind& row : warning_kinds())
         kinds.push_back(kind_of("warning", row));
+    for (const Hazard& hazard : all_hazards())
+        kinds.push_back(kind_of("hazard", hazard.kind));
     const auto warnings = warning_kinds();
     for (const auto& row : preflight::kinds_of_findings()) {
         // Where preflight finds what check warns of, the id is the same.

@@ -10,14 +10,14 @@
 namespace orvane {
 
 struct Explanation {
-    std::string_view about; ///< fault, rule, warning or finding
+    std::string_view about; ///< fault, rule, warning, hazard or finding
     std::string id;
     std::string summary;
     std::string cause{};
     std::string example{}, fix{}; ///< lines after the required flag, in a shell's notation; may be empty
 };
 
-/// Faults, rules, warnings and findings, in this order; each in the order in which they are looked for.
+/// Faults, rules, warnings, hazards and findings, in this order; each in the order in which they are looked for.
 const std::vector<Explanation>& all_kinds();
 
 /// Of what the library refuses while parsing.

@@ -43,6 +43,8 @@ public:
     void about_flag(const Occurrence& occurrence, const std::string& text);
     /// Says nothing where the flag was not given.
     void about_value(const Occurrence* occurrence, const std::string& text);
+    /// Without the value.
+    void about_secret(const Occurrence& occurrence, const std::string& text);
     void about_the_line(std::string text);
 
 private:

@@ -1,10 +1,12 @@
 // What is accepted, but probably not intended.
 #include "explaining/warnings.hpp"
 
+#include "explaining/hazards.hpp"
 #include "explaining/warning_rules.hpp"
 #include "probing/occurrence_text.hpp"
 
 #include <algorithm>
+#include <iterator>
 
 namespace orvane {
 namespace {
@@ -54,6 +56,10 @@ void WarningCollector::about_value(const Occurrence* occurrence, const std::stri
         warnings_.push_back({occurrence->back().number, id_, shown(*occurrence) + text});
 }
 
+void WarningCollector::about_secret(const Occurrence& occurrence, const std::string& text) {
+    warnings_.push_back({occurrence.back().number, id_, shown(occurrence[0].text) + text});
+}
+
 void WarningCollector::about_the_line(std::string text) {
     warnings_.push_back({0, id_, std::move(text)});
 }
@@ -76,6 +82,7 @@ std::vector<Warning> warnings_of(const CommandLine& line, const Answer& answer, 
         WarningCollector collector(id, warnings);
         find({line, answer.settings, effects}, collector);
     }
+    std::ranges::move(open_hazards(line, answer, effects, ignored), std::back_inserter(warnings));
     std::stable_sort(warnings.begin(), warnings.end(),
                      [](const Warning& a, const Warning& b) { return a.token < b.token; });
     return warnings;

@@ -33,6 +33,7 @@ inline constexpr OwnOption own_options[] = {
     {"format",    Argument::a_word,   "text|markdown|json",     "explain",      "how the answer is written; by default text"},
     {"quiet",     Argument::none,     "",                       any_flags,      "print nothing but problems"},
     {"all",       Argument::none,     "",                       "check",        "print every setting, and the flags that it comes from"},
+    {"security",  Argument::none,     "",                       "check",        "print what an attacker would gain, instead of the settings"},
     {"get",       Argument::setting,  "SETTING",                "check",        "print only the value of this setting, one line per element of a list; "
                                                                                 "the exit code is 4 if it is not set"},
     {"from",      Argument::file,     "FILE",                   any_flags,      "read FLAGS from FILE, or from standard input if FILE is -; can be "

@@ -1,7 +1,9 @@
 // What is known of flags and findings, for other programs.
+#include "explaining/hazards.hpp"
 #include "explaining/kinds.hpp"
 #include "printing/json.hpp"
 #include "probing/settings_of_flag.hpp"
+#include "reference/reference.hpp"
 
 #include <boost/json.hpp>
 
@@ -48,6 +50,10 @@ json::object entry(const Explanation& kind) {
     json::object object{{"id", kind.id}, {"about", kind.about}, {"summary", kind.summary}};
     if (!kind.cause.empty())
         object.insert({{"cause", kind.cause}, {"example", kind.example}, {"fix", kind.fix}});
+    if (const Hazard* const hazard = hazard_of(kind.id))
+        object.insert({{"level", to_text(hazard->level)},
+                       {"gain", with_flags(hazard->gain)},
+                       {"instead", with_flags(hazard->instead)}});
     return object;
 }
 

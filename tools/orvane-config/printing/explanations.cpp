@@ -1,6 +1,7 @@
-// What the kinds of faults, rules, warnings and findings mean.
+// What the kinds of faults, rules, warnings, hazards and findings mean.
 #include "printing/explanations.hpp"
 
+#include "explaining/hazards.hpp"
 #include "preflight/findings.hpp"
 #include "printing/wrapping.hpp"
 #include "reference/reference.hpp"
@@ -32,7 +33,9 @@ std::vector<Detail> details(const Explanation& kind) {
 
 void write_entries_as_text(const Entries& kinds, std::ostream& out) {
     for (const Explanation& kind : kinds) {
-        out << wrapped(kind.id + " (" + std::string(kind.about) + "): " + kind.summary, 0) << '\n';
+        const Hazard* const hazard = hazard_of(kind.id);
+        const std::string level = hazard == nullptr ? "" : ", " + std::string(to_text(hazard->level));
+        out << wrapped(kind.id + " (" + std::string(kind.about) + level + "): " + kind.summary, 0) << '\n';
         if (!kind.cause.empty()) out << wrapped("Cause: " + kind.cause, 4, 2) << '\n';
         for (const auto& [name, text, is_code] : details(kind))
             out << wrapped(std::string(name) + ": " + text, 4, 2, is_code ? " \\" : "") << '\n';
@@ -61,6 +64,9 @@ constexpr struct {
     {"warning", "Warnings",
      "What the server accepts although it was probably not intended. With `--strict`, `check` fails on "
      "warnings. `--ignore ID` turns one kind off. Each value gets at most one warning about its text."},
+    {"hazard", "Hazards",
+     "What would let an attacker in: see [security.md](security.md). Open ones are warnings of `check`, and "
+     "`check --security` has them all. The fix is the same line without the hazard."},
 };
 
 /// By groups, in which the kinds are together.

@@ -157,19 +157,12 @@ json::value json_of(const qel::config::ServerSettings& settings) {
 }
 
 json::object head_of(const Verdict& verdict) {
-    json::array warnings;
-    for (const Warning& warning : verdict.warnings) {
-        json::object object{{"id", warning.id}, {"text", to_json(warning.text)}};
-        if (warning.token != 0) object["token"] = warning.token;
-        add_places(object, verdict.places, {warning.token});
-        warnings.push_back(std::move(object));
-    }
     return {{"format", json_format},
             {"accepted", verdict.accepted()},
             {"code", to_json(verdict.code())},
             {"text", to_json(verdict.answer.text)},
             {"effects_known", verdict.accepted()},
-            {"warnings", std::move(warnings)}};
+            {"warnings", warnings_json(verdict.warnings, verdict.places)}};
 }
 
 namespace {
@@ -205,9 +198,10 @@ json::object verdict_json(const Verdict& verdict) {
 
 } // namespace
 
-std::string check_json(const Verdict& verdict, bool with_origins) {
+std::string check_json(const Verdict& verdict, bool with_origins, const std::vector<HazardLook>& looks) {
     json::object object = verdict_json(verdict);
     if (with_origins && verdict.accepted()) object["origins"] = origins_of(verdict);
+    if (!looks.empty()) object["security"] = security_json(looks, verdict.places);
     return json::serialize(object);
 }
 

@@ -1,6 +1,7 @@
 // Answers for programs. docs/tool-json.md describes them; their "format" number changes when they do.
 #pragma once
 
+#include "explaining/hazards.hpp"
 #include "explaining/verdict.hpp"
 #include "probing/settings.hpp"
 
@@ -15,7 +16,9 @@ struct Explanation;
 
 inline constexpr int json_format = 1;
 
-std::string check_json(const Verdict& verdict, bool with_origins = false);
+/// With `looks`, what an attacker would gain.
+std::string check_json(const Verdict& verdict, bool with_origins = false,
+                       const std::vector<HazardLook>& looks = {});
 /// The same, and the corrected line.
 std::string fix_json(const Verdict& verdict);
 struct CheckedFile {

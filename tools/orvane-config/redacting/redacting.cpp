@@ -1,6 +1,7 @@
 // Command lines that can be shown to others: what the tool finds in them stays.
 #include "redacting/redactor.hpp"
 
+#include "explaining/hazards.hpp"
 #include "explaining/kinds.hpp"
 #include "explaining/verdict.hpp"
 #include "probing/occurrence_text.hpp"
@@ -61,7 +62,8 @@ Findings findings(const Verdict& verdict) {
     Findings all;
     add_faults(verdict.diagnosis, all);
     for (const Warning& warning : verdict.warnings)
-        all.push_back({"warning " + std::string(warning.id), {warning.token}});
+        if (hazard_of(warning.id) == nullptr) // a secret is gone, and whom it exposes is private
+            all.push_back({"warning " + std::string(warning.id), {warning.token}});
     add_effects(verdict.effects, all);
     for (const Setting& setting : settings_of(verdict.answer.settings))
         for (const auto& line : setting.lines)

@@ -1,5 +1,6 @@
 // The verb `check`: what the library makes of a command line.
 #include "printing/json.hpp"
+#include "printing/security_text.hpp"
 #include "printing/settings_text.hpp"
 #include "printing/verdict_text.hpp"
 #include "text/spelling.hpp"
@@ -11,6 +12,7 @@
 #include "qel/i18n/convert.hpp"
 
 #include <ostream>
+#include <vector>
 
 namespace orvane {
 namespace {
@@ -61,23 +63,41 @@ std::string brief(const Verdict& verdict) {
     return verdict.warnings.empty() ? "ok" : "ok, " + counted(verdict.warnings.size(), "warning");
 }
 
+std::vector<HazardLook> security_of(const Verdict& verdict, const WarningIds& ignored) {
+    if (!verdict.accepted()) return {};
+    return look_at_hazards(verdict.line, verdict.answer, verdict.effects, ignored);
+}
+
+/// The answer of --security has them, with reasons.
+Verdict without_hazards(Verdict verdict) {
+    std::erase_if(verdict.warnings, [](const Warning& one) { return hazard_of(one.id) != nullptr; });
+    return verdict;
+}
+
 } // namespace
 
 ExitCode verb::check(const Call& call) {
     if (!is_one_configuration(call)) return check_each(call, check);
-    const bool all = call.has(own("all")), one = call.has(own("get")), quiet = call.has(own("quiet"));
+    const bool all = call.has(own("all")), one = call.has(own("get")), quiet = call.has(own("quiet")),
+               secure = call.has(own("security"));
     if (call.wants_json() && one) throw MisusedInPublic("--get and --format json exclude each other");
-    const Verdict verdict = judge(input_of(call), all, ignored_warnings(call));
+    const WarningIds ignored = ignored_warnings(call);
+    const Verdict verdict = judge(input_of(call), all, ignored);
+    const auto looks = secure ? security_of(verdict, ignored) : std::vector<HazardLook>();
     call.brief = brief(verdict);
     const ExitCode code = verdict_code(call, verdict);
     if (call.wants_json()) {
-        if (!quiet || !verdict.clean()) call.out << check_json(verdict, all) << '\n';
+        if (!quiet || !verdict.clean()) call.out << check_json(verdict, all, looks) << '\n';
         return code;
     }
-    if (!one || !verdict.accepted()) print_verdict(verdict, call.err, wanted_ids(call));
+    if (!one || !verdict.accepted())
+        print_verdict(secure ? without_hazards(verdict) : verdict, call.err, wanted_ids(call));
     if (!verdict.accepted()) return code;
     if (one) return print_setting(wanted_setting(call.value(own("get")), verdict.answer.settings), call.out);
-    if (!quiet) print_settings(verdict, all, call.out);
+    if (secure)
+        call.out << "configuration accepted\n" << to_text(looks, verdict.places);
+    else if (!quiet)
+        print_settings(verdict, all, call.out);
     return code;
 }
 

@@ -1,6 +1,7 @@
 // The ids of faults and warnings that were given.
 #include "verbs/given_ids.hpp"
 
+#include "explaining/hazards.hpp"
 #include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -12,7 +13,7 @@ namespace {
 std::string_view warning_called(const std::string& id) {
     std::vector<std::string> ids;
     for (const Explanation& kind : all_kinds()) {
-        if (kind.about != "warning") continue;
+        if (kind.about != "warning" && kind.about != "hazard") continue;
         if (kind.id == id) return kind.id;
         ids.push_back(kind.id);
     }

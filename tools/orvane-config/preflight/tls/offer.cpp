@@ -1,12 +1,13 @@
 // What the listener offers its clients, and whether a client takes it.
 #include "preflight/tls/handshake.hpp"
+#include "preflight/tls/openssl_offer.hpp"
 #include "preflight/tls/pem.hpp"
+#include "preflight/tls/protocols.hpp"
 #include "preflight/tls/tls_checks.hpp"
 
 #include "reference/flag_texts.hpp"
 #include "text/lists.hpp"
 #include "text/quoting.hpp"
-#include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
 
@@ -22,11 +23,6 @@ namespace {
 
 std::string quoted(const std::string& name) {
     return shown(qel::i18n::utf8_to_ustring(name));
-}
-
-/// The name after what switches it on or off.
-std::string name_in(std::string_view item) {
-    return std::string(item.substr(std::min(item.find_first_not_of("!+-"), item.size())));
 }
 
 void ignored(const TlsCheck& check, std::u16string_view flag, const std::string& what) {
@@ -56,48 +52,13 @@ bool offer_ciphers(const TlsCheck& check, SSL_CTX* tls) {
     return offered;
 }
 
-struct Protocol {
-    std::string_view name;
-    std::uint64_t off;
-};
-
-// clang-format off
-constexpr Protocol protocols[] = {
-    {"sslv2",   0},
-    {"sslv3",   SSL_OP_NO_SSLv3},
-    {"tlsv1",   SSL_OP_NO_TLSv1},
-    {"tlsv1.0", SSL_OP_NO_TLSv1},
-    {"tlsv1.1", SSL_OP_NO_TLSv1_1},
-    {"tlsv1.2", SSL_OP_NO_TLSv1_2},
-    {"tlsv1.3", SSL_OP_NO_TLSv1_3},
-    {"all",     SSL_OP_NO_SSL_MASK},
-};
-// clang-format on
-
-/// The option that switches the protocol off; null: there is none of that name.
-const Protocol* protocol_of(const std::string& name) {
-    const std::string lowered = qel::i18n::ustring_to_utf8(lower(qel::i18n::utf8_to_ustring(name)));
-    const auto* const found = std::ranges::find(protocols, lowered, &Protocol::name);
-    return found == std::end(protocols) ? nullptr : found;
-}
-
 bool offer_protocols(const TlsCheck& check, SSL_CTX* tls) {
     const auto& list = check.settings().protocol_list();
     if (!list) return true;
-    std::uint64_t offered = 0;
-    for (const std::string_view item : split(*list, ":, ;|")) {
-        if (item.empty()) continue;
-        const Protocol* const protocol = protocol_of(name_in(item));
-        if (protocol == nullptr)
-            ignored(check, flag::https_protocol_list, "no protocol is called " + quoted(std::string(item)));
-        else if (item.front() == '!' || item.front() == '-')
-            offered &= ~protocol->off;
-        else
-            offered |= protocol->off;
-    }
-    SSL_CTX_clear_options(tls, SSL_OP_NO_SSL_MASK);
-    SSL_CTX_set_options(tls, SSL_OP_NO_SSL_MASK & ~offered);
-    if (offered != 0) return true;
+    const ProtocolList read = read_protocols(*list);
+    for (const std::string& item : read.unknown)
+        ignored(check, flag::https_protocol_list, "no protocol is called " + quoted(item));
+    if (offer_only(tls, read.offered)) return true;
     check.findings.add(Kind::tls_nothing_offered, flag::https_protocol_list,
                        "the list names no protocol that is still in use", "Name TLSv1.2, TLSv1.3 or both.");
     return false;

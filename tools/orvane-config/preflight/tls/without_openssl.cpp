@@ -1,4 +1,5 @@
 // A build without OpenSSL does not look at what is in the TLS files.
+#include "preflight/tls/offered.hpp"
 #include "preflight/tls/tls_check.hpp"
 
 namespace orvane::preflight {
@@ -8,5 +9,13 @@ bool can_look_at_tls_contents() {
 }
 
 void look_at_tls_contents(const TlsCheck&) {}
+
+Offered offered_by(const qel::config::SslContext&) {
+    return {};
+}
+
+int bits_of_curve(const std::string&) {
+    return 0;
+}
 
 } // namespace orvane::preflight

@@ -1,0 +1,84 @@
+// What an attacker would gain from the settings of an accepted line.
+#include "explaining/hazards.hpp"
+
+#include "explaining/hazard_rules.hpp"
+#include "preflight/tls/tls_check.hpp"
+
+#include <algorithm>
+
+namespace orvane {
+namespace {
+
+using State = HazardLook::State;
+
+constexpr Hazard hazard_rows[] = {
+#define ZEP_HAZARD(rule, level, subject, id, summary, gain, instead, example, fix)                           \
+    {{id, summary, gain " " instead, example, fix}, Level::level, gain, instead},
+#include "explaining/hazards.def"
+};
+
+struct HazardRule {
+    hazards::Subject* subject;
+    LineRule* find;
+    bool needs_openssl;
+};
+
+constexpr bool needs_openssl(hazards::Subject* subject) {
+    return subject == hazards::ciphers || subject == hazards::named_ciphers || subject == hazards::curve;
+}
+
+constexpr HazardRule hazard_rules[] = {
+#define ZEP_HAZARD(rule, level, subject, ...)                                                                \
+    {hazards::subject, hazards::rule, needs_openssl(hazards::subject)},
+#include "explaining/hazards.def"
+};
+
+HazardLook look_at(std::size_t row, const AcceptedLine& accepted) {
+    const auto& [subject, find, openssl] = hazard_rules[row];
+    HazardLook look{&hazard_rows[row], State::not_configured};
+    if (!subject(accepted.settings)) return look;
+    WarningCollector collector(look.hazard->kind.id, look.warnings);
+    find(accepted, collector);
+    look.state = !look.warnings.empty()                              ? State::found
+                 : openssl && !preflight::can_look_at_tls_contents() ? State::not_looked_at
+                                                                     : State::safe;
+    return look;
+}
+
+} // namespace
+
+std::string_view to_text(Level level) {
+    return level == Level::open ? "open" : "weak";
+}
+
+std::span<const Hazard> all_hazards() {
+    return hazard_rows;
+}
+
+const Hazard* hazard_of(std::string_view id) {
+    const auto* const found =
+        std::ranges::find(hazard_rows, id, [](const Hazard& one) { return one.kind.id; });
+    return found == std::end(hazard_rows) ? nullptr : found;
+}
+
+std::vector<HazardLook> look_at_hazards(const CommandLine& line, const Answer& answer, const Effects& effects,
+                                        const WarningIds& ignored) {
+    std::vector<HazardLook> looks;
+    for (std::size_t row = 0; row != std::size(hazard_rows); ++row)
+        if (!ignored.contains(hazard_rows[row].kind.id))
+            looks.push_back(look_at(row, {line, answer.settings, effects}));
+    return looks;
+}
+
+std::vector<Warning> open_hazards(const CommandLine& line, const Answer& answer, const Effects& effects,
+                                  const WarningIds& ignored) {
+    std::vector<Warning> warnings;
+    for (std::size_t row = 0; row != std::size(hazard_rows); ++row) {
+        if (hazard_rows[row].level != Level::open || ignored.contains(hazard_rows[row].kind.id)) continue;
+        std::ranges::move(look_at(row, {line, answer.settings, effects}).warnings,
+                          std::back_inserter(warnings));
+    }
+    return warnings;
+}
+
+} // namespace orvane

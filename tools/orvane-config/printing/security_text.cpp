@@ -1,0 +1,64 @@
+// What an attacker would gain, for people.
+#include "printing/security_text.hpp"
+
+#include "printing/wrapping.hpp"
+#include "probing/occurrence_text.hpp"
+#include "reference/reference.hpp"
+#include "text/escape.hpp"
+#include "text/lists.hpp"
+
+#include <utility>
+
+namespace orvane {
+namespace {
+
+using State = HazardLook::State;
+
+std::vector<const HazardLook*> found_at(const std::vector<HazardLook>& looks, Level level) {
+    std::vector<const HazardLook*> found;
+    for (const HazardLook& look : looks)
+        if (look.state == State::found && look.hazard->level == level) found.push_back(&look);
+    return found;
+}
+
+std::string text_of(const HazardLook& look, const SourcePlaces& places) {
+    std::string text;
+    for (const Warning& one : look.warnings) {
+        text += "  ";
+        if (one.token != 0) text += "token " + std::to_string(one.token) + at_place(places, one.token) + ": ";
+        text += escape(one.text) + " [" + std::string(one.id) + "]\n";
+    }
+    return text + wrapped(with_flags(look.hazard->gain), 4, 0) + "\n" +
+           wrapped(with_flags(look.hazard->instead), 4, 0) + "\n";
+}
+
+std::string ids_in(const std::vector<HazardLook>& looks, State state, const char* heading) {
+    std::vector<std::string_view> ids;
+    for (const HazardLook& look : looks)
+        if (look.state == state) ids.push_back(look.hazard->kind.id);
+    return ids.empty() ? "" : wrapped(heading + joined(ids, ", "), 0, 2) + "\n";
+}
+
+} // namespace
+
+std::string worst_of(const std::vector<HazardLook>& looks) {
+    for (const Level level : {Level::open, Level::weak})
+        if (!found_at(looks, level).empty()) return std::string(to_text(level));
+    return "nothing found";
+}
+
+std::string to_text(const std::vector<HazardLook>& looks, const SourcePlaces& places) {
+    std::string text =
+        "security of the settings, list " + std::string(hazards_version) + ": " + worst_of(looks) + "\n";
+    for (const Level level : {Level::open, Level::weak}) {
+        const auto found = found_at(looks, level);
+        if (!found.empty()) text += std::string(to_text(level)) + "\n";
+        for (const HazardLook* look : found)
+            text += text_of(*look, places);
+    }
+    return text + ids_in(looks, State::safe, "looked at and safe: ") +
+           ids_in(looks, State::not_configured, "not configured: ") +
+           ids_in(looks, State::not_looked_at, "not looked at in this build: ");
+}
+
+} // namespace orvane
