@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Holds orvane-config's formats of command lines against the programs whose formats they are: tool_formats_test.py TOOL..."""
-import json, os, random, re, shlex, signal, subprocess, sys, tempfile, unittest
+import json, os, random, re, shlex, shutil, signal, subprocess, sys, tempfile, unittest
 from pathlib import Path
 
 import tool_schemas
@@ -80,6 +80,64 @@ class Formats(unittest.TestCase):
                 else:
                     self.assertRegex(done.stderr.decode(), "^orvane-config: flags:" + expected)
                     self.assertEqual((done.returncode, done.stdout), (7, b""))
+
+    def test_files_that_a_file_refers_to(self):
+        unit, tool = "[Service]\nExecStart=", "/usr/bin/orvane-config"
+        Path("flags").write_text("--http\n8080\n")
+        here = Path.cwd().as_posix()
+        system = "image/etc/systemd/system/"
+        for files, expected in [
+            ({"o.service": f"{unit}-{tool} exec --preflight --from {here}/flags --wait -- /usr/bin/env A=b /bin/orvane --no-banner"},
+             (["--no-banner", "--http", "8080", "--wait"], "o.service:2:11: followed")),
+            ({"o.service": f"{unit}/bin/sh -ec 'exec {tool} publish --from {here}/flags -- x y'"}, (["--http", "8080"], "o.service:2:23: followed")),
+            ({"o.service": f"{unit}{tool} check --from flags"}, "o.service:2:34: where the file of its flags is"),
+            ({"o.service": f"{unit}{tool} check --pid 1"}, "o.service:2:34: which process"),
+            ({"o.service": f"{unit}{tool} explain x"}, "o.service:2:34: orvane-config is not called with flags here"),
+            ({"o.service": f"{unit}{tool} check --get"}, "o.service:2:34: orvane-config would refuse this call"),
+            ({"o.service": f"{unit}{tool} exec --from {here}/flags -- runit x"}, "o.service:2:\\d+: whether this is the server's"),
+            ({"o.service": f"{unit}{tool} exec --from /none/x -- x"}, "cannot open /none/x"),
+            ({"o.service": f"{unit}/bin/x --a\n", "o.service.d/b.conf": f"{unit}\nExecStart=/bin/x --b ${{V}} $W\n[Service]\n",
+              "o.service.d/c.conf": "[Service]\nEnvironment=V=1 W=2\nEnvironment=\"W=3 '4 5' \"\n", "o.service.d/no": "x"},
+             (["--b", "1", "3", "4 5"], "o.service: also read o.service.d/b.conf")),
+            ({"o.service": f"{unit}/bin/x $V ${{V}} ${{W}}$$\nEnvironment=V=no\nEnvironmentFile=-/none/x\nEnvironmentFile={here}/env",
+              "env": "# c\n\nV = 'a b'\nV='--c d'\r\nW=e  f \n"}, (["--c", "d", "--c d", "e  f$"], "also read ")),
+            ({"o.service": f"{unit}/bin/x $V\nEnvironmentFile={here}/env", "env": "V=a$b\n"}, "env:1:4: what this character means here"),
+            ({"o.service": f"{unit}/bin/x $V\nEnvironmentFile={here}/env", "env": "V='a' b\n"}, "env:1:7: something follows"),
+            ({"o.service": f"{unit}/bin/x $V\nEnvironmentFile={here}/env", "env": "\nVa\n"}, "env:2:1: this line is not NAME=value"),
+            ({"o.service": f"{unit}/bin/x $V\nEnvironmentFile=env"}, "o.service:3:17: systemd reads only the absolute path"),
+            ({"o.service": f"{unit}/bin/x $V\nEnvironment='V=a\\\\b'"}, "o.service:3:16: what systemd makes of a "),
+            ({"o.service": f"{unit}/bin/x --a ${{V}}\nEnvironment=V2=a"}, "o.service:2:22: systemd would replace this, and the unit does not set it"),
+            ({"o.service": f"{unit}/bin/x a$V\nEnvironment=V=a"}, "o.service:2:19: systemd would replace this; .*\\$\\$"),
+            ({"a-b@c-d.service": f"{unit}/bin/x %n %N %p %i %t/%E %S%% %L", "a-b@.service.d/x.conf": "[Service]\nX=", "a-.service.d/x.conf": "[Service]\nExecStart="},
+             (["a-b@c-d.service", "a-b@c-d", "a-b", "c-d", "/run//etc", "/var/lib%", "/var/log"], "also read a-b@.service.d/x.conf")),
+            ({"a@.service": f"{unit}/bin/x %i"}, "a@.service:2:18: systemd would replace this"),
+            ({"a@b-c.service": f"{unit}/bin/x %I"}, "a@b-c.service:2:18: systemd would replace this"),
+            ({"a.service": f"{unit}/bin/x %H"}, "a.service:2:18: systemd would replace this"),
+            ({"systemd/user/a.service": f"{unit}/bin/x %S"}, "systemd/user/a.service:2:18: systemd would replace this"),
+            ({system + "a.service": f"{unit}{tool} exec --from /etc/f -- x", "image/run/systemd/system/a.service.d/x.conf": f"{unit}",
+              "image/etc/f": "--wait\n", "image/etc/systemd/system/a.service.d/x.conf": "[Service]\n"}, (["--wait"], "followed")),
+        ][::1 if HERE else 9]:
+            for name, text in files.items():
+                Path(name).parent.mkdir(parents=True, exist_ok=True)
+                Path(name).write_text(text)
+            done = run("convert", "--to", "json", "--from", next(iter(files)))
+            said = done.stderr.decode().replace(os.getcwd() + "/", "")
+            with self.subTest(files):
+                if isinstance(expected, str):
+                    self.assertRegex(said, "orvane-config: " + expected)
+                    self.assertEqual((done.returncode, done.stdout), (7, b""))
+                else:
+                    self.assertEqual(done.stdout and json.loads(done.stdout), expected[0], said)
+                    self.assertIn(expected[1], said)
+            for name in files:
+                Path(name).unlink()
+
+    def test_the_units_of_the_examples_are_accepted_where_they_are_installed(self):
+        Path("etc/systemd/system").mkdir(parents=True), Path("etc/orvane").mkdir()
+        shutil.copy(ROOT / "examples/operations/flags", "etc/orvane/flags")
+        for unit in (ROOT / "examples/operations/systemd").glob("*.service"):
+            done = run("check", shutil.copy(unit, "etc/systemd/system"))
+            self.assertIn(b"\nlog_root = /var/log/orvane\n", done.stdout.replace(b"\r\n", b"\n"), done.stderr)
 
     def test_what_is_written_means_the_same_to_those_whose_format_it_is(self):
         chance = random.Random(1)
@@ -178,7 +236,7 @@ class Formats(unittest.TestCase):
         self.assertEqual([fault.get("places") for fault in faults], [[{"token": 5, "file": "b", "line": 3, "column": 1}], None])
         self.assertEqual([fault["tokens"] for fault in faults], [[5], [7]])
         self.assertEqual(re.findall(r"^orvane-config: (.*)$", done.stderr.decode(), re.M), [
-            "a.service:2:11: left out '/bin/x', the program before the flags", "a.service: drop-ins of the unit are not read"])
+            "a.service:2:11: left out '/bin/x', the program before the flags"])
         Path("n").write_bytes(ended(["--auto-deploy-root", "/D", "--log-root", "~", "--http", "1"]))
         warnings = tool_schemas.answer("check", run("check", "--format", "json", "--from", "n").stdout)["warnings"]
         self.assertEqual([one.get("places") for one in warnings], [[{"token": 4, "file": "n"}]])

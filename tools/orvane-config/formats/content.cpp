@@ -74,7 +74,16 @@ bool is_directory(const std::string& path) {
     return path != "-" && std::filesystem::is_directory(native_of(path), error);
 }
 
-std::vector<std::string> files_in(const std::string& directory, const std::string& name) {
+bool is_there(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::exists(native_of(path), error);
+}
+
+std::string absolute(const std::string& path) {
+    return qel::i18n::ustring_to_utf8(std::filesystem::absolute(native_of(path)).generic_u16string());
+}
+
+std::vector<std::string> files_in(const std::string& directory, const std::string& name, bool may_be_empty) {
     std::vector<std::string> files;
     std::error_code error;
     std::filesystem::directory_iterator one(native_of(directory), error);
@@ -85,7 +94,7 @@ std::vector<std::string> files_in(const std::string& directory, const std::strin
             files.push_back(directory + (directory.ends_with('/') ? "" : "/") + file);
     }
     if (error) throw std::runtime_error("cannot read " + name + ": " + error.message());
-    if (files.empty()) throw std::runtime_error("there are no files in " + name);
+    if (files.empty() && !may_be_empty) throw std::runtime_error("there are no files in " + name);
     std::ranges::sort(files);
     return files;
 }
@@ -98,6 +107,13 @@ bool is_program(std::string_view content) {
 
 std::string content_of(const std::string& path, const std::string& name) {
     return decoded(bytes_of(path, name));
+}
+
+void refuse_unless_utf8(const std::string& text, const std::string& name) {
+    if (const auto spot = first_not_utf8(text))
+        throw std::runtime_error(name + ":" + std::to_string(spot->line) + ":" +
+                                 std::to_string(spot->column) +
+                                 ": this byte is no UTF-8; save the file as UTF-8");
 }
 
 } // namespace orvane

@@ -17,6 +17,7 @@ namespace orvane {
 /// A place in a text, counted from 1, the column in characters. Line 0: the text has no lines.
 struct Spot {
     std::uint32_t line = 0, column = 0;
+    std::uint32_t file = 0; ///< of those that the text was put together from
 };
 
 /// Text, UTF-8, whose bytes know where they were in the file.

@@ -44,8 +44,8 @@ std::vector<LocatedText> whole_lines(const LocatedText& unit) {
 
 } // namespace
 
-LocatedText exec_start_of(const LocatedText& unit) {
-    std::vector<LocatedText> commands;
+std::vector<UnitSetting> service_settings(const LocatedText& unit) {
+    std::vector<UnitSetting> settings;
     std::string_view section = "[Service]";
     const std::vector<LocatedText> lines = whole_lines(unit);
     for (const LocatedText& whole : lines) {
@@ -55,17 +55,10 @@ LocatedText exec_start_of(const LocatedText& unit) {
         if (line.starts_with('[')) section = line.substr(0, line.find_last_not_of(unit_blanks) + 1);
         const auto equals = bytes.find('=');
         if (section != "[Service]" || equals == bytes.npos) continue;
-        if (trimmed(part(whole, 0, equals)).bytes != "ExecStart") continue;
-        LocatedText value = trimmed(part(whole, equals + 1, bytes.size()));
-        if (value.bytes.empty())
-            commands.clear();
-        else
-            commands.push_back(std::move(value));
+        settings.push_back(
+            {trimmed(part(whole, 0, equals)).bytes, trimmed(part(whole, equals + 1, bytes.size()))});
     }
-    if (commands.empty()) throw NotUnderstood({1, 1}, "there is no ExecStart= in [Service]");
-    if (commands.size() > 1)
-        throw NotUnderstood(commands[1].spots[0], "a second ExecStart=; only one command is read");
-    return std::move(commands.front());
+    return settings;
 }
 
 } // namespace orvane

@@ -8,8 +8,23 @@ namespace orvane {
 /// What separates words.
 inline constexpr std::string_view unit_blanks = " \t\r\n";
 
-/// What ExecStart= of the section [Service] is set to, or of a text without sections. Throws NotUnderstood when there is
-/// none, or more than one.
-LocatedText exec_start_of(const LocatedText& unit);
+/// They say how the program is started, such as that its failure is ignored.
+inline constexpr std::string_view marks_before_program = "-@:+!|";
+
+struct UnitWord {
+    LocatedText text;
+    Spot begin;
+};
+
+/// A command line as systemd splits it. Throws NotUnderstood.
+std::vector<UnitWord> unit_words(const LocatedText& text);
+
+struct UnitSetting {
+    std::string name;
+    LocatedText value;
+};
+
+/// What the section [Service] sets, in order, or a text without sections.
+std::vector<UnitSetting> service_settings(const LocatedText& unit);
 
 } // namespace orvane

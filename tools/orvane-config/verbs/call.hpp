@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <iosfwd>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -39,6 +40,8 @@ struct Call {
     Tokens words{};
     /// The command that the tool becomes when the verb has answered.
     mutable Tokens successor{};
+    /// Of a call of this tool that a file contains: where its absolute paths begin.
+    std::optional<std::string> root{};
     /// What `check` says about the configuration in a word.
     mutable std::string brief{};
     /// For all that the verb prints with --redact.

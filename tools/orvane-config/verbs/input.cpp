@@ -5,11 +5,13 @@
 #include "explaining/meant_flags.hpp"
 #include "formats/content.hpp"
 #include "formats/format_table.hpp"
+#include "formats/source_files.hpp"
 #include "probing/diagnosis.hpp"
 #include "system/process_line.hpp"
 #include "text/escape.hpp"
 #include "text/lists.hpp"
 #include "text/spelling.hpp"
+#include "verbs/contained_call.hpp"
 
 #include "qel/config/error_code.hpp"
 #include "qel/i18n/convert.hpp"
@@ -61,45 +63,60 @@ struct Content {
     bool has_program; ///< the first token is certainly the program
 };
 
-Content content_in(const Call& call, const Source& source) {
+SourcePlace place_in(const SourceFiles& files, const Source& source, Spot spot) {
+    return {spot.file == 0 ? source.name : files.name_of(files.paths[spot.file]), spot};
+}
+
+Content content_in(const Call& call, const Source& source, SourceFiles& files) {
     const std::string text =
         source.is_process ? bytes_of(source.path, source.name) : content_of(source.path, source.name);
     if (!source.is_process && is_program(text)) return {format_named("lines"), {{source.name, {}}}, true};
-    if (const auto spot = first_not_utf8(text); spot && !source.is_process)
-        throw std::runtime_error(SourcePlace{source.name, *spot}.text() +
-                                 ": this byte is no UTF-8; save the file as UTF-8");
+    if (!source.is_process) refuse_unless_utf8(text, source.name);
     const std::string wanted = source.is_process ? "nul" : call.value(own("from-format"));
     const LineFormat& format = wanted.empty() ? format_of(text) : format_named(wanted);
     try {
-        return {format, read(format, text), format.has_program || source.is_process};
+        ReadTokens tokens = format.has_program ? read_unit(located(text), files) : read(format, text);
+        if (!source.is_process) tokens = unwrapped(std::move(tokens));
+        return {format, std::move(tokens), format.has_program || source.is_process};
     } catch (const NotUnderstood& fault) {
         throw std::runtime_error(
-            SourcePlace{source.name, fault.spot}.text() + ": " + fault.what() + " (format " +
+            place_in(files, source, fault.spot).text() + ": " + fault.what() + " (format " +
             std::string(format.name) +
             (wanted.empty() ? "; " + spelled(own("from-format")) + " chooses another)" : ")"));
     }
 }
 
+void note(const Call& call, const std::string& text) {
+    call.err << "orvane-config: " << text << '\n';
+}
+
 void add(Input& input, const Call& call, const Source& source) {
-    const Content content = content_in(call, source);
+    SourceFiles files{{source.path}, [&](const std::string& path) { return shown_name(call, path); }};
+    const Content content = content_in(call, source, files);
+    const ReadTokens& read = content.tokens;
+    for (const std::string& text : files.notes)
+        note(call, source.name + ": " + text);
+    if (content.format.has_program && source.path == "-")
+        note(call, source.name + ": drop-ins of the unit are not read");
+    const auto place = [&](const ReadToken& token) { return place_in(files, source, token.spot); };
+    if (!source.is_process && !call.root && calls_this_tool(read)) {
+        note(call, place(read[0]).text() + ": followed a call of orvane-config");
+        return add_call(input, call, {read, files.root, place});
+    }
     Tokens tokens;
-    for (const ReadToken& token : content.tokens)
+    for (const ReadToken& token : read)
         tokens.push_back(qel::i18n::utf8_to_ustring(token.text));
-    const auto note = [&](const std::string& text) {
-        if (!call.has(own("quiet"))) call.err << "orvane-config: " << text << '\n';
-    };
     std::size_t skipped = 0;
     if (!tokens.empty() && (content.has_program || begins_with_program(input.flags, tokens))) {
         skipped = 1;
-        note(SourcePlace{source.name, content.tokens[0].spot}.text() + ": left out " +
-             (call.has(own("redact")) ? "" : "'" + escape(content.tokens[0].text) + "', ") +
-             "the program before the flags");
+        note(call, place(read[0]).text() + ": left out " +
+                       (call.has(own("redact")) ? "" : "'" + escape(read[0].text) + "', ") +
+                       "the program before the flags");
     }
-    if (content.format.has_program) note(source.name + ": drop-ins of the unit are not read");
-    if (tokens.size() == skipped) note(source.name + " contains no flags");
+    if (tokens.size() == skipped) note(call, source.name + " contains no flags");
     for (std::size_t i = skipped; i != tokens.size(); ++i) {
         input.flags.push_back(std::move(tokens[i]));
-        input.places.push_back({source.name, content.tokens[i].spot});
+        input.places.push_back(place(read[i]));
     }
 }
 
@@ -172,7 +189,7 @@ std::vector<Input> inputs_of_options(const Call& call) {
     return inputs;
 }
 
-Input input_of(const Call& call) {
+Input input_of_files(const Call& call) {
     Input input;
     for (const std::string& file : call.files)
         add(input, call, source_of(call, own("from"), file));
@@ -180,6 +197,11 @@ Input input_of(const Call& call) {
         if (is_source(option)) add_option(input, call, *option, value);
     add_words(input, call);
     if (input.command && input.command->empty()) throw Misused("no command after '--'");
+    return input;
+}
+
+Input input_of(const Call& call) {
+    Input input = input_of_files(call);
     if (call.has(own("redact"))) input.flags = call.redactor.lines({input.flags})[0];
     return input;
 }

@@ -19,6 +19,9 @@ struct Input {
 /// Throws Misused, and std::runtime_error when a file cannot be read or understood.
 Input input_of(const Call& call);
 
+/// The same, not yet redacted.
+Input input_of_files(const Call& call);
+
 /// The same from one option, or from a file that is named without one.
 Input input_from(const Call& call, const OwnOption& option, const std::string& name);
 

@@ -1,0 +1,40 @@
+// The files that one command line is read from.
+#pragma once
+
+#include "formats/format.hpp"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace orvane {
+
+/// The first is the one that was named; the others are those that it refers to. Spot::file counts them.
+struct SourceFiles {
+    std::vector<std::string> paths{};
+    std::function<std::string(const std::string& path)> name_of{}; ///< for people
+    std::string root{};               ///< of the file system that the first one is in, if that is known
+    std::vector<std::string> notes{}; ///< what was taken from where
+
+    /// Reads one more. Throws std::runtime_error when it cannot be read.
+    LocatedText open(const std::string& path);
+};
+
+/// ExecStart= of a unit with its drop-ins, and with the values of specifiers and variables where they are certain. Throws
+/// NotUnderstood where they are not.
+ReadTokens read_unit(const LocatedText& unit, SourceFiles& files);
+
+/// The lines NAME=value of a file of variables.
+struct Variable {
+    std::string name;
+    LocatedText value;
+};
+std::vector<Variable> variables_of(const LocatedText& text);
+
+/// Without what only starts the program: env, sh -c, exec.
+ReadTokens unwrapped(ReadTokens tokens);
+
+/// Whether the program is this tool.
+bool calls_this_tool(const ReadTokens& tokens);
+
+} // namespace orvane
