@@ -203,9 +203,9 @@ class Formats(unittest.TestCase):
             (["none"], b"", "orvane-config: cannot open none: "),
             (["http"], b"", "    a flag begins with two hyphens: --http\n"),
             (["./none", "--waist"], b"", "./none is not a flag: leave the program out"),
-            (["windows", "--waist"], b"", "orvane-config: windows: left out 'windows', the program before the flags\n"),
+            (["windows", "--waist"], b"", "orvane-config: windows: skipped 'windows', the program's name\n"),
             (["named"], b"", "  token 1, named:1:10: --waist\n"),
-            (["program", "--waist"], b"", "orvane-config: program: left out 'program', the program before the flags\n"),
+            (["program", "--waist"], b"", "orvane-config: program: skipped 'program', the program's name\n"),
             (["--from", "bad"], b"", "bad:1:6: a second command; only one is read (format flags; --from-format chooses another)\n"),
             (["--from-format", "sh", "--from", "bad"], b"", "bad:1:6: a second command; only one is read (format sh)\n"),
             (["--from-format", "sh", "--from-format", "lines", "--from", "bad"], b"", "token 1, bad:1:1: "),
@@ -236,7 +236,7 @@ class Formats(unittest.TestCase):
         self.assertEqual([fault.get("places") for fault in faults], [[{"token": 5, "file": "b", "line": 3, "column": 1}], None])
         self.assertEqual([fault["tokens"] for fault in faults], [[5], [7]])
         self.assertEqual(re.findall(r"^orvane-config: (.*)$", done.stderr.decode(), re.M), [
-            "a.service:2:11: left out '/bin/x', the program before the flags"])
+            "a.service:2:11: skipped '/bin/x', the program's name"])
         Path("n").write_bytes(ended(["--auto-deploy-root", "/D", "--log-root", "~", "--http", "1"]))
         warnings = tool_schemas.answer("check", run("check", "--format", "json", "--from", "n").stdout)["warnings"]
         self.assertEqual([one.get("places") for one in warnings], [[{"token": 4, "file": "n"}]])
@@ -340,14 +340,14 @@ class Formats(unittest.TestCase):
         while not os.path.exists("main.pid"):
             pass
         done = run("check", "--from-format", "json", "--pid", str(server.pid))
-        self.assertRegex(done.stderr.decode(), f"left out '.*orvane-config'.*\nunrecognized option: publish\n.*\n"
+        self.assertRegex(done.stderr.decode(), f"skipped '.*orvane-config'.*\nunrecognized option: publish\n.*\n"
                          f"  token 1, /proc/{server.pid}/cmdline: publish")
         # A process calls itself what it likes: nothing of it is taken for another encoding, nor for a line of the answer.
         for name, shown in [(b"a\nb", "a\\\\u000ab"), (b"\xfe\xffab", "\ufffd\ufffdab"), (b"MZ", "MZ")]:
             foreign = subprocess.Popen([name, "1000"], executable="/bin/sleep")
             self.addCleanup(foreign.wait), self.addCleanup(foreign.kill)
             said = run("check", "--pid", str(foreign.pid)).stderr.decode(errors="replace")
-            left_out = f"/proc/{foreign.pid}/cmdline: left out '{shown}', the program before the flags"
+            left_out = f"/proc/{foreign.pid}/cmdline: skipped '{shown}', the program's name"
             self.assertRegex(said, rf"^orvane-config: {left_out}\nunrecognized option: 1000\n")
         self.assertEqual([run("check", "--pid", number).returncode for number in ("4194305", "x")], [7, 2])
 

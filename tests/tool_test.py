@@ -54,7 +54,7 @@ class Answers(Tool):
         Path("x.service").write_text("ExecStart=/bin/x " + shlex.join(FLAGS))
         code, _, said = run(*TOOL, "publish", "--from", "x.service", "--", "sh", "-c", "echo ran >&2")
         self.assertEqual(code, 0)
-        self.assertRegex(said, r"(?s)^[^\n]*left out '/bin/x'.*\nran\n$")
+        self.assertRegex(said, r"(?s)^[^\n]*skipped '/bin/x'.*\nran\n$")
 
     def test_only_what_a_server_writes_is_taken_for_one(self):
         known = {"line_end": "\n", "crlf": "\r\n", "tab": "\t", "blanks": " " * 5000, "longest": "h" * 4094, "longer": "h" * 4095}

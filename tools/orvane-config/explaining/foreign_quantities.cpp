@@ -211,7 +211,7 @@ Readings durations(const std::u16string& value, const Reference&) {
 Readings sizes(const std::u16string& value, const Reference&) {
     const auto amount = amount_of(value, Form::size);
     if (!amount) return {};
-    return {{as_size(*amount), "write a size as a whole number, in bytes or with the unit K, M or G"}};
+    return {{as_size(*amount), "write a size as a whole number, in bytes or with the unit K, M, G or T"}};
 }
 
 /// 1,000, 1_000, 4.0

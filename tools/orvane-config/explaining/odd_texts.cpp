@@ -55,7 +55,7 @@ std::string lone_mark(const GivenValue& value) {
     // "." is a directory.
     if (value.text == u"." || value.text == u"..") return {};
     if (value.text.find_first_not_of(marks) != value.text.npos) return {};
-    return "the value is only a punctuation mark";
+    return "this mark itself is the value; is the value that was meant missing?";
 }
 
 std::string leading_equals(const GivenValue& value) {
@@ -113,8 +113,9 @@ std::string look_alike(const GivenValue& value) {
 }
 
 std::string home(const GivenValue& value) {
-    return value.text.starts_with(u'~') && !value.holds(Holds::command) ? "the shell did not expand ~ here"
-                                                                        : "";
+    return value.text.starts_with(u'~') && !value.holds(Holds::command)
+               ? "only a shell expands ~; write the whole path"
+               : "";
 }
 
 std::string variable(const GivenValue& value) {

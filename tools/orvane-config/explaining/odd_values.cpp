@@ -128,17 +128,26 @@ std::string two_ports(const GivenValue& value) {
 std::string ipv6(const GivenValue& value) {
     const auto host = host_of(value);
     if (!host || is_between_brackets(*host) || host->find(u':') == host->npos) return {};
-    return "an IPv6 address goes in brackets, with the port after them: [::1]:9910";
+    const std::size_t end = static_cast<std::size_t>(host->data() + host->size() - value.text.data());
+    return "an IPv6 address goes in brackets: " +
+           shown(value.text.substr(0, end - host->size()) + u"[" + std::u16string(*host) + u"]" +
+                 value.text.substr(end));
 }
 
 std::string empty_host(const GivenValue& value) {
     const auto host = host_of(value);
-    return host && host->empty() ? "the host is empty; to set none, leave the colon out" : "";
+    if (!host || !host->empty()) return {};
+    std::u16string without = value.text;
+    without.erase(without.rfind(u':'), 1);
+    return "the host is empty; write " + shown(without);
 }
+
+constexpr const char* any_free_port = "with port 0, each start takes another free port";
 
 std::string port_0(const GivenValue& value) {
     if (!value.has(Form::address) && !value.has(Form::cache)) return {};
-    return port_of(value.text).find_first_not_of(u"+-0") == std::u16string_view::npos ? "the port is 0" : "";
+    if (port_of(value.text).find_first_not_of(u"+-0") != std::u16string_view::npos) return {};
+    return value.has(Form::cache) ? "no cache can be reached on port 0" : any_free_port;
 }
 
 std::string origin(const GivenValue& value) {
@@ -167,7 +176,7 @@ void control_port(const AcceptedLine& accepted, WarningCollector& warnings) {
     const Occurrence* const given = accepted.last(flag::control_port);
     if (!port || given == nullptr || given->back().text.starts_with(u'-')) return;
     if (*port > 65535) warnings.about_value(given, ": the largest port is 65535");
-    if (*port == 0) warnings.about_value(given, ": the port is 0");
+    if (*port == 0) warnings.about_value(given, std::string(": ") + any_free_port);
 }
 
 void raised(const AcceptedLine& accepted, WarningCollector& warnings) {

@@ -19,6 +19,16 @@ std::string_view without_return(std::string_view line) {
     return line.ends_with('\r') ? line.substr(0, line.size() - 1) : line;
 }
 
+/// Why a token cannot be a line; empty when it can.
+const char* why_no_line(const std::string& token) {
+    if (token.empty()) return "";
+    if (token.find('\n') != token.npos) return "contains a line break";
+    if (token.ends_with('\r')) return "ends with a carriage return";
+    if (token == empty_line_token) return "stands for an empty token there";
+    if (!is_skipped(token)) return "";
+    return token.find('#') == token.npos ? "is blank" : "looks like a comment";
+}
+
 } // namespace
 
 bool is_lines(std::string_view) {
@@ -42,13 +52,9 @@ std::string as_lines(const TokenGroups& groups) {
     std::string text;
     for (const TokenGroup& group : groups)
         for (const std::string& token : group) {
-            const bool has_form = token.empty() || !(is_skipped(token) || token == empty_line_token ||
-                                                     token.find('\n') != token.npos || token.ends_with('\r'));
-            if (!has_form)
-                throw CannotHold(
-                    "this token cannot be a line, because it contains a line break, is blank, or "
-                    "looks like a comment or an empty token: " +
-                    sh_word(token));
+            if (const char* const why = why_no_line(token); *why != 0)
+                throw CannotHold("this token cannot be a line, because it " + std::string(why) + ": " +
+                                 sh_word(token));
             text.append(token.empty() ? empty_line_token : token) += '\n';
         }
     return text;

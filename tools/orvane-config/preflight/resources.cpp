@@ -29,7 +29,8 @@ void look_at_one(const SizeSetting& setting, const Memory& memory, std::uint64_t
     const Bytes bytes = setting.bytes(settings);
     if (!bytes) return;
     if (*bytes > usable + memory.swap)
-        findings.add(Kind::out_of_reach, setting.flag, text_of(memory) + ", so this is never reached",
+        findings.add(Kind::out_of_reach, setting.flag,
+                     text_of(memory) + ": too little for this to have an effect",
                      "Set it below " + amount(usable) + ".");
     else
         findings.add(Kind::within_memory, setting.flag, amount(*bytes) + " of " + amount(usable));

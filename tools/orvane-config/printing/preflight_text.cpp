@@ -39,14 +39,15 @@ std::string text_of(const Section& section, const Context& context) {
     for (const Finding* finding : section.findings) {
         const auto& [group, id, severity, meaning] = about(finding->kind);
         if (severity == Severity::fine) {
-            fine += (fine.empty() ? "fine: " : "; ") + escape(finding->what);
+            fine += (fine.empty() ? "" : "; ") + escape(finding->what);
             continue;
         }
         text.append(indent).append(to_text(severity)).append(": ").append(escape(finding->what));
         text.append(" [").append(id).append("]\n");
         if (!finding->advice.empty()) text.append(indent + "  ").append(escape(finding->advice)).append("\n");
     }
-    return fine.empty() ? text : text + indent + fine + "\n";
+    if (fine.empty()) return text;
+    return text + indent + (fine == nothing_wrong ? "" : "ok: ") + fine + "\n";
 }
 
 std::string text_of(const GroupReport& group, const Context& context) {

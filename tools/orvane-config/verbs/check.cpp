@@ -41,7 +41,6 @@ ExitCode print_setting(const Setting& setting, std::ostream& out) {
 }
 
 void print_settings(const Verdict& verdict, bool all, std::ostream& out) {
-    out << "configuration accepted\n";
     for (const Setting& setting : settings_of(verdict.answer.settings)) {
         if (all) {
             print_with_origin("", setting, verdict, out);
@@ -94,9 +93,11 @@ ExitCode verb::check(const Call& call) {
         print_verdict(secure ? without_hazards(verdict) : verdict, call.err, wanted_ids(call));
     if (!verdict.accepted()) return code;
     if (one) return print_setting(wanted_setting(call.value(own("get")), verdict.answer.settings), call.out);
+    if (quiet && !secure) return code;
+    call.out << acceptance(code, verdict.warnings.size());
     if (secure)
-        call.out << "configuration accepted\n" << to_text(looks, verdict.places);
-    else if (!quiet)
+        call.out << to_text(looks, verdict.places);
+    else
         print_settings(verdict, all, call.out);
     return code;
 }

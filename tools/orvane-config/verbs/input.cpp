@@ -109,9 +109,9 @@ void add(Input& input, const Call& call, const Source& source) {
     std::size_t skipped = 0;
     if (!tokens.empty() && (content.has_program || begins_with_program(input.flags, tokens))) {
         skipped = 1;
-        note(call, place(read[0]).text() + ": left out " +
+        note(call, place(read[0]).text() + ": skipped " +
                        (call.has(own("redact")) ? "" : "'" + escape(read[0].text) + "', ") +
-                       "the program before the flags");
+                       "the program's name");
     }
     if (tokens.size() == skipped) note(call, source.name + " contains no flags");
     for (std::size_t i = skipped; i != tokens.size(); ++i) {

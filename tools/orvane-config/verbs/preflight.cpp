@@ -5,6 +5,7 @@
 #include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
 #include "verbs/preflight_report.hpp"
+#include "verbs/refusal.hpp"
 
 #include <algorithm>
 #include <ostream>
@@ -66,11 +67,12 @@ ExitCode verb::preflight(const Call& call) {
     verdict.warnings = not_repeated(std::move(verdict.warnings), report);
     if (!json) tell();
     const ExitCode code = exit_code(report, verdict, call.has(own("strict")));
+    const std::size_t warnings = report.count(preflight::Severity::warning) + verdict.warnings.size();
     const bool silent = quiet && !keep_problems(report);
     if (json && !(silent && verdict.clean()))
         call.out << preflight_json(verdict, report) << '\n';
     else if (!json && !silent)
-        call.out << (quiet ? "" : "configuration accepted\n") << to_text(report);
+        call.out << (quiet ? "" : acceptance(code, warnings)) << to_text(report);
     return code;
 }
 

@@ -14,6 +14,12 @@ ExitCode verdict_code(const Call& call, const Verdict& verdict) {
     return call.has(own("strict")) && !verdict.warnings.empty() ? ExitCode::warned : ExitCode::done;
 }
 
+std::string acceptance(ExitCode code, std::size_t warnings) {
+    if (code != ExitCode::warned) return "configuration accepted\n";
+    return "accepted, but --strict fails on " + std::to_string(warnings) +
+           (warnings == 1 ? " warning\n" : " warnings\n");
+}
+
 std::optional<ExitCode> refusal(const Call& call, const Verdict& verdict) {
     const ExitCode code = verdict_code(call, verdict);
     if (code == ExitCode::done)
