@@ -19,7 +19,7 @@ class Publishers(Tool):
         killed.kill()
         until(lambda: state() == "stale 5")
         self.assertEqual(LOCK in os.listdir(), HERE)
-        asked = tool_schemas.answer("locate", run(*TOOL, "locate", "--json", "--connect", *FLAGS)[1])["files"]
+        asked = tool_schemas.answer("status", run(*TOOL, "status", "--format", "json", "--connect", *FLAGS)[1])["files"]
         self.assertEqual({file["state"] for file in asked}, {"stale"}, "nobody connects to what a killed server left")
         if HERE:  # paths are written in another way there
             self.assertEqual(run(*TOOL, "status", *FLAGS)[:2], (5, f"main.pid stale         {killed.pid} (no such process)  ./main.pid\n"
