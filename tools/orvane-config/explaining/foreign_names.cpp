@@ -2,9 +2,12 @@
 #include "explaining/flag_like.hpp"
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
+#include "text/quoting.hpp"
 #include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
+
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -60,7 +63,7 @@ struct ForeignFlag {
     Synonym synonym;
     std::u16string value{};
     std::size_t number;        ///< of the token that has the value
-    std::size_t end;           ///< of both
+    std::size_t begin, end;    ///< of both
     std::size_t end_of_strays; ///< of what follows, too
 };
 
@@ -75,8 +78,8 @@ std::optional<ForeignFlag> foreign_at(const WorkingLine& line, std::size_t at) {
     if (attached) words.resize(1);
     const auto synonym = synonym_of(ustring_to_utf8(words));
     if (!synonym) return std::nullopt;
-    ForeignFlag found{*synonym, separator != 0 ? bare(rest) : number, line[at][0].number, at + 1,
-                      end_of_strays(line, at + 1)};
+    ForeignFlag found{*synonym, separator != 0 ? bare(rest) : number, line[at][0].number, at,
+                      at + 1,   end_of_strays(line, at + 1)};
     const Reference* const reference = synonym->reference;
     const bool has_own = reference != nullptr && (reference->is_switch() || !synonym->value.empty());
     if (separator == 0 && !attached && !has_own && found.end_of_strays != at + 1) {
@@ -96,25 +99,55 @@ Advice with_suggestion(Advice advice, const Synonym& synonym) {
     return advice;
 }
 
-/// "--host H --port P" is one address here.
-std::optional<Advice> host_and_port(const FaultInLine& fault, const ForeignFlag& one) {
-    if (one.end == fault.line.size()) return std::nullopt;
-    const auto other = foreign_at(fault.line, one.end);
-    if (!other || other->synonym.reference != one.synonym.reference) return std::nullopt;
-    const bool host_first = one.synonym.kind == Form::host;
-    const ForeignFlag &host = host_first ? one : *other, &port = host_first ? *other : one;
-    const Token flag{std::u16string(one.synonym.reference->wide), fault.number()};
-    if (host.synonym.kind != Form::host || !all_digits(port.value)) return std::nullopt;
-    const bool ipv6 = host.value.find(u':') != host.value.npos && host.value[0] != u'[';
-    const std::u16string address = (ipv6 ? u"[" + host.value + u"]" : host.value) + u":" + port.value;
-    Readings all = readings(*one.synonym.reference, address);
+/// The other half of its address: what follows it, or the only one in the line. Then nothing else may set the address.
+std::optional<ForeignFlag> other_half(const FaultInLine& fault, const ForeignFlag& one) {
+    const WorkingLine& line = fault.line;
+    const auto half_at = [&](std::size_t at) {
+        auto other = foreign_at(line, at);
+        return other && other->synonym.reference == one.synonym.reference ? other : std::nullopt;
+    };
+    if (one.end == line.size()) return std::nullopt;
+    if (auto next = half_at(one.end)) return next;
+    std::optional<ForeignFlag> found;
+    for (std::size_t i = 0; i != line.size(); ++i) {
+        if (i == fault.at) continue;
+        auto other = half_at(i);
+        const bool is_set = reference_of(line[i][0].text) == one.synonym.reference;
+        if (is_set || (other && (found || i < fault.at))) return std::nullopt;
+        if (other) found = std::move(other);
+    }
+    return found;
+}
+
+/// "web1" and "8080" as an address that the flag takes; empty: it takes none.
+std::u16string address_of(const Token& flag, const std::u16string& host, const std::u16string& port) {
+    const bool ipv6 = host.find(u':') != host.npos && host[0] != u'[';
+    const std::u16string address = (ipv6 ? u"[" + host + u"]" : host) + u":" + port;
+    Readings all = readings(*reference_of(flag.text), address);
     all.insert(all.begin(), {address, ""});
     for (const Reading& reading : all)
-        if (takes(flag, reading.value))
-            return with_suggestion(
-                replace(fault, fault.at, other->end, {flag, {reading.value, fault.number()}}, said_of_flag),
-                one.synonym);
-    return std::nullopt;
+        if (takes(flag, reading.value)) return reading.value;
+    return {};
+}
+
+/// "--host H --port P" is one address here.
+std::optional<Advice> host_and_port(const FaultInLine& fault, const ForeignFlag& one) {
+    const auto other = other_half(fault, one);
+    const Token flag{std::u16string(one.synonym.reference->wide), fault.number()};
+    if (!other) return std::nullopt;
+    const bool host_first = all_digits(other->value);
+    const ForeignFlag &host = host_first ? one : *other, &port = host_first ? *other : one;
+    const bool is_host = host.synonym.kind == Form::host || !takes(flag, host.value);
+    if (!is_host || port.synonym.kind == Form::host || !all_digits(port.value)) return std::nullopt;
+    const std::u16string address = address_of(flag, host.value, port.value);
+    if (address.empty()) return std::nullopt;
+    const auto typed = [&](std::size_t at) { return shown(fault.line[at][0].text); };
+    Advice advice = replace(fault, fault.at, one.end, {flag, {address, fault.number()}},
+                            typed(fault.at) + " and " + typed(other->begin) + " are one flag here: ");
+    const CommandLine between = fault.line.part(one.end, other->begin);
+    advice.edit.occurrences.insert(advice.edit.occurrences.end(), between.begin(), between.end());
+    advice.edit.end = other->end;
+    return with_suggestion(std::move(advice), one.synonym);
 }
 
 } // namespace

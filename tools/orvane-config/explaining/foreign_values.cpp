@@ -153,6 +153,12 @@ Readings no_readings(const std::u16string&, const Reference&) {
     return {};
 }
 
+/// "<port>", as documents have it.
+bool is_template(std::u16string_view value) {
+    const std::u16string_view text = value.substr(0, value.find_first_of(u"0123456789"));
+    return text.size() == value.size() && value.starts_with(u'<') && value.ends_with(u'>');
+}
+
 constexpr ReadForeign* readers[] = {
 #define ZEP_FORM(form, conversion, reader, ...) reader,
 #define ZEP_FOREIGN_FORM(...)
@@ -162,6 +168,7 @@ constexpr ReadForeign* readers[] = {
 } // namespace
 
 std::string why_no_port(const std::u16string& value) {
+    if (is_template(value)) return "replace " + shown(value) + " by a number, with or without a host";
     const std::u16string text = bare(folded(value.substr(0, 1000)));
     const std::u16string port = text.substr(text.find_last_of(u":@") + 1);
     if (is_service(port)) return shown(port) + " is the name of a service: write the number of its port";
@@ -180,7 +187,7 @@ std::string why_no_port(const std::u16string& value) {
 
 Readings readings(const Reference& reference, const std::u16string& value) {
     const std::u16string clean = bare(value.substr(0, 10000));
-    if (clean.empty()) return {};
+    if (clean.empty() || is_template(value)) return {};
     return readers[place_of(reference.form)](clean, reference);
 }
 

@@ -63,9 +63,17 @@ std::optional<Advice> own_option(const FaultInLine& fault) {
     constexpr std::size_t few = 3;
     const std::string where =
         with_it.size() > few ? "" : " " + joined(with_it, ", ", std::identity(), " and ");
-    return remove(fault, fault.at, end_of_strays(fault.line, fault.at + 1),
-                  std::string(typed) + " is an option of orvane-config" + where +
-                      ": it goes before the server's flags");
+    Advice advice = remove(fault, fault.at, end_of_strays(fault.line, fault.at + 1),
+                           std::string(typed) + " is an option of orvane-config" + where +
+                               ": it goes before the server's flags");
+    const auto synonym = synonym_of(option->name);
+    if (synonym && synonym->reference != nullptr) {
+        advice.edit.proposed = false;
+        advice.sentences.push_back(
+            "if it was meant for the server: " + std::string(synonym->reference->flag) +
+            (synonym->value.empty() ? "" : " " + synonym->value));
+    }
+    return advice;
 }
 
 std::optional<Advice> program_before_flags(const FaultInLine& fault) {

@@ -86,11 +86,13 @@ public:
     }
 
     /// The tokens from the value's own to the next one with a place in the proposal; of one that had its flag too, the rest.
-    std::u16string value_of(const Occurrence& one) {
+    /// An amount was typed at one place; parts of an address may have others between them, which are left out.
+    std::u16string value_of(const Occurrence& one, bool is_amount) {
         std::u16string typed;
-        const auto end = taken_.upper_bound(one[1].number);
         for (auto at = old_.lower_bound(one[1].number); at != old_.end(); ++at) {
-            if (end != taken_.end() && at->first >= *end) break;
+            const bool is_other = at->first != one[1].number && taken_.contains(at->first);
+            if (is_other && is_amount) break;
+            if (is_other) continue;
             const bool both = at->first == one[0].number;
             typed += (typed.empty() ? u"" : u" ") + (both ? rest(*at, one[1].text) : at->second);
         }
@@ -126,7 +128,8 @@ std::vector<Proposed> values_of(const FaultInLine& fault, const Edit& edit) {
         const Occurrence& one = edit.occurrences[i];
         if (!has_value(&one) || one[1].number == 0 || !one[1].sample.empty()) continue;
         if (!typed.has(one[0]) || !typed.has(one[1]))
-            values.push_back({i, reference_of(one), one[1].text, typed.value_of(one)});
+            values.push_back({i, reference_of(one), one[1].text,
+                              typed.value_of(one, reference_of(one).holds(Holds::quantity))});
     }
     return values;
 }
