@@ -272,6 +272,18 @@ class Formats(unittest.TestCase):
         self.assertEqual((answer["accepted"], run("check", "--quiet", "good", "bad").stdout), (False, b""))
         self.assertEqual(run("check", "--redact", "good", "bad").stdout.decode().splitlines()[:2], ["xa: ok", "xc: 2 faults"])
 
+    def test_json_hides_no_character(self):
+        hidden = "a\u202eb\u200bc\U000e0041"
+        right = ["--auto-deploy-root", "D", "--extract-root", "E", "--pid-root", hidden]
+        Path("a").write_bytes(ended([*right, "--no-banner"]))
+        Path("b").write_bytes(ended(right[:4]))
+        Path("bad").write_bytes(ended([*right, "--http", hidden]))
+        for words in ["check bad", "check --all a", "check a bad", "fix bad", "preflight a", "status a", "diff a b", "exec --preflight --from a -- none"]:
+            verb, *words = words.split()
+            out = run(verb, "--format", "json", *words).stdout.decode()
+            self.assertRegex(out, "^[ -~]+\r?\n$", verb)
+            self.assertIn(hidden, json.dumps(json.loads(out), ensure_ascii=False), verb)
+
     def test_lines_are_compared_by_what_they_set(self):
         Path("a").write_text("--auto-deploy-root\nD\n--num-workers\n4\n--https\nh:1\n--user-data\nk v")
         line = ["--auto-deploy-root", "D", "--num-workers", "8", "--log-root", "/l", "--user-data", "k v"]

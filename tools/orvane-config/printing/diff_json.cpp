@@ -41,10 +41,10 @@ std::string diff_json(const Verdict& before, const Verdict& after, const std::ve
         entries.push_back({{"setting", one.before.name},
                            {"before", side_json(one.before, before, old_settings)},
                            {"after", side_json(one.after, after, new_settings)}});
-    return json::serialize(json::object{{"format", json_format},
-                                        {"equal", found.empty()},
-                                        {"same_tokens", same_tokens},
-                                        {"differences", std::move(entries)}});
+    return answer_of({{"format", json_format},
+                      {"equal", found.empty()},
+                      {"same_tokens", same_tokens},
+                      {"differences", std::move(entries)}});
 }
 
 } // namespace orvane

@@ -2,6 +2,7 @@
 #include "explaining/hazards.hpp"
 #include "explaining/kinds.hpp"
 #include "printing/json.hpp"
+#include "printing/json_parts.hpp"
 #include "probing/settings_of_flag.hpp"
 #include "reference/reference.hpp"
 
@@ -68,7 +69,7 @@ std::string explain_json(const std::vector<const Reference*>& flags, const std::
         explanations.push_back(entry(one));
     if (!flags.empty()) object["flags"] = std::move(entries);
     if (!kinds.empty()) object["kinds"] = std::move(explanations);
-    return json::serialize(object);
+    return answer_of(object);
 }
 
 } // namespace orvane

@@ -4,6 +4,7 @@
 #include "explaining/kinds.hpp"
 #include "printing/json_parts.hpp"
 #include "probing/record_fields.hpp"
+#include "text/invisible.hpp"
 
 #include "qel/i18n/convert.hpp"
 
@@ -130,6 +131,10 @@ json::value json_text(const std::u16string& text) {
     return to_json(text);
 }
 
+std::string answer_of(const json::object& object) {
+    return with_json_codes(json::serialize(object));
+}
+
 json::array numbers_of_tokens(const Occurrence& occurrence) {
     std::set<std::size_t> numbers; // flag and value may have been one token
     for (const Token& word : occurrence)
@@ -202,7 +207,7 @@ std::string check_json(const Verdict& verdict, bool with_origins, const std::vec
     json::object object = verdict_json(verdict);
     if (with_origins && verdict.accepted()) object["origins"] = origins_of(verdict);
     if (!looks.empty()) object["security"] = security_json(looks, verdict.places);
-    return json::serialize(object);
+    return answer_of(object);
 }
 
 std::string checks_json(const std::vector<CheckedFile>& files) {
@@ -220,8 +225,7 @@ std::string checks_json(const std::vector<CheckedFile>& files) {
         }
         array.push_back(std::move(entry));
     }
-    return json::serialize(
-        json::object{{"format", json_format}, {"accepted", accepted}, {"files", std::move(array)}});
+    return answer_of({{"format", json_format}, {"accepted", accepted}, {"files", std::move(array)}});
 }
 
 std::string fix_json(const Verdict& verdict) {
@@ -230,7 +234,7 @@ std::string fix_json(const Verdict& verdict) {
     add_tokens(object, "corrected", refused ? verdict.diagnosis.fixed : tokens_in(verdict.line));
     object["complete"] =
         refused ? verdict.diagnosis.complete && verdict.diagnosis.problems.empty() : verdict.accepted();
-    return json::serialize(object);
+    return answer_of(object);
 }
 
 } // namespace orvane

@@ -20,6 +20,9 @@ boost::json::array warnings_json(const std::vector<Warning>& warnings, const Sou
 boost::json::value json_text(const std::string& text);
 boost::json::value json_text(const std::u16string& text);
 
+/// The answer as it is printed: no character is hidden, or turns those after it round.
+std::string answer_of(const boost::json::object& object);
+
 /// In ascending order.
 boost::json::array numbers_of_tokens(const Occurrence& occurrence);
 

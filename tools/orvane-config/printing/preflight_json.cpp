@@ -45,7 +45,7 @@ std::string preflight_json(const Verdict& verdict, const preflight::Report& repo
     }
     object["groups"] = std::move(groups);
     object["findings"] = std::move(findings);
-    return json::serialize(object);
+    return answer_of(object);
 }
 
 } // namespace orvane

@@ -16,8 +16,8 @@ std::string status_json(const std::vector<FileReport>& files) {
         if (file.expected_port != 0) entry["expected_port"] = file.expected_port;
         entries.push_back(std::move(entry));
     }
-    return boost::json::serialize(boost::json::object{
-        {"format", json_format}, {"state", to_text(worst_of(files))}, {"files", std::move(entries)}});
+    return answer_of(
+        {{"format", json_format}, {"state", to_text(worst_of(files))}, {"files", std::move(entries)}});
 }
 
 } // namespace orvane

@@ -1,6 +1,8 @@
 // Characters that cannot be seen in a line.
 #include "text/invisible.hpp"
 
+#include "qel/i18n/convert.hpp"
+
 #include <algorithm>
 
 namespace orvane {
@@ -52,6 +54,17 @@ std::u16string code_of(char32_t character) {
     for (int shift = wide ? 28 : 12; shift >= 0; shift -= 4)
         code += u"0123456789abcdef"[character >> shift & 15];
     return code;
+}
+
+std::string with_json_codes(const std::string& text) {
+    const std::u16string units = qel::i18n::utf8_to_ustring(text);
+    std::u16string shown;
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        const std::size_t hidden = units[i] < 0x7F ? 0 : invisible_at(units, i);
+        shown += hidden == 0 ? std::u16string(1, units[i]) : code_of(units[i]);
+        if (hidden == 2) shown += code_of(units[++i]);
+    }
+    return qel::i18n::ustring_to_utf8(shown);
 }
 
 std::u16string with_codes(std::u16string_view text, std::u16string_view kept, std::u16string_view quoted) {

@@ -14,6 +14,9 @@ std::size_t invisible_at(std::u16string_view text, std::size_t at);
 
 bool has_invisible(std::u16string_view text);
 
+/// UTF-8 of JSON, where whatever is invisible and no ASCII is in a string, with its codes.
+std::string with_json_codes(const std::string& text);
+
 /// As \u and four hexadecimal digits, or \U and eight.
 std::u16string code_of(char32_t character);
 
