@@ -157,20 +157,24 @@ private:
         const Walk begin = walk_;
         walk_.next();
         begin_share(text);
+        bool has_quote = false;
         while (walk_.peek() != '"') {
-            if (walk_.done()) begin.refuse(unclosed);
+            if (walk_.done()) begin.refuse(std::string(unclosed) + (has_quote ? is_quote : ""));
             if (walk_.peek() == '$' || walk_.peek() == '`')
                 walk_.refuse(std::string(specials_of_shells[0].what));
             if (walk_.skip("\\\n")) continue;
             const bool escapes = walk_.peek() == '\\' && walk_.peek(1) != '\0' &&
                                  std::string_view("$`\"\\").find(walk_.peek(1)) != std::string_view::npos;
             if (escapes) walk_.next();
+            has_quote = has_quote || walk_.peek() == '"';
             text += walk_.next();
         }
         walk_.next();
     }
 
     static constexpr const char* unclosed = "this quote is not closed";
+    static constexpr const char* is_quote =
+        ": \\\" is a quote in it; write a \\ at its end twice, or leave it out";
 
     Walk walk_;
     bool is_file_;
