@@ -1,20 +1,24 @@
 #!/usr/bin/env python3
 """Runs orvane-config against itself and against the tools that find servers by their files: tool_test.py TOOL..."""
-import concurrent.futures, itertools, os, random, re, shlex, socket, sys, tempfile, time, unittest
+import concurrent.futures, itertools, json, os, random, re, shlex, socket, sys, tempfile, time, unittest
 from pathlib import Path
 
 import tool_schemas
-from tables import rows
+from tables import lines, rows, words_of
 from tool_runs import AS_NOBODY, FLAGS, HERE, LOCK, PID_FLAGS, TOOL, Tool, main, main_pid, run, state, until
 
 CERTIFICATE = ["--x509-private-key", "k", "--x509-cert-chain", "c"]
 # An emulated start takes long.
 ANSWERS = rows("tool_answers.txt", 4) + rows("tool_verbs.txt", 4)[::1 if HERE else 20]
 STATES = rows("tool_states.txt", 2)
+FILES = {"expected": "# as check prints it\nconfiguration accepted\n\nhttp.port = 9910  # --http (tokens 3 and 4)\nnum_workers  # not set\n",
+         "gcc": "--auto-deploy-root /D\n--http 9910\n--num-worker 4\n--log-severity loud\n", "empty": "# nothing\n"}
 
 
 class Answers(Tool):
     def test_answers_and_complaints_have_their_streams_and_codes(self):
+        for name, text in FILES.items():
+            Path(name).write_text(text, newline="\n")
         for command, *patterns in ANSWERS:
             if not HERE and "\\x" in command:
                 continue  # words are UTF-16 there, not bytes
@@ -24,6 +28,20 @@ class Answers(Tool):
                 code, out, err = run(*TOOL, *words)
                 self.assertTrue(re.fullmatch("\0".join(patterns), f"{code}\0{out}\0{err}", re.S), (code, out, err))
                 self.assertEqual(run(*TOOL, *words, stdout=full)[0], 7 if out else code)
+
+    def test_all_settings_are_as_expected_of_themselves_and_editors_get_each_finding_once(self):
+        for line in random.sample(lines("tool_right_lines.txt"), 12 if HERE else 2):
+            words = ["--auto-deploy-root", "/D", "--http", "1", *words_of(line)]
+            everything = run(*TOOL, "check", "--all", *words)[1]
+            Path("all").write_text(everything, encoding="utf-8")
+            self.assertEqual(run(*TOOL, "check", "--expect", "all", *words)[:2], (0, ""), words)
+            Path("other").write_text(everything.replace("\nauto_deploy_root = ", "\nauto_deploy_root = other"), encoding="utf-8")
+            self.assertEqual(run(*TOOL, "check", "--expect", "other", *words)[0], 1, words)
+        for line in random.sample(lines("tool_mistakes.txt")[::2], 12 if HERE else 2):
+            found = json.loads(run(*TOOL, "check", "--format", "json", *words_of(line))[1])
+            ids = [one["id"] for one in found["faults"]] + found["problem_ids"] + [one["id"] for one in found["warnings"]]
+            printed = run(*TOOL, "check", "--format", "gcc", *words_of(line))[1]
+            self.assertEqual(re.findall(r" \[([a-z-]+)\]$", printed, re.M), ids, line)
 
     def test_every_verb_refuses_a_line_in_the_same_words(self):
         for words in ["--num-worker 4", "--http x:y --log-root", "--wait --num-workers 1"]:

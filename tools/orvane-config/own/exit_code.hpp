@@ -36,6 +36,7 @@ inline constexpr ExitMeaning exit_codes[] = {
     {ExitCode::done,               "status",                                "running, accepting or published"},
     {ExitCode::done,               "convert explain completions",           "done"},
     {ExitCode::negative,           "check preflight exec",                  "the server would refuse FLAGS"},
+    {ExitCode::negative,           "check",                                 "the settings are not those that --expect names"},
     {ExitCode::negative,           "fix",                                   "not everything could be corrected"},
     {ExitCode::negative,           "convert",                               "the server would refuse FLAGS, so --tidy wrote nothing"},
     {ExitCode::negative,           "diff",                                  "the settings differ"},

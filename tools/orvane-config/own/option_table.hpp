@@ -23,17 +23,23 @@ struct OwnOption {
 
 /// The verbs that say what is wrong with flags.
 inline constexpr std::string_view judging = "check fix diff preflight status exec publish";
+inline constexpr std::string_view judging_others = judging.substr(judging.find(' ') + 1);
 
 // clang-format off
 inline constexpr OwnOption own_options[] = {
     {"strict",    Argument::none,     "",                       judging,        "fail on warnings: the exit code is then 3"},
     {"ignore",    Argument::warnings, "ID[,ID]...",             judging,        "turn off these warnings; 'orvane-config explain ids' lists them all"},
     {"ids",       Argument::none,     "",                       judging,        "print the id of each fault and rule after its text"},
-    {"format",    Argument::a_word,   "text|json",              judging,        "how the answer is written; by default text"},
+    {"format",    Argument::a_word,   "text|json|gcc",          "check",        "how the answer is written; by default text; gcc is FILE:LINE:COLUMN and a fault a line, "
+                                                                                "for editors"},
+    {"format",    Argument::a_word,   "text|json",              judging_others, "how the answer is written; by default text"},
     {"format",    Argument::a_word,   "text|markdown|json",     "explain",      "how the answer is written; by default text"},
     {"quiet",     Argument::none,     "",                       any_flags,      "print nothing but problems"},
     {"all",       Argument::none,     "",                       "check",        "print every setting, and the flags that it comes from"},
     {"security",  Argument::none,     "",                       "check",        "print what an attacker would gain, instead of the settings"},
+    {"changed",   Argument::none,     "",                       "check",        "print only the settings that differ from their defaults"},
+    {"expect",    Argument::file,     "FILE",                   "check",        "compare the settings with those in FILE, written as 'check' prints them; the "
+                                                                                "exit code is 1 if one differs"},
     {"get",       Argument::setting,  "SETTING",                "check",        "print only the value of this setting, one line per element of a list; "
                                                                                 "the exit code is 4 if it is not set"},
     {"from",      Argument::file,     "FILE",                   any_flags,      "read FLAGS from FILE, or from standard input if FILE is -; can be "
@@ -48,6 +54,7 @@ inline constexpr OwnOption own_options[] = {
                                                                                 "bug report; faults and warnings stay the same"},
     {"preflight", Argument::none,     "",                       "exec",         "also check the machine, as the verb preflight does; do not start COMMAND "
                                                                                 "if the server would not start, or if preflight cannot tell"},
+    {"dry-run",   Argument::none,     "",                       "exec",         "print the command instead of starting it"},
     {"only",      Argument::groups,   "GROUP[,GROUP]...",       "preflight exec", "check only these groups"},
     {"skip",      Argument::groups,   "GROUP[,GROUP]...",       "preflight exec", "do not check these groups"},
     {"restart",   Argument::none,     "",                       "preflight",    "answer for a restart: what the server in main.pid has does not stand in "

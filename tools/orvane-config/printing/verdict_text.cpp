@@ -140,6 +140,10 @@ void print_verdict(const Verdict& verdict, std::ostream& err, Ids ids) {
         show_faults(verdict, ids, err);
     else if (!verdict.accepted())
         show_involved(verdict, err);
+    print_warnings(verdict, err);
+}
+
+void print_warnings(const Verdict& verdict, std::ostream& err) {
     for (const Warning& warning : verdict.warnings)
         err << "orvane-config: warning: "
             << (warning.token == 0 ? ""

@@ -14,6 +14,13 @@ enum class Ids { of_warnings, everywhere };
 /// verdict, where each fault is and how to fix it, or the warnings. On a terminal the place is marked.
 void print_verdict(const Verdict& verdict, std::ostream& err, Ids ids = Ids::of_warnings);
 
+/// Only the warnings, as above.
+void print_warnings(const Verdict& verdict, std::ostream& err);
+
+/// FILE:LINE:COLUMN: error: TEXT [id], a line for each fault, problem and warning, as compilers do. What was not read from
+/// a file has the number of its argument.
+void print_as_compilers_do(const Verdict& verdict, std::ostream& out);
+
 /// Only the faults, and how each was fixed.
 void print_fixes(const Verdict& verdict, std::ostream& err, Ids ids = Ids::of_warnings);
 

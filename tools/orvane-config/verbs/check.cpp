@@ -5,12 +5,14 @@
 #include "printing/verdict_text.hpp"
 #include "text/spelling.hpp"
 #include "verbs/configurations.hpp"
+#include "verbs/expectation.hpp"
 #include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
 #include "verbs/refusal.hpp"
 
 #include "qel/i18n/convert.hpp"
 
+#include <initializer_list>
 #include <ostream>
 #include <vector>
 
@@ -18,12 +20,12 @@ namespace orvane {
 namespace {
 
 /// The setting whose lines --get prints.
-Setting wanted_setting(const std::string& name, const qel::config::ServerSettings& settings) {
+Setting wanted_setting(const std::string& name, const std::vector<Setting>& settings) {
     std::vector<std::string> names;
-    for (Setting& setting : settings_of(settings)) {
+    for (const Setting& setting : settings) {
         if (setting.name == name) return setting;
         // An element of a list, or a part of one.
-        for (auto& line : setting.lines)
+        for (const auto& line : setting.lines)
             if (line.first == name) return {name, {line}};
         names.push_back(setting.name);
     }
@@ -40,15 +42,17 @@ ExitCode print_setting(const Setting& setting, std::ostream& out) {
     return setting.lines.empty() ? ExitCode::absent : ExitCode::done;
 }
 
-void print_settings(const Verdict& verdict, bool all, std::ostream& out) {
-    for (const Setting& setting : settings_of(verdict.answer.settings)) {
-        if (all) {
-            print_with_origin("", setting, verdict, out);
+void print_settings(const Call& call, const std::vector<Setting>& settings, const Verdict& verdict) {
+    for (const Setting& setting : settings) {
+        // Without the flags that it comes from it would be another.
+        if (call.has(own("changed")) && verdict.effects.origins_of(setting).empty()) continue;
+        if (call.has(own("all"))) {
+            print_with_origin("", setting, verdict, call.out);
             continue;
         }
         for (const auto& line : setting.lines) {
-            print(line, out);
-            out << '\n';
+            print(line, call.out);
+            call.out << '\n';
         }
     }
 }
@@ -73,33 +77,73 @@ Verdict without_hazards(Verdict verdict) {
     return verdict;
 }
 
-} // namespace
-
-ExitCode verb::check(const Call& call) {
-    if (!is_one_configuration(call)) return check_each(call, check);
-    const bool all = call.has(own("all")), one = call.has(own("get")), quiet = call.has(own("quiet")),
-               secure = call.has(own("security"));
-    if (call.wants_json() && one) throw MisusedInPublic("--get and --format json exclude each other");
-    const WarningIds ignored = ignored_warnings(call);
-    const Verdict verdict = judge(input_of(call), all, ignored);
-    const auto looks = secure ? security_of(verdict, ignored) : std::vector<HazardLook>();
-    call.brief = brief(verdict);
-    const ExitCode code = verdict_code(call, verdict);
-    if (call.wants_json()) {
-        if (!quiet || !verdict.clean()) call.out << check_json(verdict, all, looks) << '\n';
-        return code;
+/// Throws if two of them were given: they ask for different answers.
+void refuse_together(const Call& call, std::initializer_list<const OwnOption*> options) {
+    const OwnOption* first = nullptr;
+    for (const OwnOption* const option : options) {
+        if (!call.has(*option)) continue;
+        if (first != nullptr)
+            throw MisusedInPublic(spelled(*first) + " and " + spelled(*option) + " exclude each other");
+        first = option;
     }
-    if (!one || !verdict.accepted())
-        print_verdict(secure ? without_hazards(verdict) : verdict, call.err, wanted_ids(call));
-    if (!verdict.accepted()) return code;
-    if (one) return print_setting(wanted_setting(call.value(own("get")), verdict.answer.settings), call.out);
-    if (quiet && !secure) return code;
+}
+
+/// The verb's options exclude each other where they ask for different answers.
+void refuse_contradictions(const Call& call) {
+    const OwnOption *const get = &own("get"), *const changed = &own("changed"),
+                           *const expect = &own("expect"), *const security = &own("security");
+    refuse_together(call, {&own("all"), get, changed, expect, security});
+    refuse_together(call, {&own("redact"), expect});
+    const std::string format = call.value(own("format"), "text");
+    if (format == "text") return;
+    for (const OwnOption* const option : {get, changed, expect})
+        refuse_together(call, {option, &own("format")});
+    if (format == "gcc") refuse_together(call, {security, &own("format")});
+}
+
+/// What goes to standard output about an accepted line.
+ExitCode print_answer(const Call& call, const Verdict& verdict, const std::vector<HazardLook>& looks) {
+    const auto settings = settings_of(verdict.answer.settings);
+    if (call.has(own("get")))
+        return print_setting(wanted_setting(call.value(own("get")), settings), call.out);
+    const ExitCode code = verdict_code(call, verdict);
+    if (call.has(own("expect"))) {
+        if (is_as_expected(call, settings)) return code;
+        call.brief = "not as expected";
+        return ExitCode::negative;
+    }
+    const bool secure = call.has(own("security"));
+    if (call.has(own("quiet")) && !secure) return code;
     call.out << acceptance(code, verdict.warnings.size());
     if (secure)
         call.out << to_text(looks, verdict.places);
     else
-        print_settings(verdict, all, call.out);
+        print_settings(call, settings, verdict);
     return code;
+}
+
+} // namespace
+
+ExitCode verb::check(const Call& call) {
+    if (!is_one_configuration(call)) return check_each(call, check);
+    refuse_contradictions(call);
+    const bool all = call.has(own("all")), secure = call.has(own("security"));
+    const WarningIds ignored = ignored_warnings(call);
+    const Verdict verdict = judge(input_of(call), all || call.has(own("changed")), ignored);
+    const auto looks = secure ? security_of(verdict, ignored) : std::vector<HazardLook>();
+    call.brief = brief(verdict);
+    const ExitCode code = verdict_code(call, verdict);
+    if (call.wants_json()) {
+        if (!call.has(own("quiet")) || !verdict.clean()) call.out << check_json(verdict, all, looks) << '\n';
+        return code;
+    }
+    if (call.value(own("format")) == "gcc") {
+        print_as_compilers_do(verdict, call.out);
+        return code;
+    }
+    if (!call.has(own("get")) || !verdict.accepted())
+        print_verdict(secure ? without_hazards(verdict) : verdict, call.err, wanted_ids(call));
+    return verdict.accepted() ? print_answer(call, verdict, looks) : code;
 }
 
 } // namespace orvane

@@ -75,6 +75,9 @@ ExitCode check_each(const Call& call, verb::Run& verb) {
     }
     if (call.wants_json())
         call.out << checks_json(answers) << '\n';
+    else if (call.value(own("format")) == "gcc")
+        for (const CheckedFile& one : answers)
+            call.out << (one.answer.empty() ? one.name + ": error: " + one.details + '\n' : one.answer);
     else if (call.has(own("quiet")))
         call.err << details;
     else

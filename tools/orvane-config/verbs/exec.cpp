@@ -1,6 +1,8 @@
 // The verb `exec`: the server with checked flags.
+#include "formats/format_table.hpp"
 #include "printing/preflight_json.hpp"
 #include "printing/preflight_text.hpp"
+#include "printing/verdict_text.hpp"
 #include "text/lists.hpp"
 #include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
@@ -11,6 +13,7 @@
 
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orvane {
@@ -39,6 +42,7 @@ ExitCode verb::exec(const Call& call) {
     const WarningIds ignored = ignored_warnings(call, findings_to_ignore());
     const Verdict verdict = judge(input, true, ignored);
     if (const auto end = refusal(call, verdict)) return *end;
+    print_warnings(verdict, call.err);
     if (call.has(own("preflight"))) {
         const preflight::Report report = preflight_report(call, verdict, ignored);
         if (!report.may_start()) {
@@ -53,6 +57,8 @@ ExitCode verb::exec(const Call& call) {
     }
     call.successor = *input.command;
     call.successor.insert(call.successor.end(), input.flags.begin(), input.flags.end());
+    if (call.has(own("dry-run")))
+        call.out << write(format_named("sh"), u"", {std::exchange(call.successor, {})});
     return ExitCode::done;
 }
 
