@@ -18,6 +18,7 @@ static std::deque<std::u16string> texts_of(const ReadTokens& tokens, bool has_pr
 /// Only lines, and what cmd.exe reads, cannot hold every token that is well-formed.
 static void write_and_read(const LineFormat& format, const std::deque<std::u16string>& tokens,
                            bool well_formed) {
+    if (!format.is_written) return;
     try {
         const std::string text = write(format, u"", {tokens});
         promise(well_formed, "half a surrogate pair is refused");

@@ -58,7 +58,7 @@ build_with_steps() {
 }
 
 # shellcheck disable=SC2034 # used by those who source this
-build_packages=(g++ cmake ninja-build libboost1.81-dev libssl-dev libutfcpp-dev)
+build_packages=(g++ cmake ninja-build libboost1.81-dev libssl-dev libutfcpp-dev libyaml-cpp-dev)
 # What the tests need wherever they run.
 # shellcheck disable=SC2034
 test_packages=(binutils ccache clang curl fish gdb git libgtest-dev mandoc pkg-config procps python3 python3-jsonschema python3-yaml strace systemd valgrind zsh)

@@ -75,6 +75,8 @@ class Formats(unittest.TestCase):
             Path("flags").write_bytes(content.encode(errors="surrogateescape"))
             done = run("convert", "--to", "json", *named, "--from", "flags")
             with self.subTest(text):
+                if b"this build of orvane-config cannot read" in done.stderr:
+                    continue
                 if expected[0] == "[":
                     self.assertEqual((done.stdout and json.loads(done.stdout), done.returncode), (json.loads(expected), 0), done.stderr)
                 else:
@@ -114,6 +116,7 @@ class Formats(unittest.TestCase):
             ({"a@b-c.service": f"{unit}/bin/x %I"}, "a@b-c.service:2:18: systemd would replace this"),
             ({"a.service": f"{unit}/bin/x %H"}, "a.service:2:18: systemd would replace this"),
             ({"systemd/user/a.service": f"{unit}/bin/x %S"}, "systemd/user/a.service:2:18: systemd would replace this"),
+            ({"Dockerfile": f'FROM x\nENTRYPOINT ["{tool}", "exec", "--from", "/etc/f", "--", "x"]'}, "Dockerfile:2:39: the file of its flags is in the container"),
             ({system + "a.service": f"{unit}{tool} exec --from /etc/f -- x", "image/run/systemd/system/a.service.d/x.conf": f"{unit}",
               "image/etc/f": "--wait\n", "image/etc/systemd/system/a.service.d/x.conf": "[Service]\n"}, (["--wait"], "followed")),
         ][::1 if HERE else 9]:
@@ -135,9 +138,10 @@ class Formats(unittest.TestCase):
     def test_the_units_of_the_examples_are_accepted_where_they_are_installed(self):
         Path("etc/systemd/system").mkdir(parents=True), Path("etc/orvane").mkdir()
         shutil.copy(ROOT / "examples/operations/flags", "etc/orvane/flags")
-        for unit in (ROOT / "examples/operations/systemd").glob("*.service"):
+        for unit in [*(ROOT / "examples/operations").glob("systemd/*.service"), *(ROOT / "examples/operations").glob("container/*.yaml")]:
             done = run("check", shutil.copy(unit, "etc/systemd/system"))
-            self.assertIn(b"\nlog_root = /var/log/orvane\n", done.stdout.replace(b"\r\n", b"\n"), done.stderr)
+            if b"this build of orvane-config cannot read" not in done.stderr:
+                self.assertIn(b"\nextract_root = /var/lib/orvane/.zep_deployed\n", done.stdout.replace(b"\r\n", b"\n"), done.stderr)
 
     def test_what_is_written_means_the_same_to_those_whose_format_it_is(self):
         chance = random.Random(1)
@@ -165,7 +169,8 @@ class Formats(unittest.TestCase):
         rows = re.findall(r"^\| `(\w+)` \|", (ROOT / "docs/formats.md").read_text(), re.M)
         offered = re.search(r"--to (\S+)", run("convert", "--help").stdout.decode())[1].split("|")
         read = re.search(r"--from-format (\S+)", run("convert", "--help").stdout.decode())[1].split("|")
-        self.assertEqual((rows, rows[:len(read)]), (offered, read))
+        self.assertEqual(([row for row in rows if row in offered], [row for row in rows if row in read]), (offered, read))
+        self.assertEqual(set(rows), {*offered, *read})
 
     def test_a_format_refuses_what_it_cannot_hold(self):
         self.assertEqual(convert(["--wait", "a", "it's", "--x y", "--log-root", "/a b"])[1], b"--wait a 'it'\\''s' '--x y'\n--log-root '/a b'\n")

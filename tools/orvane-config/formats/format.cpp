@@ -107,6 +107,12 @@ void LocatedText::append(char byte, Spot spot) {
     spots.push_back(spot);
 }
 
+LocatedText part(const LocatedText& text, std::size_t begin, std::size_t end) {
+    LocatedText result;
+    result.append(text, begin, end);
+    return result;
+}
+
 LocatedText located(std::string_view text) {
     LocatedText result{std::string(text), {}};
     result.spots.reserve(text.size());

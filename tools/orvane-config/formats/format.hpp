@@ -29,6 +29,8 @@ struct LocatedText {
     void append(char byte, Spot spot);
 };
 
+LocatedText part(const LocatedText& text, std::size_t begin, std::size_t end);
+
 /// The text in a file's bytes: UTF-8, without the marks of editors.
 std::string decoded(std::string bytes);
 

@@ -11,8 +11,9 @@ using IsWrittenSo = bool(std::string_view text);
 using Read = ReadTokens(const LocatedText& text);
 using Write = std::string(const TokenGroups& groups);
 
-IsWrittenSo is_nul, is_systemd, is_json, is_flags, is_lines;
-Read read_flags, read_lines, read_nul, read_sh, read_systemd, read_json;
+IsWrittenSo is_nul, is_systemd, is_json, is_yaml, is_dockerfile, is_settings, is_flags, is_lines;
+Read read_flags, read_lines, read_nul, read_sh, read_systemd, read_json, read_yaml, read_dockerfile,
+    read_settings;
 Write as_flags, as_lines, as_nul, as_sh, as_systemd, as_json, as_powershell, as_cmd;
 
 struct LineFormat {
@@ -23,27 +24,33 @@ struct LineFormat {
     Write* write;
     // With the sanitizer of undefined behaviour, g++ cannot compare a function's address in a constant.
     bool is_read;     ///< else the format is only written, and `read` is null
+    bool is_written;  ///< else it is only read, and `write` is null
     bool has_program; ///< the first token is always the program
     std::string_view before_program;
 };
 
 // clang-format off
 inline constexpr LineFormat line_formats[] = {
-    {"nul",        is_nul,     read_nul,     as_nul,        true,  false, ""},
-    {"systemd",    is_systemd, read_systemd, as_systemd,    true,  true,  "ExecStart="},
-    {"json",       is_json,    read_json,    as_json,       true,  false, ""},
-    {"flags",      is_flags,   read_flags,   as_flags,      true,  false, ""},
-    {"lines",      is_lines,   read_lines,   as_lines,      true,  false, ""},
-    {"sh",         nullptr,    read_sh,      as_sh,         true,  false, ""},
-    {"powershell", nullptr,    nullptr,      as_powershell, false, false, "& "},
-    {"cmd",        nullptr,    nullptr,      as_cmd,        false, false, ""},
+    {"nul",        is_nul,        read_nul,        as_nul,        true,  true,  false, ""},
+    {"systemd",    is_systemd,    read_systemd,    as_systemd,    true,  true,  true,  "ExecStart="},
+    {"json",       is_json,       read_json,       as_json,       true,  true,  false, ""},
+    {"yaml",       is_yaml,       read_yaml,       nullptr,       true,  false, false, ""},
+    {"dockerfile", is_dockerfile, read_dockerfile, nullptr,       true,  false, false, ""},
+    {"settings",   is_settings,   read_settings,   nullptr,       true,  false, false, ""},
+    {"flags",      is_flags,      read_flags,      as_flags,      true,  true,  false, ""},
+    {"lines",      is_lines,      read_lines,      as_lines,      true,  true,  false, ""},
+    {"sh",         nullptr,       read_sh,         as_sh,         true,  true,  false, ""},
+    {"powershell", nullptr,       nullptr,         as_powershell, false, true,  false, "& "},
+    {"cmd",        nullptr,       nullptr,         as_cmd,        false, true,  false, ""},
 };
 // clang-format on
 
-/// The names of the formats, those that can be read or all, with | between them.
+/// The names of the formats that can be read, or of those that can be written, with | between them.
 template <bool Readable>
 struct FormatNames {
-    static constexpr bool belongs(const LineFormat& format) { return !Readable || format.is_read; }
+    static constexpr bool belongs(const LineFormat& format) {
+        return Readable ? format.is_read : format.is_written;
+    }
     static constexpr std::size_t size = [] {
         std::size_t sum = 0;
         for (const LineFormat& format : line_formats)

@@ -53,7 +53,7 @@ std::vector<Spot> starts_of_strings(const LocatedText& text) {
 
 bool is_json(std::string_view text) {
     const std::string_view line = first_line_of(text);
-    return line.starts_with('[') || line.starts_with('{');
+    return line.starts_with('[');
 }
 
 ReadTokens read_json(const LocatedText& text) {

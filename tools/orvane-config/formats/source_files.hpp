@@ -4,6 +4,7 @@
 #include "formats/format.hpp"
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -13,8 +14,10 @@ namespace orvane {
 struct SourceFiles {
     std::vector<std::string> paths{};
     std::function<std::string(const std::string& path)> name_of{}; ///< for people
-    std::string root{};               ///< of the file system that the first one is in, if that is known
-    std::vector<std::string> notes{}; ///< what was taken from where
+    std::string root{};            ///< of the file system that the first one is in, if that is known
+    bool is_for_container = false; ///< other paths in it are those of another file system
+    std::map<std::string, std::string> contained{}; ///< files of that one whose content is in the first one
+    std::vector<std::string> notes{};               ///< what was taken from where
 
     /// Reads one more. Throws std::runtime_error when it cannot be read.
     LocatedText open(const std::string& path);
@@ -23,6 +26,9 @@ struct SourceFiles {
 /// ExecStart= of a unit with its drop-ins, and with the values of specifiers and variables where they are certain. Throws
 /// NotUnderstood where they are not.
 ReadTokens read_unit(const LocatedText& unit, SourceFiles& files);
+
+/// The command line of the one container in a manifest.
+ReadTokens read_manifest(const LocatedText& text, SourceFiles& files);
 
 /// The lines NAME=value of a file of variables.
 struct Variable {

@@ -3,78 +3,14 @@
 #include "formats/format_table.hpp"
 #include "formats/source_files.hpp"
 #include "formats/unit_file.hpp"
+#include "formats/unit_name.hpp"
 #include "text/lists.hpp"
 
 #include <algorithm>
-#include <map>
 #include <optional>
 
 namespace orvane {
 namespace {
-
-constexpr std::string_view unit_suffix = ".service";
-
-/// From the one that goes before the others.
-constexpr std::string_view unit_directories[] = {"/etc/systemd/system", "/run/systemd/system",
-                                                 "/usr/local/lib/systemd/system", "/usr/lib/systemd/system",
-                                                 "/lib/systemd/system"};
-
-struct UnitName {
-    std::string directory, file; ///< no directory: it is not known
-
-    bool is_known() const { return file.ends_with(unit_suffix); }
-    bool is_of_user() const { return directory.find("/systemd/user") != directory.npos; }
-    std::string stem() const { return file.substr(0, file.size() - unit_suffix.size()); }
-    std::string prefix() const { return stem().substr(0, stem().find('@')); }
-    std::string instance() const {
-        const auto at = stem().find('@');
-        return at == std::string::npos ? "" : stem().substr(at + 1);
-    }
-};
-
-UnitName name_of_unit(const SourceFiles& files) {
-    if (files.paths.empty() || files.paths[0] == "-") return {};
-    const std::string path = absolute(files.paths[0]);
-    const auto slash = path.rfind('/');
-    return {path.substr(0, slash), path.substr(slash + 1)};
-}
-
-/// The directory of the system that the unit is in; null: another one.
-const std::string_view* system_directory(const UnitName& unit) {
-    const auto found = std::ranges::find_if(
-        unit_directories, [&](std::string_view one) { return unit.directory.ends_with(one); });
-    return found == std::end(unit_directories) ? nullptr : found;
-}
-
-/// Of the drop-ins, from the most special one.
-std::vector<std::string> names_of_drop_ins(const UnitName& unit) {
-    std::vector<std::string> names{unit.file};
-    if (!unit.instance().empty()) names.push_back(unit.prefix() + "@" + std::string(unit_suffix));
-    const std::string prefix = unit.prefix();
-    for (auto end = prefix.rfind('-'); end != prefix.npos && end != 0; end = prefix.rfind('-', end - 1))
-        names.push_back(prefix.substr(0, end + 1) + std::string(unit_suffix));
-    names.emplace_back("service");
-    return names;
-}
-
-/// By their names: one hides another of the same name in a place that comes later.
-std::map<std::string, std::string> drop_ins_of(const UnitName& unit, const SourceFiles& source) {
-    std::map<std::string, std::string> files;
-    std::vector<std::string> directories{unit.directory};
-    if (system_directory(unit) != nullptr) {
-        directories.clear();
-        for (const std::string_view one : unit_directories)
-            directories.push_back(source.root + std::string(one));
-    }
-    for (const std::string& name : names_of_drop_ins(unit))
-        for (const std::string& directory : directories) {
-            const std::string place = directory + "/" + name + ".d";
-            if (!is_directory(place)) continue;
-            for (const std::string& file : files_in(place, source.name_of(place), true))
-                if (file.ends_with(".conf")) files.emplace(file.substr(file.rfind('/') + 1), file);
-        }
-    return files;
-}
 
 class Unit {
 public:
@@ -132,9 +68,7 @@ private:
         const std::size_t size =
             std::min(program.bytes.find_first_not_of(marks_before_program), program.bytes.size());
         std::string marks = program.bytes.substr(0, size);
-        LocatedText rest;
-        rest.append(program, size, program.bytes.size());
-        program = std::move(rest);
+        program = part(program, size, program.bytes.size());
         return marks;
     }
 
@@ -206,8 +140,8 @@ private:
             if (value.bytes.find('\\') != value.bytes.npos)
                 throw NotUnderstood(value.spots[0],
                                     "what systemd makes of a \\ in this value is not certain");
-            for (const UnitWord& part : unit_words(value))
-                tokens.push_back({part.text.bytes, part.begin});
+            for (const UnitWord& one : unit_words(value))
+                tokens.push_back({one.text.bytes, one.begin});
             return;
         }
         tokens.push_back({with_variables(word), begin});
@@ -251,9 +185,7 @@ private:
             for (const UnitWord& word : unit_words(value)) {
                 const LocatedText text = specified(word.text);
                 const auto equals = std::min(text.bytes.find('='), text.bytes.size() - 1);
-                LocatedText rest;
-                rest.append(text, equals + 1, text.bytes.size());
-                all.push_back({text.bytes.substr(0, equals), rest});
+                all.push_back({text.bytes.substr(0, equals), part(text, equals + 1, text.bytes.size())});
             }
         for (const LocatedText& value : values_of("EnvironmentFile"))
             std::ranges::move(variables_of(environment_file(specified(value))), std::back_inserter(all));

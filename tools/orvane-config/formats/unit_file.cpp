@@ -10,12 +10,6 @@ bool is_continued(std::string_view line) {
     return (line.size() - (last == line.npos ? 0 : last + 1)) % 2 == 1;
 }
 
-LocatedText part(const LocatedText& text, std::size_t begin, std::size_t end) {
-    LocatedText result;
-    result.append(text, begin, end);
-    return result;
-}
-
 LocatedText trimmed(const LocatedText& text) {
     const auto begin = text.bytes.find_first_not_of(unit_blanks);
     return begin == text.bytes.npos ? LocatedText()

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <iosfwd>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -42,6 +43,7 @@ struct Call {
     mutable Tokens successor{};
     /// Of a call of this tool that a file contains: where its absolute paths begin.
     std::optional<std::string> root{};
+    std::map<std::string, std::string> contained{}; ///< and the files that are in the same file
     /// What `check` says about the configuration in a word.
     mutable std::string brief{};
     /// For all that the verb prints with --redact.

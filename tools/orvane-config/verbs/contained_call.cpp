@@ -15,7 +15,8 @@ class Contained {
 public:
     Contained(const Call& outer, const ContainedCall& contained)
         : outer_(outer), contained_(contained), call_(read()) {
-        call_.root = contained.root;
+        call_.root = contained.files.root;
+        call_.contained = contained.files.contained;
         call_.redactor = outer.redactor;
         if (outer.has(own("redact"))) call_.options.emplace_back(&own("redact"), "");
         for (std::string& file : call_.files)
@@ -70,7 +71,11 @@ private:
         const bool is_absolute = file.starts_with('/') || (file.size() > 2 && file[1] == ':');
         if (!is_absolute)
             refuse(1, "where the file of its flags is, is not certain: name it by its absolute path");
-        file.insert(0, contained_.root);
+        if (contained_.files.is_for_container && !contained_.files.contained.contains(file))
+            refuse(
+                1,
+                "the file of its flags is in the container, and not known here: check that file by itself");
+        file.insert(0, contained_.files.root);
         outer_.err << "orvane-config: also read " << shown_name(outer_, file) << '\n';
     }
 

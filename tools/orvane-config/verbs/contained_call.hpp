@@ -1,6 +1,7 @@
 // A call of this tool that a file contains, such as ExecStart=orvane-config exec --from FILE -- SERVER.
 #pragma once
 
+#include "formats/source_files.hpp"
 #include "verbs/input.hpp"
 
 #include <functional>
@@ -10,7 +11,7 @@ namespace orvane {
 
 struct ContainedCall {
     const ReadTokens& tokens;
-    const std::string& root; ///< of the file system that it is for
+    const SourceFiles& files;
     std::function<SourcePlace(const ReadToken& token)> place;
 };
 

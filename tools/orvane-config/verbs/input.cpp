@@ -67,15 +67,24 @@ SourcePlace place_in(const SourceFiles& files, const Source& source, Spot spot) 
     return {spot.file == 0 ? source.name : files.name_of(files.paths[spot.file]), spot};
 }
 
+ReadTokens read_from(const LineFormat& format, const std::string& text, SourceFiles& files) {
+    if (format.has_program) return read_unit(located(text), files);
+    if (format.name == "yaml") return read_manifest(located(text), files);
+    files.is_for_container = format.name == "dockerfile";
+    return read(format, text);
+}
+
 Content content_in(const Call& call, const Source& source, SourceFiles& files) {
-    const std::string text =
-        source.is_process ? bytes_of(source.path, source.name) : content_of(source.path, source.name);
+    const auto contained = call.contained.find(source.path);
+    const std::string text = contained != call.contained.end() ? contained->second
+                             : source.is_process               ? bytes_of(source.path, source.name)
+                                                               : content_of(source.path, source.name);
     if (!source.is_process && is_program(text)) return {format_named("lines"), {{source.name, {}}}, true};
     if (!source.is_process) refuse_unless_utf8(text, source.name);
     const std::string wanted = source.is_process ? "nul" : call.value(own("from-format"));
     const LineFormat& format = wanted.empty() ? format_of(text) : format_named(wanted);
     try {
-        ReadTokens tokens = format.has_program ? read_unit(located(text), files) : read(format, text);
+        ReadTokens tokens = read_from(format, text, files);
         if (!source.is_process) tokens = unwrapped(std::move(tokens));
         return {format, std::move(tokens), format.has_program || source.is_process};
     } catch (const NotUnderstood& fault) {
@@ -101,7 +110,7 @@ void add(Input& input, const Call& call, const Source& source) {
     const auto place = [&](const ReadToken& token) { return place_in(files, source, token.spot); };
     if (!source.is_process && !call.root && calls_this_tool(read)) {
         note(call, place(read[0]).text() + ": followed a call of orvane-config");
-        return add_call(input, call, {read, files.root, place});
+        return add_call(input, call, {read, files, place});
     }
     Tokens tokens;
     for (const ReadToken& token : read)
