@@ -38,9 +38,10 @@ class Answers(Tool):
             Path("other").write_text(everything.replace("\nauto_deploy_root = ", "\nauto_deploy_root = other"), encoding="utf-8")
             self.assertEqual(run(*TOOL, "check", "--expect", "other", *words)[0], 1, words)
         for line in random.sample(lines("tool_mistakes.txt")[::2], 12 if HERE else 2):
-            found = json.loads(run(*TOOL, "check", "--format", "json", *words_of(line))[1])
+            words = ["--auto-deploy-root", "D", *words_of(line)]
+            found = json.loads(run(*TOOL, "check", "--format", "json", *words)[1])
             ids = [one["id"] for one in found["faults"]] + found["problem_ids"] + [one["id"] for one in found["warnings"]]
-            printed = run(*TOOL, "check", "--format", "gcc", *words_of(line))[1]
+            printed = run(*TOOL, "check", "--format", "gcc", *words)[1]
             self.assertEqual(re.findall(r" \[([a-z-]+)\]$", printed, re.M), ids, line)
 
     def test_every_verb_refuses_a_line_in_the_same_words(self):
