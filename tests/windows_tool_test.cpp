@@ -132,6 +132,12 @@ int main() {
                answer);
     }
 
+    for (const auto& [other, same] : {std::pair(L"c:/Zd/", true), {L"C:\\zd. ", true}, {L"C:\\zdd", false}}) {
+        const std::string answer = said(L" check --auto-deploy-root C:\\ZD\\.zep_DEPLOYED --extract-root \"" +
+                                        std::wstring(other) + L"\"");
+        expect((answer.find("[same-directory]") != answer.npos) == same, answer);
+    }
+
     // cmd.exe would run a part of a value, and read another value; other programs that read their line get it as it is.
     std::ofstream(root / "server.cmd") << "@echo STARTED %*\r\n";
     const std::wstring batch = L" -- \"" + (root / "server.cmd").wstring() + L"\"";

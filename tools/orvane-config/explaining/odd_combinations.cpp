@@ -38,14 +38,6 @@ std::string host_key(const std::u16string& host) {
     return text == "127.0.0.1" || text == "[::1]" ? "localhost" : text;
 }
 
-/// A path without the parts that do not change where it leads.
-std::u16string path_key(std::u16string_view path) {
-    std::u16string key = path.starts_with(u'/') ? u"/" : u"";
-    for (const std::u16string& element : split_words(path, u"/"))
-        if (element != u".") key.append(element).append(u"/");
-    return key;
-}
-
 struct Address {
     const Occurrence* given;
     std::string host; ///< empty: all addresses
@@ -162,7 +154,7 @@ void any_origin(const AcceptedLine& accepted, WarningCollector& warnings) {
 void given_twice(const AcceptedLine& accepted, WarningCollector& warnings) {
     const qel::config::ServerSettings& settings = accepted.settings;
     std::vector<std::string> caches, handlers;
-    std::vector<std::u16string> origins, roots;
+    std::vector<std::u16string> origins;
     if (const auto& list = settings.cache_list())
         for (const auto& cache : list->list())
             caches.push_back(qel::i18n::ustring_to_utf8(cache.provider()) + '@' + host_key(cache.host()) +
@@ -174,12 +166,9 @@ void given_twice(const AcceptedLine& accepted, WarningCollector& warnings) {
         if (origin.ends_with('/')) origin.pop_back();
         origins.push_back(lower(qel::i18n::utf8_to_ustring(origin)));
     }
-    for (const auto& root : settings.lumo_root())
-        roots.push_back(path_key(root.text()));
     find_twice(caches, accepted, {flag::start_cache, flag::attach_cache}, warnings);
     find_twice(handlers, accepted, {flag::log_handler}, warnings);
     find_twice(origins, accepted, {flag::cors_allowed_origins}, warnings);
-    find_twice(roots, accepted, {flag::lumo_root}, warnings);
 }
 
 void no_listener(const AcceptedLine& accepted, WarningCollector& warnings) {

@@ -63,8 +63,8 @@ ValueRule flag_as_value, empty_value, lone_mark, leading_equals, end_of_line, in
 ValueRule negative, hours, host, two_ports, ipv6, empty_host, port_0, origin, profile_off;
 LineRule control_port, raised, small_size, small_rotation, zero_timeout, worker_count, severity;
 
-// About several flags (odd_combinations.cpp).
-LineRule no_effect, linger_without_http, same_port, no_certificate, access, overflow, archive, target,
-    any_origin, given_twice, no_listener;
+// About several flags (odd_combinations.cpp; the first: odd_directories.cpp).
+LineRule same_directory, no_effect, linger_without_http, same_port, no_certificate, access, overflow, archive,
+    target, any_origin, given_twice, no_listener;
 
 } // namespace orvane
