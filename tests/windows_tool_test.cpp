@@ -167,6 +167,9 @@ int main() {
         expect(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0), "Ctrl+C is sent");
         expect(exit_code(process) == 0, "publish ends with 0");
         expect(fs::exists(pid_file) == is_read, "the pid file is gone, unless it is read");
+        std::ifstream answer(root / "published");
+        const std::string line{std::istreambuf_iterator<char>(answer), {}};
+        expect((line.find("main.pid: does another program have it open?") != line.npos) == is_read, line);
     }
 
     // A tool that is killed takes its command with it. A command that has ended leaves what it has started.

@@ -4,6 +4,7 @@
 #include "runtime/occupant.hpp"
 #include "system/child_process.hpp"
 #include "system/network.hpp"
+#include "text/quoting.hpp"
 #include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
 #include "verbs/refusal.hpp"
@@ -101,10 +102,20 @@ std::vector<std::unique_ptr<Published>>& abandoned() {
     return *all;
 }
 
-/// Removes the files, unless a server that takes no lock has written them since the command ended.
-void withdraw(std::unique_ptr<Published> published, const ServerSettings& settings, unsigned pid) {
-    const FileReport now = inspect_runtime_files(settings).front();
-    if (now.pid != 0 && now.pid != pid) abandoned().push_back(std::move(published));
+/// Removes the files, unless a server that takes no lock has written them since the command ended, and names those that stay.
+void withdraw(std::unique_ptr<Published> published, const ServerSettings& settings, unsigned pid,
+              std::ostream& err) {
+    const auto is_anothers = [&] {
+        const FileReport now = inspect_runtime_files(settings).front();
+        return now.pid != 0 && now.pid != pid;
+    };
+    if (is_anothers()) return abandoned().push_back(std::move(published));
+    published.reset();
+    if (is_anothers()) return;
+    for (const FileReport& file : inspect_runtime_files(settings))
+        if (file.state != FileState::not_published)
+            err << "orvane-config: cannot remove " << shown(file.path.text())
+                << ": does another program have it open?\n";
 }
 
 /// Where the command accepts connections when it is ready.
@@ -171,7 +182,7 @@ int publish(const ServerSettings& settings, const Plan& plan, const Call& call) 
         call.tell();
         holder.end(std::chrono::milliseconds(static_cast<long long>(plan.patience * 1000)));
     }
-    withdraw(std::move(published), settings, holder.pid());
+    withdraw(std::move(published), settings, holder.pid(), call.err);
     return result;
 }
 
