@@ -192,7 +192,7 @@ class Preflight(unittest.TestCase):
         skipped = [one["name"] for one in answer["groups"] if not one["looked_at"]]
         self.assertEqual(skipped, ["listeners", "tls", "programs", "caches", "resources", "runtime"])
         lines = run(*TOOL, "preflight", *QUIET, "--only", "directories", *REQUIRED, "--log-root", "none\n").stdout.decode().splitlines()
-        self.assertRegex(lines[-3], r"^ +blocking: there is no directory .*none\\u000a.* \[missing-directory\]$")
+        self.assertRegex(lines[-3], r"^ +blocking: there is no directory .*none(\\u|\$\(\[char\]0x)000a.* \[missing-directory\]$")
         self.assertRegex(lines[-1], "^not ready: 1 blocking finding; not looked at: listeners, ")
         self.assertEqual(run(*TOOL, "preflight", "--only", "directories", "--strict", "--ignore", "no-listener", *REQUIRED).returncode, 3)
         for group, count in [("directories", 0), ("programs", 2)]:  # warned of by this group or by the flags, not by both

@@ -20,3 +20,17 @@ def rows(name, size, comment="#"):
 def words_of(text):
     """Words in a shell's notation, $'...' among them."""
     return shlex.split(re.sub(r"\$'(.*?)'", lambda found: "'" + found[1].encode().decode("unicode_escape") + "'", text))
+
+
+def unquoted(text):
+    """Without what PowerShell and other shells quote differently."""
+    return re.sub(r"\$(?=')|['\"]", "", text)
+
+
+def words_of_powershell(text):
+    """Words in PowerShell's notation; a $([char]0x...) is a UTF-16 unit."""
+    def read(word):
+        parts = re.findall(r"'((?:[^']|'')*)'|\"((?:`.|[^`\"])*)\"|([^\s'\"]+)", word)
+        double = (re.sub(r"`(.)|\$\(\[char\](0x\w{4})\)", lambda found: found[1] or chr(int(found[2], 16)), two) for _, two, _ in parts)
+        return "".join(one.replace("''", "'") + two + three for (one, _, three), two in zip(parts, double))
+    return [*map(read, re.findall(r"(?:'(?:[^']|'')*'|\"(?:`.|[^`\"])*\"|[^\s'\"])+", text))]

@@ -180,7 +180,7 @@ class Formats(unittest.TestCase):
         self.assertEqual(convert(["--wait"], "--to", "systemd", "--program", "-x")[0], 7)
         self.assertEqual(convert(["--wait"], "--to", "sh", "--program", "a b")[1], b"'a b' --wait\n")
         self.assertEqual(convert(["--http", "it\u2019s 'x'"], "--to", "powershell", "--program", "x")[1].decode(),
-                         "& 'x' `\n    --http 'it\u2019\u2019s ''x'''\n")
+                         "& x `\n    --http 'it\u2019\u2019s ''x'''\n")
         self.assertEqual(convert(["--log-root", "C:\\a b\\", 'q"\\"', "a,b", "x&y", "", "C:\\z\\"], "--to", "cmd", "--program", "C:\\p q.exe")[1],
                          b'"C:\\p q.exe" --log-root "C:\\a b\\\\" "q\\"\\\\\\"" "a,b" "x&y" "" C:\\z\\\n')
         for token in ["%PATH%", "!x!", "a\nb", "a\r", '"&x', '"(']:

@@ -122,7 +122,7 @@ int main() {
     }
 
     for (const auto& [path, obstacle] : {std::pair(L"Q:\\x", "there is no drive Q:"),
-                                         {L"\\\\no.such\\share\\x", "there is no share '\\\\no.such\\share'"},
+                                         {L"\\\\no.such\\share\\x", "there is no share \\\\no.such\\share"},
                                          {L"C:\\x.", "the dot at the end"},
                                          {L"C:\\x", "mkdir"}}) {
         const std::string answer =

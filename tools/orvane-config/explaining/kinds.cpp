@@ -54,8 +54,8 @@ Explanation kind_of(std::string_view about, const WarningKind& row) {
             std::string(row.id),
             std::string(row.summary),
             with_flags(row.explanation),
-            with_flags(row.example),
-            with_flags(row.fix)};
+            example_of(row.example),
+            example_of(row.fix)};
 }
 
 std::vector<Explanation> make_kinds() {

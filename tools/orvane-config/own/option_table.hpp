@@ -47,6 +47,7 @@ inline constexpr OwnOption own_options[] = {
     {"from-format", Argument::a_word, FormatNames<true>::text,  any_flags,      "format of the files; by default detected from their content"},
     {"pid",       Argument::anything, "PID",                    any_flags,      "read FLAGS from a running process (Linux)"},
     {"to",        Argument::a_word,   FormatNames<false>::text, "convert",      "the format to write; by default flags"},
+    {"to",        Argument::a_word,   FormatNames<false>::text, "fix",          "the format to write; by default a line for a shell of this system"},
     {"tidy",      Argument::none,     "",                       "convert",      "leave out what has no effect, and sort the flags as the reference does; "
                                                                                 "the settings stay the same"},
     {"program",   Argument::anything, "PATH",                   "convert",      "put this program before the flags"},

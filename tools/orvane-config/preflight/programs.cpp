@@ -44,7 +44,8 @@ void look_at_program(const Program& program, const ProgramSearch& search) {
     if (!words.shell_syntax.empty())
         program.add(Kind::shell_syntax,
                     "no shell reads this command, so " + shown(words.shell_syntax) + " is not interpreted",
-                    "Put the command into a script, or start a shell: sh -c '...'");
+                    std::string("Put the command into a script, or start a shell: ") +
+                        (backslash_separates() ? "cmd /c ..." : "sh -c '...'"));
     const std::u16string& name = words.program;
     if (name.empty()) return program.add(Kind::missing_program, "the command is empty", "Name a program.");
     if (!names_a_place(name)) {

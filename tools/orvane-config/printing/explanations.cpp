@@ -5,6 +5,7 @@
 #include "preflight/findings.hpp"
 #include "printing/wrapping.hpp"
 #include "reference/reference.hpp"
+#include "text/quoting.hpp"
 
 #include <algorithm>
 #include <iterator>
@@ -38,7 +39,7 @@ void write_entries_as_text(const Entries& kinds, std::ostream& out) {
         out << wrapped(kind.id + " (" + std::string(kind.about) + level + "): " + kind.summary, 0) << '\n';
         if (!kind.cause.empty()) out << wrapped("Cause: " + kind.cause, 4, 2) << '\n';
         for (const auto& [name, text, is_code] : details(kind))
-            out << wrapped(std::string(name) + ": " + text, 4, 2, is_code ? " \\" : "") << '\n';
+            out << wrapped(std::string(name) + ": " + text, 4, 2, is_code ? continuation() : "") << '\n';
         out << '\n';
     }
 }

@@ -5,6 +5,7 @@
 #include "printing/wrapping.hpp"
 #include "probing/settings_of_flag.hpp"
 #include "text/lists.hpp"
+#include "text/quoting.hpp"
 
 #include <algorithm>
 #include <ostream>
@@ -45,7 +46,8 @@ void write_text(const Reference& one, bool new_subject, std::ostream& out) {
     if (new_subject) out << one.subject << "\n\n";
     out << wrapped(heading(one), 2, 4) << '\n' << wrapped(one.meaning(), 6) << '\n';
     for (const auto& [name, text] : details(one))
-        out << wrapped(std::string(name).append(": ").append(text), 6, 2, name == "Example" ? " \\" : "")
+        out << wrapped(std::string(name).append(": ").append(text), 6, 2,
+                       name == "Example" ? continuation() : "")
             << '\n';
     out << '\n';
 }

@@ -91,19 +91,6 @@ constexpr bool has_forms(const Reference& one) {
 static_assert(std::ranges::all_of(all_references, has_forms),
               "reference.def has a form that forms.def lacks");
 
-/// The words of an example, some of them in single quotes.
-std::vector<std::string> words_of(std::string_view text) {
-    std::vector<std::string> words;
-    while (!text.empty()) {
-        const bool quoted = text.starts_with('\'');
-        text.remove_prefix(quoted ? 1 : 0);
-        const std::size_t end = std::min(text.find(quoted ? '\'' : ' '), text.size());
-        words.emplace_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + (quoted ? 2 : 1), text.size()));
-    }
-    return words;
-}
-
 } // namespace
 
 std::string with_flags(std::string_view raw) {
@@ -137,11 +124,15 @@ std::string Reference::relations() const {
     return with_flags(raw_relations);
 }
 
-std::string Reference::example() const {
+std::string Reference::whole_example() const {
     const std::string text(flag);
     std::string line = with_flags(raw_example);
     if (line.find(text + " ") != line.npos) return line;
     return text + (line.empty() ? "" : " ") + line;
+}
+
+std::string Reference::example() const {
+    return example_of(whole_example());
 }
 
 std::string Reference::sample() const {
@@ -151,7 +142,7 @@ std::string Reference::sample() const {
 }
 
 std::vector<std::string> Reference::example_words() const {
-    return words_of(example());
+    return words_of_example(whole_example());
 }
 
 std::string Reference::by_default() const {

@@ -54,6 +54,8 @@ struct Reference {
     std::vector<std::string> example_words() const; ///< the example, taken apart
     std::string by_default() const;                 ///< what holds without the flag; empty where nothing does
 
+    std::string whole_example() const; ///< as it is written in reference.def
+
     bool is_switch() const { return way != Way::not_a_switch; }
     bool holds(Holds what) const { return row_of(form).holds == what; }
 };
@@ -67,6 +69,10 @@ const Reference* reference_of(std::string_view flag);
 
 /// `text` with each {name} replaced by the flag of that name, where there is one.
 std::string with_flags(std::string_view text);
+
+/// An example with the flags, and with the paths of this system; as text, quoted for its shell.
+std::vector<std::string> words_of_example(std::string_view raw);
+std::string example_of(std::string_view raw);
 
 /// The first flag of the reference with this trait.
 const Reference& flag_with(Trait trait);

@@ -5,12 +5,25 @@
 #include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
 #include "verbs/refusal.hpp"
+#include "verbs/written.hpp"
 
 #include <algorithm>
 #include <ostream>
+#include <utility>
+#include <vector>
 
 namespace orvane {
 namespace {
+
+void print_line(std::vector<Token> tokens, const Call& call) {
+    if (!call.has(own("to"))) {
+        call.out << shown(tokens) << '\n';
+        return;
+    }
+    for (Token& token : tokens)
+        if (!token.sample.empty()) token.text = u"<value>";
+    call.out << written(call, occurrences_of(tokens_of({std::move(tokens)})));
+}
 
 bool has_placeholder(const Diagnosis& diagnosis) {
     return std::any_of(diagnosis.fixed.begin(), diagnosis.fixed.end(),
@@ -39,11 +52,11 @@ ExitCode verb::fix(const Call& call) {
     }
     if (!refused) {
         print_verdict(verdict, call.err, wanted_ids(call));
-        call.out << shown(tokens_in(verdict.line)) << '\n';
+        print_line(tokens_in(verdict.line), call);
         return verdict_code(call, verdict);
     }
     print_fixes(verdict, call.err, wanted_ids(call));
-    call.out << shown(verdict.diagnosis.fixed) << '\n';
+    print_line(verdict.diagnosis.fixed, call);
     if (has_placeholder(verdict.diagnosis))
         call.err << "orvane-config: replace each <value> before you use this command line\n";
     return fix_refused(verdict, call);
