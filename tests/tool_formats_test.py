@@ -71,6 +71,8 @@ class Formats(unittest.TestCase):
     def test_what_is_read_and_what_is_refused(self):
         for text, expected in READ[::1 if HERE else 5]:
             named, text = (["--from-format", "sh"], text[3:]) if text.startswith("sh ") else ([], text)
+            named, text = (["--env", "A=b '$c", "--env", "Z=", "--env", "e"], text[4:]) if text.startswith("env ") else (named, text)
+            Path("e").write_text("B=1\nB='2 3'\n")
             content = re.sub(r"\\(x..|u....|.)", lambda found: eval(f"'\\{found[1]}'"), text)
             Path("flags").write_bytes(content.encode(errors="surrogateescape"))
             done = run("convert", "--to", "json", *named, "--from", "flags")

@@ -153,8 +153,8 @@ const LineFormat& format_of(std::string_view text) {
     });
 }
 
-ReadTokens read(const LineFormat& format, const std::string& text) {
-    ReadTokens tokens = format.read(located(text));
+ReadTokens read(const LineFormat& format, const LocatedText& text) {
+    ReadTokens tokens = format.read(text);
     for (const ReadToken& token : tokens)
         if (token.text.find('\0') != token.text.npos)
             throw NotUnderstood(token.spot, "no argument of a program can contain a zero character");

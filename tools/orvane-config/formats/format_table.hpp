@@ -78,7 +78,10 @@ const LineFormat& format_named(std::string_view name);
 const LineFormat& format_of(std::string_view text);
 
 /// The tokens of a text. Throws NotUnderstood.
-ReadTokens read(const LineFormat& format, const std::string& text);
+ReadTokens read(const LineFormat& format, const LocatedText& text);
+inline ReadTokens read(const LineFormat& format, const std::string& text) {
+    return read(format, located(text));
+}
 
 /// The program, unless it is empty, and the tokens. Throws CannotHold.
 std::string write(const LineFormat& format, std::u16string program, const std::vector<Tokens>& groups);

@@ -36,6 +36,18 @@ struct Variable {
     LocatedText value;
 };
 std::vector<Variable> variables_of(const LocatedText& text);
+bool is_variable_name(std::string_view text);
+
+/// The text with something in the place of $NAME and ${NAME}, and then the values instead. Throws NotUnderstood at a variable
+/// that is not set.
+LocatedText with_stand_ins(const LocatedText& text, const std::vector<Variable>& variables);
+void put_values(ReadTokens& tokens, const std::vector<Variable>& variables);
+
+/// What a file is instead of flags; empty where that is not certain.
+std::string foreign_kind(std::string_view text);
+
+/// Whether not even one token may have been meant for a flag.
+bool has_no_flags(const ReadTokens& tokens);
 
 /// Without what only starts the program: env, sh -c, exec.
 ReadTokens unwrapped(ReadTokens tokens);

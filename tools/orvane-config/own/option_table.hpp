@@ -45,6 +45,8 @@ inline constexpr OwnOption own_options[] = {
     {"from",      Argument::file,     "FILE",                   any_flags,      "read FLAGS from FILE, or from standard input if FILE is -; can be "
                                                                                 "repeated, and FLAGS on the command line come last"},
     {"from-format", Argument::a_word, FormatNames<true>::text,  any_flags,      "format of the files; by default detected from their content"},
+    {"env",       Argument::file,     "FILE|NAME=VALUE",        any_flags,      "replace $NAME and ${NAME} in the files by VALUE, or by what FILE says; "
+                                                                                "can be repeated"},
     {"pid",       Argument::anything, "PID",                    any_flags,      "read FLAGS from a running process (Linux)"},
     {"to",        Argument::a_word,   FormatNames<false>::text, "convert",      "the format to write; by default flags"},
     {"to",        Argument::a_word,   FormatNames<false>::text, "fix",          "the format to write; by default a line for a shell of this system"},

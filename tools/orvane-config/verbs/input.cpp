@@ -12,6 +12,7 @@
 #include "text/lists.hpp"
 #include "text/spelling.hpp"
 #include "verbs/contained_call.hpp"
+#include "verbs/given_variables.hpp"
 
 #include "qel/config/error_code.hpp"
 #include "qel/i18n/convert.hpp"
@@ -67,9 +68,9 @@ SourcePlace place_in(const SourceFiles& files, const Source& source, Spot spot) 
     return {spot.file == 0 ? source.name : files.name_of(files.paths[spot.file]), spot};
 }
 
-ReadTokens read_from(const LineFormat& format, const std::string& text, SourceFiles& files) {
-    if (format.has_program) return read_unit(located(text), files);
-    if (format.name == "yaml") return read_manifest(located(text), files);
+ReadTokens read_from(const LineFormat& format, const LocatedText& text, SourceFiles& files) {
+    if (format.has_program) return read_unit(text, files);
+    if (format.name == "yaml") return read_manifest(text, files);
     files.is_for_container = format.name == "dockerfile";
     return read(format, text);
 }
@@ -81,10 +82,20 @@ Content content_in(const Call& call, const Source& source, SourceFiles& files) {
                                                                : content_of(source.path, source.name);
     if (!source.is_process && is_program(text)) return {format_named("lines"), {{source.name, {}}}, true};
     if (!source.is_process) refuse_unless_utf8(text, source.name);
+    if (const std::string kind = foreign_kind(text); !kind.empty() && !source.is_process)
+        throw std::runtime_error(source.name + ": this looks like " + kind +
+                                 "; the server reads flags only: 'orvane-config explain NAME' finds the flag "
+                                 "for a setting");
     const std::string wanted = source.is_process ? "nul" : call.value(own("from-format"));
     const LineFormat& format = wanted.empty() ? format_of(text) : format_named(wanted);
     try {
-        ReadTokens tokens = read_from(format, text, files);
+        const std::vector<Variable> variables = variables_in(call);
+        ReadTokens tokens = variables.empty() || source.is_process
+                                ? read_from(format, located(text), files)
+                                : read_from(format, with_stand_ins(located(text), variables), files);
+        put_values(tokens, variables);
+        if (wanted.empty() && (format.name == "lines" || format.name == "flags") && has_no_flags(tokens))
+            throw NotUnderstood(tokens[0].spot, "nothing in this file begins with --, as flags do");
         if (!source.is_process) tokens = unwrapped(std::move(tokens));
         return {format, std::move(tokens), format.has_program || source.is_process};
     } catch (const NotUnderstood& fault) {

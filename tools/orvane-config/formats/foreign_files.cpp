@@ -1,0 +1,47 @@
+// Files that are certainly no flags.
+#include "formats/format_table.hpp"
+#include "formats/source_files.hpp"
+
+#include <algorithm>
+
+namespace orvane {
+namespace {
+
+struct Foreign {
+    std::string_view line_begins, looks_like;
+};
+constexpr Foreign foreign_files[] = {
+    {"worker_processes ", "an nginx configuration"},
+    {"server {", "an nginx configuration"},
+    {"upstream ", "an nginx configuration"},
+    {"LoadModule ", "an Apache configuration"},
+    {"<VirtualHost ", "an Apache configuration"},
+    {"frontend ", "an HAProxy configuration"},
+    {"-----BEGIN ", "a key or certificate"},
+    {"<?xml", "XML"},
+    {"<", "XML or HTML"},
+};
+
+/// Also one of another hyphen, or of Windows: what it means is explained.
+bool may_be_flag(const ReadToken& token) {
+    return token.text.find_first_of("-/") == 0 || token.text.starts_with("\xE2");
+}
+
+} // namespace
+
+std::string foreign_kind(std::string_view text) {
+    for (const Foreign& one : foreign_files) {
+        const std::string begin(one.line_begins);
+        const bool is_first_only = begin[0] == '<' || begin[0] == '-';
+        if (first_line_of(text).starts_with(begin) ||
+            (!is_first_only && text.find('\n' + begin) != text.npos))
+            return std::string(one.looks_like);
+    }
+    return {};
+}
+
+bool has_no_flags(const ReadTokens& tokens) {
+    return tokens.size() > 3 && std::ranges::none_of(tokens, may_be_flag);
+}
+
+} // namespace orvane

@@ -1,0 +1,112 @@
+// Variables that are replaced in what is read.
+#include "formats/source_files.hpp"
+
+#include <algorithm>
+#include <cctype>
+
+namespace orvane {
+namespace {
+
+/// Stands for a value until the text is read, so that no format takes a part of it for its own. Programs give these characters
+/// no meaning.
+constexpr std::string_view stand_in = "\xF4\x8F\xBC";
+
+bool is_in_name(char c, bool is_first) {
+    const auto byte = static_cast<unsigned char>(c);
+    return c == '_' || (is_first ? std::isalpha(byte) : std::isalnum(byte)) != 0;
+}
+
+/// The name after $ or in ${}; empty: there is none.
+std::string name_after_dollar(Walk& walk) {
+    Walk ahead = walk;
+    const bool has_braces = ahead.skip("{");
+    std::string name;
+    while (!ahead.done() && is_in_name(ahead.peek(), name.empty()))
+        name += ahead.next();
+    if (has_braces && !ahead.skip("}")) name.clear();
+    if (!name.empty()) walk.skip(has_braces ? "{" + name + "}" : name);
+    return name;
+}
+
+} // namespace
+
+std::vector<Variable> variables_of(const LocatedText& text) {
+    std::vector<Variable> variables;
+    for (Walk walk(text); !walk.done();) {
+        walk.skip_any_of(" \t\r\n");
+        if (walk.done()) break;
+        if (walk.peek() == '#' || walk.peek() == ';') {
+            walk.skip_to("\n");
+            continue;
+        }
+        const Walk begin = walk;
+        Variable& one = variables.emplace_back();
+        while (!walk.done() && walk.peek() != '=' && walk.peek() != '\n')
+            one.name += walk.next();
+        one.name.erase(one.name.find_last_not_of(" \t") + 1);
+        if (!walk.skip("=")) begin.refuse("this line is not NAME=value");
+        walk.skip_any_of(" \t");
+        const char quote = walk.peek() == '"' || walk.peek() == '\'' ? walk.next() : '\0';
+        while (!walk.done() && (quote != 0 ? walk.peek() != quote : walk.peek() != '\n')) {
+            if (walk.peek() == '\\' ||
+                (quote != '\'' && std::string_view("$`'\"").find(walk.peek()) != std::string_view::npos))
+                walk.refuse("what this character means here is not certain; quote the value with '");
+            const Spot spot = walk.spot();
+            one.value.append(walk.next(), spot);
+        }
+        if (quote != 0 && !walk.skip(std::string_view(&quote, 1))) begin.refuse("this quote is not closed");
+        while (quote == 0 && !one.value.bytes.empty() &&
+               std::string_view(" \t\r").find(one.value.bytes.back()) != std::string_view::npos)
+            one.value.bytes.pop_back(), one.value.spots.pop_back();
+        if (walk.skip_any_of(" \t\r"); !walk.done() && walk.peek() != '\n')
+            walk.refuse("something follows the value");
+    }
+    return variables;
+}
+
+bool is_variable_name(std::string_view text) {
+    return !text.empty() && is_in_name(text[0], true) &&
+           std::ranges::all_of(text, [](char c) { return is_in_name(c, false); });
+}
+
+LocatedText with_stand_ins(const LocatedText& text, const std::vector<Variable>& variables) {
+    if (text.bytes.find(stand_in) != text.bytes.npos || variables.size() > 64)
+        throw NotUnderstood({1, 1}, "in this file, or with so many variables, none can be replaced");
+    LocatedText result;
+    for (Walk walk(text); !walk.done();) {
+        const Spot spot = walk.spot();
+        const char c = walk.next();
+        if (c == '$' && walk.peek() == '$') {
+            result.append(c, spot);
+            result.append(walk.next(), spot);
+            continue;
+        }
+        const std::string name = c == '$' ? name_after_dollar(walk) : std::string();
+        if (name.empty()) {
+            result.append(c, spot);
+            continue;
+        }
+        const auto found = std::find_if(variables.rbegin(), variables.rend(),
+                                        [&](const Variable& one) { return one.name == name; });
+        if (found == variables.rend())
+            throw NotUnderstood(spot, "this variable is not set; give it with --env NAME=VALUE");
+        for (const char byte : stand_in)
+            result.append(byte, spot);
+        result.append(static_cast<char>(0x80 + (variables.rend() - found - 1)), spot);
+    }
+    return result;
+}
+
+void put_values(ReadTokens& tokens, const std::vector<Variable>& variables) {
+    for (ReadToken& token : tokens)
+        for (std::size_t at = 0; (at = token.text.find(stand_in, at)) != token.text.npos;) {
+            const char last = at + stand_in.size() < token.text.size() ? token.text[at + stand_in.size()] : 0;
+            const std::size_t index = static_cast<unsigned char>(last) - std::size_t{0x80};
+            if (index >= variables.size()) break; // of another file, where nothing is replaced
+            const std::string& value = variables[index].value.bytes;
+            token.text.replace(at, stand_in.size() + 1, value);
+            at += value.size();
+        }
+}
+
+} // namespace orvane
