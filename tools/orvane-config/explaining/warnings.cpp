@@ -4,6 +4,7 @@
 #include "explaining/hazards.hpp"
 #include "explaining/warning_rules.hpp"
 #include "probing/occurrence_text.hpp"
+#include "text/quoting.hpp"
 
 #include <algorithm>
 #include <iterator>
