@@ -61,7 +61,7 @@ class Harmless(unittest.TestCase):
     def traced(self, *words):
         trace = tempfile.NamedTemporaryFile("r")
         tracer = ["strace", "-f", "-yy", "-s", "200", "-o", trace.name, "-e", "trace=!futex,read,mmap,mprotect,munmap"]
-        done = subprocess.run([*tracer, *TOOL, "preflight", "--format", "json", *words], capture_output=True, timeout=60, check=False,
+        done = subprocess.run([*tracer, *TOOL, "preflight", "--security", "--format", "json", *words], capture_output=True, timeout=60, check=False,
                               env={**os.environ, "ASAN_OPTIONS": "detect_leaks=0"})
         calls = trace.read()
         self.assertIn("exited with", calls, done)

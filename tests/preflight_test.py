@@ -15,10 +15,10 @@ TABLES = {name: rows(name) for name in ["preflight.txt", "preflight_machines.txt
 # Where root runs the tests, its privileges are taken away: they would open every door.
 AS_NOBODY = ["setpriv", "--reuid", "65534", "--regid", "65534", "--clear-groups", "--inh-caps=-all"] if HERE and os.geteuid() == 0 else []
 USER = pwd.getpwuid(65534 if AS_NOBODY else os.geteuid()).pw_name
-GROUPS = ["directories", "listeners", "tls", "programs", "caches", "resources", "runtime"]
+GROUPS = ["directories", "listeners", "tls", "programs", "caches", "resources", "runtime", "security"]
 QUIET = ["--ignore", "no-listener,no-certificate,archive,relative-directory"]
 # The first is for systems that do not report something, the others are asked for without a table.
-UNLISTED = {"look-failed", "not-looked-at", "system-store-missing"}
+UNLISTED = {"look-failed", "not-looked-at", "system-store-missing", "needless-root", "client-view"}
 CHANCE = random.Random(1)
 REQUIRED = ["--auto-deploy-root", "deploy", "--extract-root", "unpack"]
 
@@ -114,7 +114,7 @@ class Preflight(unittest.TestCase):
                     words = shlex.split(string.Template(flags).safe_substitute(known))
                     variables = list(itertools.takewhile(lambda word: re.match("[A-Z]+=", word), words))
                     words = words[len(variables):]
-                    options = words[:{"--ignore": 2, "--restart": 1}.get(words[0], 0)] if words else []
+                    options = words[:{"--ignore": 2, "--restart": 1, "--security": 1}.get(words[0], 0)] if words else []
                     words = [*([] if REQUIRED[0] in words else REQUIRED), *words[len(options):]]
                     code, answer = preflight("--skip", "listeners,tls,caches", *options, *words, variables=variables)
                     compare(self, answer["findings"], expected, words, **known)
@@ -190,7 +190,7 @@ class Preflight(unittest.TestCase):
             advice = next(one["advice"] for one in theirs["findings"] if one["id"] == "missing-right")
             self.assertRegex(advice, "^If only the server uses this directory: sudo chown nobody .*theirs. If not, choose another directory.$")
         skipped = [one["name"] for one in answer["groups"] if not one["looked_at"]]
-        self.assertEqual(skipped, ["listeners", "tls", "programs", "caches", "resources", "runtime"])
+        self.assertEqual(skipped, ["listeners", "tls", "programs", "caches", "resources", "runtime", "security"])
         lines = run(*TOOL, "preflight", *QUIET, "--only", "directories", *REQUIRED, "--log-root", "none\n").stdout.decode().splitlines()
         self.assertRegex(lines[-3], r"^ +blocking: there is no directory .*none(\\u|\$\(\[char\]0x)000a.* \[missing-directory\]$")
         self.assertRegex(lines[-1], "^not ready: 1 blocking finding; not looked at: listeners, ")

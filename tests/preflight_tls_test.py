@@ -13,6 +13,21 @@ GOOD = {"--https": "www.example.org:9943", KEY: "server.key", CHAIN: "full.pem"}
 ROWS = rows("preflight_tls.txt")
 SECRET = "correct horse battery staple"
 
+# What clients would get, by the ciphers and protocols.
+VIEWS = {
+    "ECDHE+AES128:AES128-SHA --ssl-protocols TLSv1.2": [
+        "TLSv1.2: ECDHE-RSA-AES128-GCM-SHA256, ECDHE-RSA-AES128-SHA256, ECDHE-RSA-AES128-SHA, AES128-SHA (weak)", "groups: P-384",
+        "a current browser gets TLSv1.2, ECDHE-RSA-AES128-GCM-SHA256", "OpenSSL 1.0.2 gets TLSv1.2, ECDHE-RSA-AES128-GCM-SHA256",
+        "Java 8 gets TLSv1.2, ECDHE-RSA-AES128-SHA256"],
+    "ECDHE-RSA-CHACHA20-POLY1305": [
+        "TLSv1.2: ECDHE-RSA-CHACHA20-POLY1305", "TLSv1.3: TLS_AES_256_GCM_SHA384, TLS_CHACHA20_POLY1305_SHA256, TLS_AES_128_GCM_SHA256",
+        "groups: P-384", "a current browser gets TLSv1.3, TLS_AES_128_GCM_SHA256", "OpenSSL 1.0.2 cannot connect: no shared cipher",
+        "Java 8 cannot connect: no shared cipher"],
+    "AECDH-NULL-SHA:@SECLEVEL=0 --ssl-protocols 'TLSv1 TLSv1.1'": [
+        "TLSv1.0 (weak): AECDH-NULL-SHA (open)", "TLSv1.1 (weak): AECDH-NULL-SHA (open)", "a current browser cannot connect: unsupported protocol",
+        "OpenSSL 1.0.2 cannot connect: no shared cipher", "Java 8 cannot connect: no shared cipher"],
+}
+
 # How the files are made that the table names.
 AUTHORITIES = r"""
 for one in root inter forged server; do openssl ecparam -name prime256v1 -genkey -noout -out $one.key; done
@@ -216,6 +231,14 @@ class Tls(unittest.TestCase):
             with self.subTest(given):
                 words = shlex.split(given.replace("$PWD", str(self.where.resolve())))
                 compare(self, with_fine_joined(self.findings(words)), expected, words, PWD=str(self.where.resolve()))
+
+    @unittest.skipUnless(HERE, "this build does not look")
+    def test_it_shows_what_clients_would_get(self):
+        line = "--https localhost:1 --x509-private-key rsa.key --x509-cert-chain rsa.pem --ssl-tmp-ec-param secp384r1 --ssl-ciphers"
+        for offer, expected in VIEWS.items():
+            given = shlex.split(f"{line} {offer}")
+            said = [one["what"] for one in json.loads(self.ask(given, "--security", "--format", "json").stdout)["findings"] if one["id"] == "client-view"]
+            self.assertEqual(said, expected, offer)
 
     @unittest.skipUnless(HERE, "this build does not look")
     def test_the_printed_command_converts_the_file(self):

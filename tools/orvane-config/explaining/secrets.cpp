@@ -23,6 +23,9 @@ constexpr std::u16string_view harmless_ends =
     u" file path dir directory url uri name id hint length policy ttl timeout expiry env store type count ";
 constexpr std::u16string_view harmless_values = u" true false yes no on off none null required optional ";
 
+/// Of a file that has a pass phrase in it.
+constexpr std::u16string_view file_words = u" passphrase phrase key pem file ";
+
 bool has_word(std::u16string_view words, const std::u16string& word) {
     return words.find(u" " + word + u" ") != words.npos;
 }
@@ -134,6 +137,8 @@ void secret_in_data(const AcceptedLine& accepted, WarningCollector& warnings) {
 void secret_for_file(const AcceptedLine& accepted, WarningCollector& warnings) {
     const Occurrence* const given = accepted.last(flag::https_key_passphrase_file);
     if (given == nullptr || given->back().text.find_first_of(u"/\\.") != std::u16string::npos) return;
+    for (const std::u16string& word : words_in(given->back().text))
+        if (has_word(file_words, word)) return;
     warnings.about_secret(*given, ": the value looks like the pass phrase, not like a path to its file");
 }
 

@@ -36,7 +36,8 @@ inline constexpr OwnOption own_options[] = {
     {"format",    Argument::a_word,   "text|markdown|json",     "explain",      "how the answer is written; by default text"},
     {"quiet",     Argument::none,     "",                       any_flags,      "print nothing but problems"},
     {"all",       Argument::none,     "",                       "check",        "print every setting, and the flags that it comes from"},
-    {"security",  Argument::none,     "",                       "check",        "print what an attacker would gain, instead of the settings"},
+    {"security",  Argument::none,     "",                       "check preflight", "print what an attacker would gain: of check, instead of the settings; of "
+                                                                                "preflight, also what clients would see"},
     {"changed",   Argument::none,     "",                       "check",        "print only the settings that differ from their defaults"},
     {"expect",    Argument::file,     "FILE",                   "check",        "compare the settings with those in FILE, written as 'check' prints them; the "
                                                                                 "exit code is 1 if one differs"},

@@ -61,6 +61,7 @@ struct Context {
     SourcePlaces places{};    ///< of its tokens
     bool network = false;     ///< whether other machines may be contacted
     unsigned days = 30;       ///< a certificate that expires within them is a warning
+    bool security = false;    ///< whether what is only weak is looked for, and shown what clients see
     unsigned ends_before = 0; ///< the process of the server that ends before this one starts; 0: none
 };
 

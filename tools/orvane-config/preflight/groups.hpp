@@ -13,7 +13,7 @@ namespace orvane::preflight {
 using Look = void(const Context& context, Findings& findings);
 
 Look look_at_directories, look_at_listeners, look_at_tls, look_at_programs, look_at_caches, look_at_resources,
-    look_at_runtime;
+    look_at_runtime, look_at_security;
 
 struct Group {
     std::string_view name;
@@ -30,6 +30,7 @@ inline constexpr Group groups[] = {
     {"caches",      "the ports of the caches to start, and the hosts of the caches to attach to", look_at_caches},
     {"resources",   "memory limits and thresholds, compared with the memory of this machine", look_at_resources},
     {"runtime",     "the runtime files of servers that run or have run", look_at_runtime},
+    {"security",    "who else may change what the server trusts, and what it gives away", look_at_security},
 };
 // clang-format on
 

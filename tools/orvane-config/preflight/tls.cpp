@@ -51,7 +51,7 @@ void look_at_tls(const Context& context, Findings& findings) {
     const TlsFiles files = read_tls_files(settings, findings);
     if (!can_look_at_tls_contents())
         return add_to_the_rest(Kind::not_looked_at, "not looked at in this build", context, findings);
-    look_at_tls_contents({*https, files, context.days, findings});
+    look_at_tls_contents({*https, files, context.days, findings, context.security});
     // What is wrong in one place can hide what is wrong in another.
     if (std::ranges::none_of(findings.so_far(), is_in_the_way))
         add_to_the_rest(Kind::tls_fine, nothing_wrong, context, findings);

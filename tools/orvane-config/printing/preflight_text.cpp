@@ -1,6 +1,7 @@
 // What preflight found, for people.
 #include "printing/preflight_text.hpp"
 
+#include "printing/wrapping.hpp"
 #include "system/entry.hpp"
 #include "text/escape.hpp"
 #include "text/lists.hpp"
@@ -38,6 +39,10 @@ std::string text_of(const Section& section, const Context& context) {
     const std::string indent(text.empty() ? 2 : 4, ' ');
     for (const Finding* finding : section.findings) {
         const auto& [group, id, severity, meaning] = about(finding->kind);
+        if (finding->kind == Kind::client_view) {
+            text += wrapped(escape(finding->what), indent.size(), 2) + "\n";
+            continue;
+        }
         if (severity == Severity::fine) {
             fine += (fine.empty() ? "" : "; ") + escape(finding->what);
             continue;

@@ -83,6 +83,7 @@ preflight::Report preflight_report(const Call& call, const Verdict& verdict, con
     const auto& settings = verdict.answer.settings;
     auto context = std::make_shared<preflight::Context>(preflight::Context{
         verdict.line, verdict.effects, settings, verdict.places, call.has(own("network"))});
+    context->security = call.has(own("security"));
     context->days = days_in(call, context->days);
     if (call.has(own("restart"))) context->ends_before = running_server(settings);
     preflight::Report report{context};

@@ -15,9 +15,13 @@ bool goes_on(SSL* side) {
 } // namespace
 
 Handshake try_handshake(SSL_CTX* server_settings) {
-    const TlsSettings client_settings(SSL_CTX_new(TLS_client_method()));
-    SSL_CTX_set_min_proto_version(client_settings.get(), TLS1_2_VERSION);
-    const TlsConnection server(SSL_new(server_settings)), client(SSL_new(client_settings.get()));
+    const TlsSettings client(SSL_CTX_new(TLS_client_method()));
+    SSL_CTX_set_min_proto_version(client.get(), TLS1_2_VERSION);
+    return try_handshake(server_settings, client.get());
+}
+
+Handshake try_handshake(SSL_CTX* server_settings, SSL_CTX* client_settings) {
+    const TlsConnection server(SSL_new(server_settings)), client(SSL_new(client_settings));
     BIO *at_server = nullptr, *at_client = nullptr;
     // Large enough for a chain of any length that was read.
     constexpr std::size_t room = std::size_t{4} * 1024 * 1024;
@@ -33,7 +37,8 @@ Handshake try_handshake(SSL_CTX* server_settings) {
         if (!goes_on(client.get()) || !goes_on(server.get())) return {false, openssl_reason()};
         if (SSL_is_init_finished(client.get()) == 1 && SSL_is_init_finished(server.get()) == 1)
             return {true,
-                    std::string(SSL_get_version(client.get())) + ", " + SSL_get_cipher_name(client.get())};
+                    std::string(SSL_get_version(client.get())) + ", " + SSL_get_cipher_name(client.get()),
+                    SSL_get_cipher_name(client.get())};
     }
     return {false, "the handshake does not finish"};
 }

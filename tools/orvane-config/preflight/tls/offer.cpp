@@ -122,6 +122,7 @@ void look_at_offer(const TlsCheck& check, EVP_PKEY* key, const Certificates& cha
     else
         check.findings.add(Kind::handshake_done, flag::https,
                            "key, ciphers, protocols and curve work together: " + handshake.text);
+    if (check.security) show_client_view(check, tls.get());
 }
 
 } // namespace orvane::preflight

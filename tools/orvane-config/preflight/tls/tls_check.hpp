@@ -11,6 +11,7 @@ struct TlsCheck {
     const TlsFiles& files;
     unsigned days; ///< a certificate that expires within them is a warning
     Findings& findings;
+    bool security = false; ///< whether to show what clients see
 
     const qel::config::SslContext& settings() const { return https.ssl_context(); }
 };

@@ -35,6 +35,9 @@ void look_at_issuers(const TlsCheck& check, const Certificates& chain, X509_STOR
 /// Names, uses, times, sizes and signatures.
 void look_at_certificates(const TlsCheck& check, const Certificates& chain);
 
+/// What clients would get from a server with these settings, at the security level of the list of ciphers.
+void show_client_view(const TlsCheck& check, SSL_CTX* server);
+
 /// Ciphers, protocols, curve and Diffie-Hellman parameters, each as such and all together.
 void look_at_offer(const TlsCheck& check, EVP_PKEY* key, const Certificates& chain);
 
