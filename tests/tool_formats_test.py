@@ -136,6 +136,10 @@ class Formats(unittest.TestCase):
                     self.assertIn(expected[1], said)
             for name in files:
                 Path(name).unlink()
+        Path("o.service").write_text(f"{unit}{tool} exec --from {here}/flags --waist -- x --wait --no")
+        said = run("check", "--redact", "o.service").stderr.decode()
+        column = Path("o.service").read_text().splitlines()[1].index("--waist") + 1
+        self.assertIn(f"  token 5, xa.service:2:{column}: " if HERE else "", said)
 
     def test_the_units_of_the_examples_are_accepted_where_they_are_installed(self):
         Path("etc/systemd/system").mkdir(parents=True), Path("etc/orvane").mkdir()
