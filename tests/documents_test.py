@@ -75,6 +75,7 @@ CHECKED_BY = [
     ("docs/operations.md", "sh", "kubectl apply", "the test operations runs what the manifest starts; these lines need a cluster"),
     ("docs/operations.md", "conf", "[program:orvane]", "the test operations runs the command"),
     ("docs/operations.md", "powershell", "icacls", "the test operations runs what the tasks run; these lines need Windows"),
+    ("docs/operations.md", "powershell", "shawl add", "nothing: needs Windows, and a program of others"),
 ]
 
 

@@ -175,9 +175,11 @@ class Files(unittest.TestCase):
             task = xml.etree.ElementTree.parse(EXAMPLES / f"windows/orvane-{name}.xml")
             tag = "{http://schemas.microsoft.com/windows/2004/02/mit/task}"
             self.assertEqual(task.find(f".//{tag}Actions").get("Context"), task.find(f".//{tag}Principal").get("id"))
-            self.assertIn("orvane-config.exe", task.find(f".//{tag}Command").text)
             # Only how it ends is looked at: nothing is published here, and the server cannot be started.
-            words = shlex.split(task.find(f".//{tag}Arguments").text.replace("\\", "/"))
+            text = task.find(f".//{tag}Command").text + " " + task.find(f".//{tag}Arguments").text
+            program, words = re.fullmatch(r'(?:C:\\Windows\\System32\\cmd.exe /s /c ")?(".*?") (.*?)(?: >>\S+ 2>&1")?', text).groups()
+            self.assertIn("orvane-config.exe", program)
+            words = shlex.split(words.replace("\\", "/"))
             words = [flags if word == "C:/ProgramData/Orvane/flags" else word for word in words if word != "--preflight"]
             done = subprocess.run([TOOL, *words], capture_output=True, text=True, timeout=LIMIT, check=False)
             self.assertEqual(done.returncode, {"server": 127, "check": 4}[name], done.stderr)
