@@ -25,7 +25,7 @@ bool is_plain(const std::string& token) {
     constexpr std::string_view digits = "0123456789";
     const bool may_be_number = token.find_first_of("./\\:@") == token.npos
                                    ? digits.find(token[0]) != digits.npos
-                                   : consists_of("0123456789.");
+                                   : consists_of("0123456789.") && token.find_first_of(digits) != token.npos;
     return may_be_number ? consists_of(digits) : consists_of(plain);
 }
 
