@@ -20,28 +20,25 @@ constexpr Hazard hazard_rows[] = {
 struct HazardRule {
     hazards::Subject* subject;
     LineRule* find;
-    bool needs_openssl;
 };
 
-constexpr bool needs_openssl(hazards::Subject* subject) {
+bool needs_openssl(hazards::Subject* subject) {
     return subject == hazards::ciphers || subject == hazards::named_ciphers || subject == hazards::curve;
 }
 
 constexpr HazardRule hazard_rules[] = {
-#define ZEP_HAZARD(rule, level, subject, ...)                                                                \
-    {hazards::subject, hazards::rule, needs_openssl(hazards::subject)},
+#define ZEP_HAZARD(rule, level, subject, ...) {hazards::subject, hazards::rule},
 #include "explaining/hazards.def"
 };
 
 HazardLook look_at(std::size_t row, const AcceptedLine& accepted) {
-    const auto& [subject, find, openssl] = hazard_rules[row];
+    const auto& [subject, find] = hazard_rules[row];
     HazardLook look{&hazard_rows[row], State::not_configured};
     if (!subject(accepted.settings)) return look;
     WarningCollector collector(look.hazard->kind.id, look.warnings);
     find(accepted, collector);
-    look.state = !look.warnings.empty()                              ? State::found
-                 : openssl && !preflight::can_look_at_tls_contents() ? State::not_looked_at
-                                                                     : State::safe;
+    const bool looked = !needs_openssl(subject) || preflight::can_look_at_tls_contents();
+    look.state = !look.warnings.empty() ? State::found : looked ? State::safe : State::not_looked_at;
     return look;
 }
 
