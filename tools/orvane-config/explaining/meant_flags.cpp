@@ -168,6 +168,22 @@ std::vector<const Reference*> flags_with_words(const std::u16string& words) {
     return like.size() == 1 && words.size() > 6 ? like : std::vector<const Reference*>();
 }
 
+std::optional<Polarity> flag_switched(const std::vector<std::u16string>& words, bool wanted) {
+    std::u16string rest;
+    for (const std::u16string& word : words)
+        rest += word;
+    for (const Name& name : names()) {
+        const Reference& flag = *name.flag;
+        if (flag.is_switch() && !name.core.empty() && (name.core == rest || name.letters == rest)) {
+            const bool about_core = name.core == rest;
+            const bool asks = about_core ? wanted == (flag.way == Way::on) : wanted;
+            return Polarity{&flag, !asks};
+        }
+        if (!flag.is_switch() && !wanted && name.letters == rest) return Polarity{&flag, true};
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 const Reference* flag_spelled(std::u16string_view text) {
@@ -187,32 +203,16 @@ std::vector<const Reference*> flags_like(std::u16string_view text) {
 }
 
 std::optional<Polarity> polarity_of(std::u16string_view text) {
-    std::vector<std::u16string> words = split_words(normalized(text));
-    const auto positive = [&words](bool wanted) -> std::optional<Polarity> {
-        std::u16string rest;
-        for (const std::u16string& word : words)
-            rest += word;
-        for (const Name& name : names()) {
-            const Reference& flag = *name.flag;
-            if (flag.is_switch() && !name.core.empty() && (name.core == rest || name.letters == rest)) {
-                const bool about_core = name.core == rest;
-                const bool asks = about_core ? wanted == (flag.way == Way::on) : wanted;
-                return Polarity{&flag, !asks};
-            }
-            if (!flag.is_switch() && !wanted && name.letters == rest) return Polarity{&flag, true};
-        }
-        return std::nullopt;
-    };
+    const std::vector<std::u16string> words = split_words(normalized(text));
     // Also within: --x509-no-crl.
     for (std::size_t i = 0; i != words.size(); ++i) {
         const bool off = contains(switching_off, words[i]);
         if (!off && !contains(switching_on, words[i])) continue;
-        const std::u16string word = words[i];
-        words.erase(words.begin() + static_cast<std::ptrdiff_t>(i));
-        if (auto found = positive(!off)) return found;
-        words.insert(words.begin() + static_cast<std::ptrdiff_t>(i), word);
+        std::vector<std::u16string> others = words;
+        others.erase(others.begin() + static_cast<std::ptrdiff_t>(i));
+        if (auto found = flag_switched(others, !off)) return found;
     }
-    return positive(true);
+    return flag_switched(words, true);
 }
 
 } // namespace orvane

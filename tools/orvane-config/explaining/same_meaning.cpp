@@ -10,6 +10,7 @@
 #include "text/spelling.hpp"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <set>
 
@@ -86,32 +87,31 @@ public:
     }
 
     /// The tokens from the value's own to the next one with a place in the proposal; of one that had its flag too, the rest.
-    /// An amount was typed at one place; parts of an address may have others between them, which are left out.
-    std::u16string value_of(const Occurrence& one, bool is_amount) {
+    std::u16string value_of(const Occurrence& one) {
         std::u16string typed;
+        const auto end = taken_.upper_bound(one[1].number);
         for (auto at = old_.lower_bound(one[1].number); at != old_.end(); ++at) {
-            const bool is_other = at->first != one[1].number && taken_.contains(at->first);
-            if (is_other && is_amount) break;
-            if (is_other) continue;
+            if (end != taken_.end() && at->first >= *end) break;
             const bool both = at->first == one[0].number;
-            typed += (typed.empty() ? u"" : u" ") + (both ? rest(*at, one[1].text) : at->second);
+            typed += (typed.empty() ? u"" : u" ") + (both ? rest(*at, one) : at->second);
         }
         return typed;
     }
 
 private:
     /// Several flags may have been in the token; then each value is a word of it.
-    std::u16string rest(const std::pair<const std::size_t, std::u16string>& token,
-                        const std::u16string& value) {
+    std::u16string rest(const std::pair<const std::size_t, std::u16string>& token, const Occurrence& one) {
         if (words_of_ != token.first) {
             const auto words = split_words(token.second, u" \\");
             words_ = {words.begin(), words.end()};
             words_of_ = token.first;
         }
-        if (words_.contains(value)) return value;
+        if (words_.contains(one[1].text)) return one[1].text;
         const NameAndValue parts = split_token(token.second);
         if (parts.separator != 0) return std::u16string(parts.rest);
-        return token.second.substr(std::min(token.second.find_first_of(u"0123456789"), token.second.size()));
+        const std::size_t name = token.second.starts_with(one[0].text) ? one[0].text.size() : 0;
+        return token.second.substr(
+            std::min(token.second.find_first_of(u"0123456789", name), token.second.size()));
     }
 
     std::multimap<std::size_t, std::u16string> old_{};
@@ -128,8 +128,7 @@ std::vector<Proposed> values_of(const FaultInLine& fault, const Edit& edit) {
         const Occurrence& one = edit.occurrences[i];
         if (!has_value(&one) || one[1].number == 0 || !one[1].sample.empty()) continue;
         if (!typed.has(one[0]) || !typed.has(one[1]))
-            values.push_back({i, reference_of(one), one[1].text,
-                              typed.value_of(one, reference_of(one).holds(Holds::quantity))});
+            values.push_back({i, reference_of(one), one[1].text, typed.value_of(one)});
     }
     return values;
 }
@@ -152,8 +151,34 @@ bool is_amount(Amount taken, const Proposed& one) {
 bool is_kept(const Proposed& one) {
     if (one.flag.holds(Holds::quantity))
         if (const auto taken = recorded(one.flag.form, one.value)) return is_amount(*taken, one);
-    if (one.value == one.typed) return true;
-    return !has_flag_inside(one.value) && without(numbers_in(one.value), numbers_in(one.typed)).empty();
+    return one.value == one.typed || !has_flag_inside(one.value);
+}
+
+/// What a value lacks of what was typed for it: a file in a directory, or numbers.
+std::vector<std::u16string> left_out(const Proposed& one) {
+    if (one.flag.holds(Holds::path) && one.typed.starts_with(one.value + u"/"))
+        return {one.typed.substr(one.value.size() + 1)};
+    if (one.flag.holds(Holds::quantity)) return {};
+    return without(numbers_in(one.typed), numbers_in(one.value));
+}
+
+std::vector<std::u16string> left_out(const FaultInLine& fault, const Edit& edit) {
+    std::set<std::size_t> numbers;
+    std::u16string texts;
+    bool has_placeholder = false;
+    for (const Token& token : tokens_in(edit.occurrences)) {
+        numbers.insert(token.number);
+        texts += token.text + u' ';
+        has_placeholder = has_placeholder || !token.sample.empty();
+    }
+    std::vector<std::u16string> lost;
+    for (const Token& token : tokens_in(fault.line.part(edit.begin, edit.end)))
+        if (!numbers.contains(token.number) && texts.find(token.text) == texts.npos)
+            lost.push_back(token.text);
+    if (!has_placeholder)
+        for (const Proposed& one : values_of(fault, edit))
+            std::ranges::move(left_out(one), std::back_inserter(lost));
+    return lost;
 }
 
 } // namespace
@@ -176,28 +201,8 @@ void ask_for_the_others(const FaultInLine& fault, Advice& advice) {
 }
 
 void name_what_is_left_out(const FaultInLine& fault, Advice& advice) {
-    const Edit& edit = advice.edit;
-    if (!edit.proposed) return;
-    const std::vector<Token> proposed = tokens_in(edit.occurrences);
-    const bool has_placeholder =
-        std::ranges::any_of(proposed, [](const Token& token) { return !token.sample.empty(); });
-    std::set<std::size_t> numbers;
-    std::u16string texts;
-    for (const Token& token : proposed) {
-        numbers.insert(token.number);
-        texts += token.text + u' ';
-    }
-    std::vector<std::u16string> lost;
-    for (const Token& token : tokens_in(fault.line.part(edit.begin, edit.end)))
-        if (!numbers.contains(token.number) && texts.find(token.text) == texts.npos)
-            lost.push_back(token.text);
-    for (const Proposed& one : has_placeholder ? std::vector<Proposed>() : values_of(fault, edit)) {
-        const bool file = one.flag.holds(Holds::path) && one.typed.starts_with(one.value + u"/");
-        if (file) lost.push_back(one.typed.substr(one.value.size() + 1));
-        if (file || one.flag.holds(Holds::quantity)) continue;
-        for (std::u16string& number : without(numbers_in(one.typed), numbers_in(one.value)))
-            lost.push_back(std::move(number));
-    }
+    if (!advice.edit.proposed) return;
+    std::vector<std::u16string> lost = left_out(fault, advice.edit);
     std::erase_if(lost, [&](const std::u16string& text) {
         const auto names = [name = shown(text)](const std::string& said) {
             return (" " + said + " ").find(" " + name + " ") != said.npos;

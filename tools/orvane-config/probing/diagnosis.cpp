@@ -163,6 +163,9 @@ void apply(Edit edit, const Tokens& given, WorkingLine& line, Diagnosis& diagnos
     line.replace(edit.begin, edit.end, std::move(edit.occurrences));
 }
 
+/// What is refused more often is left out.
+constexpr int most_tries = 8;
+
 } // namespace
 
 Diagnosis diagnose(const Tokens& tokens, const Answer& answer, const FindEdit& find_edit) {
@@ -182,8 +185,6 @@ Diagnosis diagnose(const Tokens& tokens, const Answer& answer, const FindEdit& f
         const Fault& fault = diagnosis.faults.emplace_back(fault_at(line, position, last));
         const int tries = standstill.after(line.size() - position);
         if (position == line.size() && tries > 1) break;
-        // What is refused again and again is left out.
-        constexpr int most_tries = 8;
         Edit edit = tries > most_tries ? Edit{position, position + 1, {}, false}
                                        : find_edit(FaultInLine{fault, line, position});
         walker.changed(edit.begin, edit.occurrences.size());
