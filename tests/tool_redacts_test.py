@@ -28,15 +28,19 @@ def run(verb, *options, words=()):
     return many_lines.run_with(TOOL, words, verb, *options, "--from-format", "nul")
 
 
-def found(code, out, err):
-    """What does not depend on the words: verdict, places and ids, and the shape of the settings."""
+def found(words, code, out, err):
+    """What does not depend on the words: verdict, places, ids and reasons, and the shape of the settings."""
     said = tool_schemas.answer("check", out)
+    typed = " ".join(words).lower()
+
+    def reason(sentence):
+        return [word for word in re.findall(r"\b[a-z]{3,}\b", sentence.lower()) if word not in typed and not re.fullmatch("[xh][a-j]+|example|org", word)]
 
     def shape(value):
         if isinstance(value, dict):
             return {name: shape(one) for name, one in value.items()}
         return [shape(one) for one in value] if isinstance(value, list) else type(value)
-    return (code, said["accepted"], [(fault["id"], fault.get("tokens")) for fault in said["faults"]], said["problem_ids"], said["involved"],
+    return (code, said["accepted"], [(fault["id"], fault.get("tokens"), *map(reason, fault["advice"])) for fault in said["faults"]], said["problem_ids"], said["involved"],
             [(one["id"], one.get("token")) for one in said["warnings"]], shape(said.get("settings")), err == "")
 
 
@@ -69,7 +73,7 @@ class Redacts(unittest.TestCase):
                 *answer, refused = self.answers("check", "--format", "json", words=words)
                 refusals += refused
                 if not refused:
-                    self.assertEqual(found(*answer), found(*run("check", "--format", "json", words=words)))
+                    self.assertEqual(found(words, *answer), found(words, *run("check", "--format", "json", words=words)))
         self.assertLessEqual(refusals, len(LINES) / 100)
 
     def test_no_mark_comes_out_wherever_it_is(self):
@@ -88,7 +92,7 @@ class Redacts(unittest.TestCase):
         for row, expected in REDACTIONS[::1 if HERE else 6]:
             with self.subTest(row):
                 code, out, err = many_lines.run(TOOL, "convert", "--redact", "--to", "sh", "--", *words_of(row))
-                self.assertEqual((code, out), (0, expected + "\n"), err)
+                self.assertEqual((code, out + err), (7 if ": cannot redact" in expected else 0, expected + "\n"))
 
     def test_no_placeholder_stands_for_two(self):
         kinds = [[f"k{i}" for i in range(17576)], [f"10.7.{i // 256}.{i % 256}" for i in range(2000)], [f"fd73::{i:x}" for i in range(2000)],
@@ -102,7 +106,7 @@ class Redacts(unittest.TestCase):
 
     def test_long_values_are_answered(self):
         flags = itertools.cycle([["--user-data"], ["--log-root"], ["--http"], [], ["--user-data"]])
-        for value in [" --log-root" * 40000, ".zep_deployed" * 75000, "--log-root=" * 27700, "a:" * 200000, "a-" * 200000, "1." * 200000, "-" * 400000,
+        for value in [" --log-root" * 10000, ".zep_deployed" * 19000, "--log-root=" * 7000, "a:" * 50000, "a-" * 50000, "1." * 50000, "-" * 100000,
                       "k " + " ".join(map("".join, itertools.product("x", *["abcdefghijklmnopqrstuvwxyz"] * 3)))][::1 if HERE else 4]:
             flag = next(flags)
             with self.subTest(value[:20], flag=flag):

@@ -8,25 +8,64 @@
 #include "probing/settings.hpp"
 #include "text/lists.hpp"
 #include "text/quoting.hpp"
+#include "text/spelling.hpp"
 
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
+#include <set>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace orvane::redacting {
 namespace {
 
-/// What the tool finds, and where: not what it says of it.
+/// What the tool finds, and where.
 struct Finding {
     std::string what;
     std::vector<std::size_t> tokens{};
-    std::string flags{}; ///< where it is about no token
+    std::string flags{};  ///< where it is about no token
+    std::u16string why{}; ///< the reason, without words that are typed
 
-    bool operator==(const Finding& other) const { return what == other.what && tokens == other.tokens; }
+    bool operator==(const Finding& other) const {
+        return what == other.what && tokens == other.tokens && why == other.why;
+    }
 };
 using Findings = std::vector<Finding>;
+
+/// The words of command lines, as they are and as advice may have them.
+class TypedWords {
+public:
+    explicit TypedWords(const std::vector<const CommandLine*>& lines) {
+        for (const CommandLine* const line : lines)
+            for (const Token& token : tokens_in(*line))
+                for (const std::u16string& text : {token.text, folded(token.text)})
+                    each_word(text, [this](std::u16string word) { words_.insert(std::move(word)); });
+    }
+
+    /// The words of a sentence that come from the tool. A long value is cut, and amounts may have other units.
+    std::u16string others(const std::string& sentence) const {
+        std::u16string text;
+        each_word(qel::i18n::utf8_to_ustring(sentence), [&](const std::u16string& word) {
+            const bool is_plain =
+                std::ranges::all_of(word, [](char16_t c) { return c >= u'a' && c <= u'z'; });
+            const auto typed = words_.lower_bound(word);
+            const bool begins_one = typed != words_.end() && typed->starts_with(word);
+            if (is_plain && word.size() > 1 && !begins_one) text += word + u' ';
+        });
+        return text;
+    }
+
+private:
+    template <class Take>
+    static void each_word(const std::u16string& text, Take take) {
+        for (Word word{text}; word.next();)
+            if (word.kind == Kind::word) take(lower(std::u16string(word.word())));
+    }
+
+    std::set<std::u16string> words_{};
+};
 
 std::vector<std::size_t> numbers(const Occurrence& occurrence) {
     std::vector<std::size_t> all;
@@ -46,6 +85,15 @@ void add_faults(const Diagnosis& diagnosis, Findings& all) {
         all.push_back({token.sample.empty() ? "fixed token" : "<value> to fill in", {token.number}});
 }
 
+void add_reasons(const Verdict& verdict, const TypedWords& typed, Findings& all) {
+    for (std::size_t i = 0; i != verdict.advice.size(); ++i)
+        for (const std::string& sentence : verdict.advice[i].sentences)
+            all.push_back({"reason for a refusal",
+                           numbers(verdict.diagnosis.faults[i].occurrence),
+                           {},
+                           typed.others(sentence)});
+}
+
 void add_effects(const Effects& effects, Findings& all) {
     for (const Redundant& one : effects.redundant) {
         all.push_back({"redundancy", numbers(one.occurrence)});
@@ -58,9 +106,10 @@ void add_effects(const Effects& effects, Findings& all) {
         all.push_back({"completed setting " + setting});
 }
 
-Findings findings(const Verdict& verdict) {
+Findings findings(const Verdict& verdict, const TypedWords& typed) {
     Findings all;
     add_faults(verdict.diagnosis, all);
+    add_reasons(verdict, typed, all);
     for (const Warning& warning : verdict.warnings)
         if (hazard_of(warning.id) == nullptr) // a secret is gone, and whom it exposes is private
             all.push_back({"warning " + std::string(warning.id), {warning.token}});
@@ -98,6 +147,11 @@ void compare(const Findings& before, const Findings& after, const CommandLine& l
                              " would be " + (is_lost ? "lost" : "new") + "; replace private words by hand");
 }
 
+void compare_verdicts(const Verdict& before, const Verdict& after) {
+    const TypedWords typed({&before.line, &after.line});
+    compare(findings(before, typed), findings(after, typed), after.line);
+}
+
 std::vector<Verdict> verdicts_on(const std::vector<Tokens>& lines) {
     std::vector<Verdict> all;
     all.reserve(lines.size());
@@ -126,7 +180,7 @@ std::vector<Tokens> Redactor::lines(const std::vector<Tokens>& lines) {
     }
     const auto after = verdicts_on(made), before = verdicts_in_private(lines);
     for (std::size_t i = 0; i != lines.size(); ++i)
-        compare(findings(before[i]), findings(after[i]), after[i].line);
+        compare_verdicts(before[i], after[i]);
     if (lines.size() == 2) compare(findings_between(lines, before), findings_between(made, after), {});
     return made;
 }

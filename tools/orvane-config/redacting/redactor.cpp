@@ -65,9 +65,9 @@ Tokens Redactor::line(const Tokens& tokens) {
         const std::u16string& first = one[0].text;
         const Reference* const flag = reference_of(first);
         if (flag != nullptr) flag_ = flag;
-        made.push_back(flag != nullptr ? first
-                                       : token(first, begins_as_flag(first) ||
-                                                          flag_spelled(split_token(first).name) != nullptr));
+        const bool is_name = begins_as_flag(first) || flag_spelled(split_token(first).name) != nullptr ||
+                             (first.size() == 2 && is_flag_like(first)); // "/D"
+        made.push_back(flag != nullptr ? first : token(first, is_name));
         if (one.size() == 2)
             made.push_back(token(one[1].text, begins_as_flag(one[1].text) && is_meant_as_flag(one[1].text)));
     }
@@ -123,6 +123,7 @@ std::u16string Redactor::value(std::u16string_view text) {
 
 std::u16string Redactor::kept(std::u16string_view text, Stays* stays) {
     if (stays == quantity && is_quantity(text)) return std::u16string(text);
+    if (stays == quantity && flag_->holds(Holds::port)) stays = hosts;
     const std::u16string_view also = stays == hosts ? of_hosts : stays == tls_names ? u"." : u"";
     std::u16string made;
     for (Word word{text, flag_}; word.next(also);) {
@@ -142,6 +143,8 @@ std::u16string Redactor::replaced(Word& word, Stays* stays) {
     const std::u16string_view text = word.word();
     if (word.kind == Kind::ipv4) return placeholders_.ipv4(text);
     if (word.kind == Kind::ipv6) return placeholders_.ipv6(text);
+    const bool is_number = all_digits(text.substr(0, 1)) && text.find_first_of(of_hosts) == text.npos;
+    if (stays == hosts && is_host(word) && is_number) return placeholders_.word(text); // misspelt
     if (stays == hosts) return is_host(word) ? placeholders_.host(text) : kept(text, nothing);
     constexpr std::size_t longest = 255;
     Word whole{word.text.substr(word.begin, longest)};

@@ -83,6 +83,20 @@ bool is_number(std::u16string_view word) {
     return true;
 }
 
+/// A misspelt keyword, alone: beside others, or with letters of another alphabet, a word that is like one may be private.
+bool is_slip(const Word& word) {
+    constexpr std::size_t most_marks = 8;
+    const auto letters = static_cast<std::size_t>(std::ranges::count_if(word.word(), is_of_a_word));
+    if (word.flag == nullptr || !word.flag->holds(Holds::words) || word.text.size() > letters + most_marks)
+        return false;
+    const bool is_alone =
+        std::ranges::count_if(word.text, is_of_a_word) == static_cast<std::ptrdiff_t>(letters);
+    const bool is_latin =
+        std::ranges::all_of(word.word(), [](char16_t c) { return c < 0x80 || looks_latin(c); });
+    return is_alone && is_latin &&
+           !most_like(lower(std::u16string(word.word())), keywords(*word.flag)).empty();
+}
+
 bool is_port(std::u16string_view text) {
     return all_digits(text) && text.size() <= 5;
 }
@@ -100,9 +114,7 @@ bool nothing(const Word&) {
 bool known_words(const Word& word) {
     const std::u16string_view text = word.word();
     if (text.size() == 1) return text == word.text && is_one_of(text[0], u"01");
-    if (names(word)) return true;
-    return word.flag != nullptr && word.flag->holds(Holds::words) &&
-           !most_like(lower(std::u16string(text)), keywords(*word.flag)).empty();
+    return names(word) || is_slip(word);
 }
 
 bool names(const Word& word) {
