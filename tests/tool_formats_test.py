@@ -271,7 +271,8 @@ class Formats(unittest.TestCase):
         for words, code, lines in [(["good", "odd"], 0, "good: ok\nodd: ok, 1 warning\n"), (["--strict", "odd", "good"], 3, "odd: ok, 1 warning\ngood: ok\n"),
                                    (["good", "bad", "--strict"], 1, "good: ok\nbad: 2 faults\n"), (["bad", "none"], 7, "bad: 2 faults\nnone: cannot be read\n"),
                                    (["dir"], 1, "dir/a: ok\ndir/b: 1 fault\n"), (["good", "odd", "--num-workers", "x"], 1, "good: 1 fault\nodd: 1 fault\n"),
-                                   (["--from", "dir"], 0, "configuration accepted\n"), (["good", "--from", "odd"], 2, ""), (["dir/sub"], 7, "")]:
+                                   (["--from", "dir"], 0, "configuration accepted\n"), (["--get", "http.port", "good", "odd"], 0, "good: 8080\nodd: 8080\n"),
+                                   (["--get", "log_root", "good", "odd"], 4, ""), (["good", "--from", "odd"], 2, ""), (["dir/sub"], 7, "")]:
             done = run("check", *words)
             out = done.stdout.decode().replace("\r\n", "\n")
             self.assertEqual((done.returncode, out[:len(lines)]), (code, lines), (words, done.stderr))

@@ -53,7 +53,8 @@ std::optional<Advice> empty_token(const FaultInLine& fault) {
 
 std::optional<Advice> own_option(const FaultInLine& fault) {
     const std::string text = qel::i18n::ustring_to_utf8(fault.token());
-    const std::string_view meant = meant_by(text), typed = meant.empty() ? text : meant;
+    const bool is_own = text.starts_with("--") && option_of(std::string_view(text).substr(2)) != nullptr;
+    const std::string_view meant = is_own ? "" : meant_by(text), typed = meant.empty() ? text : meant;
     const OwnOption* const option =
         typed.starts_with("--") ? own_option_called(typed.substr(2, typed.find(' ') - 2)) : nullptr;
     if (option == nullptr) return std::nullopt;

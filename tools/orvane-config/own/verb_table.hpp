@@ -86,6 +86,8 @@ inline constexpr OtherWords words_of_others[] = {
     {"usage",                         "explain usage"},
     {"--json",                        "--format json"},
     {"-q",                            "--quiet"},
+    {"--format",                      "--to"}, // of a verb that has no --format
+    {"--format-in",                   "--from-format"},
 };
 // clang-format on
 

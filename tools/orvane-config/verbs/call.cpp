@@ -3,6 +3,7 @@
 
 #include "explaining/flag_like.hpp"
 #include "probing/probing.hpp"
+#include "reference/flag_texts.hpp"
 #include "reference/reference.hpp"
 #include "system/entry.hpp"
 #include "text/lists.hpp"
@@ -120,30 +121,44 @@ void check_words(const Call& call) {
         throw Misused("it takes one argument: " + one_of(words));
 }
 
-/// Takes a word that other tools have for an option.
-bool read_other_word(Call& call, const std::u16string& word) {
-    const std::string_view meant = meant_by(qel::i18n::ustring_to_utf8(word));
+/// The words with their first one as this tool calls it, and a note of that.
+Tokens replaced(const Tokens& words, std::string_view meant, std::ostream& err) {
+    err << "orvane-config: '" << qel::i18n::ustring_to_utf8(words.front()) << "' is '" << meant << "' here\n";
+    Tokens own;
+    for (const std::string_view one : split(meant, " "))
+        own.emplace_back(one.begin(), one.end());
+    own.insert(own.end(), words.begin() + 1, words.end());
+    return own;
+}
+
+/// Takes a word that other tools have for an option, and its value; `at` is moved on to the last token.
+bool read_other_word(Call& call, Tokens::const_iterator& at, Tokens::const_iterator end) {
+    const std::size_t equals = at->find(u'=');
+    Tokens words{at->substr(0, equals)};
+    if (equals != at->npos) words.push_back(at->substr(equals + 1));
+    const bool is_servers = words[0] == flag::wait; // unless a number follows
+    const std::string_view meant = is_servers ? "--timeout" : meant_by(qel::i18n::ustring_to_utf8(words[0]));
     const OwnOption* const option =
         option_of(name_in(std::string(meant.substr(0, meant.find(' ')))), &call.verb);
     if (option == nullptr) return false;
-    const Tokens words = in_own_words({word}, call.err);
-    auto at = words.begin();
-    read_option(call, *option, at, words.end());
+    const bool needs_value = option->argument != Argument::none && split(meant, " ").size() == 1;
+    if (words.size() > 1 && !needs_value) return false;
+    const bool takes_next = needs_value && words.size() == 1 && at + 1 != end;
+    if (takes_next) words.push_back(at[1]);
+    if (is_servers && (words.size() == 1 || words[1].empty() || words[1][0] < u'0' || words[1][0] > u'9'))
+        return false;
+    words = replaced(words, meant, call.err);
+    auto word = words.cbegin();
+    read_option(call, *option, word, words.cend());
+    if (takes_next) ++at;
     return true;
 }
 
 } // namespace
 
 Tokens in_own_words(const Tokens& words, std::ostream& err) {
-    const std::string word = qel::i18n::ustring_to_utf8(words.front());
-    const std::string_view meant = meant_by(word);
-    if (meant.empty()) return words;
-    err << "orvane-config: '" << word << "' is '" << meant << "' here\n";
-    Tokens own;
-    for (const std::string_view one : split(meant, " "))
-        own.emplace_back(one.begin(), one.end());
-    own.insert(own.end(), words.begin() + 1, words.end());
-    return own;
+    const std::string_view meant = meant_by(qel::i18n::ustring_to_utf8(words.front()));
+    return meant.empty() ? words : replaced(words, meant, err);
 }
 
 Call read_call(const Verb& verb, const Tokens& args, std::ostream& out, std::ostream& err) {
@@ -161,7 +176,7 @@ Call read_call(const Verb& verb, const Tokens& args, std::ostream& out, std::ost
             read_option(call, *option, at, args.end());
             continue;
         }
-        if (read_other_word(call, *at)) continue;
+        if (read_other_word(call, at, args.end())) continue;
         if (takes_flags(verb) && !takes_files(verb) &&
             names_a_file(verb, *at, at + 1 == args.end() || !call.files.empty())) {
             read_file_name(call, *at);

@@ -3,6 +3,7 @@
 
 #include "formats/content.hpp"
 #include "printing/json.hpp"
+#include "text/lists.hpp"
 #include "verbs/input.hpp"
 
 #include <algorithm>
@@ -13,7 +14,8 @@ namespace orvane {
 namespace {
 
 /// From the best to the worst.
-constexpr ExitCode ranks[] = {ExitCode::done, ExitCode::warned, ExitCode::negative, ExitCode::failed_io};
+constexpr ExitCode ranks[] = {ExitCode::done, ExitCode::warned, ExitCode::absent, ExitCode::negative,
+                              ExitCode::failed_io};
 
 std::vector<std::string> files_of(const Call& call) {
     std::vector<std::string> files;
@@ -73,7 +75,12 @@ ExitCode check_each(const Call& call, verb::Run& verb) {
         if (!said.answer.empty() || said.brief == unread)
             answers.push_back({name, said.answer, said.details});
     }
-    if (call.wants_json())
+    if (call.has(own("get"))) {
+        for (const CheckedFile& one : answers)
+            for (const std::string_view value : split(one.answer, "\n"))
+                call.out << one.name << ": " << value << '\n';
+        call.err << details;
+    } else if (call.wants_json())
         call.out << checks_json(answers) << '\n';
     else if (call.value(own("format")) == "gcc")
         for (const CheckedFile& one : answers)

@@ -157,6 +157,18 @@ bool has_source(const Call& call) {
                                               [](const auto& option) { return is_source(option.first); });
 }
 
+/// Refuses an option after the flags that nobody else would complain of, or that would be taken for one of the server.
+void refuse_misplaced_options(const Input& input, const Call& call) {
+    const auto words = static_cast<std::ptrdiff_t>(input.places.size()); // what has a place is in a file
+    for (const Occurrence& one : occurrences_of({input.flags.begin() + words, input.flags.end()})) {
+        const std::string text = qel::i18n::ustring_to_utf8(one[0].text.substr(0, one[0].text.find(u'=')));
+        if (!text.starts_with("--") || kind_of(one[0].text) != FlagKind::no_flag) continue;
+        const OwnOption* const option = option_of(text.substr(2), &call.verb);
+        if (option != nullptr && (!is_for(judging, call.verb) || own_option_called(option->name) == nullptr))
+            throw MisusedInPublic("put " + text + " before the server's flags");
+    }
+}
+
 /// What is on the command line: flags, then perhaps a command.
 void add_words(Input& input, const Call& call) {
     auto end = call.words.end();
@@ -216,6 +228,7 @@ Input input_of_files(const Call& call) {
     for (const auto& [option, value] : call.options)
         if (is_source(option)) add_option(input, call, *option, value);
     add_words(input, call);
+    refuse_misplaced_options(input, call);
     if (input.command && input.command->empty()) throw Misused("no command after '--'");
     return input;
 }
