@@ -27,6 +27,8 @@ class Answers(Tool):
             with self.subTest(command), open("/dev/full", "wb") as full:
                 code, out, err = run(*TOOL, *words)
                 self.assertTrue(re.fullmatch("\0".join(patterns), f"{code}\0{out}\0{err}", re.S), (code, out, err))
+                if '"error":' in out:
+                    tool_schemas.answer("error", out)
                 self.assertEqual(run(*TOOL, *words, stdout=full)[0], 7 if out else code)
 
     def test_all_settings_are_as_expected_of_themselves_and_editors_get_each_finding_once(self):

@@ -33,4 +33,7 @@ std::string status_json(const std::vector<FileReport>& files);
 /// Flags and kinds of findings, where there are any.
 std::string explain_json(const std::vector<const Reference*>& flags, const std::vector<Explanation>& kinds);
 
+/// Instead of an answer: what went wrong, and the exit code.
+std::string error_json(int code, const std::string& text);
+
 } // namespace orvane

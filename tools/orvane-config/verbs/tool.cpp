@@ -3,6 +3,7 @@
 
 #include "explaining/flag_like.hpp"
 #include "manuals/help.hpp"
+#include "printing/json.hpp"
 #include "system/become.hpp"
 #include "system/terminal.hpp"
 #include "text/escape.hpp"
@@ -102,6 +103,15 @@ ExitCode run_verb(const Tokens& args, std::ostream& out, std::ostream& err, cons
     }
 }
 
+/// Whether JSON was asked for; also where the call is wrong.
+bool asks_for_json(const Tokens& args) {
+    const auto end = std::ranges::find(args, u"--");
+    const auto has = [&](std::u16string_view word) { return std::find(args.begin(), end, word) != end; };
+    const auto format = std::find(args.begin(), end, u"--format");
+    return has(u"--json") || has(u"--format=json") ||
+           (format != end && format + 1 != end && format[1] == u"json");
+}
+
 /// In one piece, and unchanged unless it goes to a terminal.
 bool write(const std::string& text, Stream stream, std::ostream& to) {
     if (text.empty()) return true;
@@ -122,6 +132,12 @@ ExitCode run(const Tokens& args, std::ostream& out, std::ostream& err) {
         complaint.str({});
     };
     const ExitCode code = run_verb(args, answer, complaint, tell, successor);
+    const std::string wrong = complaint.str();
+    if (code != ExitCode::done && answer.view().empty() && !wrong.empty() && asks_for_json(args)) {
+        answer << error_json(static_cast<int>(code), wrong.substr(0, wrong.find_last_not_of('\n') + 1))
+               << '\n';
+        complaint.str({});
+    }
     tell();
     errno = 0;
     if (!write(answer.str(), Stream::out, out)) {
