@@ -32,6 +32,14 @@ std::vector<Detail> details(const Explanation& kind) {
     return rows;
 }
 
+/// What a finding leads to, and what to type for the place and the remedy.
+std::string how_to_look(std::string_view id) {
+    const auto& kind = *std::ranges::find(preflight::kinds_of_findings(), id, &preflight::KindOfFinding::id);
+    return "Severity: " + std::string(to_text(kind.severity)) + ". 'orvane-config preflight " +
+           (kind.group.empty() ? "" : "--only " + std::string(kind.group) + " ") +
+           "FLAGS...' says where, and what to do about it.";
+}
+
 void write_entries_as_text(const Entries& kinds, std::ostream& out) {
     for (const Explanation& kind : kinds) {
         const Hazard* const hazard = hazard_of(kind.id);
@@ -40,6 +48,7 @@ void write_entries_as_text(const Entries& kinds, std::ostream& out) {
         if (!kind.cause.empty()) out << wrapped("Cause: " + kind.cause, 4, 2) << '\n';
         for (const auto& [name, text, is_code] : details(kind))
             out << wrapped(std::string(name) + ": " + text, 4, 2, is_code ? continuation() : "") << '\n';
+        if (kind.about == "finding") out << wrapped(how_to_look(kind.id), 4, 2) << '\n';
         out << '\n';
     }
 }
