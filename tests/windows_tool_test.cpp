@@ -67,7 +67,8 @@ static std::string resource(const std::wstring& binary, LPCWSTR kind) {
 int main() {
     int count = 0;
     wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
-    const std::wstring tool = L"\"" + std::wstring(arguments[1]) + L"\"";
+    // Some programs that start others take a slash for the beginning of an option.
+    const std::wstring tool = L"\"" + fs::absolute(arguments[1]).make_preferred().wstring() + L"\"";
     for (int i = 1; i != count; ++i)
         expect(resource(arguments[i], version_kind).find(std::string("O\0r\0v\0a\0n\0e", 11)) !=
                    std::string::npos,
