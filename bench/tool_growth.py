@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Prints what the tool spends on a flag of a long line, and on those that make the line three times as long, in instructions.
+"""Prints what the tool spends on each flag by which a long line grows, and by which a line grows that is longer still, in instructions.
 
-tool_growth.py TOOL    exit status 1 if some kind of flag costs over a fifth more there
+tool_growth.py TOOL    exit status 1 if some kind of flag costs over a fifth more in the longer line
 """
 import re
 import subprocess
@@ -36,7 +36,7 @@ families = [
     ("check --redact", ["--attach-cache", "p@h{}:80"]),
     ("check --redact", ["--user-data", "k{} --x{}"]),
 ]
-short, long = 160, 480  # in a line of this length, flags are no longer examined one by one
+lengths = 160, 240, 480  # in lines of these lengths, flags are no longer examined one by one
 
 
 def cost(verb, flag, count):
@@ -48,10 +48,10 @@ def cost(verb, flag, count):
 
 
 grown = 0
-start = {verb: cost(verb, [], 0) for verb, _ in families}
 for verb, flag in families:
-    middle, end = cost(verb, flag, short), cost(verb, flag, long)
-    first, rest = (middle - start[verb]) / short, (end - middle) / (long - short)
+    # The cost of no flag is left out: an accepted line is looked at for warnings, too.
+    short, middle, long = (cost(verb, flag, count) for count in lengths)
+    first, rest = (middle - short) / (lengths[1] - lengths[0]), (long - middle) / (lengths[2] - lengths[1])
     print(verb, *flag, round(first), round(rest), sep="\t", flush=True)
     if rest > 1.2 * first:
         print("^ costs more per flag in a longer line")
