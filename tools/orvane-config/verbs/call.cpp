@@ -158,7 +158,8 @@ bool read_other_word(Call& call, Tokens::const_iterator& at, Tokens::const_itera
 
 Tokens in_own_words(const Tokens& words, std::ostream& err) {
     const std::string_view meant = meant_by(qel::i18n::ustring_to_utf8(words.front()));
-    return meant.empty() ? words : replaced(words, meant, err);
+    // An option has no verb before it here.
+    return meant.empty() || meant.starts_with('-') ? words : replaced(words, meant, err);
 }
 
 Call read_call(const Verb& verb, const Tokens& args, std::ostream& out, std::ostream& err) {
