@@ -151,20 +151,6 @@ class Reference(unittest.TestCase):
                     done = subprocess.run(["sh", "-c", f"{shlex.join(TOOL)} {here}"], capture_output=True, text=True, check=False)
                     self.assertEqual(done.returncode, codes.get(command.split()[0], 0), done)
 
-    def test_a_hazard_is_named_and_its_harmless_twin_is_not(self):
-        levels = {kind["id"]: kind["level"] for kind in answer("explain", "--format", "json", "ids")["kinds"] if "level" in kind}
-        named = set()
-        for typed, expected in rows("tool_hazards.txt", 2)[::1 if HERE else 8]:
-            ids, twin = expected.split(" ", 1)
-            ids = {*ids.split(",")}
-            with self.subTest(typed):
-                (found, warned), (left, still) = hazards(typed, "found"), hazards(twin, "found")
-                unknown = hazards(typed, "not looked at")[0]
-                self.assertEqual((ids - found <= unknown, left - ids, left & ids), (True, found - ids, set()), "the twin differs in more")
-                self.assertEqual(warned - still, {one for one in ids if levels[one] == "open"} - unknown)
-            named |= ids
-        self.assertTrue(not HERE or named >= {*levels} - {"no-archive-limit"}, {*levels} - named)
-
     @unittest.skipUnless(HERE, "they are pages for Unix, and the text is the same")
     def test_manual_pages_say_all_that_the_tool_knows(self):
         sources = {name: (DOCUMENTS / file).read_text() for name, file in PAGES.items()}

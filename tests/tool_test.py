@@ -136,8 +136,8 @@ class Answers(Tool):
             is_ours = process == "stale" and port == our_port
             return said, bool(lives and seen) or shared_end and port == listened and not is_ours
 
-        def answers(number, state):
-            other, their_pid, their_end, port, our_pid, our_port, left = state
+        def answers(number, case):
+            other, their_pid, their_end, port, our_pid, our_port, left = case
             at = Path(os.getcwd(), str(number))
             flags = lambda pid, end, port: [*PID_FLAGS[:4], *(["--pid-root", at / pid] if pid else []),
                                             "--endpoint-root", at / end, "--http", f"127.0.0.1:{port}"]
@@ -156,11 +156,11 @@ class Answers(Tool):
             before = files()
             code, out, _ = run(*TOOL, "publish", *flags(our_pid, "e", our_port), "--", "cat", at / "e/http")
             left_alone = before if code else {name: text for name, text in before.items() if name not in ("e/http", our_pid + "/main.pid")}
-            return state, (said, code == 1), out == ("" if code else f"127.0.0.1:{our_port}"), files() == left_alone
+            return case, (said, code == 1), out == ("" if code else f"127.0.0.1:{our_port}"), files() == left_alone
 
         with concurrent.futures.ThreadPoolExecutor(32) as threads:
-            for state, said, *rest in threads.map(answers, itertools.count(), random.Random(1).sample(states, 100)):
-                self.assertEqual((said, rest), (model(*state), [True, True]), state)
+            for case, said, *rest in threads.map(answers, itertools.count(), random.Random(1).sample(states, 100)):
+                self.assertEqual((said, rest), (model(*case), [True, True]), case)
 
     def test_an_endpoint_on_another_port_than_the_flags_say_is_named(self):
         Path("http").write_text("h:8081")
