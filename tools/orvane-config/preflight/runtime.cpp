@@ -28,27 +28,44 @@ void look_at_odd_file(const FileReport& file, const Entry& there, Findings& find
                      "Remove it, or choose another directory.");
 }
 
+void look_at_rights(const FileReport& file, const Entry& there, Findings& findings) {
+    if (there.state != Entry::State::file || there.write || file.state == FileState::running) return;
+    findings.add(Kind::file_not_writable, flag_of(file),
+                 "user " + user_name() + " may not write " + shown(file.path.text()),
+                 "Remove it, or give user " + user_name() +
+                     " this right: " + command_to_grant(Right::write, file.path, there.own));
+}
+
+void look_at_running(const FileReport& file, const Context& context, Findings& findings) {
+    const std::string belongs = shown(file.path.text()) + " belongs to " + owner_of(file);
+    if (file.pid == 0) return; // the pid file has its own finding
+    if (file.pid == context.ends_before)
+        findings.add(Kind::restarted, flag_of(file), belongs + ", which is to be restarted");
+    else
+        findings.add(Kind::server_running, flag_of(file), belongs + ", which is running",
+                     "Stop that server, or choose another directory for this one. To check for a restart of "
+                     "that server, add --restart.");
+}
+
+void look_at_unreadable(const FileReport& file, const Entry& there, Findings& findings) {
+    if (there.state == Entry::State::loop || there.state == Entry::State::too_long)
+        look_at_odd_file(file, there, findings);
+    else if (there.state == Entry::State::file) // otherwise the directory has its own findings
+        findings.add(Kind::cannot_tell, flag_of(file),
+                     shown(file.path.text()) + " cannot be read: " + file.text,
+                     "Run preflight as the server's user.");
+}
+
 void look_at_file(const FileReport& file, const Context& context, Findings& findings) {
     const Entry there = entry_at(file.path);
     const std::string name = shown(file.path.text());
     const std::u16string_view flag = flag_of(file);
-    if (there.state == Entry::State::file && !there.write && file.state != FileState::running)
-        findings.add(Kind::file_not_writable, flag, "user " + user_name() + " may not write " + name,
-                     "Remove it, or give user " + user_name() +
-                         " this right: " + command_to_grant(Right::write, file.path, there.own));
+    look_at_rights(file, there, findings);
     switch (file.state) {
     case FileState::accepting: // nobody has asked
     case FileState::not_accepting:
     case FileState::running:
-        if (file.pid != 0 && file.pid == context.ends_before)
-            findings.add(Kind::restarted, flag,
-                         name + " belongs to " + owner_of(file) + ", which is to be restarted");
-        else if (file.pid != 0)
-            findings.add(
-                Kind::server_running, flag, name + " belongs to " + owner_of(file) + ", which is running",
-                "Stop that server, or choose another directory for this one. To check for a restart of "
-                "that server, add --restart.");
-        return;
+        return look_at_running(file, context, findings);
     case FileState::published:
         return findings.add(Kind::may_be_running, flag,
                             name + " announces " + file.text +
@@ -65,13 +82,7 @@ void look_at_file(const FileReport& file, const Context& context, Findings& find
     case FileState::malformed:
         return look_at_odd_file(file, there, findings);
     case FileState::unreadable:
-        if (there.state == Entry::State::loop || there.state == Entry::State::too_long)
-            return look_at_odd_file(file, there, findings);
-        // Otherwise the directory has its own findings.
-        if (there.state == Entry::State::file)
-            findings.add(Kind::cannot_tell, flag, name + " cannot be read: " + file.text,
-                         "Run preflight as the server's user.");
-        return;
+        return look_at_unreadable(file, there, findings);
     }
 }
 
