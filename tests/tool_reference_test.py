@@ -115,9 +115,9 @@ class Reference(unittest.TestCase):
                 self.assertEqual((fixed["accepted"], left), (True, set()))
 
     def test_a_hazard_is_named_and_its_harmless_twin_is_not(self):
+        table, named = rows("tool_hazards.txt", 2), set()
         levels = {kind["id"]: kind["level"] for kind in answer("explain", "--format", "json", "ids")["kinds"] if "level" in kind}
-        named = set()
-        for typed, expected in rows("tool_hazards.txt", 2)[::1 if HERE else 8]:
+        for typed, expected in table[::1 if HERE else 8]:
             ids, twin = expected.split(" ", 1)
             ids = {*ids.split(",")}
             with self.subTest(typed):
