@@ -283,6 +283,8 @@ class Formats(unittest.TestCase):
                          [("good", True), ("bad", False), ("none", "cannot open none")])
         self.assertEqual((answer["accepted"], run("check", "--quiet", "good", "bad").stdout), (False, b""))
         self.assertEqual(run("check", "--redact", "good", "bad").stdout.decode().splitlines()[:2], ["xa: ok", "xc: 2 faults"])
+        said = run("check", "--all", "odd", "good").stdout.decode().replace("\r\n", "\n")
+        self.assertRegex(said, r"^odd: ok, 1 warning\ngood: ok\n\nodd:\n(.*\n)*num_threads.*\n(.*\n)*\ngood:\nconf(.*\n)*num_threads ")
 
     def test_json_hides_no_character(self):
         hidden = "a\u202eb\u200bc\U000e0041"

@@ -236,6 +236,9 @@ std::optional<Advice> wrong_form(const FaultInLine& fault) {
     const Reference& reference = flag_of(fault);
     const std::string flag(reference.flag), form = flag + " " + std::string(reference.value);
     const std::u16string& value = value_of(fault).text;
+    if (reference.form == Form::port && value.find_last_of(u":@") != value.npos &&
+        value.find_first_of(u":@") != 0)
+        return by_example(fault, flag + ": write the number of the port alone, without a host");
     if (const std::string most = too_large(reference, value); !most.empty())
         return by_example(fault, flag + ": the number is too large; " + most);
     if (const std::string reason = reference.holds(Holds::port) ? why_no_port(value) : ""; !reason.empty())

@@ -53,6 +53,14 @@ Said said_about(const std::string& file, const Call& call, verb::Run& verb) {
     return said;
 }
 
+/// What stands below the line of a file.
+std::string details_of(const Call& call, const std::string& name, const Said& said) {
+    if (said.brief == unread) return "\norvane-config: " + said.details + '\n';
+    const bool asked = call.has(own("all")) || call.has(own("changed")) || call.has(own("security"));
+    const std::string text = said.details + (asked ? said.answer : "");
+    return text.empty() ? "" : '\n' + name + ":\n" + text;
+}
+
 } // namespace
 
 bool is_one_configuration(const Call& call) {
@@ -68,10 +76,7 @@ ExitCode check_each(const Call& call, verb::Run& verb) {
         worst = std::max(worst, std::ranges::find(ranks, said.code));
         const std::string name = shown_name(call, file);
         lines += name + ": " + said.brief + '\n';
-        if (said.brief == unread)
-            details += "\norvane-config: " + said.details + '\n';
-        else if (!said.details.empty())
-            details += '\n' + name + ":\n" + said.details;
+        details += details_of(call, name, said);
         if (!said.answer.empty() || said.brief == unread)
             answers.push_back({name, said.answer, said.details});
     }
