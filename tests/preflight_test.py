@@ -28,7 +28,7 @@ def run(*words, **more):
 
 
 def preflight(*words, variables=()):
-    done = run("env", *variables, *TOOL, "preflight", "--format", "json", *QUIET, *words) if variables else run(*TOOL, "preflight", "--format", "json", *QUIET, *words)
+    done = run(*(["env", *variables] if variables else []), *TOOL, "preflight", "--format", "json", *QUIET, *words)
     assert done.stdout, done
     return done.returncode, tool_schemas.answer("preflight", done.stdout)
 

@@ -112,13 +112,15 @@ class Formats(unittest.TestCase):
             ({"o.service": f"{unit}/bin/x $V\nEnvironment='V=a\\\\b'"}, "o.service:3:16: what systemd makes of a "),
             ({"o.service": f"{unit}/bin/x --a ${{V}}\nEnvironment=V2=a"}, "o.service:2:22: systemd would replace this, and the unit does not set it"),
             ({"o.service": f"{unit}/bin/x a$V\nEnvironment=V=a"}, "o.service:2:19: systemd would replace this; .*\\$\\$"),
-            ({"a-b@c-d.service": f"{unit}/bin/x %n %N %p %i %t/%E %S%% %L", "a-b@.service.d/x.conf": "[Service]\nX=", "a-.service.d/x.conf": "[Service]\nExecStart="},
+            ({"a-b@c-d.service": f"{unit}/bin/x %n %N %p %i %t/%E %S%% %L", "a-b@.service.d/x.conf": "[Service]\nX=",
+              "a-.service.d/x.conf": "[Service]\nExecStart="},
              (["a-b@c-d.service", "a-b@c-d", "a-b", "c-d", "/run//etc", "/var/lib%", "/var/log"], "also read a-b@.service.d/x.conf")),
             ({"a@.service": f"{unit}/bin/x %i"}, "a@.service:2:18: systemd would replace this"),
             ({"a@b-c.service": f"{unit}/bin/x %I"}, "a@b-c.service:2:18: systemd would replace this"),
             ({"a.service": f"{unit}/bin/x %H"}, "a.service:2:18: systemd would replace this"),
             ({"systemd/user/a.service": f"{unit}/bin/x %S"}, "systemd/user/a.service:2:18: systemd would replace this"),
-            ({"Dockerfile": f'FROM x\nENTRYPOINT ["{tool}", "exec", "--from", "/etc/f", "--", "x"]'}, "Dockerfile:2:39: the file of its flags is in the container"),
+            ({"Dockerfile": f'FROM x\nENTRYPOINT ["{tool}", "exec", "--from", "/etc/f", "--", "x"]'},
+             "Dockerfile:2:39: the file of its flags is in the container"),
             ({system + "a.service": f"{unit}{tool} exec --from /etc/f -- x", "image/run/systemd/system/a.service.d/x.conf": f"{unit}",
               "image/etc/f": "--wait\n", "image/etc/systemd/system/a.service.d/x.conf": "[Service]\n"}, (["--wait"], "followed")),
         ][::1 if HERE else 9]:
@@ -314,7 +316,8 @@ class Formats(unittest.TestCase):
         for words, data in [(["--from", "a"], b""), (["-", "--"], Path("a").read_bytes())]:
             again = run("diff", *words, *line, data=data).stdout.decode().replace("\r\n", "\n")
             self.assertEqual(again, said.replace(", a:", ", standard input:") if data else said)
-        answer = tool_schemas.answer("diff", run("diff", "--format", "json", "--from", "a", "--auto-deploy-root", "E", "--num-workers", "4", "--https", "h:1").stdout)
+        words = "--auto-deploy-root E --num-workers 4 --https h:1".split()
+        answer = tool_schemas.answer("diff", run("diff", "--format", "json", "--from", "a", *words).stdout)
         sides = {one["setting"]: (one["before"], one["after"]) for one in answer["differences"]}
         self.assertEqual({name: [side["completed"] for side in both] for name, both in sides.items()}, {
             "auto_deploy_root": [False, False], "extract_root": [True, True], "user_data": [False, False]})

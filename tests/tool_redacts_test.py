@@ -40,8 +40,9 @@ def found(words, code, out, err):
         if isinstance(value, dict):
             return {name: shape(one) for name, one in value.items()}
         return [shape(one) for one in value] if isinstance(value, list) else type(value)
-    return (code, said["accepted"], [(fault["id"], fault.get("tokens"), *map(reason, fault["advice"])) for fault in said["faults"]], said["problem_ids"], said["involved"],
-            [(one["id"], one.get("token")) for one in said["warnings"]], shape(said.get("settings")), err == "")
+    faults = [(fault["id"], fault.get("tokens"), *map(reason, fault["advice"])) for fault in said["faults"]]
+    return (code, said["accepted"], faults, said["problem_ids"], said["involved"], [(one["id"], one.get("token")) for one in said["warnings"]],
+            shape(said.get("settings")), err == "")
 
 
 def marked(words, mark, chance):
@@ -142,7 +143,8 @@ class Redacts(unittest.TestCase):
         for verb, name in itertools.product(["check", "diff"], [*names, f"{WORD}/missing", "."]):
             with self.subTest(verb, name=name):
                 self.assertIn(self.start(verb, "--redact", "--from", name, *["--", "--no-banner"][:2 * (verb == "diff")])[0], [0, 1, 2, 7])
-        for options in [["--get", WORD], ["--ignore", WORD], ["--from-format", WORD], ["--pid", WORD], ["--jsom" + WORD], ["--to=" + WORD], ["--redact=" + WORD]]:
+        for options in [["--get", WORD], ["--ignore", WORD], ["--from-format", WORD], ["--pid", WORD],
+                        ["--jsom" + WORD], ["--to=" + WORD], ["--redact=" + WORD]]:
             self.assertEqual(self.start("check", "--redact", *options, *REQUIRED)[0], 2 if options[0][2] != "j" else 1)
         # Also without --redact, a file is not echoed.
         done = subprocess.run([*TOOL, "check", "--from", names[0]], capture_output=True, text=True, check=False)

@@ -49,7 +49,8 @@ class Answers(Tool):
 
     def test_every_verb_refuses_a_line_in_the_same_words(self):
         for words in ["--num-worker 4", "--http x:y --log-root", "--wait --num-workers 1"]:
-            said = {run(*TOOL, *verb.split(), *PID_FLAGS, *words.split()) for verb in ["check", "check --all", "check --quiet", "preflight", "status", "publish"]}
+            verbs = ["check", "check --all", "check --quiet", "preflight", "status", "publish"]
+            said = {run(*TOOL, *verb.split(), *PID_FLAGS, *words.split()) for verb in verbs}
             self.assertEqual([code for code, _, _ in said], [1], said)
 
     @unittest.skipUnless(HERE, "there is no such shell")
