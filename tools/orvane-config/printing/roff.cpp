@@ -1,6 +1,8 @@
 // Text for manual pages.
 #include "printing/roff.hpp"
 
+#include "printing/wrapping.hpp"
+
 #include <algorithm>
 #include <cctype>
 
@@ -31,7 +33,8 @@ std::string roff(std::string_view text) {
 }
 
 std::string roff_example(std::string_view what, std::string_view command) {
-    return ".TP\n" + roff(what) + "\n.nf\n" + roff(command) + "\n.fi\n";
+    // The manual indents it by 14 columns of 80, and leaves the last two empty.
+    return ".TP\n" + roff(what) + "\n.nf\n" + roff(wrapped(command, 0, 4, " \\", 64)) + "\n.fi\n";
 }
 
 std::string roff_title(std::string_view text) {
