@@ -114,8 +114,10 @@ class Preflight(unittest.TestCase):
                     words = shlex.split(string.Template(flags).safe_substitute(known))
                     variables = list(itertools.takewhile(lambda word: re.match("[A-Z]+=", word), words))
                     words = words[len(variables):]
-                    options = words[:{"--ignore": 2, "--restart": 1, "--security": 1}.get(words[0], 0)] if words else []
-                    words = [*([] if REQUIRED[0] in words else REQUIRED), *words[len(options):]]
+                    options = []
+                    while words and (length := {"--ignore": 2, "--from": 2, "--restart": 1, "--security": 1}.get(words[0], 0)):
+                        options, words = options + words[:length], words[length:]
+                    words = [*([] if REQUIRED[0] in words else REQUIRED), *words]
                     code, answer = preflight("--skip", "listeners,tls,caches", *options, *words, variables=variables)
                     compare(self, answer["findings"], expected, words, **known)
                     check_sound(self, code, answer)
@@ -173,6 +175,10 @@ class Preflight(unittest.TestCase):
                 compare(self, answer["findings"], expected, words, PWD=os.path.join(os.getcwd(), str(number)), **known)
         said = subprocess.run(["unshare", "-r", *TOOL, "preflight", "--only", "programs", *REQUIRED], capture_output=True, check=False).stdout
         self.assertIn(b"\nThis is the answer for root, ", said)
+        for option, port, found in [("--security", "1024", True), ("--security", "1023", False), ("--quiet", "1024", False)]:
+            said = subprocess.run(["unshare", "-r", *TOOL, "preflight", "--only", "security", option, *REQUIRED, "--http", port],
+                                  capture_output=True, check=False).stdout
+            self.assertEqual(b"[needless-root]" in said, found, port)
 
     def test_each_kind_of_finding_is_in_a_table_with_its_texts(self):
         kinds = {one["id"] for one in json.loads(run(*TOOL, "explain", "--format", "json").stdout)["kinds"] if one["about"] == "finding"}

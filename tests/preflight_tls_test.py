@@ -23,6 +23,9 @@ VIEWS = {
         "TLSv1.2: ECDHE-RSA-CHACHA20-POLY1305", "TLSv1.3: TLS_AES_256_GCM_SHA384, TLS_CHACHA20_POLY1305_SHA256, TLS_AES_128_GCM_SHA256",
         "groups: P-384", "a current browser gets TLSv1.3, TLS_AES_128_GCM_SHA256", "OpenSSL 1.0.2 cannot connect: no shared cipher",
         "Java 8 cannot connect: no shared cipher"],
+    "ECDHE-RSA-AES128-SHA:@SECLEVEL=0 --ssl-protocols TLSv1.2 --ssl-tmp-ec-param P-192": [
+        "TLSv1.2: ECDHE-RSA-AES128-SHA", "groups: P-192 (weak)", "a current browser cannot connect: no shared cipher",
+        "OpenSSL 1.0.2 cannot connect: no shared cipher", "Java 8 cannot connect: no shared cipher"],
     "AECDH-NULL-SHA:@SECLEVEL=0 --ssl-protocols 'TLSv1 TLSv1.1'": [
         "TLSv1.0 (weak): AECDH-NULL-SHA (open)", "TLSv1.1 (weak): AECDH-NULL-SHA (open)", "a current browser cannot connect: unsupported protocol",
         "OpenSSL 1.0.2 cannot connect: no shared cipher", "Java 8 cannot connect: no shared cipher"],
@@ -120,6 +123,10 @@ def endless_key():
     return pem("ENCRYPTED PRIVATE KEY", der(0x30, pbes2, der(4, bytes(160))))
 
 
+def dh_parameters(modulus):
+    return pem("DH PARAMETERS", der(0x30, der(2, modulus.to_bytes(modulus.bit_length() // 8 + 1, "big")), der(2, b"\2")))
+
+
 def pem(label, data):
     return f"-----BEGIN {label}-----\n{base64.encodebytes(data).decode()}-----END {label}-----\n"
 
@@ -158,6 +165,7 @@ class Tls(unittest.TestCase):
     def setUpClass(cls):
         cls.folder = tempfile.TemporaryDirectory()
         cls.where = Path(cls.folder.name)
+        cls.where.chmod(0o755)
         for name, text in TEXTS.items():
             (cls.where / name).write_text(text, encoding="latin-1")
         cls.secrets = [SECRET]
@@ -177,6 +185,7 @@ class Tls(unittest.TestCase):
         key, full = (where / "server.key").read_text(), (where / "full.pem").read_text()
         made = {
             "exposed.key": key, "with-key.pem": full + key, "cut.pem": full[:1000], "endless.key": endless_key(),
+            "prime-dh.pem": dh_parameters(2**2203 - 1), "product-dh.pem": dh_parameters((2**1279 - 1) ** 2),
             "odd.pem": pem("CERTIFICATE", b"rubbish"), "odd.key": pem("PRIVATE KEY", b"rubbish"), "odd-dh.pem": pem("DH PARAMETERS", b"rubbish"),
             "second-odd.pem": (where / "server.pem").read_text() + pem("CERTIFICATE", b"rubbish"), "old.pem": full.replace(" CERT", " X509 CERT"),
             "dsa.key": pem("DSA PRIVATE KEY", b"rubbish"), "odd-dhx.pem": pem("X9.42 DH PARAMETERS", b"rubbish"),
@@ -207,7 +216,7 @@ class Tls(unittest.TestCase):
         flags = []
         for flag, value in GOOD.items():
             flags += [] if flag in given else [flag, value]
-        words = [*TOOL, "preflight", "--only", "tls", *options, "--auto-deploy-root", "D", *flags, *without_dropped(given)]
+        words = [*TOOL, "preflight", "--only", "tls,security", *options, "--auto-deploy-root", "D", *flags, *without_dropped(given)]
         done = subprocess.run([*user, *words], capture_output=True, text=True, cwd=self.where, timeout=60, check=False,
                               env=os.environ | {"LANG": "C"} | env)
         for secret in self.secrets:
@@ -269,7 +278,6 @@ class Tls(unittest.TestCase):
         self.assertEqual(self.found(crl, env={"SSL_CERT_DIR": "store"})[0], {"revocation-list --x509-use-crl"})
         (self.where / "store/0123abcd.r0").touch()
         self.assertEqual(self.found(crl, env={"SSL_CERT_DIR": "store"})[0], set())
-        self.where.chmod(0o755)
         (self.where / "server.key").chmod(0o000 if os.geteuid() else 0o600)
         user = [] if os.geteuid() else ["setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"]
         ids, text = self.found([], user=user)

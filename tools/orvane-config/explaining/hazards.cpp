@@ -5,6 +5,7 @@
 #include "preflight/tls/tls_check.hpp"
 
 #include <algorithm>
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -31,10 +32,35 @@ constexpr HazardRule hazard_rules[] = {
 #include "explaining/hazards.def"
 };
 
+// Where HTTPS is missing, what belongs to it is, too.
+constexpr std::pair<hazards::Subject*, std::string_view> names_of_subjects[] = {
+    {hazards::ciphers, "HTTPS"},
+    {hazards::default_or_named_ciphers, "HTTPS"},
+    {hazards::named_ciphers, "a list of ciphers"},
+    {hazards::protocols, "a list of protocols"},
+    {hazards::curve, "a curve"},
+    {hazards::verified_clients, "clients' certificates"},
+    {hazards::own_clients, "clients' certificates of your own authority"},
+    {hazards::origins, "origins of other sites"},
+    {hazards::plain_listener, "HTTP"},
+    {hazards::plain_interfaces, "statistics or discovery over HTTP"},
+    {hazards::listeners, "a listener"},
+    {hazards::caches, "caches"},
+    {hazards::user_data, "user data"},
+    {hazards::passphrase, "a pass phrase"},
+    {hazards::logs, "logs"},
+    {hazards::archived_responses, "archived responses"},
+};
+
 HazardLook look_at(std::size_t row, const AcceptedLine& accepted) {
     const auto& [subject, find] = hazard_rules[row];
     HazardLook look{&hazard_rows[row], State::not_configured};
-    if (!subject(accepted.settings)) return look;
+    if (!subject(accepted.settings)) {
+        look.missing = std::ranges::find(names_of_subjects, subject,
+                                         &std::pair<hazards::Subject*, std::string_view>::first)
+                           ->second;
+        return look;
+    }
     WarningCollector collector(look.hazard->kind.id, look.warnings);
     find(accepted, collector);
     const bool looked = !needs_openssl(subject) || preflight::can_look_at_tls_contents();

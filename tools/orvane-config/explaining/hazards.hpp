@@ -42,6 +42,7 @@ struct HazardLook {
     const Hazard* hazard;
     State state;
     std::vector<Warning> warnings{}; ///< where it was found
+    std::string_view missing{};      ///< what is not configured, in words
 };
 
 /// All that are not ignored. Looks at settings, not at what the flags say: a value that is replaced does not count.

@@ -7,6 +7,7 @@
 #include "qel/config/server_settings.hpp"
 
 #include <mutex>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -63,6 +64,7 @@ struct Context {
     unsigned days = 30;       ///< a certificate that expires within them is a warning
     bool security = false;    ///< whether what is only weak is looked for, and shown what clients see
     unsigned ends_before = 0; ///< the process of the server that ends before this one starts; 0: none
+    std::set<std::u16string> files_with_secrets{}; ///< of the files that tokens come from
 };
 
 /// Whether the server does not count as ready because of it.

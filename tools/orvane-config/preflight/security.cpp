@@ -3,10 +3,12 @@
 #include "preflight/directory_settings.hpp"
 #include "preflight/groups.hpp"
 #include "preflight/program_files.hpp"
+#include "preflight/tls/files.hpp"
 #include "reference/flag_texts.hpp"
 #include "system/entry.hpp"
 #include "system/other_users.hpp"
 #include "text/lists.hpp"
+#include "text/path_anchor.hpp"
 #include "text/quoting.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -21,7 +23,9 @@
 namespace orvane::preflight {
 namespace {
 
+using qel::i18n::operator/;
 using qel::util::filesystem::canonicalize;
+using qel::util::filesystem::Canonicalizer;
 
 /// One thing that must be the server's own.
 struct Owned {
@@ -73,17 +77,13 @@ std::vector<Owned> programs_of(const Context& context) {
     return all;
 }
 
-/// The private key and the pass phrase.
 std::vector<Owned> secrets_of(const Context& context) {
     std::vector<Owned> all;
     const auto& https = context.settings.https();
     if (!https) return all;
-    const auto& tls = https->ssl_context();
-    constexpr const char* gain = "whoever changes it decides which key the server has";
-    if (const auto& key = tls.private_key_file())
-        all.push_back({flag::https_private_key_file, last_given, *key, gain});
-    if (const auto& phrase = tls.key_passphrase_file(); phrase && other_users_at(*phrase).known)
-        all.push_back({flag::https_key_passphrase_file, last_given, *phrase, gain});
+    for (const SecretFile& file : secret_files(https->ssl_context()))
+        all.push_back(
+            {file.flag, last_given, file.path, "whoever changes it decides which key the server has"});
     return all;
 }
 
@@ -111,16 +111,38 @@ void look_for_writers(const Owned& owned, Findings& findings) {
         findings.add(Kind::own_place, owned.flag, "no other user may change it", {}, owned.position);
 }
 
+/// Others read a file only where they may enter all directories above it.
+void look_for_readers(std::u16string_view flag, const Path& given, const std::string& what,
+                      const Context& context, Findings& findings) {
+    const Path path = canonicalize(given);
+    bool every_user = other_users_at(path).every_user_reads, group = other_users_at(path).group_reads;
+    for (Path parent = path.parent_path(); !parent.empty(); parent = parent.parent_path()) {
+        const OtherUsers there = other_users_at(parent);
+        every_user = every_user && there.every_user_reads;
+        group = group && (there.group_reads || there.every_user_reads);
+    }
+    if (every_user)
+        findings.add(Kind::key_exposed, flag, "every user of this machine can read " + what,
+                     "Run: chmod o= " + shown(given.text()));
+    if (group && context.security)
+        findings.add(Kind::group_reads, flag, "a group can read " + what,
+                     "Make sure that only the server is in the group, or run: chmod g= " +
+                         shown(given.text()));
+}
+
 bool is_below(const Path& path, const Path& directory) {
     for (Path at = path; !at.empty(); at = at.parent_path())
         if (at == directory) return true;
     return false;
 }
 
-void look_for_overlap(const Path& files, std::u16string_view flag, const Path& other, bool is_file,
+/// Whether it lies in the directory, or its name leads through it: a link there offers what is elsewhere.
+void look_for_overlap(const Path& files, std::u16string_view flag, const Path& given, bool is_file,
                       Findings& findings) {
     const std::string name = qel::i18n::ustring_to_utf8(std::u16string(flag));
-    if (is_below(other, files))
+    const Path other = canonicalize(given);
+    const Path whole = anchor_of(given.text()) == PathAnchor::full ? given : Path(u".") / given.text();
+    if (is_below(other, files) || Canonicalizer().is_same_or_below(whole, files))
         findings.add(Kind::files_overlap, flag::files_root,
                      "whoever asks gets the files of " + name + ", which " + (is_file ? "is" : "lies") +
                          " in it",
@@ -139,9 +161,9 @@ void look_at_files_root(const Context& context, Findings& findings) {
     for (const DirectorySetting& setting : directory_settings)
         if (contains(others, setting.flag))
             for (const Path& path : setting.directories(context.settings))
-                look_for_overlap(files, setting.flag, canonicalize(path), false, findings);
+                look_for_overlap(files, setting.flag, path, false, findings);
     for (const Owned& secret : secrets_of(context))
-        look_for_overlap(files, secret.flag, canonicalize(secret.path), true, findings);
+        look_for_overlap(files, secret.flag, secret.path, true, findings);
 }
 
 void look_at_flag_files(const Context& context, Findings& findings) {
@@ -187,14 +209,13 @@ void look_at_security(const Context& context, Findings& findings) {
     for (const auto& some : {directories_of(context), programs_of(context), secrets_of(context)})
         for (const Owned& owned : some)
             look_for_writers(owned, findings);
-    look_at_flag_files(context, findings);
-    if (!context.security) return;
     for (const Owned& secret : secrets_of(context))
-        if (other_users_at(secret.path).group_reads)
-            findings.add(Kind::group_reads, secret.flag, "a group can read this file",
-                         "Make sure that only the server is in the group, or run: chmod g= " +
-                             shown(secret.path.text()));
-    look_at_the_user(context, findings);
+        look_for_readers(secret.flag, secret.path, "this file", context, findings);
+    look_at_flag_files(context, findings);
+    for (const std::u16string& file : context.files_with_secrets)
+        look_for_readers(u"", Path(file), shown(file) + ", and there seems to be a secret in it", context,
+                         findings);
+    if (context.security) look_at_the_user(context, findings);
 }
 
 } // namespace orvane::preflight

@@ -21,7 +21,7 @@ json::array warnings_json(const std::vector<Warning>& warnings, const SourcePlac
 json::object security_json(const std::vector<HazardLook>& looks, const SourcePlaces& places) {
     constexpr std::string_view states[] = {"found", "safe", "not configured", "not looked at"};
     json::array all;
-    for (const auto& [hazard, state, warnings] : looks)
+    for (const auto& [hazard, state, warnings, missing] : looks)
         all.push_back({{"id", hazard->kind.id},
                        {"level", to_text(hazard->level)},
                        {"state", states[static_cast<std::size_t>(state)]},

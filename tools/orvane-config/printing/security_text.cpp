@@ -32,6 +32,14 @@ std::string text_of(const HazardLook& look, const SourcePlaces& places) {
            wrapped(with_flags(look.hazard->instead), 4, 0) + "\n";
 }
 
+/// What there is not, each once, rather than all that could be wrong with it.
+std::string missing_in(const std::vector<HazardLook>& looks) {
+    std::vector<std::string_view> subjects;
+    for (const HazardLook& look : looks)
+        if (!look.missing.empty() && !contains(subjects, look.missing)) subjects.push_back(look.missing);
+    return subjects.empty() ? "" : wrapped("not configured: " + joined(subjects, ", "), 0, 2) + "\n";
+}
+
 std::string ids_in(const std::vector<HazardLook>& looks, State state, const char* heading) {
     std::vector<std::string_view> ids;
     for (const HazardLook& look : looks)
@@ -49,15 +57,16 @@ std::string worst_of(const std::vector<HazardLook>& looks) {
 
 std::string to_text(const std::vector<HazardLook>& looks, const SourcePlaces& places) {
     std::string text =
-        "security of the settings, list " + std::string(hazards_version) + ": " + worst_of(looks) + "\n";
+        "security of these settings: " + worst_of(looks) + " (list " + std::string(hazards_version) + ")\n";
     for (const Level level : {Level::open, Level::weak}) {
         const auto found = found_at(looks, level);
-        if (!found.empty()) text += std::string(to_text(level)) + "\n";
+        if (!found.empty())
+            text += level == Level::open ? "open: it takes no attack\n"
+                                         : "weak: it takes a known attack, or another mistake\n";
         for (const HazardLook* look : found)
             text += text_of(*look, places);
     }
-    return text + ids_in(looks, State::safe, "looked at and safe: ") +
-           ids_in(looks, State::not_configured, "not configured: ") +
+    return text + ids_in(looks, State::safe, "looked at and safe: ") + missing_in(looks) +
            ids_in(looks, State::not_looked_at, "not looked at in this build: ");
 }
 

@@ -22,8 +22,6 @@ struct BoundedFile {
     Outcome outcome = Outcome::failed;
     /// The content if it was read; else what is there instead, or the system's reason.
     std::string text{};
-    /// Whether its permissions let every user read it. Not asked on Windows.
-    bool others_read = false;
 };
 
 enum class Reads {

@@ -69,6 +69,16 @@ unsigned running_server(const qel::config::ServerSettings& settings) {
     return file.state == FileState::running && !file.elsewhere ? file.pid : 0;
 }
 
+/// The values of tokens that look like secrets are found by warnings.
+std::set<std::u16string> files_with_secrets(const Verdict& verdict) {
+    std::set<std::u16string> files;
+    for (const Warning& warning : verdict.warnings)
+        if (const SourcePlace* const place = place_of(verdict.places, warning.token);
+            place != nullptr && warning.id.starts_with("secret-"))
+            files.insert(qel::i18n::utf8_to_ustring(place->file));
+    return files;
+}
+
 } // namespace
 
 WarningIds findings_to_ignore() {
@@ -84,6 +94,7 @@ preflight::Report preflight_report(const Call& call, const Verdict& verdict, con
     auto context = std::make_shared<preflight::Context>(preflight::Context{
         verdict.line, verdict.effects, settings, verdict.places, call.has(own("network"))});
     context->security = call.has(own("security"));
+    context->files_with_secrets = files_with_secrets(verdict);
     context->days = days_in(call, context->days);
     if (call.has(own("restart"))) context->ends_before = running_server(settings);
     preflight::Report report{context};

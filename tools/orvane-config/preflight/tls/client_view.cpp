@@ -24,9 +24,22 @@ constexpr Version versions[] = {{"TLSv1.0", TLS1_VERSION},
                                 {"TLSv1.2", TLS1_2_VERSION},
                                 {"TLSv1.3", TLS1_3_VERSION}};
 
-constexpr const char* groups_to_try[] = {"X25519",    "P-256",     "X448",      "P-521",
-                                         "P-384",     "ffdhe2048", "ffdhe3072", "ffdhe4096",
-                                         "secp256k1", "P-224",     "P-192",     "brainpoolP256r1"};
+constexpr const char* groups_to_try[] = {
+    "X25519",          "P-256",           "X448",      "P-521",     "P-384",     "ffdhe2048",
+    "ffdhe3072",       "ffdhe4096",       "secp256k1", "P-224",     "P-192",     "brainpoolP256r1",
+    "brainpoolP384r1", "brainpoolP512r1", "secp160k1", "secp160r1", "secp160r2", "secp192k1",
+    "secp224k1",       "sect163k1",       "sect163r1", "sect163r2", "sect193r1", "sect193r2",
+    "sect233k1",       "sect233r1",       "sect239k1", "sect283k1", "sect283r1", "sect409k1",
+    "sect409r1",       "sect571k1",       "sect571r1"};
+
+/// As far as this OpenSSL has them.
+std::string all_groups() {
+    const TlsSettings client(SSL_CTX_new(TLS_client_method()));
+    std::vector<std::string> known;
+    for (const char* const group : groups_to_try)
+        if (SSL_CTX_set1_groups_list(client.get(), group) == 1) known.emplace_back(group);
+    return joined(known, ":");
+}
 
 /// What it offers, as far as that decides what it gets.
 struct KnownClient {
@@ -70,6 +83,8 @@ TlsSettings client_with(int first, int last) {
     SSL_CTX_set_min_proto_version(client.get(), first);
     SSL_CTX_set_max_proto_version(client.get(), last);
     SSL_CTX_set_cipher_list(client.get(), "ALL:COMPLEMENTOFALL");
+    static const std::string groups = all_groups();
+    SSL_CTX_set1_groups_list(client.get(), groups.c_str());
     SSL_CTX_set_options(client.get(), SSL_OP_LEGACY_SERVER_CONNECT);
     return client;
 }

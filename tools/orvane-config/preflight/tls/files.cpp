@@ -62,10 +62,13 @@ void report_no_passphrase_file(const FileRow& row, Findings& findings) {
          last_given, true});
 }
 
-void report_file(const FileRow& row, const Path& path, const BoundedFile& file, Findings& findings) {
+bool may_be_the_phrase(const FileRow& row, const BoundedFile& file) {
     const bool names_nothing = file.outcome == FileOutcome::missing || file.outcome == FileOutcome::failed;
-    if (names_nothing && row.content == &TlsFiles::passphrase)
-        return report_no_passphrase_file(row, findings);
+    return names_nothing && row.content == &TlsFiles::passphrase;
+}
+
+void report_file(const FileRow& row, const Path& path, const BoundedFile& file, Findings& findings) {
+    if (may_be_the_phrase(row, file)) return report_no_passphrase_file(row, findings);
     switch (file.outcome) {
     case FileOutcome::read:
         break;
@@ -95,9 +98,12 @@ void report_file(const FileRow& row, const Path& path, const BoundedFile& file, 
 }
 
 /// A key can also be in the file of the certificates, and a certificate where the key should be.
-bool is_secret(const FileRow& row, const std::string& content) {
-    if (content.find(" PRIVATE KEY-----") != content.npos) return true;
-    return row.secret && content.find("-----BEGIN ") == content.npos;
+bool is_secret(const FileRow& row, const BoundedFile& file) {
+    if (file.outcome == FileOutcome::missing || file.outcome == FileOutcome::no_access)
+        return row.secret && !may_be_the_phrase(row, file);
+    if (file.outcome != FileOutcome::read) return false;
+    if (file.text.find(" PRIVATE KEY-----") != file.text.npos) return true;
+    return row.secret && file.text.find("-----BEGIN ") == file.text.npos;
 }
 
 } // namespace
@@ -110,12 +116,19 @@ TlsFiles read_tls_files(const SslContext& settings, Findings& findings) {
         BoundedFile file = read_bounded(*path, row.limit);
         report_file(row, *path, file, findings);
         if (file.outcome != FileOutcome::read) continue;
-        if (file.others_read && is_secret(row, file.text))
-            findings.add(Kind::key_exposed, row.flag, "every user of this machine can read this file",
-                         "Run: chmod o= " + orvane::shown(path->text()));
         files.*row.content = std::move(file.text);
     }
     return files;
+}
+
+std::vector<SecretFile> secret_files(const SslContext& settings) {
+    std::vector<SecretFile> secrets;
+    for (const FileRow& row : file_rows) {
+        const auto& path = row.path(settings);
+        if (!path) continue;
+        if (is_secret(row, read_bounded(*path, row.limit))) secrets.push_back({row.flag, *path});
+    }
+    return secrets;
 }
 
 } // namespace orvane::preflight

@@ -5,6 +5,8 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace orvane::preflight {
 
@@ -15,5 +17,15 @@ struct TlsFiles {
 
 /// Reads them. What is wrong with a file as such is a finding, whatever should be in it.
 TlsFiles read_tls_files(const qel::config::SslContext& settings, Findings& findings);
+
+/// A file that nobody but the server should read.
+struct SecretFile {
+    std::u16string_view flag;
+    qel::config::Path path;
+};
+
+/// The key, the pass phrase, and any other that has a key in it. A pass phrase that names no file is left out: it may be
+/// the pass phrase itself.
+std::vector<SecretFile> secret_files(const qel::config::SslContext& settings);
 
 } // namespace orvane::preflight

@@ -13,7 +13,11 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 
+#include <openssl/bn.h>
+#include <openssl/core_names.h>
+#include <openssl/dh.h>
 #include <openssl/ec.h>
 #include <openssl/err.h>
 #include <openssl/pem.h>
@@ -76,6 +80,27 @@ bool offer_curve(const TlsCheck& check, SSL_CTX* tls) {
     return false;
 }
 
+/// Sixteen rounds, each of which shows three composite numbers of four or more: what passes them is prime. More of them,
+/// as OpenSSL has by itself, would take seconds.
+bool is_composite(const BIGNUM* number) {
+    const std::unique_ptr<BN_GENCB, Releases<BN_GENCB_free>> rounds(BN_GENCB_new());
+    BN_GENCB_set(
+        rounds.get(), [](int, int round, BN_GENCB*) { return int{round < 16}; }, nullptr);
+    return BN_check_prime(number, nullptr, rounds.get()) == 0;
+}
+
+/// OpenSSL uses no larger ones, and knows those that have a name.
+bool has_composite_modulus(EVP_PKEY* parameters) {
+    char name[80] = "";
+    BIGNUM* modulus = nullptr;
+    if (EVP_PKEY_get_group_name(parameters, name, sizeof name, nullptr) == 1 ||
+        EVP_PKEY_get_bits(parameters) > OPENSSL_DH_MAX_MODULUS_BITS ||
+        EVP_PKEY_get_bn_param(parameters, OSSL_PKEY_PARAM_FFC_P, &modulus) != 1)
+        return false;
+    const std::unique_ptr<BIGNUM, Releases<BN_free>> owner(modulus);
+    return is_composite(modulus);
+}
+
 bool offer_dh_parameters(const TlsCheck& check, SSL_CTX* tls) {
     constexpr auto flag = flag::https_tmp_dh_param_file;
     if (!check.files.dh_parameters) return !check.settings().tmp_dh_param_file();
@@ -95,6 +120,10 @@ bool offer_dh_parameters(const TlsCheck& check, SSL_CTX* tls) {
     const int bits = EVP_PKEY_get_bits(parameters.get());
     if (bits < 2048)
         check.findings.add(Kind::weak_key, flag, "the parameters have only " + std::to_string(bits) + " bits",
+                           make_new);
+    else if (has_composite_modulus(parameters.get()))
+        check.findings.add(Kind::weak_key, flag,
+                           "the modulus is not prime, so whoever knows its factors reads everything",
                            make_new);
     if (SSL_CTX_set0_tmp_dh_pkey(tls, parameters.get()) == 1) (void)parameters.release();
     ERR_clear_error();

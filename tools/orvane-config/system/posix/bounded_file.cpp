@@ -62,9 +62,7 @@ BoundedFile read_bounded(const qel::util::filesystem::Path& path, std::size_t li
     if (file.get() < 0 || fstat(file.get(), &entry) != 0) return failure();
     if (!S_ISREG(entry.st_mode)) return not_a_file(entry.st_mode);
     if (entry.st_size > static_cast<off_t>(limit)) return {Outcome::too_large, {}};
-    BoundedFile result = read_from(file.get(), limit, reads);
-    result.others_read = (entry.st_mode & S_IROTH) != 0;
-    return result;
+    return read_from(file.get(), limit, reads);
 }
 
 } // namespace orvane

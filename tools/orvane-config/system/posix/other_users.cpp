@@ -19,8 +19,10 @@ bool is_private(gid_t group) {
 OtherUsers other_users_at(const qel::util::filesystem::Path& path) {
     struct stat entry {};
     if (stat(qel::util::filesystem::native(path).c_str(), &entry) != 0) return {};
-    OtherUsers others{true, (entry.st_mode & S_IRGRP) != 0 && !is_private(entry.st_gid),
-                      S_ISDIR(entry.st_mode) && (entry.st_mode & S_ISVTX) != 0};
+    const bool directory = S_ISDIR(entry.st_mode);
+    const mode_t by_group = directory ? S_IXGRP : S_IRGRP, by_all = directory ? S_IXOTH : S_IROTH;
+    OtherUsers others{true, (entry.st_mode & by_group) != 0 && !is_private(entry.st_gid),
+                      (entry.st_mode & by_all) != 0, directory && (entry.st_mode & S_ISVTX) != 0};
     if ((entry.st_mode & S_IWOTH) != 0)
         others.writer = "every user";
     else if ((entry.st_mode & S_IWGRP) != 0 && !is_private(entry.st_gid))
