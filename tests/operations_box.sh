@@ -20,6 +20,7 @@ mount -t tmpfs -o mode=1777 tmpfs "$root/tmp"
 mount -t tmpfs -o mode=755 tmpfs "$root/dev"
 mkdir "$root"/dev/{shm,pts}
 ln -s /proc/self/fd "$root/dev/fd"
+ln -s pts/ptmx "$root/dev/ptmx"
 for device in null zero full random urandom tty; do
     touch "$root/dev/$device"
     mount --bind "/dev/$device" "$root/dev/$device"
@@ -35,5 +36,9 @@ echo server1 >"$root/etc/hostname"
 printf '127.0.0.1 localhost\n127.0.1.1 server1\n' >"$root/etc/hosts"
 printf '[Unit]\nWants=systemd-journald.service\n' >"$root/etc/systemd/system/box.target"
 
+# Its root has to be that of a mount namespace: below another, services get neither users nor devices of their own.
 cd "$root"
-exec env -i PATH="$PATH" container=box chroot "$root" /lib/systemd/systemd --system --unit=box.target
+mkdir tmp/old
+pivot_root . tmp/old
+exec env -i PATH="$PATH" container=box chroot . /bin/sh -c \
+    'umount --lazy /tmp/old && rmdir /tmp/old && exec /lib/systemd/systemd --system --unit=box.target'

@@ -4,7 +4,7 @@
 In the page, blocks of the language "console" are run as printed, in order, in one machine. 4711 stands for any number, a line ... for
 any lines. Blocks of other languages are not run here.
 """
-import difflib, os, re, shlex, subprocess, sys, tempfile, threading, time, unittest, xml.etree.ElementTree
+import difflib, os, re, shlex, shutil, subprocess, sys, tempfile, threading, time, unittest, xml.etree.ElementTree
 from pathlib import Path
 
 import yaml
@@ -168,6 +168,13 @@ class Files(unittest.TestCase):
         names = [str(path.relative_to(EXAMPLES)) for path in EXAMPLES.rglob("*") if path.is_file()]
         self.assertGreater(len(names), 12)
         self.assertEqual([name for name in names if name not in PAGE], [])
+
+    @unittest.skipUnless(shutil.which("systemd-analyze"), "systemd-analyze is missing")
+    def test_what_the_server_could_do_to_the_machine(self):
+        said = subprocess.check_output(["systemd-analyze", "security", "--offline=true", EXAMPLES / "systemd/orvane.service"], text=True)
+        exposure = re.search(r"Overall exposure level for orvane.service: (\S+)", said)[1]
+        self.assertIn(f"judges the unit with {exposure};", PAGE, said)
+        self.assertLess(float(exposure), 1.5)
 
     def test_tasks_for_windows(self):
         flags = str(EXAMPLES / "windows/flags")
