@@ -40,7 +40,7 @@ def preflight(*words, prefix=(), groups="listeners,caches", options=()):
 def found(*words, **more):
     """What was found besides what is fine, as "flag id", and the texts."""
     findings = preflight(*words, **more)
-    findings = [one for one in findings if one["severity"] != "fine"]
+    findings = [one for one in findings if one["severity"] != "ok"]
     return {f"{one.get('flag', '')[2:]} {one['id']}" for one in findings}, " / ".join(one["what"] + " > " + one["advice"] for one in findings)
 
 

@@ -35,7 +35,7 @@ def preflight(*words, variables=()):
 
 def ids(findings):
     """Everything that is not fine, as "flag id"; the group's name stands for a missing flag."""
-    return {f"{one.get('flag', one['group']).lstrip('-')} {one['id']}" for one in findings if one["severity"] != "fine"}
+    return {f"{one.get('flag', one['group']).lstrip('-')} {one['id']}" for one in findings if one["severity"] != "ok"}
 
 
 def runs_as_nobody():
@@ -224,7 +224,7 @@ class Preflight(unittest.TestCase):
                 words = [*TOOL, "preflight", "--only", "programs", *options]
                 answer = tool_schemas.answer("preflight", run(*words, "--format", "json", *REQUIRED, *flags).stdout)
                 self.assertEqual(answer["warnings"], [])
-                wrong = [one for one in answer["findings"] if one["severity"] != "fine"]
+                wrong = [one for one in answer["findings"] if one["severity"] != "ok"]
                 self.assertEqual({one["id"] for one in wrong}, found)
                 done = run(*words, *REQUIRED, *flags)
                 said = done.stdout.decode().replace("\r\n", "\n")

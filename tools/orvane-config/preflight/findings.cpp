@@ -36,7 +36,7 @@ std::vector<KindOfFinding> read_rows() {
 } // namespace
 
 std::string_view to_text(Severity severity) {
-    constexpr std::string_view texts[] = {"blocking", "warning", "unknown", "fine"};
+    constexpr std::string_view texts[] = {"blocking", "warning", "unknown", "ok"};
     return texts[static_cast<std::size_t>(severity)];
 }
 

@@ -36,8 +36,8 @@ std::vector<Detail> details(const Explanation& kind) {
 std::string how_to_look(std::string_view id) {
     const auto& kind = *std::ranges::find(preflight::kinds_of_findings(), id, &preflight::KindOfFinding::id);
     return "Severity: " + std::string(to_text(kind.severity)) + ". 'orvane-config preflight " +
-           (kind.group.empty() ? "" : "--only " + std::string(kind.group) + " ") +
-           "FLAGS...' says where, and what to do about it.";
+           (kind.group.empty() ? "" : "--only " + std::string(kind.group) + " ") + "FLAGS...' says where" +
+           (kind.severity == preflight::Severity::fine ? "." : ", and what to do about it.");
 }
 
 void write_entries_as_text(const Entries& kinds, std::ostream& out) {
