@@ -221,6 +221,10 @@ class Documents(unittest.TestCase):
     def test_links_lead_somewhere(self):
         self.assertEqual(list(dead_links(ROOT / name for name in [*DOCUMENTS, "tests/data/README.md"])), [])
 
+    def test_the_picture_of_an_answer_is_what_a_terminal_shows(self):
+        drawn = subprocess.run([ROOT / "scripts/picture", TOOL], capture_output=True, text=True, check=True).stdout
+        self.assertEqual(drawn, (ROOT / "docs/pictures/check.svg").read_text(), "run scripts/picture TOOL >docs/pictures/check.svg")
+
     def test_the_page_on_security_has_every_hazard(self):
         kinds = json.loads(subprocess.run([TOOL, "explain", "--format", "json", "ids"], capture_output=True, check=True).stdout)["kinds"]
         rows = [f"| `{one['id']}` | {one['level']} | {one['gain']} | {one['instead']} |\n" for one in kinds if "level" in one]
