@@ -2,6 +2,7 @@
 #include "explaining/flag_like.hpp"
 #include "explaining/meant_flags.hpp"
 #include "explaining/rules.hpp"
+#include "text/lists.hpp"
 #include "text/quoting.hpp"
 #include "text/spelling.hpp"
 
@@ -41,6 +42,20 @@ constexpr Convert* conversions[] = {
 #include "reference/forms.def"
 };
 
+/// The value in a form that the flag takes. A part of it is certain if the other flag's name says it: "--redis".
+std::optional<Token> readable(const Token& flag, const std::u16string& value, const Synonym& synonym,
+                              std::size_t number) {
+    const auto words = split_words(utf8_to_ustring(std::string(synonym.name)));
+    for (const Reading& reading : readings(*synonym.reference, value)) {
+        if (!takes(flag, reading.value)) continue;
+        Token token = token_of(reading, number);
+        const std::u16string provider = token.text.substr(0, token.text.find(u'@'));
+        if (token.asks_for_a_part() && contains(words, provider)) token.sample.clear();
+        return token;
+    }
+    return std::nullopt;
+}
+
 /// The value that another server's flag has, as this server's flag wants it.
 std::vector<Token> translated(const FaultInLine& fault, const Synonym& synonym, const std::u16string& given,
                               std::size_t number) {
@@ -51,9 +66,7 @@ std::vector<Token> translated(const FaultInLine& fault, const Synonym& synonym, 
     if (value.empty()) return with_placeholder({flag});
     // The server would take a number with a unit, and read it as hours.
     if (synonym.kind != Form::seconds && takes(flag, value)) return {flag, {value, number}};
-    for (const Reading& reading : readings(*synonym.reference, value))
-        if (takes(flag, reading.value))
-            return {flag, {reading.value, number, reading.sample.empty() ? u"" : reading.value}};
+    if (const auto token = readable(flag, value, synonym, number)) return {flag, *token};
     if (synonym.kind == Form::seconds) return with_placeholder({flag});
     return {flag, {value, number}};
 }
@@ -119,15 +132,13 @@ std::optional<ForeignFlag> other_half(const FaultInLine& fault, const ForeignFla
     return found;
 }
 
-/// "web1" and "8080" as an address that the flag takes; empty: it takes none.
-std::u16string address_of(const Token& flag, const std::u16string& host, const std::u16string& port) {
+/// "web1" and "8080" as an address that the flag takes, if it takes one.
+std::optional<Token> address_of(const Token& flag, const std::u16string& host, const std::u16string& port,
+                                const Synonym& synonym) {
     const bool ipv6 = host.find(u':') != host.npos && host[0] != u'[';
     const std::u16string address = (ipv6 ? u"[" + host + u"]" : host) + u":" + port;
-    Readings all = readings(*reference_of(flag.text), address);
-    all.insert(all.begin(), {address, ""});
-    for (const Reading& reading : all)
-        if (takes(flag, reading.value)) return reading.value;
-    return {};
+    if (takes(flag, address)) return Token{address, flag.number};
+    return readable(flag, address, synonym, flag.number);
 }
 
 /// "--host H --port P" is one address here.
@@ -139,10 +150,10 @@ std::optional<Advice> host_and_port(const FaultInLine& fault, const ForeignFlag&
     const ForeignFlag &host = host_first ? one : *other, &port = host_first ? *other : one;
     const bool is_host = host.synonym.kind == Form::host || !takes(flag, host.value);
     if (!is_host || port.synonym.kind == Form::host || !all_digits(port.value)) return std::nullopt;
-    const std::u16string address = address_of(flag, host.value, port.value);
-    if (address.empty()) return std::nullopt;
+    const auto address = address_of(flag, host.value, port.value, one.synonym);
+    if (!address) return std::nullopt;
     const auto typed = [&](std::size_t at) { return shown(fault.line[at][0].text); };
-    Advice advice = replace(fault, fault.at, one.end, {flag, {address, fault.number()}},
+    Advice advice = replace(fault, fault.at, one.end, {flag, *address},
                             typed(fault.at) + " and " + typed(other->begin) + " are one flag here: ");
     const CommandLine between = fault.line.part(one.end, other->begin);
     advice.edit.occurrences.insert(advice.edit.occurrences.end(), between.begin(), between.end());

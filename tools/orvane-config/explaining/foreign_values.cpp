@@ -53,23 +53,40 @@ Readings addresses(const std::u16string& value, const Reference& reference) {
     return found;
 }
 
+constexpr std::u16string_view some_provider = u"<provider>", sample_provider = u"redis";
+
 /// redis://host:port, host:port, redis host port
 Readings caches(const std::u16string& value, const Reference&) {
     std::u16string text = folded(value);
     constexpr auto why = "write a cache as provider@host:port";
     Readings found;
+    const auto with_some_provider = [&found](const std::u16string& address) {
+        found.push_back(
+            {std::u16string(sample_provider) + u"@" + address, why, std::u16string(some_provider)});
+    };
     if (const std::size_t scheme = text.find(u"://"); scheme != text.npos) {
-        text.replace(scheme, 3, u"@");
-        found.push_back({text.substr(0, text.find(u'/')), why});
+        constexpr std::u16string_view protocols[] = {u"http", u"https", u"tcp", u"tls", u"ssl", u"udp"};
+        const std::u16string provider = text.substr(0, scheme), rest = text.substr(scheme + 3);
+        const std::u16string address = rest.substr(0, rest.find(u'/'));
+        if (contains(protocols, lower(provider)))
+            with_some_provider(address);
+        else
+            found.push_back({provider + u"@" + address, why});
+        return found;
     }
     const auto words = split_words(text, u" ");
-    if (words.size() == 2) found.push_back({words[0] + u"@" + words[1], why});
+    // "cache1 6379" is more likely a host and its port.
+    if (words.size() == 2 && words[0] != sample_provider && all_digits(words[1]))
+        with_some_provider(words[0] + u":" + words[1]);
+    else if (words.size() == 2)
+        found.push_back({words[0] + u"@" + words[1], why});
     if (words.size() == 3) found.push_back({words[0] + u"@" + words[1] + u":" + words[2], why});
     if (text.find(u'@') == text.npos) {
         const auto parts = split_words(text, u":");
         if (parts.size() == 3) found.push_back({parts[0] + u"@" + parts[1] + u":" + parts[2], why});
-        if (parts.size() == 2 && parts[0] == u"redis") found.push_back({parts[0] + u"@" + parts[1], why});
-        found.push_back({u"redis@" + text, why});
+        if (parts.size() == 2 && parts[0] == sample_provider)
+            found.push_back({parts[0] + u"@" + parts[1], why});
+        with_some_provider(text);
     } else if (text.find(u':') == text.npos && !all_digits(text.substr(text.find(u'@') + 1))) {
         found.push_back({text + u":6379", "the port is missing, for example", u"6379"});
     }
@@ -166,6 +183,12 @@ constexpr ReadForeign* readers[] = {
 };
 
 } // namespace
+
+Token token_of(const Reading& reading, std::size_t number) {
+    if (reading.sample != some_provider)
+        return {reading.value, number, reading.sample.empty() ? u"" : reading.value};
+    return {reading.value, number, reading.sample + reading.value.substr(sample_provider.size())};
+}
 
 std::string why_no_port(const std::u16string& value) {
     if (is_template(value)) return "replace " + shown(value) + " by a number, with or without a host";

@@ -167,11 +167,11 @@ std::optional<Advice> read_otherwise(const FaultInLine& fault) {
         for (const Reading& reading : readings(flag_of(fault), value))
             if (takes(flag, reading.value)) {
                 const std::size_t end = fault.at + (with_next ? 2 : 1), number = value_of(fault).number;
+                const Token token = token_of(reading, number), example{reading.value, number};
                 Advice advice =
-                    replace(fault, fault.at, end, {flag, {reading.value, number}}, reading.why + ": ");
-                if (!reading.sample.empty())
-                    advice.edit =
-                        edit_of(fault, fault.at, end, {flag, {reading.value, number, reading.value}});
+                    replace(fault, fault.at, end, {flag, token.asks_for_a_part() ? token : example},
+                            reading.why + ": ");
+                advice.edit = edit_of(fault, fault.at, end, {flag, token});
                 return advice;
             }
     }

@@ -31,9 +31,11 @@ Rule missing_value, swallowing_flag, marked_value, dirty_value, similar_word, sp
 struct Reading {
     std::u16string value;
     std::string why;
-    std::u16string sample{}; ///< when part of it had to be made up
+    std::u16string sample{}; ///< when part of it had to be made up; of a cache's provider its <name>
 };
 using Readings = std::vector<Reading>;
+/// The value's token; a placeholder when part of it had to be made up.
+Token token_of(const Reading& reading, std::size_t number);
 Readings readings(const Reference& reference, const std::u16string& value);
 
 /// The same for amounts of time and of memory, and for numbers (foreign_quantities.cpp).

@@ -95,7 +95,7 @@ void add_tokens(json::object& object, const char* name, const Words& words) {
     bool has_placeholder = false;
     for (const Token& token : words) {
         has_placeholder = has_placeholder || !token.sample.empty();
-        array.push_back(to_json(token.sample.empty() ? token.text : token.sample));
+        array.push_back(to_json(token.sample.empty() || token.asks_for_a_part() ? token.text : token.sample));
     }
     object[name] = std::move(array);
     if (has_placeholder) object["placeholder"] = true;

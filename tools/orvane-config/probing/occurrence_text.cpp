@@ -4,13 +4,17 @@
 #include "text/lists.hpp"
 #include "text/quoting.hpp"
 
+#include "qel/i18n/convert.hpp"
+
 #include <algorithm>
 
 namespace orvane {
 
 std::string shown(const Occurrence& occurrence) {
-    return joined(occurrence, " ",
-                  [](const Token& word) { return word.sample.empty() ? shown(word.text) : "<value>"; });
+    return joined(occurrence, " ", [](const Token& word) {
+        if (word.asks_for_a_part()) return qel::i18n::ustring_to_utf8(word.sample);
+        return word.sample.empty() ? shown(word.text) : "<value>";
+    });
 }
 
 std::string numbers_of(const Occurrence& occurrence) {

@@ -18,7 +18,11 @@ namespace orvane {
 struct Token {
     std::u16string text;
     std::size_t number = 0;
-    std::u16string sample{}; ///< of a value that nobody gave, which has to be replaced; else empty
+    std::u16string
+        sample{}; ///< of a value that nobody gave, or the value with the <name> of a part that has to be
+                  ///< replaced; else empty
+
+    bool asks_for_a_part() const { return sample.starts_with(u'<'); }
 };
 
 /// A flag with its value, a switch, or a token that is no flag.
