@@ -26,6 +26,22 @@ WAYS = [lambda c, f, v: [f, v], lambda c, f, v: [f + "=" + v], lambda c, f, v: [
         lambda c, f, v: [f, v, "stray82"], lambda c, f, v: (f + "=" + v).split(), lambda c, f, v: [f + " " + v + "\\n--wait"],
         lambda c, f, v: [f, f, v], lambda c, f, v: [f, v, "&&", "x83"]]
 
+# Values of which the server takes nearly any text, and what gets into them on the way; of the second, nobody knows what was meant.
+TEXTS = [("--driver", "nice -n 5"), ("--log-root", "/srv/my log"), ("--user-data", "site primary"), ("--http", "web:8080"), ("--profile", "on cpu"),
+         ("--attach-cache", "redis@h1:6379"), ("--cors-allowed-origins", "https://a,https://b:81"), ("--ssl-ciphers", "HIGH"), ("--pid-root", "/run/80")]
+DIRT = [lambda v, i: f'"{v}"', lambda v, i: f"'{v}'", lambda v, i: f"\u201c{v}\u201d", lambda v, i: v + ",", lambda v, i: v + ";", lambda v, i: v + "\r",
+        lambda v, i: v + "\n", lambda v, i: " " + v, lambda v, i: v + "\t", lambda v, i: "=" + v, lambda v, i: v + "\u00a0", lambda v, i: "\ufeff" + v,
+        lambda v, i: v[:i] + "\u200b" + v[i:], lambda v, i: v[:i] + "\u00ad" + v[i:], lambda v, i: f"\x1b[1m{v}\x1b[0m"]
+UNSURE = [lambda v, i: '"' + v, lambda v, i: v + "'", lambda v, i: v[:i] + "\b" + v[i:], lambda v, i: v + "\r" + v, lambda v, i: f"<{v}>",
+          lambda v, i: v + "\u00a0--wait", lambda v, i: f"{v},{v},", lambda v, i: f'"{v}" "{v}"', lambda v, i: "$" + v, lambda v, i: v + "\x1b[1/",
+          lambda v, i: v[:i] + "\u2028" + v[i:], lambda v, i: v[:i] + "\u202e" + v[i:], lambda v, i: v + "\u0434\u200c"]
+# Others: what is typed, and what was meant; None: nobody knows.
+OTHERS = [("--http", "http://web:8080", "web:8080"), ("--http", "*:8080", "8080"), ("--http", "https://web:8443", None), ("--http", "http://u:1@web:80", None),
+          ("--http", "web:1:2", None), ("--http", "fe80::1:81", None), ("--http", "web:-1", None), ("--request-timeout", "90m", "01:30:00"),
+          ("--request-timeout", "1h 30s", "01:00:30"), ("--request-timeout", "30s", "00:00:30"), ("--request-timeout", "90", None),
+          ("--request-timeout", "80%", None), ("--num-workers", "-1", None), ("--cors-allowed-origins", "https://a, https://b/", "https://a, https://b"),
+          ("--cors-allowed-origins", "https://a/x", None), ("--profile", "ON cpu", "on cpu"), ("--profile", "1", None)]
+
 
 def number(chance, unit):
     """A number as it is typed somewhere, and its value; None: it can be read in two ways, or is none."""
@@ -92,6 +108,30 @@ class Fixes(unittest.TestCase):
         # Nothing that looks like a flag is joined to a value, though the server would take it.
         self.assertEqual(many_lines.run(TOOL, "fix", *"--auto-deploy-root D --user-data k --foo".split())[:2],
                          (1, "--auto-deploy-root D --user-data <value> --foo\n"))
+
+    def test_what_is_taken_with_a_warning_becomes_what_was_meant_or_stays(self):
+        spoilt = [(flag, dirt(value, place), None if dirt in UNSURE else value, True) for flag, value in TEXTS for dirt in DIRT + UNSURE for place in [1, len(value) - 1]]
+        spoilt += [(flag, dirt(other(value, 2), 1), value, False) for flag, value in TEXTS[1:] for dirt in DIRT for other in DIRT]
+        repaired = 0
+        for flag, typed, meant, once in [(*other, True) for other in OTHERS] + random.Random(1).sample(spoilt, min(LINES, len(spoilt))):
+            words = ["--auto-deploy-root", "/srv/d84", flag, typed, "--user-data", "zone86 east"]
+            before, right = self.ask(words), self.ask([*words[:3], meant or typed, *words[4:]])
+            warned = any(warning.get("token") == 4 for warning in before["warnings"])
+            if not before["accepted"] or not warned or meant and before["settings"] == right["settings"]:
+                continue
+            code, line, said = many_lines.run(TOOL, "fix", "--to", "json", *words)
+            final = json.loads(line)
+            with self.subTest(typed, flag=flag, said=said):
+                self.assertEqual((code, final[:3], final[4:]), (0, words[:3], words[4:]))
+                self.assertEqual(final[3] != typed, "corrected: token 4:" in said)
+                if meant and self.ask(final)["settings"] == right["settings"]:
+                    repaired += 1
+                    continue
+                self.assertTrue(final == words or meant, final)
+                # A command may need its quotes, and the text of an entry may end with anything.
+                self.assertTrue(not meant or not once or flag in ("--driver", "--user-data"), final)
+                self.assertIn("warning: token 4:", said)
+        self.assertGreater(repaired, 5 if LINES < 100 else 500)
 
 
 unittest.main()

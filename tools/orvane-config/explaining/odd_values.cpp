@@ -1,4 +1,5 @@
 // Values that do not mean what they seem to.
+#include "explaining/rules.hpp"
 #include "explaining/warning_rules.hpp"
 #include "reference/flag_texts.hpp"
 #include "text/lists.hpp"
@@ -8,7 +9,6 @@
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
-#include <charconv>
 
 namespace orvane {
 namespace {
@@ -42,23 +42,11 @@ bool has_the_form_of_a_duration(std::string text) {
     return rest.size() != text.size() && (rest == ":00" || rest == ":00:00");
 }
 
-/// "1h30m" as the server writes it, "01:30:00"; empty for anything but numbers with units.
-std::string with_colons(std::string_view text) {
-    constexpr std::string_view units = "smhdSMHD";
-    constexpr unsigned long seconds[] = {1, 60, 3600, 86400};
-    unsigned long total = 0;
-    while (!text.empty()) {
-        unsigned long number{};
-        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-        const auto digits = static_cast<std::size_t>(end - text.data());
-        if (error != std::errc() || number > 1'000'000 || digits == text.size()) return {};
-        const std::size_t unit = units.find(text[digits]);
-        if (unit == units.npos) return {};
-        total += number * seconds[unit % 4];
-        text.remove_prefix(digits + 1);
-    }
-    return joined(std::array{total / 3600, total / 60 % 60, total % 60}, ":",
-                  [](unsigned long part) { return (part < 10 ? "0" : "") + std::to_string(part); });
+/// As the server writes it, what has another form: 1h30m, 90 min; empty for anything but numbers with units.
+std::u16string with_colons(const GivenValue& value) {
+    if (value.text.find(u':') != value.text.npos) return {};
+    const Readings all = readings(value.reference, value.text);
+    return all.empty() ? u"" : all[0].value;
 }
 
 std::u16string_view port_of(const std::u16string& text) {
@@ -72,6 +60,13 @@ std::optional<std::u16string_view> host_of(const GivenValue& value) {
     return std::u16string_view(value.text).substr(0, colon);
 }
 
+/// "h:80" of "http://h:80"; empty if that is not all of it.
+std::u16string without_scheme(const GivenValue& value) {
+    const Readings all = readings(value.reference, value.text);
+    const bool whole = !all.empty() && all[0].sample.empty() && value.text.ends_with(u"://" + all[0].value);
+    return whole ? all[0].value : u"";
+}
+
 bool is_between_brackets(std::u16string_view host) {
     return host.size() > 2 && host.front() == u'[' && host.back() == u']';
 }
@@ -83,7 +78,7 @@ bool ends_in_a_port(std::u16string_view host) {
 
 } // namespace
 
-std::string negative(const GivenValue& value) {
+Suspicion negative(const GivenValue& value) {
     const bool port = value.reference.holds(Holds::port);
     const std::u16string_view number = port ? port_of(value.text) : value.text;
     if (!(port || value.has(Form::number)) || !number.starts_with(u'-') || !all_digits(number.substr(1)))
@@ -97,20 +92,24 @@ std::string negative(const GivenValue& value) {
     return {};
 }
 
-std::string hours(const GivenValue& value) {
+Suspicion hours(const GivenValue& value) {
     const std::string text = ustring_to_utf8(value.text);
     if (!value.has(Form::duration) || text == "0" || has_the_form_of_a_duration(text)) return {};
-    const std::string taken = as_duration(value.text), written = with_colons(text);
-    if (taken.empty() || written == taken) return {};
-    const std::string meant = written.empty() ? "hours come first" : "for " + text + " write " + written;
-    return "this means " + taken + " here; " + meant;
+    const std::u16string meant = with_colons(value);
+    const std::string taken = as_duration(value.text);
+    if (taken.empty() || as_duration(meant) == taken) return {};
+    const std::string advice =
+        meant.empty() ? "hours come first" : "for " + text + " write " + ustring_to_utf8(meant);
+    return {"this means " + taken + " here; " + advice, meant};
 }
 
-std::string host(const GivenValue& value) {
+Suspicion host(const GivenValue& value) {
     const auto host = host_of(value);
     if (!host || host->empty() || is_between_brackets(*host)) return {};
-    if (host->find(u'/') != host->npos) return "write only host and port, without http:// and without a path";
-    if (*host == u"*") return "no host is called *; to listen on all addresses, give only the port";
+    if (host->find(u'/') != host->npos)
+        return {"write only host and port, without http:// and without a path", without_scheme(value)};
+    if (*host == u"*")
+        return {"no host is called *; to listen on all addresses, give only the port", value.text.substr(2)};
     if (host->find_first_not_of(u"0123456789.") == host->npos && !all_digits(*host) && !is_ipv4(*host))
         return "this is not an IPv4 address";
     const bool odd = std::any_of(host->begin(), host->end(), [](char16_t c) {
@@ -119,13 +118,13 @@ std::string host(const GivenValue& value) {
     return odd || host->front() == u'-' ? "no host can have this name" : "";
 }
 
-std::string two_ports(const GivenValue& value) {
+Suspicion two_ports(const GivenValue& value) {
     const auto host = host_of(value);
     if (!host || !ends_in_a_port(*host)) return {};
     return "there are two ports; the first is read as part of the host";
 }
 
-std::string ipv6(const GivenValue& value) {
+Suspicion ipv6(const GivenValue& value) {
     const auto host = host_of(value);
     if (!host || is_between_brackets(*host) || host->find(u':') == host->npos) return {};
     const std::size_t end = static_cast<std::size_t>(host->data() + host->size() - value.text.data());
@@ -134,7 +133,7 @@ std::string ipv6(const GivenValue& value) {
                  value.text.substr(end));
 }
 
-std::string empty_host(const GivenValue& value) {
+Suspicion empty_host(const GivenValue& value) {
     const auto host = host_of(value);
     if (!host || !host->empty()) return {};
     std::u16string without = value.text;
@@ -144,31 +143,42 @@ std::string empty_host(const GivenValue& value) {
 
 constexpr const char* any_free_port = "with port 0, each start takes another free port";
 
-std::string port_0(const GivenValue& value) {
+Suspicion port_0(const GivenValue& value) {
     if (!value.has(Form::address) && !value.has(Form::cache)) return {};
     if (port_of(value.text).find_first_not_of(u"+-0") != std::u16string_view::npos) return {};
     return value.has(Form::cache) ? "no cache can be reached on port 0" : any_free_port;
 }
 
-std::string origin(const GivenValue& value) {
+Suspicion origin(const GivenValue& value) {
     if (!value.has(Form::origins)) return {};
     for (const std::u16string& one : split_words(value.text, u", ")) {
         if (one == u"*" || one == u"null") continue;
         const std::size_t scheme = one.find(u"://");
         if (scheme == one.npos || scheme == 0)
             return shown(one) + " has no scheme; write https://" + ustring_to_utf8(one);
-        if (one.find(u';') != one.npos) return "separate the origins with commas, not semicolons";
-        if (one.find(u'/', scheme + 3) != one.npos)
-            return shown(one) + " has a path or a slash at its end, which no browser sends";
+        if (one.find_first_of(blanks) != one.npos)
+            return shown(one) + " contains a space that separates no origins";
+        if (one.find(u';') != one.npos) {
+            std::u16string meant = value.text;
+            std::replace(meant.begin(), meant.end(), u';', u',');
+            return {"separate the origins with commas, not semicolons", meant};
+        }
+        const std::size_t slash = one.find(u'/', scheme + 3);
+        if (slash == one.npos) continue;
+        std::u16string meant;
+        if (slash + 1 == one.size())
+            meant = std::u16string(value.text).erase(value.text.find(one) + slash, 1);
+        return {shown(one) + " has a path or a slash at its end, which no browser sends", meant};
     }
     return {};
 }
 
-std::string profile_off(const GivenValue& value) {
+Suspicion profile_off(const GivenValue& value) {
     if (value.occurrence[0].text != flag::profile) return {};
     const std::u16string word = value.text.substr(0, value.text.find(u' '));
-    return word == u"on" || word == u"off" ? ""
-                                           : "this switches profiling off, because the first word is not on";
+    if (word == u"on" || word == u"off") return {};
+    return {"this switches profiling off, because the first word is not on",
+            lower(word) == u"on" ? u"on" + value.text.substr(word.size()) : u""};
 }
 
 void control_port(const AcceptedLine& accepted, WarningCollector& warnings) {

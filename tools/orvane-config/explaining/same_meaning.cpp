@@ -188,6 +188,11 @@ bool means_the_same(const FaultInLine& fault, const Edit& edit) {
     return !edit.proposed || std::all_of(values.begin(), values.end(), is_kept);
 }
 
+bool means_the_same(const Occurrence& typed, const Occurrence& fixed) {
+    const Proposed one{0, reference_of(fixed), fixed[1].text, typed[1].text};
+    return is_kept(one) && left_out(one).empty();
+}
+
 void ask_for_the_others(const FaultInLine& fault, Advice& advice) {
     for (const Proposed& one : values_of(fault, advice.edit)) {
         if (is_kept(one)) continue;

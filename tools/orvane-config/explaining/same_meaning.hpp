@@ -9,6 +9,9 @@ namespace orvane {
 /// flag, or like a number that was not typed. Otherwise it is no fix, and the value has to be asked for.
 bool means_the_same(const FaultInLine& fault, const Edit& edit);
 
+/// The same of an occurrence with another value, which leaves nothing out either.
+bool means_the_same(const Occurrence& typed, const Occurrence& fixed);
+
 /// Puts placeholders in the place of the values that would not mean the same.
 void ask_for_the_others(const FaultInLine& fault, Advice& advice);
 

@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace orvane {
@@ -20,8 +21,18 @@ struct GivenValue {
     bool holds(Holds what) const { return reference.holds(what); }
 };
 
-/// A warning about a value; empty: none. Only the first rule that has one is heard.
-using ValueRule = std::string(const GivenValue& value);
+/// What is odd about a value; nothing: its text is empty. `meant` is the value that was intended, where that is certain.
+struct Suspicion {
+    Suspicion() = default;
+    Suspicion(const char* said) : text(said) {}
+    Suspicion(std::string said, std::u16string value = {}) : text(std::move(said)), meant(std::move(value)) {}
+
+    std::string text{};
+    std::u16string meant{};
+};
+
+/// Only the first rule that suspects something is heard.
+using ValueRule = Suspicion(const GivenValue& value);
 
 /// An accepted line.
 struct AcceptedLine {

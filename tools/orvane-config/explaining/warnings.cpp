@@ -2,6 +2,8 @@
 #include "explaining/warnings.hpp"
 
 #include "explaining/hazards.hpp"
+#include "explaining/replacement.hpp"
+#include "explaining/same_meaning.hpp"
 #include "explaining/warning_rules.hpp"
 #include "probing/occurrence_text.hpp"
 #include "text/quoting.hpp"
@@ -40,6 +42,14 @@ constexpr NamedLineRule line_rules[] = {
 #include "explaining/warnings.def"
 };
 
+/// What the rule knows of the intended value, if the server takes that and the rule has nothing more to say.
+std::u16string certain(const GivenValue& value, ValueRule* find, const std::u16string& meant) {
+    const Occurrence fixed{value.occurrence[0], {meant, value.occurrence[1].number}};
+    if (meant.empty() || !takes(fixed) || !means_the_same(value.occurrence, fixed)) return {};
+    const Suspicion again = find({fixed, value.reference, fixed[1].text});
+    return again.text.empty() || !again.meant.empty() ? meant : u"";
+}
+
 } // namespace
 
 const Occurrence* AcceptedLine::last(std::u16string_view flag) const {
@@ -72,9 +82,10 @@ std::vector<Warning> warnings_of(const CommandLine& line, const Answer& answer, 
         if (occurrence.size() != 2) continue;
         const GivenValue value{occurrence, *reference_of(occurrence[0].text), occurrence[1].text};
         for (const auto& [find, id] : value_rules) {
-            std::string text = find(value);
-            if (text.empty() || ignored.contains(id)) continue;
-            warnings.push_back({occurrence[1].number, id, shown(occurrence) + ": " + std::move(text)});
+            const Suspicion found = find(value);
+            if (found.text.empty() || ignored.contains(id)) continue;
+            warnings.push_back({occurrence[1].number, id, shown(occurrence) + ": " + found.text,
+                                certain(value, find, found.meant)});
             break;
         }
     }

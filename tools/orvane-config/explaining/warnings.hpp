@@ -15,6 +15,7 @@ struct Warning {
     std::size_t token; ///< the number of the token that it is about; 0: the line as a whole
     std::string_view id;
     std::string text;
+    std::u16string meant{}; ///< the value for that token, where it is certain; else empty
 };
 
 using WarningIds = std::set<std::string, std::less<>>;

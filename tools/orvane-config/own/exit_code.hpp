@@ -30,7 +30,7 @@ struct ExitMeaning {
 // clang-format off
 inline constexpr ExitMeaning exit_codes[] = {
     {ExitCode::done,               "check",                                 "the server would accept FLAGS"},
-    {ExitCode::done,               "fix",                                   "corrected, or nothing was wrong"},
+    {ExitCode::done,               "fix",                                   "corrected, or nothing was wrong; warnings may be left"},
     {ExitCode::done,               "diff",                                  "the settings are equal"},
     {ExitCode::done,               "preflight",                             "the server can start"},
     {ExitCode::done,               "status",                                "running, accepting or published"},
@@ -45,7 +45,7 @@ inline constexpr ExitMeaning exit_codes[] = {
     {ExitCode::misused,            "",                                      "usage error"},
     {ExitCode::misused,            "diff",                                  "one of the command lines is refused or cannot be read"},
     {ExitCode::warned,             "check diff preflight status exec publish", "accepted, but --strict found a warning"},
-    {ExitCode::warned,             "fix",                                   "corrected, except that you have to replace a <value>, or --strict found a warning"},
+    {ExitCode::warned,             "fix",                                   "corrected, except that you have to replace a <value> or <provider>, or --strict found a warning"},
     {ExitCode::absent,             "status",                                "not published, not yet, or not accepting"},
     {ExitCode::absent,             "check",                                 "the setting that --get names is not set"},
     {ExitCode::stale_or_malformed, "status",                                "published, but stale or malformed"},

@@ -228,10 +228,10 @@ std::string checks_json(const std::vector<CheckedFile>& files) {
     return answer_of({{"format", json_format}, {"accepted", accepted}, {"files", std::move(array)}});
 }
 
-std::string fix_json(const Verdict& verdict) {
+std::string fix_json(const Verdict& verdict, const std::vector<Token>& corrected) {
     json::object object = verdict_json(verdict);
     const bool refused = bool(verdict.answer.code);
-    add_tokens(object, "corrected", refused ? verdict.diagnosis.fixed : tokens_in(verdict.line));
+    add_tokens(object, "corrected", corrected);
     object["complete"] =
         refused ? verdict.diagnosis.complete && verdict.diagnosis.problems.empty() : verdict.accepted();
     return answer_of(object);

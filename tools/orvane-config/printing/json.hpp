@@ -20,7 +20,7 @@ inline constexpr int json_format = 1;
 std::string check_json(const Verdict& verdict, bool with_origins = false,
                        const std::vector<HazardLook>& looks = {});
 /// The same, and the corrected line.
-std::string fix_json(const Verdict& verdict);
+std::string fix_json(const Verdict& verdict, const std::vector<Token>& corrected);
 struct CheckedFile {
     std::string name;
     std::string answer;  ///< of check_json; empty if the file cannot be read

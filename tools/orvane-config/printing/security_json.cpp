@@ -12,6 +12,8 @@ json::array warnings_json(const std::vector<Warning>& warnings, const SourcePlac
     for (const Warning& warning : warnings) {
         json::object object{{"id", warning.id}, {"text", json_text(warning.text)}};
         if (warning.token != 0) object["token"] = warning.token;
+        if (!warning.meant.empty())
+            object["fix"] = {{"tokens", {warning.token}}, {"replacement", {json_text(warning.meant)}}};
         add_places(object, places, {warning.token});
         all.push_back(std::move(object));
     }

@@ -144,11 +144,16 @@ void print_verdict(const Verdict& verdict, std::ostream& err, Ids ids) {
 }
 
 void print_warnings(const Verdict& verdict, std::ostream& err) {
-    for (const Warning& warning : verdict.warnings)
-        err << "orvane-config: warning: "
-            << (warning.token == 0 ? ""
-                                   : "token " + std::to_string(warning.token) +
-                                         at_place(verdict.places, warning.token) + ": ")
+    print_warnings(verdict.warnings, verdict.places, "warning", err);
+}
+
+void print_warnings(const std::vector<Warning>& warnings, const SourcePlaces& places, const char* what,
+                    std::ostream& err) {
+    for (const Warning& warning : warnings)
+        err << "orvane-config: " << what << ": "
+            << (warning.token == 0
+                    ? ""
+                    : "token " + std::to_string(warning.token) + at_place(places, warning.token) + ": ")
             << warning.text << " [" << warning.id << "]\n";
 }
 

@@ -16,6 +16,9 @@ void print_verdict(const Verdict& verdict, std::ostream& err, Ids ids = Ids::of_
 
 /// Only the warnings, as above.
 void print_warnings(const Verdict& verdict, std::ostream& err);
+/// The same, with another word for what they are.
+void print_warnings(const std::vector<Warning>& warnings, const SourcePlaces& places, const char* what,
+                    std::ostream& err);
 
 /// FILE:LINE:COLUMN: error: TEXT [id], a line for each fault, problem and warning, as compilers do. What was not read from
 /// a file has the number of its argument.

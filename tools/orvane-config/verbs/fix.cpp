@@ -1,19 +1,54 @@
 // The verb `fix`: the corrected line.
+#include "explaining/mending.hpp"
 #include "printing/json.hpp"
 #include "printing/verdict_text.hpp"
 #include "probing/occurrence_text.hpp"
+#include "text/lists.hpp"
 #include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
 #include "verbs/refusal.hpp"
 #include "verbs/written.hpp"
 
-#include <algorithm>
+#include "qel/i18n/convert.hpp"
+
+#include <functional>
 #include <ostream>
+#include <string>
 #include <utility>
 #include <vector>
 
 namespace orvane {
 namespace {
+
+struct Corrected {
+    std::vector<Token> tokens;
+    Verdict verdict;               ///< of them, once nothing in them is refused
+    std::vector<Warning> mended{}; ///< what they were changed for, but for faults
+};
+
+Corrected corrected(const Verdict& given, const WarningIds& ignored) {
+    if (!given.answer.code) {
+        Corrected line{tokens_in(given.line), given};
+        if (given.accepted()) line.mended = mend(line.tokens, line.verdict, ignored);
+        return line;
+    }
+    Corrected line{given.diagnosis.fixed, given};
+    if (!given.diagnosis.complete || !given.diagnosis.problems.empty()) return line;
+    line.verdict = judge(tokens_of({line.tokens}), false, ignored);
+    line.mended = mend(line.tokens, line.verdict, ignored);
+    return line;
+}
+
+/// What has to be replaced in it, in the order of the tokens.
+std::vector<std::string> placeholders_in(const std::vector<Token>& tokens) {
+    std::vector<std::string> names;
+    for (const Token& token : tokens) {
+        if (token.sample.empty()) continue;
+        const std::string text = shown({token}), name = text.substr(0, text.find('>') + 1);
+        if (!contains(names, name)) names.push_back(name);
+    }
+    return names;
+}
 
 void print_line(std::vector<Token> tokens, const Call& call) {
     if (!call.has(own("to"))) {
@@ -21,45 +56,41 @@ void print_line(std::vector<Token> tokens, const Call& call) {
         return;
     }
     for (Token& token : tokens)
-        if (!token.sample.empty()) token.text = u"<value>";
+        if (!token.sample.empty()) token.text = qel::i18n::utf8_to_ustring(shown({token}));
     call.out << written(call, occurrences_of(tokens_of({std::move(tokens)})));
 }
 
-bool has_placeholder(const Diagnosis& diagnosis) {
-    return std::any_of(diagnosis.fixed.begin(), diagnosis.fixed.end(),
-                       [](const Token& token) { return !token.sample.empty(); });
+ExitCode code_of(const Corrected& line, const Call& call) {
+    if (!line.verdict.accepted()) return ExitCode::negative;
+    return placeholders_in(line.tokens).empty() ? verdict_code(call, line.verdict) : ExitCode::warned;
 }
 
-/// How it ends with a line that was refused, as far as it can be fixed.
-ExitCode fix_refused(const Verdict& verdict, const Call& call) {
-    const Diagnosis& diagnosis = verdict.diagnosis;
-    if (!diagnosis.complete || !diagnosis.problems.empty()) return ExitCode::negative;
-    if (has_placeholder(diagnosis)) return ExitCode::warned;
-    const Verdict left = judge(tokens_of({diagnosis.fixed}), false, ignored_warnings(call));
-    if (!call.wants_json()) print_verdict(left, call.err);
-    return verdict_code(call, left);
+void explain(const Verdict& given, const Corrected& line, const Call& call) {
+    const bool refused = bool(given.answer.code);
+    if (refused) print_fixes(given, call.err, wanted_ids(call));
+    print_warnings(line.mended, line.verdict.places, "corrected", call.err);
+    const auto placeholders = placeholders_in(line.tokens);
+    if (!placeholders.empty())
+        call.err << "orvane-config: replace each " << joined(placeholders, ", ", std::identity(), " and ")
+                 << " before you use this command line\n";
+    else if (!refused || line.verdict.accepted())
+        print_verdict(line.verdict, call.err, wanted_ids(call));
 }
 
 } // namespace
 
 ExitCode verb::fix(const Call& call) {
-    const Verdict verdict = judge(input_of(call), false, ignored_warnings(call));
-    if (call.has(own("quiet")) && verdict.clean()) return ExitCode::done;
-    const bool refused = bool(verdict.answer.code);
+    const WarningIds ignored = ignored_warnings(call);
+    const Verdict given = judge(input_of(call), false, ignored);
+    if (call.has(own("quiet")) && given.clean()) return ExitCode::done;
+    const Corrected line = corrected(given, ignored);
     if (call.wants_json()) {
-        call.out << fix_json(verdict) << '\n';
-        return refused ? fix_refused(verdict, call) : verdict_code(call, verdict);
+        call.out << fix_json(given, line.tokens) << '\n';
+        return code_of(line, call);
     }
-    if (!refused) {
-        print_verdict(verdict, call.err, wanted_ids(call));
-        print_line(tokens_in(verdict.line), call);
-        return verdict_code(call, verdict);
-    }
-    print_fixes(verdict, call.err, wanted_ids(call));
-    print_line(verdict.diagnosis.fixed, call);
-    if (has_placeholder(verdict.diagnosis))
-        call.err << "orvane-config: replace each <value> before you use this command line\n";
-    return fix_refused(verdict, call);
+    explain(given, line, call);
+    print_line(line.tokens, call);
+    return code_of(line, call);
 }
 
 } // namespace orvane
