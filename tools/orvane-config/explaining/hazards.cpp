@@ -5,7 +5,6 @@
 #include "preflight/tls/tls_check.hpp"
 
 #include <algorithm>
-#include <utility>
 
 namespace orvane {
 namespace {
@@ -32,33 +31,49 @@ constexpr HazardRule hazard_rules[] = {
 #include "explaining/hazards.def"
 };
 
-// Where HTTPS is missing, what belongs to it is, too.
-constexpr std::pair<hazards::Subject*, std::string_view> names_of_subjects[] = {
+struct SubjectName {
+    hazards::Subject* subject;
+    std::string_view words;
+    bool of_https = false;
+};
+constexpr SubjectName names_of_subjects[] = {
     {hazards::ciphers, "HTTPS"},
     {hazards::default_or_named_ciphers, "HTTPS"},
-    {hazards::named_ciphers, "a list of ciphers"},
-    {hazards::protocols, "a list of protocols"},
-    {hazards::curve, "a curve"},
-    {hazards::verified_clients, "clients' certificates"},
-    {hazards::own_clients, "clients' certificates of your own authority"},
+    {hazards::named_ciphers, "a list of ciphers", true},
+    {hazards::protocols, "a list of protocols", true},
+    {hazards::curve, "a curve", true},
+    {hazards::verified_clients, "clients' certificates", true},
+    {hazards::own_clients, "an authority of your own for clients", true},
+    {hazards::passphrase, "a pass phrase", true},
     {hazards::origins, "origins of other sites"},
     {hazards::plain_listener, "HTTP"},
     {hazards::plain_interfaces, "statistics or discovery over HTTP"},
     {hazards::listeners, "a listener"},
     {hazards::caches, "caches"},
     {hazards::user_data, "user data"},
-    {hazards::passphrase, "a pass phrase"},
     {hazards::logs, "logs"},
     {hazards::archived_responses, "archived responses"},
 };
+
+static_assert(std::ranges::all_of(hazard_rules,
+                                  [](const HazardRule& rule) {
+                                      return std::ranges::find(names_of_subjects, rule.subject,
+                                                               &SubjectName::subject) !=
+                                             std::end(names_of_subjects);
+                                  }),
+              "a subject has no name here");
+
+/// What there is not, so that a hazard does not count.
+std::string_view missing_for(hazards::Subject* subject, bool has_https) {
+    const auto name = std::ranges::find(names_of_subjects, subject, &SubjectName::subject);
+    return name->of_https && !has_https ? "HTTPS" : name->words;
+}
 
 HazardLook look_at(std::size_t row, const AcceptedLine& accepted) {
     const auto& [subject, find] = hazard_rules[row];
     HazardLook look{&hazard_rows[row], State::not_configured};
     if (!subject(accepted.settings)) {
-        look.missing = std::ranges::find(names_of_subjects, subject,
-                                         &std::pair<hazards::Subject*, std::string_view>::first)
-                           ->second;
+        look.missing = missing_for(subject, accepted.settings.https().has_value());
         return look;
     }
     WarningCollector collector(look.hazard->kind.id, look.warnings);

@@ -40,7 +40,8 @@ std::string text_of(const Section& section, const Context& context) {
     for (const Finding* finding : section.findings) {
         const auto& [group, id, severity, meaning] = about(finding->kind);
         if (finding->kind == Kind::client_view) {
-            text += wrapped(escape(finding->what), indent.size(), 2) + "\n";
+            if (text.empty()) text = indent + "what clients would get\n";
+            text += wrapped(escape(finding->what), indent.size() + 2, 2) + "\n";
             continue;
         }
         if (severity == Severity::fine) {
