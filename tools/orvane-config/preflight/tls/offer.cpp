@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <memory>
 
 #include <openssl/bn.h>
@@ -80,12 +81,17 @@ bool offer_curve(const TlsCheck& check, SSL_CTX* tls) {
     return false;
 }
 
-/// Sixteen rounds, each of which shows three composite numbers of four or more: what passes them is prime. More of them,
-/// as OpenSSL has by itself, would take seconds.
+/// Each round shows three composite numbers of four or more, so what passes 16, or those of a second, is prime. The number
+/// that OpenSSL has by itself would take seconds.
 bool is_composite(const BIGNUM* number) {
+    auto end = std::chrono::steady_clock::now() + std::chrono::seconds(1);
     const std::unique_ptr<BN_GENCB, Releases<BN_GENCB_free>> rounds(BN_GENCB_new());
-    BN_GENCB_set(
-        rounds.get(), [](int, int round, BN_GENCB*) { return int{round < 16}; }, nullptr);
+    const auto goes_on = [](int, int round, BN_GENCB* one) {
+        const bool in_time =
+            std::chrono::steady_clock::now() < *static_cast<const decltype(end)*>(BN_GENCB_get_arg(one));
+        return int{round < 16 && in_time};
+    };
+    BN_GENCB_set(rounds.get(), goes_on, &end);
     return BN_check_prime(number, nullptr, rounds.get()) == 0;
 }
 
