@@ -40,7 +40,8 @@ OTHERS = [("--http", "http://web:8080", "web:8080"), ("--http", "*:8080", "8080"
           ("--http", "web:1:2", None), ("--http", "fe80::1:81", None), ("--http", "web:-1", None), ("--request-timeout", "90m", "01:30:00"),
           ("--request-timeout", "1h 30s", "01:00:30"), ("--request-timeout", "30s", "00:00:30"), ("--request-timeout", "90", None),
           ("--request-timeout", "80%", None), ("--num-workers", "-1", None), ("--cors-allowed-origins", "https://a, https://b/", "https://a, https://b"),
-          ("--cors-allowed-origins", "https://a/x", None), ("--profile", "ON cpu", "on cpu"), ("--profile", "1", None)]
+          ("--cors-allowed-origins", "https://a/x", None), ("--profile", "ON cpu", "on cpu"), ("--profile", "1", None), ("--user-data", "k a;", None),
+          ("--log-root", "/k\u00a0--wait", None)]
 
 
 def number(chance, unit):
