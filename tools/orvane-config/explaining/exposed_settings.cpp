@@ -11,7 +11,6 @@ namespace orvane::hazards {
 namespace {
 
 using qel::config::ServerSettings;
-using qel::util::ssl::SslVerifyPeerMode;
 
 /// Whether only this machine reaches it; no host: all addresses.
 bool is_loopback(const boost::optional<std::u16string>& host) {
@@ -51,35 +50,6 @@ const qel::config::SslContext& tls_of(const AcceptedLine& accepted) {
 }
 
 } // namespace
-
-bool verified_clients(const ServerSettings& settings) {
-    return settings.https() && settings.https()->ssl_context().verify_peer_mode() ==
-                                   SslVerifyPeerMode::verify_peer_require_peer_cert;
-}
-bool own_clients(const ServerSettings& settings) {
-    return verified_clients(settings) && !settings.https()->ssl_context().use_system_store();
-}
-bool origins(const ServerSettings& settings) {
-    return !settings.cors_allowed_origins().empty();
-}
-bool plain_listener(const ServerSettings& settings) {
-    return settings.http().has_value();
-}
-bool plain_interfaces(const ServerSettings& settings) {
-    return plain_listener(settings) && !settings.enabled_apis().empty();
-}
-bool listeners(const ServerSettings& settings) {
-    return settings.http() || settings.https();
-}
-bool caches(const ServerSettings& settings) {
-    return settings.cache_list().has_value();
-}
-bool logs(const ServerSettings& settings) {
-    return settings.log_root().has_value();
-}
-bool archived_responses(const ServerSettings& settings) {
-    return settings.response_archive_root().has_value();
-}
 
 void any_customer(const AcceptedLine& accepted, WarningCollector& warnings) {
     const auto& tls = tls_of(accepted);

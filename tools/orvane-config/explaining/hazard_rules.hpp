@@ -1,17 +1,11 @@
-// What hazards.def names: the settings that a hazard is about, and the rules that find it in them.
+// The rules of hazards.def: each finds one hazard in an accepted line.
 #pragma once
 
 #include "explaining/warning_rules.hpp"
 
 namespace orvane::hazards {
 
-/// Whether there is something to look at.
-using Subject = bool(const qel::config::ServerSettings& settings);
-Subject ciphers, named_ciphers, default_or_named_ciphers, protocols, curve, verified_clients, own_clients,
-    origins, plain_listener, plain_interfaces, listeners, caches, user_data, passphrase, logs,
-    archived_responses;
-
-// What the HTTPS listener offers (weak_tls.cpp). The first four and triple_des need OpenSSL to be sure that there is none.
+// What the HTTPS listener offers (weak_tls.cpp).
 LineRule no_authentication, no_encryption, broken_cipher, security_level, ssl_protocol, triple_des,
     no_forward_secrecy, default_ciphers, old_tls, small_curve;
 

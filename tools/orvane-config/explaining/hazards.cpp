@@ -10,6 +10,8 @@ namespace orvane {
 namespace {
 
 using State = HazardLook::State;
+using qel::config::ServerSettings;
+using qel::util::ssl::SslVerifyPeerMode;
 
 constexpr Hazard hazard_rows[] = {
 #define ZEP_HAZARD(rule, level, subject, id, summary, gain, instead, example, fix)                           \
@@ -17,68 +19,100 @@ constexpr Hazard hazard_rows[] = {
 #include "explaining/hazards.def"
 };
 
+/// The settings that a hazard is about.
+struct Subject {
+    bool (*configured)(const ServerSettings& settings);
+    std::string_view words;     ///< what is missing where they are not configured
+    bool of_https = false;      ///< without HTTPS, it is HTTPS that is missing
+    bool needs_openssl = false; ///< only OpenSSL knows that there is no hazard
+};
+
+bool has_https(const ServerSettings& settings) {
+    return settings.https().has_value();
+}
+bool has_named_ciphers(const ServerSettings& settings) {
+    return has_https(settings) && settings.https()->ssl_context().cipher_list().value_or("ALL") != "ALL";
+}
+bool has_protocols(const ServerSettings& settings) {
+    return has_https(settings) && settings.https()->ssl_context().protocol_list();
+}
+bool has_curve(const ServerSettings& settings) {
+    return has_https(settings) && settings.https()->ssl_context().tmp_ec_param();
+}
+bool verifies_clients(const ServerSettings& settings) {
+    return has_https(settings) && settings.https()->ssl_context().verify_peer_mode() ==
+                                      SslVerifyPeerMode::verify_peer_require_peer_cert;
+}
+bool has_own_clients(const ServerSettings& settings) {
+    return verifies_clients(settings) && !settings.https()->ssl_context().use_system_store();
+}
+bool has_passphrase(const ServerSettings& settings) {
+    return has_https(settings) && settings.https()->ssl_context().key_passphrase_file();
+}
+bool has_origins(const ServerSettings& settings) {
+    return !settings.cors_allowed_origins().empty();
+}
+bool has_http(const ServerSettings& settings) {
+    return settings.http().has_value();
+}
+bool has_plain_interfaces(const ServerSettings& settings) {
+    return has_http(settings) && !settings.enabled_apis().empty();
+}
+bool has_listener(const ServerSettings& settings) {
+    return has_http(settings) || has_https(settings);
+}
+bool has_caches(const ServerSettings& settings) {
+    return settings.cache_list().has_value();
+}
+bool has_user_data(const ServerSettings& settings) {
+    return !settings.user_data().empty();
+}
+bool has_logs(const ServerSettings& settings) {
+    return settings.log_root().has_value();
+}
+bool has_archive(const ServerSettings& settings) {
+    return settings.response_archive_root().has_value();
+}
+
+namespace subjects {
+constexpr Subject ciphers{has_https, "HTTPS", true, true};
+constexpr Subject default_or_named_ciphers{has_https, "HTTPS", true};
+constexpr Subject named_ciphers{has_named_ciphers, "a list of ciphers", true, true};
+constexpr Subject protocols{has_protocols, "a list of protocols", true};
+constexpr Subject curve{has_curve, "a curve", true, true};
+constexpr Subject verified_clients{verifies_clients, "clients' certificates", true};
+constexpr Subject own_clients{has_own_clients, "an authority of your own for clients", true};
+constexpr Subject passphrase{has_passphrase, "a pass phrase", true};
+constexpr Subject origins{has_origins, "origins of other sites"};
+constexpr Subject plain_listener{has_http, "HTTP"};
+constexpr Subject plain_interfaces{has_plain_interfaces, "statistics or discovery over HTTP"};
+constexpr Subject listeners{has_listener, "a listener"};
+constexpr Subject caches{has_caches, "caches"};
+constexpr Subject user_data{has_user_data, "user data"};
+constexpr Subject logs{has_logs, "logs"};
+constexpr Subject archived_responses{has_archive, "archived responses"};
+} // namespace subjects
+
 struct HazardRule {
-    hazards::Subject* subject;
+    const Subject* subject;
     LineRule* find;
 };
 
-bool needs_openssl(hazards::Subject* subject) {
-    return subject == hazards::ciphers || subject == hazards::named_ciphers || subject == hazards::curve;
-}
-
 constexpr HazardRule hazard_rules[] = {
-#define ZEP_HAZARD(rule, level, subject, ...) {hazards::subject, hazards::rule},
+#define ZEP_HAZARD(rule, level, subject, ...) {&subjects::subject, hazards::rule},
 #include "explaining/hazards.def"
 };
-
-struct SubjectName {
-    hazards::Subject* subject;
-    std::string_view words;
-    bool of_https = false;
-};
-constexpr SubjectName names_of_subjects[] = {
-    {hazards::ciphers, "HTTPS"},
-    {hazards::default_or_named_ciphers, "HTTPS"},
-    {hazards::named_ciphers, "a list of ciphers", true},
-    {hazards::protocols, "a list of protocols", true},
-    {hazards::curve, "a curve", true},
-    {hazards::verified_clients, "clients' certificates", true},
-    {hazards::own_clients, "an authority of your own for clients", true},
-    {hazards::passphrase, "a pass phrase", true},
-    {hazards::origins, "origins of other sites"},
-    {hazards::plain_listener, "HTTP"},
-    {hazards::plain_interfaces, "statistics or discovery over HTTP"},
-    {hazards::listeners, "a listener"},
-    {hazards::caches, "caches"},
-    {hazards::user_data, "user data"},
-    {hazards::logs, "logs"},
-    {hazards::archived_responses, "archived responses"},
-};
-
-static_assert(std::ranges::all_of(hazard_rules,
-                                  [](const HazardRule& rule) {
-                                      return std::ranges::find(names_of_subjects, rule.subject,
-                                                               &SubjectName::subject) !=
-                                             std::end(names_of_subjects);
-                                  }),
-              "a subject has no name here");
-
-/// What there is not, so that a hazard does not count.
-std::string_view missing_for(hazards::Subject* subject, bool has_https) {
-    const auto name = std::ranges::find(names_of_subjects, subject, &SubjectName::subject);
-    return name->of_https && !has_https ? "HTTPS" : name->words;
-}
 
 HazardLook look_at(std::size_t row, const AcceptedLine& accepted) {
     const auto& [subject, find] = hazard_rules[row];
     HazardLook look{&hazard_rows[row], State::not_configured};
-    if (!subject(accepted.settings)) {
-        look.missing = missing_for(subject, accepted.settings.https().has_value());
+    if (!subject->configured(accepted.settings)) {
+        look.missing = subject->of_https && !accepted.settings.https() ? "HTTPS" : subject->words;
         return look;
     }
     WarningCollector collector(look.hazard->kind.id, look.warnings);
     find(accepted, collector);
-    const bool looked = !needs_openssl(subject) || preflight::can_look_at_tls_contents();
+    const bool looked = !subject->needs_openssl || preflight::can_look_at_tls_contents();
     look.state = !look.warnings.empty() ? State::found : looked ? State::safe : State::not_looked_at;
     return look;
 }

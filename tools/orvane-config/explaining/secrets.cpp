@@ -114,14 +114,6 @@ const char* why_secret(const std::u16string& name, const std::u16string& value) 
 
 } // namespace
 
-bool user_data(const qel::config::ServerSettings& settings) {
-    return !settings.user_data().empty();
-}
-
-bool passphrase(const qel::config::ServerSettings& settings) {
-    return settings.https() && settings.https()->ssl_context().key_passphrase_file();
-}
-
 void secret_in_data(const AcceptedLine& accepted, WarningCollector& warnings) {
     const auto& counted = accepted.settings.user_data();
     for (const Occurrence& one : accepted.line) {

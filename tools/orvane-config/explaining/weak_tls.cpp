@@ -82,22 +82,6 @@ unsigned protocols_in(const AcceptedLine& accepted) {
 
 } // namespace
 
-bool ciphers(const ServerSettings& settings) {
-    return settings.https().has_value();
-}
-bool default_or_named_ciphers(const ServerSettings& settings) {
-    return ciphers(settings);
-}
-bool named_ciphers(const ServerSettings& settings) {
-    return ciphers(settings) && settings.https()->ssl_context().cipher_list().value_or("ALL") != "ALL";
-}
-bool protocols(const ServerSettings& settings) {
-    return ciphers(settings) && settings.https()->ssl_context().protocol_list();
-}
-bool curve(const ServerSettings& settings) {
-    return ciphers(settings) && settings.https()->ssl_context().tmp_ec_param();
-}
-
 void no_authentication(const AcceptedLine& accepted, WarningCollector& warnings) {
     find_suites(accepted, warnings, without_authentication, "without authentication",
                 [](const OfferedSuite& one) { return !one.authenticated; });

@@ -84,14 +84,14 @@ std::string absolute(const std::string& path) {
 }
 
 std::vector<std::string> files_in(const std::string& directory, const std::string& name, bool may_be_empty) {
+    const std::string start = directory.ends_with('/') ? directory : directory + "/";
     std::vector<std::string> files;
     std::error_code error;
     std::filesystem::directory_iterator one(native_of(directory), error);
     for (const std::filesystem::directory_iterator end; !error && one != end; one.increment(error)) {
         const std::string file = qel::i18n::ustring_to_utf8(one->path().filename().u16string());
         std::error_code unknown;
-        if (!file.starts_with('.') && !one->is_directory(unknown))
-            files.push_back(directory + (directory.ends_with('/') ? "" : "/") + file);
+        if (!file.starts_with('.') && !one->is_directory(unknown)) files.push_back(start + file);
     }
     if (error) throw std::runtime_error("cannot read " + name + ": " + error.message());
     if (files.empty() && !may_be_empty) throw std::runtime_error("there are no files in " + name);

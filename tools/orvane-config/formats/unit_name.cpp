@@ -49,7 +49,7 @@ std::map<std::string, std::string> drop_ins_of(const UnitName& unit, const Sourc
     }
     for (const std::string& name : names_of_drop_ins(unit))
         for (const std::string& directory : directories) {
-            const std::string place = directory + "/" + name + ".d";
+            const std::string place = std::string(directory).append("/").append(name).append(".d");
             if (!is_directory(place)) continue;
             for (const std::string& file : files_in(place, source.name_of(place), true))
                 if (file.ends_with(".conf")) files.emplace(file.substr(file.rfind('/') + 1), file);

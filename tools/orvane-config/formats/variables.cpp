@@ -100,7 +100,8 @@ LocatedText with_stand_ins(const LocatedText& text, const std::vector<Variable>&
 void put_values(ReadTokens& tokens, const std::vector<Variable>& variables) {
     for (ReadToken& token : tokens)
         for (std::size_t at = 0; (at = token.text.find(stand_in, at)) != token.text.npos;) {
-            const char last = at + stand_in.size() < token.text.size() ? token.text[at + stand_in.size()] : 0;
+            const char last =
+                at + stand_in.size() < token.text.size() ? token.text[at + stand_in.size()] : '\0';
             const std::size_t index = static_cast<unsigned char>(last) - std::size_t{0x80};
             if (index >= variables.size()) break; // of another file, where nothing is replaced
             const std::string& value = variables[index].value.bytes;
