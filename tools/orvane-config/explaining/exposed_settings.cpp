@@ -10,7 +10,6 @@
 namespace orvane::hazards {
 namespace {
 
-using qel::config::ServerSettings;
 
 /// Whether only this machine reaches it; no host: all addresses.
 bool is_loopback(const boost::optional<std::u16string>& host) {

@@ -15,7 +15,6 @@ namespace orvane::hazards {
 namespace {
 
 using preflight::OfferedSuite;
-using qel::config::ServerSettings;
 
 /// Parts of the names that mean one thing; with ^ in front: beginnings.
 using Marks = std::string_view;

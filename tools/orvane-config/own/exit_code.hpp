@@ -41,7 +41,7 @@ inline constexpr ExitMeaning exit_codes[] = {
     {ExitCode::negative,           "convert",                               "the server would refuse FLAGS, so --tidy wrote nothing"},
     {ExitCode::negative,           "diff",                                  "the settings differ"},
     {ExitCode::negative,           "status",                                "the server would refuse FLAGS, or they name no runtime files"},
-    {ExitCode::negative,           "publish",                               "the server would refuse FLAGS, or the files cannot be published"},
+    {ExitCode::negative,           "publish",                               "the server would refuse FLAGS, or another server is in the way"},
     {ExitCode::misused,            "",                                      "usage error"},
     {ExitCode::misused,            "diff",                                  "one of the command lines is refused or cannot be read"},
     {ExitCode::warned,             "check diff preflight status exec publish", "accepted, but --strict found a warning"},

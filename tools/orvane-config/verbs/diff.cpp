@@ -10,6 +10,7 @@
 
 #include "qel/i18n/convert.hpp"
 
+#include <algorithm>
 #include <ostream>
 
 namespace orvane {
@@ -32,7 +33,7 @@ std::vector<Input> sides_of(const Call& call) {
     } else if (end != words.end()) {
         sides.push_back(side_of(call, {words.begin(), end}));
         sides.push_back(side_of(call, {end + 1, words.end()}));
-    } else {
+    } else if (std::ranges::none_of(words, begins_as_flag)) {
         for (const std::u16string& word : words)
             sides.push_back(side_of(call, {word}));
     }

@@ -38,10 +38,10 @@ ExitCode verb::exec(const Call& call) {
         if (call.has(*choice) && !call.has(own("preflight")))
             throw MisusedInPublic(spelled(*choice) + " needs " + spelled(own("preflight")));
     const Input input = input_of(call);
-    if (!input.command) throw Misused("no command: put it after FLAGS and '--'");
     const WarningIds ignored = ignored_warnings(call, findings_to_ignore());
     const Verdict verdict = judge(input, true, ignored);
     if (const auto end = refusal(call, verdict)) return *end;
+    if (!input.command) throw Misused("no command: put it after FLAGS and '--'");
     print_warnings(verdict, call.err);
     if (call.has(own("preflight"))) {
         const preflight::Report report = preflight_report(call, verdict, ignored);

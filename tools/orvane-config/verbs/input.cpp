@@ -200,14 +200,13 @@ Input input_from(const Call& call, const OwnOption& option, const std::string& n
 
 Tokens::const_iterator end_of_flags(const Tokens& before, const Tokens& words) {
     if (!contains(words, u"--")) return words.end();
-    using qel::config::error_code::unrecognized_flag, qel::config::error_code::parse_error;
+    using qel::config::error_code::unrecognized_flag;
     Tokens all = before;
     all.insert(all.end(), words.begin(), words.end());
     const CommandLine line = occurrences_of(all);
     Answer refusal;
     const std::size_t refused = first_refused(line, refusal);
-    // Each may be a value. Without its value, a flag that the library knows does not parse.
-    if (refused == line.size() || refusal.code == parse_error()) return words.end();
+    if (refused == line.size()) return words.end(); // each is a value
     const bool in_place = refusal.code == unrecognized_flag();
     const std::size_t from = in_place ? line[refused].front().number - 1 : line[refused].back().number;
     const std::size_t skipped = from < before.size() ? 0 : from - before.size();
