@@ -10,7 +10,6 @@
 namespace orvane::hazards {
 namespace {
 
-
 /// Whether only this machine reaches it; no host: all addresses.
 bool is_loopback(const boost::optional<std::u16string>& host) {
     const std::u16string name = lower(host.value_or(u""));
