@@ -169,11 +169,11 @@ std::size_t distance(std::u16string_view a, std::u16string_view b, std::size_t m
     if (std::max(a.size(), b.size()) - std::min(a.size(), b.size()) > most) return most + 1;
     constexpr std::size_t longest = 100;
     if (b.size() >= longest) return most + 1;
-    std::array<std::uint8_t, longest> rows[3] = {}; // two before, the one before, and this
+    std::array<std::uint8_t, longest> distances[3] = {}; // two before, the one before, and this
     for (std::size_t j = 0; j <= b.size(); ++j)
-        rows[1][j] = static_cast<std::uint8_t>(j);
+        distances[1][j] = static_cast<std::uint8_t>(j);
     for (std::size_t i = 1; i <= a.size(); ++i) {
-        auto& [two_back, last, row] = rows;
+        auto& [two_back, last, row] = distances;
         row[0] = static_cast<std::uint8_t>(i);
         for (std::size_t j = 1; j <= b.size(); ++j) {
             const int near = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (a[i - 1] != b[j - 1])});
@@ -183,7 +183,7 @@ std::size_t distance(std::u16string_view a, std::u16string_view b, std::size_t m
         std::swap(two_back, last);
         std::swap(last, row);
     }
-    const std::size_t far = rows[1][b.size()];
+    const std::size_t far = distances[1][b.size()];
     return std::min(far, most + 1);
 }
 
