@@ -111,7 +111,8 @@ class Fixes(unittest.TestCase):
                          (1, "--auto-deploy-root D --user-data <value> --foo\n"))
 
     def test_what_is_taken_with_a_warning_becomes_what_was_meant_or_stays(self):
-        spoilt = [(flag, dirt(value, place), None if dirt in UNSURE else value, True) for flag, value in TEXTS for dirt in DIRT + UNSURE for place in [1, len(value) - 1]]
+        spoilt = [(flag, dirt(value, place), None if dirt in UNSURE else value, True)
+                  for flag, value in TEXTS for dirt in DIRT + UNSURE for place in [1, len(value) - 1]]
         spoilt += [(flag, dirt(other(value, 2), 1), value, False) for flag, value in TEXTS[1:] for dirt in DIRT for other in DIRT]
         repaired = 0
         for flag, typed, meant, once in [(*other, True) for other in OTHERS] + random.Random(1).sample(spoilt, min(LINES, len(spoilt))):
