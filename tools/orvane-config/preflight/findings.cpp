@@ -83,8 +83,8 @@ std::vector<Finding> consistent(const std::vector<Finding>& findings) {
         const auto denies = [&](const Finding& other) {
             return about_the_same(other) && is_in_the_way(other);
         };
-        const bool fine = about(one.kind).severity == Severity::fine && !one.flag.empty();
-        if (std::ranges::none_of(kept, repeats) && !(fine && std::ranges::any_of(findings, denies)))
+        const bool is_ok = about(one.kind).severity == Severity::ok && !one.flag.empty();
+        if (std::ranges::none_of(kept, repeats) && !(is_ok && std::ranges::any_of(findings, denies)))
             kept.push_back(one);
     }
     return kept;

@@ -16,7 +16,7 @@
 namespace orvane::preflight {
 
 /// In the order from bad to good. With one of the first or third the server is not ready.
-enum class Severity { blocking, warning, unknown, fine };
+enum class Severity { blocking, warning, unknown, ok };
 
 /// What is said of something where there is nothing to say.
 inline constexpr const char* nothing_wrong = "ok";

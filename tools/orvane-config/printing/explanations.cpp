@@ -37,7 +37,7 @@ std::string how_to_look(std::string_view id) {
     const auto& kind = *std::ranges::find(preflight::kinds_of_findings(), id, &preflight::KindOfFinding::id);
     return "Severity: " + std::string(to_text(kind.severity)) + ". 'orvane-config preflight " +
            (kind.group.empty() ? "" : "--only " + std::string(kind.group) + " ") + "FLAGS...' says where" +
-           (kind.severity == preflight::Severity::fine ? "." : ", and what to do about it.");
+           (kind.severity == preflight::Severity::ok ? "." : ", and what to do about it.");
 }
 
 void write_entries_as_text(const Entries& kinds, std::ostream& out) {

@@ -34,7 +34,7 @@ std::string preflight_json(const Verdict& verdict, const preflight::Report& repo
     object["ready"] = report.ready();
     object["user"] = json_text(user_name());
     json::object counts;
-    for (const Severity severity : {Severity::blocking, Severity::warning, Severity::unknown, Severity::fine})
+    for (const Severity severity : {Severity::blocking, Severity::warning, Severity::unknown, Severity::ok})
         counts[to_text(severity)] = report.count(severity);
     object["counts"] = std::move(counts);
     json::array groups, findings;

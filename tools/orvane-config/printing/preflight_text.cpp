@@ -44,7 +44,7 @@ std::string text_of(const Section& section, const Context& context) {
             text += wrapped(escape(finding->what), indent.size() + 2, 2) + "\n";
             continue;
         }
-        if (severity == Severity::fine) {
+        if (severity == Severity::ok) {
             fine += (fine.empty() ? "" : "; ") + escape(finding->what);
             continue;
         }
