@@ -250,7 +250,7 @@ class Preflight(unittest.TestCase):
         self.make_program()
         self.own(".")
         for flags, code, expected in [
-            (["--driver", "none"], 8, r"programs\n.*blocking: .*\[missing-program\]\n.*\nnot ready: 1 blocking finding\b"),
+            (["--driver", "none"], 8, r"^(?!.*\bok: )(?!(.*relative-dir){3}).*programs\n.*blocking: .*\[missing-program\]\n.*\nnot ready: 1 b"),
             (["--wait=1"], 1, "^unrecognized option: --wait=1\n"), (["--driver", "./orvane-tool.exe"], 0, r"^(orvane-config: warning: [^\n]*\n)*$"),
         ]:
             with self.subTest(flags):

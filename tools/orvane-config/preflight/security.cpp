@@ -23,7 +23,6 @@
 namespace orvane::preflight {
 namespace {
 
-using qel::i18n::operator/;
 using qel::util::filesystem::canonicalize;
 using qel::util::filesystem::Canonicalizer;
 
@@ -141,7 +140,7 @@ void look_for_overlap(const Path& files, std::u16string_view flag, const Path& g
                       Findings& findings) {
     const std::string name = qel::i18n::ustring_to_utf8(std::u16string(flag));
     const Path other = canonicalize(given);
-    const Path whole = anchor_of(given.text()) == PathAnchor::full ? given : Path(u".") / given.text();
+    const Path whole = anchor_of(given.text()) == PathAnchor::full ? given : Path(u"./" + given.text());
     if (is_below(other, files) || Canonicalizer().is_same_or_below(whole, files))
         findings.add(Kind::files_overlap, flag::files_root,
                      "whoever asks gets the files of " + name + ", which " + (is_file ? "is" : "lies") +

@@ -31,6 +31,18 @@ std::vector<std::string> not_looked_at(const preflight::Report& report) {
     return names;
 }
 
+ExitCode refuse_to_start(const Call& call, Verdict& verdict, preflight::Report& report) {
+    verdict.warnings = not_repeated(std::move(verdict.warnings), report);
+    if (call.wants_json()) {
+        call.out << preflight_json(verdict, report) << '\n';
+        return ExitCode::not_ready;
+    }
+    print_warnings(verdict, call.err);
+    keep_problems(report); // in a log, what is ok would hide them
+    call.err << to_text(report);
+    return ExitCode::not_ready;
+}
+
 } // namespace
 
 ExitCode verb::exec(const Call& call) {
@@ -39,22 +51,18 @@ ExitCode verb::exec(const Call& call) {
             throw MisusedInPublic(spelled(*choice) + " needs " + spelled(own("preflight")));
     const Input input = input_of(call);
     const WarningIds ignored = ignored_warnings(call, findings_to_ignore());
-    const Verdict verdict = judge(input, true, ignored);
+    Verdict verdict = judge(input, true, ignored);
     if (const auto end = refusal(call, verdict)) return *end;
     if (!input.command) throw Misused("no command: put it after FLAGS and '--'");
-    print_warnings(verdict, call.err);
+    std::vector<std::string> unknown;
     if (call.has(own("preflight"))) {
-        const preflight::Report report = preflight_report(call, verdict, ignored);
-        if (!report.may_start()) {
-            if (call.wants_json())
-                call.out << preflight_json(verdict, report) << '\n';
-            else
-                call.err << to_text(report);
-            return ExitCode::not_ready;
-        }
-        if (const auto names = not_looked_at(report); !names.empty())
-            call.err << "orvane-config: not looked at before the start: " << joined(names) << '\n';
+        preflight::Report report = preflight_report(call, verdict, ignored);
+        if (!report.may_start()) return refuse_to_start(call, verdict, report);
+        unknown = not_looked_at(report);
     }
+    print_warnings(verdict, call.err);
+    if (!unknown.empty())
+        call.err << "orvane-config: not looked at before the start: " << joined(unknown) << '\n';
     call.successor = *input.command;
     call.successor.insert(call.successor.end(), input.flags.begin(), input.flags.end());
     if (call.has(own("dry-run")))

@@ -7,10 +7,8 @@
 #include "verbs/preflight_report.hpp"
 #include "verbs/refusal.hpp"
 
-#include <algorithm>
 #include <ostream>
 #include <utility>
-#include <vector>
 
 namespace orvane {
 namespace {
@@ -19,34 +17,6 @@ ExitCode exit_code(const preflight::Report& report, const Verdict& verdict, bool
     if (!report.clear()) return ExitCode::not_ready;
     const bool warned = report.count(preflight::Severity::warning) != 0 || !verdict.warnings.empty();
     return strict && warned ? ExitCode::warned : ExitCode::done;
-}
-
-/// What a finding of the same id says again, and better, is said once.
-std::vector<Warning> not_repeated(std::vector<Warning> warnings, const preflight::Report& report) {
-    std::erase_if(warnings, [&](const Warning& warning) {
-        const auto repeats = [&](const preflight::Finding& finding) {
-            if (about(finding.kind).id != warning.id) return false;
-            const Occurrence* const given = occurrence_of(finding, *report.context);
-            return given != nullptr &&
-                   std::ranges::find(*given, warning.token, &Token::number) != given->end();
-        };
-        return std::ranges::any_of(report.groups, [&](const preflight::GroupReport& group) {
-            return std::ranges::any_of(group.findings, repeats);
-        });
-    });
-    return warnings;
-}
-
-/// Whether there are any.
-bool keep_problems(preflight::Report& report) {
-    bool any = false;
-    for (preflight::GroupReport& group : report.groups) {
-        std::erase_if(group.findings, [](const preflight::Finding& one) {
-            return about(one.kind).severity == preflight::Severity::ok;
-        });
-        any = any || !group.findings.empty();
-    }
-    return any;
 }
 
 } // namespace

@@ -110,4 +110,30 @@ preflight::Report preflight_report(const Call& call, const Verdict& verdict, con
     return report;
 }
 
+bool keep_problems(preflight::Report& report) {
+    bool any = false;
+    for (preflight::GroupReport& group : report.groups) {
+        std::erase_if(group.findings, [](const preflight::Finding& one) {
+            return about(one.kind).severity == preflight::Severity::ok;
+        });
+        any = any || !group.findings.empty();
+    }
+    return any;
+}
+
+std::vector<Warning> not_repeated(std::vector<Warning> warnings, const preflight::Report& report) {
+    std::erase_if(warnings, [&](const Warning& warning) {
+        const auto repeats = [&](const preflight::Finding& finding) {
+            if (about(finding.kind).id != warning.id) return false;
+            const Occurrence* const given = occurrence_of(finding, *report.context);
+            return given != nullptr &&
+                   std::ranges::find(*given, warning.token, &Token::number) != given->end();
+        };
+        return std::ranges::any_of(report.groups, [&](const preflight::GroupReport& group) {
+            return std::ranges::any_of(group.findings, repeats);
+        });
+    });
+    return warnings;
+}
+
 } // namespace orvane
