@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Spoils values, and judges by the library's record whether what `fix` prints means what was typed: tool_fixes_test.py TOOL..."""
-import json, random, re, shlex, sys, unittest
+import itertools, json, os, random, re, shlex, shutil, subprocess, sys, tempfile, unittest
 from fractions import Fraction
+from pathlib import Path
 
 import many_lines
 from tables import words_of_powershell
@@ -10,6 +11,7 @@ TOOL = sys.argv[1:]
 del sys.argv[1:]
 HERE = not TOOL[-1].endswith(".exe")
 LINES = 4000 if many_lines.PROGRAM else 30
+FILES = 400 if HERE or many_lines.PROGRAM else 30
 SIZES = {"": 1, "K": 1 << 10, "MB": 1 << 20, "GiB": 1 << 30, " mb": 1 << 20, "k": 1 << 10, " GB": 1 << 30}
 TIMES = {"s": 10**6, "m": 60 * 10**6, "h": 3600 * 10**6, "ms": 1000, " seconds": 10**6, "min": 60 * 10**6, "d": 86400 * 10**6}
 # Of each: flags, one of them other servers', units, and how the record has it.
@@ -70,6 +72,102 @@ def spoilt(chance):
     text, value = number(chance, unit)
     amount = None if value is None or (size == 1 and value % 1) else value * size
     return chance.choice(flags), text + unit, amount, recorded
+
+
+def laid_out(chance, parts, form, break_):
+    """The tokens of each part as somebody has typed them into a file, with comments, and its lines on which nothing is wrong."""
+    text, kept, notes = chance.choice(["", "", "\ufeff"]), [], itertools.count()
+    for right, tokens in parts:
+        for _ in range(chance.choice([0, 0, 1, 2]) if form != "sh" or text in ("", "\ufeff") else 0):
+            kept.append(chance.choice(["", f"# note{next(notes)} --wait 'x", f"  # note{next(notes)}"]))
+            text += kept[-1] + break_
+        line = chance.choice(["", "  "]) if form != "lines" else ""
+        for i, token in enumerate(tokens):
+            begins = form == "flags" and token.startswith("--") and shlex.quote(token) == token and (i == 0 or chance.random() < 0.8)
+            quoted = f'"{token}"' if not begins and re.fullmatch("[-\\w ./:=,]+", token) and chance.random() < 0.5 else shlex.quote(token)
+            between = break_ if begins or form == "lines" else chance.choice([" ", " ", "   ", f" \\{break_}    "])
+            line += between * (i > 0) + (token if form == "lines" else quoted)
+        line += {"sh": " \\" * (tokens is not parts[-1][1]), "flags": chance.choice(["", "", "  ", f" # note{next(notes)} it's"])}.get(form, "")
+        text += line + break_
+        kept += [line] if right else []
+    return text if chance.random() < 0.8 else text.removesuffix(break_), kept
+
+
+class Files(unittest.TestCase):
+    def fix(self, *words):
+        return many_lines.run(TOOL, "fix", *words)
+
+    def test_only_what_was_wrong_changes_in_a_file(self):
+        written = refused = 0
+        file = many_lines.folder() / "some flags"
+        for seed in range(FILES):
+            chance = random.Random(seed)
+            parts = [(True, ["--auto-deploy-root", "/srv/d84"]), (True, ["--num-threads", "85"]), (True, ["--extract-root", "/srv/d 86"])]
+            for _ in range(chance.choice([1, 1, 2, 3])):
+                flag, value, meaning, _ = spoilt(chance)
+                dirt = chance.choice(DIRT + UNSURE[:3])
+                if meaning is None or chance.random() < 0.3:
+                    flag, value = chance.choice(TEXTS)
+                elif chance.random() < 0.8:
+                    dirt = lambda v, i: v
+                parts.insert(chance.randrange(1, 4), (False, chance.choice(WAYS)(chance, flag, dirt(value, 1))))
+            form = chance.choice(["flags", "flags", "lines", "sh"])
+            break_ = chance.choice(["\n", "\n", "\r\n"]) if form != "sh" else "\n"
+            text, kept = laid_out(chance, parts, form, break_)
+            file.write_bytes(text.encode())
+            os.chmod(file, chance.choice([0o600, 0o640, 0o755]))
+            before, mode = file.read_bytes(), os.stat(file).st_mode
+            words = [*["--from-format", form] * (form != "flags"), str(file)]
+            tokens = many_lines.run(TOOL, "convert", "--to", "json", *words)[1]
+            if not tokens or json.loads(tokens) != [token for _, part in parts for token in part]:
+                continue  # what a file of this form cannot hold
+            line = self.fix("--to", "json", *words)
+            code, _, said = self.fix("--in-place", *words)
+            after = file.read_bytes()
+            with self.subTest(seed, said=said, text=text, after=after.decode()):
+                self.assertEqual((os.stat(file).st_mode if HERE else mode, os.listdir(file.parent)), (mode, [file.name]))
+                if before == after and code:
+                    refused += 1
+                    self.assertRegex(said, "flags was not changed, because|flags cannot be changed in place: ")
+                    self.assertIn(code, [7, line[0]])
+                    continue
+                written += before != after
+                self.assertEqual((code, many_lines.run(TOOL, "check", "--quiet", *words)[0], self.fix("--to", "json", *words)[1]), (0, 0, line[1]))
+                self.assertEqual(*(re.findall("note[0-9]+[^\r\n]*", one) for one in [after.decode(), text]))
+                at = 0
+                for one in kept:
+                    found = after.find(one.encode(), at)
+                    self.assertGreaterEqual(found, at, one)
+                    at = found + len(one.encode())
+                self.assertLessEqual(b"\n" in after.replace(break_.encode(), b""), "\n" in text.replace(break_, ""))
+                if HERE and shutil.which("patch") and seed % 8 == 0:
+                    file.write_bytes(before)
+                    patch = subprocess.run([*TOOL, "fix", "--diff", *words[:-1], file.name], cwd=file.parent, capture_output=True, check=False).stdout
+                    subprocess.run(["patch", "--silent", "--no-backup-if-mismatch", "-p0"], input=patch, cwd=file.parent, check=True)
+                    self.assertEqual(file.read_bytes(), after)
+        self.assertGreater(written, FILES / 3)
+        self.assertGreater(refused, FILES / 10)
+
+    @unittest.skipUnless(HERE, "links and rights are others there")
+    def test_a_file_keeps_its_place_and_its_rights(self):
+        with tempfile.TemporaryDirectory() as folder:
+            file, link, other = (Path(folder, name) for name in ["flags", "link", "other"])
+            file.write_text("--auto-deploy-root /D\n--wait=1\n--http 1\n"), link.symlink_to("flags")
+            os.setxattr(file, "user.note", b"x"), os.chmod(file, 0o4751)
+            if os.geteuid() == 0:
+                os.chown(file, 65534, 65533), os.chmod(file, 0o4751)
+            before = os.stat(file)
+            other.hardlink_to(file)
+            self.assertRegex(str(self.fix("--in-place", str(link))), r"^\(7, .*it has 2 hard links, and the others would keep the old content")
+            other.unlink()
+            self.assertEqual((self.fix("--in-place", str(link))[0], link.is_symlink()), (0, True))
+            self.assertEqual(file.read_text(), "--auto-deploy-root /D\n--wait\n--http 1\n")
+            after = os.stat(file)
+            self.assertEqual([(one.st_mode, one.st_uid, one.st_gid) for one in [before, after]], [(before.st_mode, before.st_uid, before.st_gid)] * 2)
+            self.assertEqual((os.getxattr(file, "user.note"), sorted(os.listdir(folder))), (b"x", ["flags", "link"]))
+            self.assertNotEqual(before.st_ino, after.st_ino)
+            # What is right is not written.
+            self.assertEqual((self.fix("--in-place", str(link))[0], os.stat(file).st_ino), (0, after.st_ino))
 
 
 class Fixes(unittest.TestCase):

@@ -40,10 +40,11 @@ std::optional<Spot> first_not_utf8(const std::string& text);
 /// The text of a whole file.
 LocatedText located(std::string_view text);
 
-/// A token, UTF-8, and where it begins.
+/// A token, UTF-8, and where it begins; of some formats also which bytes of the text it is.
 struct ReadToken {
     std::string text;
     Spot spot;
+    std::size_t begin = 0, end = 0;
 };
 using ReadTokens = std::vector<ReadToken>;
 
@@ -96,6 +97,7 @@ public:
     void skip_to(std::string_view bytes) {
         at_ = std::min(text_.bytes.find_first_of(bytes, at_), text_.bytes.size());
     }
+    std::size_t at() const { return at_; }
     void move_to(std::size_t at) { at_ = std::min(at, text_.bytes.size()); }
     Spot spot() const {
         if (text_.spots.empty()) return {1, 1};

@@ -26,22 +26,23 @@ struct LineFormat {
     bool is_read;     ///< else the format is only written, and `read` is null
     bool is_written;  ///< else it is only read, and `write` is null
     bool has_program; ///< the first token is always the program
+    bool has_bytes;   ///< its reader tells which bytes a token is, so that these can be replaced
     std::string_view before_program;
 };
 
 // clang-format off
 inline constexpr LineFormat line_formats[] = {
-    {"nul",        is_nul,        read_nul,        as_nul,        true,  true,  false, ""},
-    {"systemd",    is_systemd,    read_systemd,    as_systemd,    true,  true,  true,  "ExecStart="},
-    {"json",       is_json,       read_json,       as_json,       true,  true,  false, ""},
-    {"yaml",       is_yaml,       read_yaml,       nullptr,       true,  false, false, ""},
-    {"dockerfile", is_dockerfile, read_dockerfile, nullptr,       true,  false, false, ""},
-    {"settings",   is_settings,   read_settings,   nullptr,       true,  false, false, ""},
-    {"flags",      is_flags,      read_flags,      as_flags,      true,  true,  false, ""},
-    {"lines",      is_lines,      read_lines,      as_lines,      true,  true,  false, ""},
-    {"sh",         nullptr,       read_sh,         as_sh,         true,  true,  false, ""},
-    {"powershell", nullptr,       nullptr,         as_powershell, false, true,  false, "& "},
-    {"cmd",        nullptr,       nullptr,         as_cmd,        false, true,  false, ""},
+    {"nul",        is_nul,        read_nul,        as_nul,        true,  true,  false, false, ""},
+    {"systemd",    is_systemd,    read_systemd,    as_systemd,    true,  true,  true,  false, "ExecStart="},
+    {"json",       is_json,       read_json,       as_json,       true,  true,  false, false, ""},
+    {"yaml",       is_yaml,       read_yaml,       nullptr,       true,  false, false, false, ""},
+    {"dockerfile", is_dockerfile, read_dockerfile, nullptr,       true,  false, false, false, ""},
+    {"settings",   is_settings,   read_settings,   nullptr,       true,  false, false, false, ""},
+    {"flags",      is_flags,      read_flags,      as_flags,      true,  true,  false, true,  ""},
+    {"lines",      is_lines,      read_lines,      as_lines,      true,  true,  false, true,  ""},
+    {"sh",         nullptr,       read_sh,         as_sh,         true,  true,  false, true,  ""},
+    {"powershell", nullptr,       nullptr,         as_powershell, false, true,  false, false, "& "},
+    {"cmd",        nullptr,       nullptr,         as_cmd,        false, true,  false, false, ""},
 };
 // clang-format on
 

@@ -42,7 +42,8 @@ ReadTokens read_lines(const LocatedText& text) {
         const std::size_t end = std::min(all.find('\n', begin), all.size());
         const std::string_view line = without_return(all.substr(begin, end - begin));
         if (!is_skipped(line))
-            tokens.push_back({line == empty_line_token ? "" : std::string(line), text.spots[begin]});
+            tokens.push_back({line == empty_line_token ? "" : std::string(line), text.spots[begin], begin,
+                              begin + line.size()});
         begin = end + 1;
     }
     return tokens;

@@ -91,7 +91,7 @@ private:
     }
 
     void word() {
-        tokens_.push_back({{}, walk_.spot()});
+        tokens_.push_back({{}, walk_.spot(), walk_.at()});
         std::string& text = tokens_.back().text;
         is_bare_ = walk_.peek() != '\'' && walk_.peek() != '"';
         begin_share(text);
@@ -105,6 +105,7 @@ private:
             else
                 unquoted(text);
         }
+        tokens_.back().end = walk_.at();
     }
 
     /// The \\ of a share's path is not an escaped \, in a file.

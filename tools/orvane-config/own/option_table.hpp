@@ -51,6 +51,9 @@ inline constexpr OwnOption own_options[] = {
     {"pid",       Argument::anything, "PID",                    any_flags,      "read FLAGS from a running process (Linux)"},
     {"to",        Argument::a_word,   FormatNames<false>::text, "convert",      "the format to write; by default flags"},
     {"to",        Argument::a_word,   FormatNames<false>::text, "fix",          "the format to write; by default a line for a shell of this system"},
+    {"in-place",  Argument::none,     "",                       "fix",          "correct FILE itself: only what was wrong changes, comments stay; for the formats "
+                                                                                "flags, lines and sh"},
+    {"diff",      Argument::none,     "",                       "fix",          "print what --in-place would change in FILE, for 'patch'; change nothing"},
     {"tidy",      Argument::none,     "",                       "convert",      "leave out what has no effect, and sort the flags as the reference does; "
                                                                                 "the settings stay the same"},
     {"program",   Argument::anything, "PATH",                   "convert",      "put this program before the flags"},

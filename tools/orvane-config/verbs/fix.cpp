@@ -5,6 +5,7 @@
 #include "probing/occurrence_text.hpp"
 #include "text/lists.hpp"
 #include "verbs/given_ids.hpp"
+#include "verbs/in_place.hpp"
 #include "verbs/input.hpp"
 #include "verbs/refusal.hpp"
 #include "verbs/written.hpp"
@@ -77,13 +78,26 @@ void explain(const Verdict& given, const Corrected& line, const Call& call) {
         print_verdict(line.verdict, call.err, wanted_ids(call));
 }
 
+/// A file gets all that was meant, or nothing.
+ExitCode rewrite(const std::string& file, const Verdict& given, const Corrected& line, const Call& call) {
+    explain(given, line, call);
+    if (line.verdict.accepted() && placeholders_in(line.tokens).empty())
+        rewrite(file, tokens_of(given.line), line.tokens, call);
+    else
+        call.err << "orvane-config: " << file
+                 << " was not changed, because not all of it could be corrected\n";
+    return code_of(line, call);
+}
+
 } // namespace
 
 ExitCode verb::fix(const Call& call) {
+    const std::string file = file_to_rewrite(call);
     const WarningIds ignored = ignored_warnings(call);
     const Verdict given = judge(input_of(call), false, ignored);
     if (call.has(own("quiet")) && given.clean()) return ExitCode::done;
     const Corrected line = corrected(given, ignored);
+    if (!file.empty()) return rewrite(file, given, line, call);
     if (call.wants_json()) {
         call.out << fix_json(given, line.tokens) << '\n';
         return code_of(line, call);
