@@ -156,7 +156,7 @@ def without_dropped(given):
 def with_fine_joined(findings):
     """One finding for all flags with which nothing is wrong, so that it is compared."""
     fine = [one["flag"][2:] for one in findings if one["id"] == "tls-ok"]
-    joined = [{"id": "tls-ok", "flag": " ".join(fine), "severity": "", "what": "ok", "advice": ""}]
+    joined = [{"id": "tls-ok", "flag": " ".join(fine), "severity": "", "what": "usable", "advice": ""}]
     return [one for one in findings if one["id"] != "tls-ok"] + joined * bool(fine)
 
 

@@ -18,9 +18,6 @@ namespace orvane::preflight {
 /// In the order from bad to good. With one of the first or third the server is not ready.
 enum class Severity { blocking, warning, unknown, ok };
 
-/// What is said of something where there is nothing to say.
-inline constexpr const char* nothing_wrong = "ok";
-
 std::string_view to_text(Severity severity);
 
 enum class Kind {

@@ -54,7 +54,7 @@ void look_at_tls(const Context& context, Findings& findings) {
     look_at_tls_contents({*https, files, context.days, findings, context.security});
     // What is wrong in one place can hide what is wrong in another.
     if (std::ranges::none_of(findings.so_far(), is_in_the_way))
-        add_to_the_rest(Kind::tls_fine, nothing_wrong, context, findings);
+        add_to_the_rest(Kind::tls_fine, "usable", context, findings);
 }
 
 } // namespace orvane::preflight

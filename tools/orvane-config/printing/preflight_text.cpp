@@ -53,7 +53,7 @@ std::string text_of(const Section& section, const Context& context) {
         if (!finding->advice.empty()) text.append(indent + "  ").append(escape(finding->advice)).append("\n");
     }
     if (fine.empty()) return text;
-    return text + indent + (fine == nothing_wrong ? "" : "ok: ") + fine + "\n";
+    return text + indent + "ok: " + fine + "\n";
 }
 
 std::string text_of(const GroupReport& group, const Context& context) {
