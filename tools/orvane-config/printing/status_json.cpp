@@ -13,6 +13,7 @@ std::string status_json(const std::vector<FileReport>& files) {
                                   {"state", to_text(file.state)},
                                   {"text", json_text(file.text)}};
         if (file.pid != 0) entry["pid"] = file.pid;
+        if (!file.program.empty()) entry["program"] = json_text(file.program);
         if (file.expected_port != 0) entry["expected_port"] = file.expected_port;
         entries.push_back(std::move(entry));
     }

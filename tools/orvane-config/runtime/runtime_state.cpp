@@ -6,6 +6,7 @@
 #include "system/bounded_file.hpp"
 #include "system/directory_lock.hpp"
 #include "system/network.hpp"
+#include "system/process_line.hpp"
 
 #include "qel/i18n/convert.hpp"
 
@@ -100,7 +101,10 @@ FileReport inspect_pid_file(const Path& root) {
     if (runs || is_answered_for(file.path, file.pid)) {
         file.state = FileState::running;
         file.elsewhere = is_gone || is_later;
-        if (file.elsewhere) file.text += " (not a process here, but its publisher is running)";
+        if (file.elsewhere)
+            file.text += " (not a process here, but its publisher is running)";
+        else
+            file.program = process_name(file.pid);
     } else {
         file.state = FileState::stale;
         file.text += is_gone ? " (no such process)"

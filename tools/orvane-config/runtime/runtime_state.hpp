@@ -36,6 +36,8 @@ struct FileReport {
     std::string text{};
     /// The process identifier, of "main.pid" only and where it is one; else 0.
     unsigned pid = 0;
+    /// The name of that process if it runs here and the system tells; whoever else has the number has another name.
+    std::string program{};
     /// The port that the flags say, of an endpoint whose file says another; else 0.
     unsigned expected_port = 0;
     /// Running, but this process cannot see it: its `publish` answers for it, from another pid namespace.

@@ -45,6 +45,7 @@ void print(const std::vector<FileReport>& files, std::ostream& out) {
     for (const FileReport& file : files) {
         out << std::left << std::setw(9) << file.name << std::setw(14) << to_text(file.state)
             << escape(file.text);
+        if (!file.program.empty()) out << " (" << escape(file.program) << ')';
         if (file.expected_port != 0) out << " (the flags say port " << file.expected_port << ')';
         if (!is_usable(file.state)) // tells where to look
             out << (file.text.empty() ? "" : "  ") << escape(qel::i18n::ustring_to_utf8(file.path.text()));

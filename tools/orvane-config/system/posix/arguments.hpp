@@ -29,6 +29,9 @@ public:
     /// Returns only on a failure, which errno tells.
     void execute() const { execvp(words_.front(), words_.data()); }
 
+    /// As the system will call the process.
+    std::string name() const { return texts_.front().substr(texts_.front().rfind('/') + 1); }
+
     NotStarted failure(int error) const {
         return {texts_.front(), std::generic_category().message(error), error == ENOENT};
     }

@@ -12,6 +12,7 @@
 #include <system_error>
 
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -61,6 +62,7 @@ struct ChildProcess::State {
     /// In the child: waits to be released, then becomes the command.
     [[noreturn]] void become() {
         release->close_writer();
+        prctl(PR_SET_NAME, command->name().c_str()); // who looks now sees whose pid this is
         char go = 0;
         if (read(release->reader(), &go, 1) != 1) _exit(0);
         sigprocmask(SIG_SETMASK, &before, nullptr);

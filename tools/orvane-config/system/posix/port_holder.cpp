@@ -2,6 +2,7 @@
 #include "system/port_holder.hpp"
 
 #include "system/posix/user.hpp"
+#include "system/process_line.hpp"
 
 #include <algorithm>
 #include <array>
@@ -86,7 +87,7 @@ void look_into(const fs::path& process, BySocket& holders) {
         if (holder == holders.end() || holder->second.pid != 0) continue;
         const std::string number = process.filename().string();
         std::from_chars(number.data(), number.data() + number.size(), holder->second.pid);
-        holder->second.program = line_of(process / "comm");
+        holder->second.program = process_name(holder->second.pid);
         holder->second.parent = parent_in(line_of(process / "stat"));
     }
 }

@@ -1,6 +1,7 @@
-// The command line of a running process, on POSIX.
+// The command line and the name of a running process, on POSIX.
 #include "system/process_line.hpp"
 
+#include <fstream>
 #include <stdexcept>
 
 #include <unistd.h>
@@ -12,6 +13,13 @@ std::string process_line_file(unsigned pid) {
     if (access(directory.c_str(), F_OK) != 0)
         throw std::runtime_error("there is no process " + std::to_string(pid));
     return directory + "/cmdline";
+}
+
+std::string process_name(unsigned pid) {
+    std::ifstream in("/proc/" + std::to_string(pid) + "/comm");
+    std::string name;
+    std::getline(in, name);
+    return name;
 }
 
 } // namespace orvane

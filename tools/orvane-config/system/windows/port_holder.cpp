@@ -5,13 +5,10 @@
 #include <winsock2.h>
 #include <ws2tcpip.h>
 
-#include "system/windows/handle.hpp"
-
-#include "qel/i18n/convert.hpp"
+#include "system/process_line.hpp"
 
 #include <array>
 #include <cstddef>
-#include <string_view>
 
 #include <iphlpapi.h>
 
@@ -21,17 +18,6 @@ namespace {
 /// The table grows while it is read, so it is given more room than it asked for.
 constexpr ULONG slack = 4096;
 constexpr ULONG largest_table = 64 * 1024 * 1024;
-
-/// The file name of the process's program; empty when this user is not told.
-std::string program_of(DWORD pid) {
-    const Handle process(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, pid));
-    std::array<wchar_t, 4096> path{};
-    DWORD size = static_cast<DWORD>(path.size());
-    if (process.get() == nullptr || !QueryFullProcessImageNameW(process.get(), 0, path.data(), &size))
-        return "";
-    const std::u16string text(path.data(), path.data() + size);
-    return qel::i18n::ustring_to_utf8(text.substr(text.rfind(u'\\') + 1));
-}
 
 std::vector<std::byte> table_of(ULONG family) {
     std::vector<std::byte> table(slack);
@@ -48,7 +34,7 @@ std::vector<std::byte> table_of(ULONG family) {
 void add(int family, void* address, DWORD pid, std::vector<PortHolder>& holders) {
     std::array<char, INET6_ADDRSTRLEN> text{};
     if (inet_ntop(family, address, text.data(), text.size()) == nullptr) return;
-    holders.push_back({text.data(), pid, program_of(pid)});
+    holders.push_back({text.data(), pid, process_name(pid)});
 }
 
 /// The tables have the port in the network's byte order.
