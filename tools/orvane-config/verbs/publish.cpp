@@ -170,10 +170,16 @@ int publish(const ServerSettings& settings, const Plan& plan, const Call& call) 
     ChildProcess holder(plan.command);
     remove_leftovers(settings);
     published = std::make_unique<Published>(settings, holder.pid());
-    if (!plan.awaited) try_to_announce(*published, settings, plan);
+    bool is_announced = !plan.awaited && try_to_announce(*published, settings, plan);
     int result = static_cast<int>(ExitCode::failed_io);
     try {
-        result = holder.run([&] { return !plan.awaited || try_to_announce(*published, settings, plan); });
+        result = holder.run([&] {
+            is_announced = is_announced || try_to_announce(*published, settings, plan);
+            return is_announced;
+        });
+        if (!is_announced)
+            call.err << "orvane-config: the end came before " << call.value(own("ready"))
+                     << " accepted connections: the endpoints were not published\n";
     } catch (const NotStarted&) {
         throw;
     } catch (const std::exception& failure) {
