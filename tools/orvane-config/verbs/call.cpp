@@ -49,6 +49,10 @@ void refuse_if_option(const Verb& verb, const std::u16string& token) {
     if (!begins_as_flag(token) && (takes_files(verb) || !takes_flags(verb))) return;
     if (may_have_flags(verb) && kind_of(token.substr(0, token.find(u'='))) != FlagKind::no_flag) return;
     const std::string text = qel::i18n::ustring_to_term(token);
+    if (verb.name == "preflight" && name_in(text) == "user")
+        throw MisusedInPublic(
+            "preflight checks as the user who runs it; on Linux, run it as another one with "
+            "sudo -u USER orvane-config preflight");
     if (const OwnOption* others = own_option_called(name_in(text))) {
         throw MisusedInPublic(
             spelled(*others) + " works only with " + one_of(verbs_with(others->name)) +
