@@ -83,7 +83,8 @@ ExitCode verb::status(const Call& call) {
         code = code_for(worst_of(files));
     }
     if (seconds > 0 && code != ExitCode::done) {
-        call.err << "orvane-config: timed out after " << seconds << " s waiting for the server\n";
+        call.err << "orvane-config: timed out after " << seconds
+                 << " s waiting for the server; its files are now:\n";
         code = ExitCode::timed_out;
     }
     if (call.has(own("quiet")))
