@@ -25,6 +25,12 @@ constexpr std::size_t largest_input = 4 << 20; // some devices have no end
     throw std::runtime_error(what + (error == 0 ? "" : ": " + std::generic_category().message(error)));
 }
 
+/// A zero byte may end a token.
+bool is_in_no_text(char byte) {
+    constexpr std::string_view controls("\0\b\t\n\v\f\r\x1b", 8);
+    return byte >= 0 && byte < ' ' && controls.find(byte) == controls.npos;
+}
+
 std::filesystem::path native_of(const std::string& path) {
     return qel::util::filesystem::native(qel::util::filesystem::Path(qel::i18n::utf8_to_ustring(path)));
 }
@@ -110,7 +116,10 @@ std::string content_of(const std::string& path, const std::string& name) {
 }
 
 void refuse_unless_utf8(const std::string& text, const std::string& name) {
-    if (const auto spot = first_not_utf8(text))
+    const auto spot = first_not_utf8(text);
+    if (spot && std::ranges::any_of(text, is_in_no_text))
+        throw std::runtime_error(name + ": this is not a text file");
+    if (spot)
         throw std::runtime_error(name + ":" + std::to_string(spot->line) + ":" +
                                  std::to_string(spot->column) +
                                  ": this byte is no UTF-8; save the file as UTF-8");
