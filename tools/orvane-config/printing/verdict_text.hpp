@@ -20,10 +20,6 @@ void print_warnings(const Verdict& verdict, std::ostream& err);
 void print_warnings(const std::vector<Warning>& warnings, const SourcePlaces& places, const char* what,
                     std::ostream& err);
 
-/// FILE:LINE:COLUMN: error: TEXT [id], a line for each fault, problem and warning, as compilers do. What was not read from
-/// a file has the number of its argument.
-void print_as_compilers_do(const Verdict& verdict, std::ostream& out);
-
 /// Only the faults, and how each was fixed.
 void print_fixes(const Verdict& verdict, std::ostream& err, Ids ids = Ids::of_warnings);
 

@@ -3,6 +3,7 @@
 
 #include "own/exit_code.hpp"
 #include "own/option_table.hpp"
+#include "printing/remarks.hpp"
 #include "redacting/redactor.hpp"
 #include "text/tokens.hpp"
 
@@ -46,12 +47,16 @@ struct Call {
     std::map<std::string, std::string> contained{}; ///< and the files that are in the same file
     /// What `check` says about the configuration in a word.
     mutable std::string brief{};
+    /// What a verb says in a format that lists remarks.
+    mutable std::vector<Case> cases{};
     /// For all that the verb prints with --redact.
     mutable redacting::Redactor redactor{};
     /// Shows what `err` was told so far: for a verb that then waits.
     std::function<void()> tell{};
 
     bool wants_json() const { return value(own("format")) == "json"; }
+    /// Remarks in a list, for editors or CI.
+    bool wants_list() const { return has(own("format")) && !wants_json() && value(own("format")) != "text"; }
 
     bool has(const OwnOption& option) const { return given(option) != options.rend(); }
 

@@ -8,6 +8,7 @@
 #include "verbs/expectation.hpp"
 #include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
+#include "verbs/listed.hpp"
 #include "verbs/refusal.hpp"
 
 #include "qel/i18n/convert.hpp"
@@ -98,7 +99,7 @@ void refuse_contradictions(const Call& call) {
     if (format == "text") return;
     for (const OwnOption* const option : {get, changed, expect})
         refuse_together(call, {option, &own("format")});
-    if (format == "gcc") refuse_together(call, {security, &own("format")});
+    if (call.wants_list()) refuse_together(call, {security, &own("format")});
 }
 
 /// What goes to standard output about an accepted line.
@@ -137,8 +138,8 @@ ExitCode verb::check(const Call& call) {
         if (!call.has(own("quiet")) || !verdict.clean()) call.out << check_json(verdict, all, looks) << '\n';
         return code;
     }
-    if (call.value(own("format")) == "gcc") {
-        print_as_compilers_do(verdict, call.out);
+    if (call.wants_list()) {
+        list(call, {case_of(name_of(call, verdict), verdict)});
         return code;
     }
     if (!call.has(own("get")) || !verdict.accepted())

@@ -5,10 +5,12 @@
 #include "printing/json.hpp"
 #include "text/lists.hpp"
 #include "verbs/input.hpp"
+#include "verbs/listed.hpp"
 
 #include <algorithm>
 #include <ostream>
 #include <sstream>
+#include <utility>
 
 namespace orvane {
 namespace {
@@ -26,12 +28,13 @@ std::vector<std::string> files_of(const Call& call) {
     return files;
 }
 
-constexpr const char* unread = "cannot be read";
+constexpr const char* not_read = "cannot be read";
 
 struct Said {
     ExitCode code{};
     std::string answer{}, details{};
     std::string brief{};
+    std::vector<Case> cases{};
 };
 
 Said said_about(const std::string& file, const Call& call, verb::Run& verb) {
@@ -42,11 +45,16 @@ Said said_about(const std::string& file, const Call& call, verb::Run& verb) {
     try {
         said.code = verb(one);
         said.brief = one.brief;
+        said.cases = one.cases;
         said.details = err.str();
     } catch (const Misused&) {
         throw;
     } catch (const std::runtime_error& failure) {
-        said = {ExitCode::failed_io, "", failure.what(), unread};
+        said = {ExitCode::failed_io,
+                "",
+                failure.what(),
+                not_read,
+                {unread(shown_name(call, file), failure.what())}};
     }
     call.redactor = one.redactor;
     said.answer = out.str();
@@ -55,7 +63,7 @@ Said said_about(const std::string& file, const Call& call, verb::Run& verb) {
 
 /// What stands below the line of a file.
 std::string details_of(const Call& call, const std::string& name, const Said& said) {
-    if (said.brief == unread) return "\norvane-config: " + said.details + '\n';
+    if (said.brief == not_read) return "\norvane-config: " + said.details + '\n';
     const bool asked = call.has(own("all")) || call.has(own("changed")) || call.has(own("security"));
     const std::string text = said.details + (asked ? said.answer : "");
     return text.empty() ? "" : '\n' + name + ":\n" + text;
@@ -71,13 +79,15 @@ ExitCode check_each(const Call& call, verb::Run& verb) {
     const ExitCode* worst = std::begin(ranks);
     std::string lines, details;
     std::vector<CheckedFile> answers;
+    std::vector<Case> cases;
     for (const std::string& file : files_of(call)) {
         const Said said = said_about(file, call, verb);
         worst = std::max(worst, std::ranges::find(ranks, said.code));
         const std::string name = shown_name(call, file);
         lines += name + ": " + said.brief + '\n';
         details += details_of(call, name, said);
-        if (!said.answer.empty() || said.brief == unread)
+        cases.insert(cases.end(), said.cases.begin(), said.cases.end());
+        if (!said.answer.empty() || said.brief == not_read)
             answers.push_back({name, said.answer, said.details});
     }
     if (call.has(own("get"))) {
@@ -87,9 +97,8 @@ ExitCode check_each(const Call& call, verb::Run& verb) {
         call.err << details;
     } else if (call.wants_json())
         call.out << checks_json(answers) << '\n';
-    else if (call.value(own("format")) == "gcc")
-        for (const CheckedFile& one : answers)
-            call.out << (one.answer.empty() ? one.name + ": error: " + one.details + '\n' : one.answer);
+    else if (call.wants_list())
+        list(call, std::move(cases));
     else if (call.has(own("quiet")))
         call.err << details;
     else

@@ -15,6 +15,9 @@ WarningIds findings_to_ignore();
 /// Looks at the machine for an accepted line, at the groups that the options choose. Throws Misused.
 preflight::Report preflight_report(const Call& call, const Verdict& verdict, const WarningIds& ignored = {});
 
+/// Of a line that is refused.
+preflight::Report nothing_looked_at();
+
 /// Leaves out what is ok. Returns whether there is more.
 bool keep_problems(preflight::Report& report);
 

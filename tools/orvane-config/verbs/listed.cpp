@@ -1,0 +1,21 @@
+// An answer as a list of remarks, for editors and CI.
+#include "verbs/listed.hpp"
+
+#include "verbs/input.hpp"
+
+#include <ostream>
+#include <utility>
+
+namespace orvane {
+
+std::string name_of(const Call& call, const Verdict& verdict) {
+    if (!call.files.empty()) return shown_name(call, call.files[0]);
+    return verdict.places.empty() ? command_line : verdict.places[0].file;
+}
+
+void list(const Call& call, std::vector<Case> cases) {
+    call.out << to_gcc(cases);
+    call.cases = std::move(cases);
+}
+
+} // namespace orvane
