@@ -15,7 +15,7 @@ ROOT = Path(__file__).resolve().parents[1]
 DOCUMENTS = {str(path.relative_to(ROOT)): path.read_text() for path in [*ROOT.glob("*.md"), *sorted(ROOT.glob("docs/*.md"))]}
 
 # A documented line and a printed one may differ in the groups of one of these. Within a block, equal texts stay equal.
-VARIES = [r"process (\d+)", r"main\.pid running +(\d+)", r" +ok: /var/log: readable and writable, (\S+ .iB) free",
+VARIES = [r"process (\d+)", r"main\.pid running +(\d+) \(\w+\)", r" +ok: /var/log: readable and writable, (\S+ .iB) free",
           r" +blocking: this machine has (\S+ .iB) of memory: too little for this to have an effect \[out-of-reach\]", r" +Set it below (\S+ .iB)\."]
 
 PACKAGES = "needs root and the network; used_by_debian builds and unpacks the packages"
