@@ -6,6 +6,8 @@ import jsonschema
 
 SCHEMAS = Path(__file__).resolve().parents[1] / "tools/orvane-config/schemas"
 
+SARIF = Path(__file__).resolve().parent / "sarif.json"  # the official schema is in no package
+
 AT = "http://localhost/"  # only so that one can refer to another; all are in the store
 
 
@@ -21,7 +23,7 @@ def closed(schema):
 
 @functools.lru_cache
 def validator(name):
-    read = {path.name: json.loads(path.read_text()) for path in SCHEMAS.iterdir()}
+    read = {path.name: json.loads(path.read_text()) for path in [*SCHEMAS.iterdir(), SARIF]}
     jsonschema.Draft202012Validator.check_schema(read[name + ".json"])
     with warnings.catch_warnings():  # newer versions have another way, Debian's has only this one
         warnings.simplefilter("ignore", DeprecationWarning)

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Runs orvane-config against itself and against the tools that find servers by their files: tool_test.py TOOL..."""
-import concurrent.futures, itertools, json, os, random, re, shlex, socket, sys, tempfile, time, unittest
+import concurrent.futures, itertools, json, os, random, re, shlex, socket, subprocess, sys, tempfile, time, unittest, urllib.parse
 from pathlib import Path
 
 import tool_schemas
@@ -48,6 +48,36 @@ class Answers(Tool):
             ids = [one["id"] for one in found["faults"]] + found["problem_ids"] + [one["id"] for one in found["warnings"]]
             printed = run(*TOOL, "check", "--format", "gcc", *words)[1]
             self.assertEqual(re.findall(r" \[([a-z-]+)\]$", printed, re.M), ids, line)
+            document = tool_schemas.answer("sarif", run(*TOOL, "check", "--format", "sarif", *words)[1])["runs"][0]
+            self.assertEqual([one["ruleId"] for one in document["results"]], ids, line)
+            self.assertEqual({one["id"] for one in document["tool"]["driver"]["rules"]}, set(ids), line)
+
+    def test_ci_systems_find_what_is_wrong_in_its_place(self):
+        name = "\u0436 +100%.txt"
+        Path("folder").mkdir()
+        Path("folder", name).write_text("--auto-deploy-root \u0436 \u0436 --http x\n", encoding="utf-8")
+        done = subprocess.run([*TOOL, "check", "--format", "sarif", "folder" + ("/" if HERE else "\\") + name, "none", os.path.abspath("none")],
+                              capture_output=True, timeout=60, check=False)
+        self.assertEqual((done.returncode, done.stdout.count(b"\r"), done.stderr), (7, 0, b""))
+        answer = tool_schemas.answer("sarif", done.stdout)["runs"][0]
+        places = [one["locations"][0]["physicalLocation"] for one in answer["results"]]
+        self.assertEqual([urllib.parse.unquote(one["artifactLocation"]["uri"]) for one in places], [f"folder/{name}"] * 2)
+        self.assertEqual([one["region"] for one in places], [{"startLine": 1, "startColumn": column} for column in (22, 24)])
+        failed = answer["invocations"][0]
+        uris = [one["locations"][0]["physicalLocation"]["artifactLocation"]["uri"] for one in failed["toolExecutionNotifications"]]
+        self.assertRegex("|".join([str(failed["executionSuccessful"]), *uris]), r"^False\|none\|" + ("file://" if HERE else "") + "/.*/none$")
+
+    def test_ci_systems_learn_what_preflight_did_not_look_at(self):
+        Path("lacking").write_text(FILES["lacking"])
+        words = ["--only", "programs,directories", "lacking", "--http", "1", "--driver", "none/none"]
+        code, out, _ = run(*TOOL, "preflight", "--format", "sarif", *words)
+        answer = tool_schemas.answer("sarif", out)["runs"][0]
+        known = tool_schemas.answer("preflight", run(*TOOL, "preflight", "--format", "json", *words)[1])
+        found = [(one["id"], "error" if one["severity"] == "blocking" else "warning") for one in known["findings"] if one["severity"] != "ok"]
+        self.assertEqual((code, [(one["ruleId"], one["level"]) for one in answer["results"]]), (8, found))
+        self.assertEqual([one["message"]["text"] for one in answer["invocations"][0]["toolExecutionNotifications"]],
+                         ["not looked at: " + one["name"] for one in known["groups"] if not one["looked_at"]])
+        self.assertIn({"logicalLocations": [{"fullyQualifiedName": "argument 5"}]}, [one["locations"][0] for one in answer["results"]])
 
     def test_every_verb_refuses_a_line_in_the_same_words(self):
         for words in ["--num-worker 4", "--http x:y --log-root", "--wait --num-workers 1"]:

@@ -39,4 +39,7 @@ Case unread(const std::string& name, const std::string& why);
 /// FILE:LINE:COLUMN: error: TEXT [id], a line for each remark, and one for what was not looked at.
 std::string to_gcc(const std::vector<Case>& cases);
 
+/// A document of SARIF 2.1.0, where columns are counted in characters; what the tool could not look at is a notification.
+std::string to_sarif(const std::vector<Case>& cases);
+
 } // namespace orvane

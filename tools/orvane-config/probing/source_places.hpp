@@ -8,6 +8,9 @@
 
 namespace orvane {
 
+/// What people are told that it is called.
+inline constexpr const char* standard_input = "standard input";
+
 /// A place in a file.
 struct SourcePlace {
     std::string file{}; ///< empty: the token was on the tool's command line

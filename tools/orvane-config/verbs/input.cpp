@@ -188,7 +188,7 @@ void add_words(Input& input, const Call& call) {
 } // namespace
 
 std::string shown_name(const Call& call, const std::string& file) {
-    if (file == "-") return "standard input";
+    if (file == "-") return standard_input;
     return call.has(own("redact")) ? call.redactor.file(file) : file;
 }
 

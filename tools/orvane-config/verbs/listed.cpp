@@ -1,8 +1,10 @@
 // An answer as a list of remarks, for editors and CI.
 #include "verbs/listed.hpp"
 
+#include "system/exact_bytes.hpp"
 #include "verbs/input.hpp"
 
+#include <cstdio>
 #include <ostream>
 #include <utility>
 
@@ -14,7 +16,9 @@ std::string name_of(const Call& call, const Verdict& verdict) {
 }
 
 void list(const Call& call, std::vector<Case> cases) {
-    call.out << to_gcc(cases);
+    const bool gcc = call.value(own("format")) == "gcc";
+    if (!gcc) keep_bytes(stdout);
+    call.out << (gcc ? to_gcc(cases) : to_sarif(cases));
     call.cases = std::move(cases);
 }
 
