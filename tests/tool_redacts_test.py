@@ -80,7 +80,8 @@ class Redacts(unittest.TestCase):
     def test_no_mark_comes_out_wherever_it_is(self):
         chance, refusals = random.Random(5), 0
         ways = [["check"], ["check", "--all"], ["check", "--all", "--format", "json"], ["fix", "--ids"],
-                *(["check", "--format", to] for to in ["json", "gcc", "sarif"]), *(["convert", "--to", to] for to in ["sh", "systemd", "json", "lines"])]
+                *(["check", "--format", to] for to in ["json", "gcc", "sarif", "junit"]),
+                *(["convert", "--to", to] for to in ["sh", "systemd", "json", "lines"])]
         for at, (mark, line) in enumerate(itertools.product(MARKS, LINES)):
             if at % 5:
                 continue

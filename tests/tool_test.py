@@ -2,6 +2,7 @@
 """Runs orvane-config against itself and against the tools that find servers by their files: tool_test.py TOOL..."""
 import concurrent.futures, itertools, json, os, random, re, shlex, socket, subprocess, sys, tempfile, time, unittest, urllib.parse
 from pathlib import Path
+from xml.etree import ElementTree
 
 import tool_schemas
 from tables import lines, rows, words_of
@@ -15,6 +16,16 @@ FILES = {"expected": "# as check prints it\nconfiguration accepted\n\nhttp.port 
          "gcc": "--auto-deploy-root /D\n--http 9910\n--num-worker 4\n--log-severity loud\n", "empty": "# nothing\n", "lacking": "--auto-deploy-root none\n",
          "list": '["--auto-deploy-root", "/D", "--wait=1"]', "wrapped": 'sh -c "x --auto-deploy-root /D --wait=1"',
          "quoted": "--auto-deploy-root\n'/D'\n--wait stray\n", "script": "exec x --auto-deploy-root /D --wait=1 # why\n"}
+
+
+def cases_in(text):
+    """The names of the cases of a JUnit report, each with its outcome. The counts have to be right."""
+    report = ElementTree.fromstring(text)
+    cases = [[one.get("name"), *(inside.tag for inside in one)] for one in report.iter("testcase")]
+    for suite in [report, *report.iter("testsuite")]:
+        counts = [sum(kind in one[1:] for one in cases) for kind in ("failure", "error", "skipped")]
+        assert [int(suite.get(name)) for name in ("tests", "failures", "errors", "skipped")] == [len(cases), *counts], text
+    return cases
 
 
 class Answers(Tool):
@@ -47,10 +58,15 @@ class Answers(Tool):
             found = json.loads(run(*TOOL, "check", "--format", "json", *words)[1])
             ids = [one["id"] for one in found["faults"]] + found["problem_ids"] + [one["id"] for one in found["warnings"]]
             printed = run(*TOOL, "check", "--format", "gcc", *words)[1]
-            self.assertEqual(re.findall(r" \[([a-z-]+)\]$", printed, re.M), ids, line)
+            ids_at_ends = lambda text: re.findall(r" \[([a-z-]+)\]$", text, re.M)
+            self.assertEqual(ids_at_ends(printed), ids, line)
             document = tool_schemas.answer("sarif", run(*TOOL, "check", "--format", "sarif", *words)[1])["runs"][0]
             self.assertEqual([one["ruleId"] for one in document["results"]], ids, line)
             self.assertEqual({one["id"] for one in document["tool"]["driver"]["rules"]}, set(ids), line)
+            for strict in ([], ["--strict"]):
+                code, out, _ = run(*TOOL, "check", "--format", "junit", *strict, *words)
+                text = "".join(one.text or "" for one in ElementTree.fromstring(out).findall("testsuite/testcase/*"))
+                self.assertEqual((cases_in(out), ids_at_ends(text)), ([["command line", "failure" if code else "system-out"]], ids), line)
 
     def test_ci_systems_find_what_is_wrong_in_its_place(self):
         name = "\u0436 +100%.txt"
@@ -66,6 +82,20 @@ class Answers(Tool):
         failed = answer["invocations"][0]
         uris = [one["locations"][0]["physicalLocation"]["artifactLocation"]["uri"] for one in failed["toolExecutionNotifications"]]
         self.assertRegex("|".join([str(failed["executionSuccessful"]), *uris]), r"^False\|none\|" + ("file://" if HERE else "") + "/.*/none$")
+
+    def test_a_report_of_tests_holds_every_character_and_skips_what_was_not_looked_at(self):
+        Path("odd").write_text("--auto-deploy-root /D 'a&b<c>\"]]>\x01\uffff\u0436'\n--http 1\n", encoding="utf-8")
+        Path("right").write_text(f"--auto-deploy-root {'/' if HERE else 'C:/'}D --http 1\n")
+        code, out, _ = run(*TOOL, "check", "--format", "junit", "right", "none", "odd")
+        self.assertEqual((code, cases_in(out)), (7, [["right"], ["none", "error"], ["odd", "failure"]]))
+        failure = ElementTree.fromstring(out).find(".//failure")
+        self.assertIn("a&b<c>\"]]>\\u0001\\uffff\u0436", failure.get("message"))
+        self.assertEqual(failure.text, run(*TOOL, "check", "--format", "gcc", "odd")[1].replace("\uffff", "\\uffff"))
+        code, out, _ = run(*TOOL, "preflight", "--format", "junit", "--only", "programs,resources", "right", "--driver", "none/none")
+        skipped = [[name, "skipped"] for name in ["directories", "listeners", "tls", "caches", "runtime", "security"]]
+        wanted = [["right"], *skipped[:3], ["programs", "failure"], skipped[3], ["resources"], *skipped[4:]]
+        self.assertEqual((code, cases_in(out)), (8, wanted))
+        self.assertEqual(cases_in(run(*TOOL, "preflight", "--format", "junit", "odd")[1])[1:4], skipped[:3])
 
     def test_ci_systems_learn_what_preflight_did_not_look_at(self):
         Path("lacking").write_text(FILES["lacking"])

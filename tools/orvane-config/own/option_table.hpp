@@ -29,8 +29,8 @@ inline constexpr OwnOption own_options[] = {
     {"strict",    Argument::none,     "",                       judging,        "fail on warnings: the exit code is then 3"},
     {"ignore",    Argument::warnings, "ID[,ID]...",             judging,        "turn off these warnings; 'orvane-config explain ids' lists them all"},
     {"ids",       Argument::none,     "",                       judging,        "print the id of each fault and rule after its text"},
-    {"format",    Argument::a_word,   "text|json|gcc|sarif",    "check preflight", "how the answer is written; by default text; gcc is FILE:LINE:COLUMN and a finding a "
-                                                                                "line, for editors; sarif (2.1.0) is for CI"},
+    {"format",    Argument::a_word,   "text|json|gcc|sarif|junit", "check preflight", "how the answer is written; by default text; gcc is FILE:LINE:COLUMN and a finding a "
+                                                                                "line, for editors; sarif (2.1.0) and junit are for CI"},
     {"format",    Argument::a_word,   "text|json",              "fix diff status exec publish", "how the answer is written; by default text"},
     {"format",    Argument::a_word,   "text|markdown|json",     "explain",      "how the answer is written; by default text"},
     {"quiet",     Argument::none,     "",                       any_flags,      "print nothing but problems"},

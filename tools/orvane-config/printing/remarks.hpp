@@ -42,4 +42,7 @@ std::string to_gcc(const std::vector<Case>& cases);
 /// A document of SARIF 2.1.0, where columns are counted in characters; what the tool could not look at is a notification.
 std::string to_sarif(const std::vector<Case>& cases);
 
+/// A test for each case, as JUnit reports them. A warning is a failure only if it is `strict`.
+std::string to_junit(const std::string& suite, const std::vector<Case>& cases, bool strict);
+
 } // namespace orvane

@@ -16,9 +16,12 @@ std::string name_of(const Call& call, const Verdict& verdict) {
 }
 
 void list(const Call& call, std::vector<Case> cases) {
-    const bool gcc = call.value(own("format")) == "gcc";
-    if (!gcc) keep_bytes(stdout);
-    call.out << (gcc ? to_gcc(cases) : to_sarif(cases));
+    const std::string format = call.value(own("format"));
+    const std::string suite = "orvane-config " + std::string(call.verb.name);
+    if (format != "gcc") keep_bytes(stdout);
+    call.out << (format == "gcc"     ? to_gcc(cases)
+                 : format == "sarif" ? to_sarif(cases)
+                                     : to_junit(suite, cases, call.has(own("strict"))));
     call.cases = std::move(cases);
 }
 
