@@ -130,7 +130,7 @@ std::string without_gone(std::string_view line) {
 LineEdit line_edit(std::string_view text, std::vector<Change>::const_iterator& change,
                    std::vector<Change>::const_iterator end) {
     const std::size_t begin = line_begin(text, change->begin);
-    std::size_t at = begin, last = begin;
+    std::size_t at = begin, last = 0;
     std::string changed;
     do {
         changed.append(text.substr(at, change->begin - at)).append(change->text);

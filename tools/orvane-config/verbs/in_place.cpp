@@ -109,6 +109,7 @@ private:
     /// What is written has to be what is read: this is what the promise rests on.
     void refuse_unless_read(const std::string& bytes, const std::vector<NewToken>& wanted) const {
         std::vector<std::string> texts;
+        texts.reserve(wanted.size());
         for (const NewToken& token : wanted)
             texts.push_back(token.text);
         const std::string text = decoded(bytes);

@@ -24,7 +24,8 @@ class Replacement {
 public:
     Replacement(std::string file, std::string name)
         : file_(std::move(file)), name_(std::move(name)), old_(open(file_.c_str(), O_RDWR | O_CLOEXEC)),
-          path_(made_name()), new_(must(mkostemp(path_.data(), O_CLOEXEC), "")) {}
+          path_(made_name()),
+          new_(must(mkostemp(path_.data(), O_CLOEXEC), "no file can be made beside it: ")) {}
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
     ~Replacement() {
