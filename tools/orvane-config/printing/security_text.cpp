@@ -24,9 +24,8 @@ std::vector<const HazardLook*> found_at(const std::vector<HazardLook>& looks, Le
 std::string text_of(const HazardLook& look, const SourcePlaces& places) {
     std::string text;
     for (const Warning& one : look.warnings) {
-        text += "  ";
-        if (one.token != 0) text += "token " + std::to_string(one.token) + at_place(places, one.token) + ": ";
-        text += escape(one.text) + " [" + std::string(one.id) + "]\n";
+        text.append("  ").append(at_token(one.token, places)).append(escape(one.text));
+        text.append(" [").append(one.id).append("]\n");
     }
     return text + wrapped(with_flags(look.hazard->gain), 4, 0) + "\n" +
            wrapped(with_flags(look.hazard->instead), 4, 0) + "\n";

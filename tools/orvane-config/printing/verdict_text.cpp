@@ -150,11 +150,8 @@ void print_warnings(const Verdict& verdict, std::ostream& err) {
 void print_warnings(const std::vector<Warning>& warnings, const SourcePlaces& places, const char* what,
                     std::ostream& err) {
     for (const Warning& warning : warnings)
-        err << "orvane-config: " << what << ": "
-            << (warning.token == 0
-                    ? ""
-                    : "token " + std::to_string(warning.token) + at_place(places, warning.token) + ": ")
-            << warning.text << " [" << warning.id << "]\n";
+        err << "orvane-config: " << what << ": " << at_token(warning.token, places) << warning.text << " ["
+            << warning.id << "]\n";
 }
 
 void print_fixes(const Verdict& verdict, std::ostream& err, Ids ids) {
