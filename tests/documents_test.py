@@ -4,8 +4,10 @@
 In a console block, `$ ` begins a command, and what follows is its output. A line `...` stands for any number of lines. What
 differs from run to run is in VARIES. A command that is not run is in NOT_RUN, and a block of another language in CHECKED_BY.
 """
-import json, os, re, shlex, subprocess, sys, tempfile, unittest
+import json, os, re, shlex, shutil, subprocess, sys, tempfile, unittest
 from pathlib import Path
+
+import yaml
 
 from markdown_links import dead_links
 
@@ -59,6 +61,7 @@ CHECKED_BY = [
     ("README.md", "cpp", "#include", "snippets_test"),
     ("docs/adding-a-flag.md", "diff", "--- ", "tests/adding_a_flag.sh"),
     ("docs/design.md", "text", "include/qel/config/", "test_the_picture_of_the_tree_names_what_is_there"),
+    *(("docs/editors.md", language, "", "test_editors_and_hooks_find_what_is_wrong") for language in ["vim", "json", "yaml"]),
     ("docs/embedding.md", "cpp", "#include", "snippets_test"),
     ("docs/embedding.md", "gdb", "(gdb) print", "gdb_test.py, which used_by_find_package runs, prints the same"),
     ("docs/formats.md", "ini", "ExecStart=", "test_the_line_of_a_unit_starts_the_server"),
@@ -199,6 +202,28 @@ class Documents(unittest.TestCase):
             text = text.replace(printed, here)
         done = subprocess.run(shlex.split(text.removeprefix("ExecStart=")), capture_output=True, text=True, check=False)
         self.assertEqual((done.returncode, done.stdout), (0, "--auto-deploy-root D\n"), done.stderr)
+
+    def test_editors_and_hooks_find_what_is_wrong(self):
+        (*_, settings), (*_, tasks), (*_, hooks) = [block for block in blocks() if block[0] == "docs/editors.md" and block[2] != "console"]
+        task, = json.loads(tasks)["tasks"]
+        hook, = yaml.safe_load(hooks)["repos"][0]["hooks"]
+        for name, mistake in [("a b.flags", "--http x"), ("right.flags", "--http 1")]:
+            Path(name).write_text(f"--auto-deploy-root /D\n {mistake}\n")
+            ask = lambda words, **more: subprocess.run(words, capture_output=True, text=True, check=False, **more)
+            printed = ask([TOOL, *task["args"][:-1], name]).stdout
+            pattern = task["problemMatcher"]["pattern"]
+            found = [[line[pattern[part]] for part in ("file", "line", "column", "severity", "code")]
+                     for line in re.finditer(pattern["regexp"], printed, re.M)]
+            self.assertEqual(found, [[name, "2", "2", "error", "bad-address"]] if " " in name else [])
+            path = {**os.environ, "PATH": f"{os.getcwd()}/bin:{os.environ['PATH']}"}
+            self.assertEqual(ask([*shlex.split(hook["entry"]), name], env=path).returncode, len(found))
+            self.assertRegex(name, hook["files"])
+            if shutil.which("vim"):
+                Path("vimrc").write_text(settings)
+                show = "call writefile(map(getqflist(), {_, one -> join([bufname(one.bufnr), one.lnum, one.col, one.type])}), 'found')"
+                ask(["vim", "-N", "-u", "vimrc", "-es", "-c", "silent make!", "-c", show, "-c", "quitall!", name],
+                    env=path, stdin=subprocess.DEVNULL, timeout=60)
+                self.assertEqual(Path("found").read_text(), "".join(f"{name} 2 2 e\n" for _ in found))
 
     def test_the_lines_for_cmake_configure_a_server(self):
         package, part, installed = [text for *_, text in blocks("cmake")]
