@@ -89,6 +89,14 @@ const Reference& likeliest(const FaultInLine& fault, const std::vector<const Ref
                                     [&](const auto* a, const auto* b) { return rank(a) < rank(b); });
 }
 
+/// A word that is cut short has no letter wrong that would speak for one of the flags.
+bool is_start_of_several(std::u16string_view name, const std::vector<const Reference*>& flags) {
+    const std::u16string start = normalized(name);
+    return flags.size() > 1 && std::ranges::all_of(flags, [&](const Reference* flag) {
+               return normalized(flag->wide).starts_with(start);
+           });
+}
+
 } // namespace
 
 Advice with_value_after(const FaultInLine& fault, const Reference& meant, char16_t separator,
@@ -187,9 +195,11 @@ std::optional<Advice> similar_name(const FaultInLine& fault) {
     const auto flags = flags_like(name);
     if (flags.empty()) return std::nullopt;
     const std::string sentence = "did you mean " + joined(flags, " or ", &Reference::flag);
-    const Reference& meant = likeliest(fault, flags);
     Advice advice;
-    if (separator != 0)
+    const Reference& meant = likeliest(fault, flags);
+    if (is_start_of_several(name, flags)) // which one, nobody can tell
+        advice = skip(fault, fault.at, end_of_strays(fault.line, fault.at + 1), sentence + "?");
+    else if (separator != 0)
         advice = with_value_after(fault, meant, separator, rest, {sentence + "?"});
     else
         advice = with_clean_follower(fault, meant, sentence + "?");

@@ -60,8 +60,9 @@ std::string to_text(const std::vector<HazardLook>& looks, const SourcePlaces& pl
     for (const Level level : {Level::open, Level::weak}) {
         const auto found = found_at(looks, level);
         if (!found.empty())
-            text += level == Level::open ? "open: it takes no attack\n"
-                                         : "weak: it takes a known attack, or another mistake\n";
+            text += level == Level::open
+                        ? "open: somebody gets in, or reads what is private, without an attack\n"
+                        : "weak: it takes a known attack, or another mistake\n";
         for (const HazardLook* look : found)
             text += text_of(*look, places);
     }
