@@ -2,6 +2,7 @@
 #include "formats/token_edits.hpp"
 
 #include <algorithm>
+#include <span>
 #include <string_view>
 
 namespace orvane {
@@ -126,22 +127,23 @@ std::string without_gone(std::string_view line) {
     return left.find_first_not_of(" \t\\\r\n") == left.npos ? std::string() : left;
 }
 
-/// The changes in the lines that they are in; `change` is moved on to the first one in others.
-LineEdit line_edit(std::string_view text, std::vector<Change>::const_iterator& change,
-                   std::vector<Change>::const_iterator end) {
-    const std::size_t begin = line_begin(text, change->begin);
+/// The first change and those in the same lines, which `left` loses.
+LineEdit line_edit(std::string_view text, std::span<const Change>& left) {
+    const std::size_t begin = line_begin(text, left.front().begin);
     std::size_t at = begin, last = 0;
     std::string changed;
     do {
-        changed.append(text.substr(at, change->begin - at)).append(change->text);
-        at = change->end;
+        const Change& change = left.front();
+        changed.append(text.substr(at, change.begin - at)).append(change.text);
+        at = change.end;
+        left = left.subspan(1);
         last = std::min(text.find('\n', at), text.size() - 1) + 1;
-    } while (++change != end && line_begin(text, change->begin) < last);
+    } while (!left.empty() && line_begin(text, left.front().begin) < last);
     changed.append(text.substr(at, last - at));
     LineEdit edit{static_cast<std::size_t>(std::ranges::count(text.substr(0, begin), '\n')),
                   lines_in(text.substr(begin, last - begin)).size()};
     for (const std::string& line : lines_in(changed))
-        if (std::string left = without_gone(line); !left.empty()) edit.lines.push_back(std::move(left));
+        if (std::string rest = without_gone(line); !rest.empty()) edit.lines.push_back(std::move(rest));
     return edit;
 }
 
@@ -151,8 +153,8 @@ std::vector<LineEdit> token_edits(const LineFormat& format, const std::string& t
                                   const std::vector<NewToken>& wanted) {
     const std::vector<Change> changes = Changes(format, text, tokens).from(wanted);
     std::vector<LineEdit> edits;
-    for (auto change = changes.begin(); change != changes.end();)
-        edits.push_back(line_edit(text, change, changes.end()));
+    for (std::span<const Change> left = changes; !left.empty();)
+        edits.push_back(line_edit(text, left));
     return edits;
 }
 
