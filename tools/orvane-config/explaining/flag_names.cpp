@@ -73,15 +73,18 @@ bool is_given(const FaultInLine& fault, const Reference& flag) {
     return false;
 }
 
-/// The flag that takes the value that follows; preferably one that does not take any text, and one that is not given yet.
+/// Whether it takes the value that follows, or none where none does.
+bool fits(const FaultInLine& fault, const Reference& flag) {
+    if (has_strays(fault.line, fault.at + 1) == flag.is_switch()) return false;
+    return flag.is_switch() || takes({std::u16string(flag.wide)}, (*fault.after())[0].text);
+}
+
+/// The flag that fits; preferably one that does not take any text, and one that is not given yet.
 const Reference& likeliest(const FaultInLine& fault, const std::vector<const Reference*>& flags) {
-    const Occurrence* const next = fault.after();
-    const bool value = has_strays(fault.line, fault.at + 1);
     const auto rank = [&](const Reference* flag) {
-        const Token token{std::u16string(flag->wide)};
-        const bool fits = value != flag->is_switch() && (!value || takes(token, (*next)[0].text));
-        const bool picky = value && fits && !takes(token, u"?");
-        return (fits ? 4 : 0) + (picky ? 2 : 0) + (is_given(fault, *flag) ? 0 : 1);
+        const bool fit = fits(fault, *flag);
+        const bool picky = fit && !flag->is_switch() && !takes({std::u16string(flag->wide)}, u"?");
+        return (fit ? 4 : 0) + (picky ? 2 : 0) + (is_given(fault, *flag) ? 0 : 1);
     };
     return flags.size() == 1
                ? *flags[0]
@@ -89,12 +92,16 @@ const Reference& likeliest(const FaultInLine& fault, const std::vector<const Ref
                                     [&](const auto* a, const auto* b) { return rank(a) < rank(b); });
 }
 
-/// A word that is cut short has no letter wrong that would speak for one of the flags.
-bool is_start_of_several(std::u16string_view name, const std::vector<const Reference*>& flags) {
-    const std::u16string start = normalized(name);
-    return flags.size() > 1 && std::ranges::all_of(flags, [&](const Reference* flag) {
-               return normalized(flag->wide).starts_with(start);
-           });
+bool is_cut_short(std::u16string_view name, const Reference* flag) {
+    return normalized(flag->wide).starts_with(normalized(name));
+}
+
+/// Those that fit what follows, of the flags that begin like this.
+std::vector<const Reference*> flags_cut_short(const FaultInLine& fault, std::u16string_view name) {
+    std::vector<const Reference*> flags;
+    for (const Reference& one : references())
+        if (is_cut_short(name, &one) && fits(fault, one)) flags.push_back(&one);
+    return flags;
 }
 
 } // namespace
@@ -192,12 +199,18 @@ std::optional<Advice> attached_value(const FaultInLine& fault) {
 std::optional<Advice> similar_name(const FaultInLine& fault) {
     if (!is_flag_like(fault.token())) return std::nullopt;
     const auto [name, separator, rest] = split_token(fault.token());
-    const auto flags = flags_like(name);
+    auto flags = flags_like(name);
     if (flags.empty()) return std::nullopt;
+    const auto longer = flags_cut_short(fault, name);
+    if (longer.size() == 2 || longer.size() == 3) flags = longer;
+    // A word that is cut short has no letter wrong that would speak for one of them.
+    const bool is_any = flags.size() > 1 && std::ranges::all_of(flags, [&](const Reference* flag) {
+                            return is_cut_short(name, flag);
+                        });
     const std::string sentence = "did you mean " + joined(flags, " or ", &Reference::flag);
     Advice advice;
     const Reference& meant = likeliest(fault, flags);
-    if (is_start_of_several(name, flags)) // which one, nobody can tell
+    if (is_any) // which one, nobody can tell
         advice = skip(fault, fault.at, end_of_strays(fault.line, fault.at + 1), sentence + "?");
     else if (separator != 0)
         advice = with_value_after(fault, meant, separator, rest, {sentence + "?"});

@@ -6,7 +6,7 @@
 namespace orvane::hazards {
 
 // What the HTTPS listener offers (weak_tls.cpp).
-LineRule no_authentication, no_encryption, broken_cipher, security_level, ssl_protocol, triple_des,
+LineRule anonymous_suites, null_suites, broken_cipher, security_level, ssl_protocol, triple_des,
     no_forward_secrecy, default_ciphers, old_tls, small_curve;
 
 // Who reaches what (exposed_settings.cpp).

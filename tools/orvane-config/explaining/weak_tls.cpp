@@ -81,12 +81,12 @@ unsigned protocols_in(const AcceptedLine& accepted) {
 
 } // namespace
 
-void no_authentication(const AcceptedLine& accepted, WarningCollector& warnings) {
+void anonymous_suites(const AcceptedLine& accepted, WarningCollector& warnings) {
     find_suites(accepted, warnings, without_authentication, "without authentication",
                 [](const OfferedSuite& one) { return !one.authenticated; });
 }
 
-void no_encryption(const AcceptedLine& accepted, WarningCollector& warnings) {
+void null_suites(const AcceptedLine& accepted, WarningCollector& warnings) {
     find_suites(accepted, warnings, without_encryption, "without encryption",
                 [](const OfferedSuite& one) { return !one.encrypted; });
 }

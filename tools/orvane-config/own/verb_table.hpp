@@ -86,6 +86,7 @@ inline constexpr OtherWords words_of_others[] = {
     {"usage",                         "explain usage"},
     {"--json",                        "--format json"},
     {"-q",                            "--quiet"},
+    {"--output -o",                   "--format"},
     {"--format",                      "--to"}, // of a verb that has no --format
     {"--format-in",                   "--from-format"},
 };

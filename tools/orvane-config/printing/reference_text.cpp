@@ -31,11 +31,22 @@ std::vector<std::pair<std::string, std::string>> details(const Reference& one) {
 
 /// Calls `write` with what stands for a value in several flags, and what it means.
 template <class Write>
-void each_form(const Write& write) {
-    for (const FormRow& form : forms)
-        if (!form.text.empty())
-            write(form.written, std::string(form.text) + (form.largest.empty() ? "" : ", at most ") +
-                                    std::string(form.largest));
+void each_form(const Forms& shown, const Write& write) {
+    for (const FormRow* const form : shown)
+        write(form->written, std::string(form->text) + (form->largest.empty() ? "" : ", at most ") +
+                                 std::string(form->largest));
+}
+
+/// Those whose text says more than the flag's own. A reader of one flag knows what a path is.
+Forms forms_of(const std::vector<const Reference*>& flags, bool whole) {
+    Forms shown;
+    for (const FormRow& form : forms) {
+        const auto is_used = [&](const Reference* flag) {
+            return &row_of(flag->form) == &form && form.holds != Holds::path;
+        };
+        if (!form.text.empty() && (whole || std::ranges::any_of(flags, is_used))) shown.push_back(&form);
+    }
+    return shown;
 }
 
 std::string heading(const Reference& one) {
@@ -52,9 +63,9 @@ void write_text(const Reference& one, bool new_subject, std::ostream& out) {
     out << '\n';
 }
 
-void write_forms_as_text(std::ostream& out) {
-    out << "Values\n\n";
-    each_form([&](std::string_view form, const std::string& text) {
+void write_forms_as_text(const Forms& shown, std::ostream& out) {
+    if (!shown.empty()) out << "Values\n\n";
+    each_form(shown, [&](std::string_view form, const std::string& text) {
         out << "  " << form << '\n' << wrapped(text, 6) << "\n\n";
     });
 }
@@ -67,9 +78,9 @@ void write_markdown(const Reference& one, bool new_subject, std::ostream& out) {
     out << '\n';
 }
 
-void write_forms_as_markdown(std::ostream& out) {
-    out << "## Values\n\n";
-    each_form([&](std::string_view form, const std::string& text) {
+void write_forms_as_markdown(const Forms& shown, std::ostream& out) {
+    if (!shown.empty()) out << "## Values\n\n";
+    each_form(shown, [&](std::string_view form, const std::string& text) {
         out << "- `" << form << "`: " << text << '\n';
     });
 }
@@ -82,9 +93,9 @@ void write_man(const Reference& one, bool new_subject, std::ostream& out) {
         out << ".br\n" << name << ": " << roff(text) << '\n';
 }
 
-void write_forms_as_man(std::ostream& out) {
+void write_forms_as_man(const Forms& shown, std::ostream& out) {
     out << ".SH VALUES\n";
-    each_form([&](std::string_view form, const std::string& text) {
+    each_form(shown, [&](std::string_view form, const std::string& text) {
         out << ".TP\n.B " << roff(form) << '\n' << roff(text) << '\n';
     });
 }
@@ -109,7 +120,7 @@ void write(const std::vector<const Reference*>& flags, const ReferenceFormat& fo
         format.write(*one, whole && one->subject != subject, out);
         subject = one->subject;
     }
-    if (whole) format.write_forms(out);
+    format.write_forms(forms_of(flags, whole), out);
 }
 
 std::vector<const Reference*> all_flags() {

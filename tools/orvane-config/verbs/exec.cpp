@@ -3,6 +3,7 @@
 #include "printing/preflight_json.hpp"
 #include "printing/preflight_text.hpp"
 #include "printing/verdict_text.hpp"
+#include "reference/reference.hpp"
 #include "text/lists.hpp"
 #include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
@@ -11,6 +12,7 @@
 
 #include "qel/i18n/convert.hpp"
 
+#include <algorithm>
 #include <ostream>
 #include <string>
 #include <utility>
@@ -61,6 +63,12 @@ ExitCode verb::exec(const Call& call) {
         unknown = not_looked_at(report);
     }
     print_warnings(verdict, call.err);
+    const auto unchecked = std::ranges::find_if(*input.command, [](const std::u16string& word) {
+        return reference_of(word) != nullptr;
+    });
+    if (unchecked != input.command->end())
+        call.err << "orvane-config: warning: " << qel::i18n::ustring_to_utf8(*unchecked)
+                 << " after '--' is passed to the command unchecked: the server's flags go before it\n";
     if (!unknown.empty())
         call.err << "orvane-config: not looked at before the start: " << joined(unknown) << '\n';
     call.successor = *input.command;

@@ -2,6 +2,7 @@
 #include "printing/json.hpp"
 #include "printing/preflight_json.hpp"
 #include "printing/preflight_text.hpp"
+#include "printing/security_text.hpp"
 #include "printing/verdict_text.hpp"
 #include "verbs/given_ids.hpp"
 #include "verbs/input.hpp"
@@ -60,6 +61,10 @@ ExitCode verb::preflight(const Call& call) {
         call.out << preflight_json(verdict, report) << '\n';
     else if (!json && !silent)
         call.out << (quiet ? "" : acceptance(code, warnings)) << to_text(report);
+    if (call.has(own("security")) && !json && !quiet)
+        call.out << "security of these settings: "
+                 << worst_of(look_at_hazards(verdict.line, verdict.answer, verdict.effects, ignored))
+                 << "; 'orvane-config check --security' says why\n";
     return code;
 }
 

@@ -45,6 +45,7 @@ public:
     }
 
     void announce_endpoints(const ServerSettings& settings) {
+        if (!settings.endpoint_root()) return;
         using boost::asio::ip::address_v4;
         if (settings.control_port()) {
             const tcp_endpoint control(address_v4::loopback(),
@@ -209,6 +210,9 @@ ExitCode verb::publish(const Call& call) {
         call.err << "orvane-config: " << why << '\n';
         return ExitCode::negative;
     }
+    if (settings.pid_root() && !settings.endpoint_root() && (settings.http() || settings.https()))
+        call.err << "orvane-config: "
+                 << with_flags("only main.pid is published: endpoints need {endpoint_root}") << '\n';
     call.tell();
     plan.command = input.command.value_or(Tokens());
     try {

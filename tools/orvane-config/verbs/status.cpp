@@ -63,7 +63,11 @@ std::vector<FileReport> inspect(const Call& call, const qel::config::ServerSetti
 
 ExitCode verb::status(const Call& call) {
     const double seconds = seconds_in(call, own("timeout"), "0");
-    const Verdict verdict = judge(input_of(call), false, ignored_warnings(call));
+    const Input input = input_of(call);
+    if (input.flags.empty())
+        throw MisusedInPublic("give the flags of the server, or the file that has them: "
+                              "its runtime files are where the flags say");
+    const Verdict verdict = judge(input, false, ignored_warnings(call));
     if (const auto end = refusal(call, verdict)) return *end;
     const auto& settings = verdict.answer.settings;
 
