@@ -124,7 +124,8 @@ class Answers(Tool):
             code, _, err = run("sh", "-c", f'exec "$@" {source}', "sh", *TOOL, "check", "--from", words)
             self.assertRegex(f"{code} {err}", f"^{expected[0]} orvane-config: cannot (open|read) {expected[2:]}\n$")
         for verb in ["check", "preflight", "status", "publish"]:
-            self.assertRegex(run(*TOOL, verb, "--from", "empty")[2], r"(?s)^orvane-config: empty contains no flags\n.*(missing|give the flags|--auto-deploy-root)")
+            said = run(*TOOL, verb, "--from", "empty")[2]
+            self.assertRegex(said, r"(?s)^orvane-config: empty contains no flags\n.*(missing|give the flags|--auto-deploy-root)")
 
     @unittest.skipUnless(HERE and run(*AS_NOBODY, *TOOL, "version")[0] == 0, "there is no other user, or not for this program")
     def test_a_directory_without_access_says_nothing_of_the_server(self):

@@ -63,9 +63,8 @@ ExitCode verb::exec(const Call& call) {
         unknown = not_looked_at(report);
     }
     print_warnings(verdict, call.err);
-    const auto unchecked = std::ranges::find_if(*input.command, [](const std::u16string& word) {
-        return reference_of(word) != nullptr;
-    });
+    const auto unchecked = std::ranges::find_if(
+        *input.command, [](const std::u16string& word) { return reference_of(word) != nullptr; });
     if (unchecked != input.command->end())
         call.err << "orvane-config: warning: " << qel::i18n::ustring_to_utf8(*unchecked)
                  << " after '--' is passed to the command unchecked: the server's flags go before it\n";

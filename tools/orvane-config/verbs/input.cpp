@@ -180,7 +180,8 @@ void add_words(Input& input, const Call& call) {
             return;
         }
         if (call.ended && !flags_follow && !contains(call.words, u"--"))
-            throw MisusedInPublic("the server's flags, or a file with them, go before '--'; the command, after it");
+            throw MisusedInPublic(
+                "the server's flags, or a file with them, go before '--'; the command, after it");
         end = end_of_flags(input.flags, call.words);
         if (end != call.words.end()) input.command.emplace(end + 1, call.words.end());
     }
