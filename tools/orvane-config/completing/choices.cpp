@@ -50,7 +50,7 @@ Values values_of(Argument argument, std::string_view text) {
     case Argument::none:          return "";
     case Argument::file:          return "-f";
     case Argument::setting:       return joined(settings_of({}), " ", &Setting::name);
-    case Argument::warnings:      return joined(warning_kinds(), " ", &WarningKind::id) + " " +
+    case Argument::warnings:      return joined(warning_kinds(), " ", &ExplainedKind::id) + " " +
                                         joined(all_hazards(), " ", [](const Hazard& one) { return std::string(one.kind.id); });
     case Argument::groups:        return joined(preflight::groups, " ", &preflight::Group::name);
     case Argument::a_subject:

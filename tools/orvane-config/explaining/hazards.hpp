@@ -1,6 +1,7 @@
 // What an attacker would gain from the settings of an accepted line.
 #pragma once
 
+#include "explaining/explained_kind.hpp"
 #include "explaining/warnings.hpp"
 
 #include <span>
@@ -20,7 +21,7 @@ enum class Level {
 std::string_view to_text(Level level);
 
 struct Hazard {
-    WarningKind kind; ///< its explanation is gain and instead
+    ExplainedKind kind; ///< its explanation is gain and instead
     Level level;
     std::string_view gain, instead; ///< with {name} for flags
 };

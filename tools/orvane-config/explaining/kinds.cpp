@@ -16,13 +16,13 @@ namespace {
 
 namespace error_code = qel::config::error_code;
 
-constexpr WarningKind faults[] = {
+constexpr ExplainedKind faults[] = {
 #define ZEP_FAULT(id, code, ...) {id, __VA_ARGS__},
 #define ZEP_RULE(...)
 #include "explaining/faults.def"
 };
 
-constexpr WarningKind broken_rules[] = {
+constexpr ExplainedKind broken_rules[] = {
 #define ZEP_FAULT(...)
 #define ZEP_RULE(id, text, ...) {id, __VA_ARGS__},
 #include "explaining/faults.def"
@@ -37,7 +37,7 @@ constexpr std::string_view ids_by_form[] = {
 };
 
 constexpr bool has_row(std::string_view id) {
-    return std::ranges::find(faults, id, &WarningKind::id) != std::end(faults);
+    return std::ranges::find(faults, id, &ExplainedKind::id) != std::end(faults);
 }
 static_assert(std::ranges::all_of(ids_by_form, has_row) && has_row(missing_value_id),
               "forms.def has a fault that faults.def lacks");
@@ -49,7 +49,7 @@ std::string_view id_of_value(const Occurrence& occurrence) {
     return ids_by_form[place_of(flag == nullptr ? Form::none : flag->form)];
 }
 
-Explanation kind_of(std::string_view about, const WarningKind& row) {
+Explanation kind_of(std::string_view about, const ExplainedKind& row) {
     return {about,
             std::string(row.id),
             std::string(row.summary),
@@ -60,18 +60,18 @@ Explanation kind_of(std::string_view about, const WarningKind& row) {
 
 std::vector<Explanation> make_kinds() {
     std::vector<Explanation> kinds;
-    for (const WarningKind& row : faults)
+    for (const ExplainedKind& row : faults)
         kinds.push_back(kind_of("fault", row));
-    for (const WarningKind& row : broken_rules)
+    for (const ExplainedKind& row : broken_rules)
         kinds.push_back(kind_of("rule", row));
-    for (const WarningKind& row : warning_kinds())
+    for (const ExplainedKind& row : warning_kinds())
         kinds.push_back(kind_of("warning", row));
     for (const Hazard& hazard : all_hazards())
         kinds.push_back(kind_of("hazard", hazard.kind));
     const auto warnings = warning_kinds();
     for (const auto& row : preflight::kinds_of_findings()) {
         // Where preflight finds what check warns of, the id is the same.
-        const auto warned = [&](const WarningKind& warning) { return warning.id == row.id; };
+        const auto warned = [&](const ExplainedKind& warning) { return warning.id == row.id; };
         if (std::any_of(warnings.begin(), warnings.end(), warned)) continue;
         kinds.push_back({"finding", std::string(row.id), std::string(row.meaning)});
     }

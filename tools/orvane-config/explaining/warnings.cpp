@@ -14,7 +14,7 @@
 namespace orvane {
 namespace {
 
-constexpr WarningKind kinds[] = {
+constexpr ExplainedKind kinds[] = {
 #define ZEP_VALUE_WARNING(rule, ...) {__VA_ARGS__},
 #define ZEP_LINE_WARNING(rule, ...) {__VA_ARGS__},
 #include "explaining/warnings.def"
@@ -100,7 +100,7 @@ std::vector<Warning> warnings_of(const CommandLine& line, const Answer& answer, 
     return warnings;
 }
 
-std::span<const WarningKind> warning_kinds() {
+std::span<const ExplainedKind> warning_kinds() {
     return kinds;
 }
 

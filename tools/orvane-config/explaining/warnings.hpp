@@ -1,6 +1,7 @@
 // What is accepted, but probably not intended.
 #pragma once
 
+#include "explaining/explained_kind.hpp"
 #include "probing/effects.hpp"
 
 #include <set>
@@ -24,15 +25,7 @@ using WarningIds = std::set<std::string, std::less<>>;
 std::vector<Warning> warnings_of(const CommandLine& line, const Answer& answer, const Effects& effects,
                                  const WarningIds& ignored = {});
 
-/// What a kind of warning is about.
-struct WarningKind {
-    std::string_view id;
-    std::string_view summary;
-    std::string_view explanation;  ///< why, and what to do
-    std::string_view example, fix; ///< as in warnings.def
-};
-
 /// All kinds, in the order in which they are looked for.
-std::span<const WarningKind> warning_kinds();
+std::span<const ExplainedKind> warning_kinds();
 
 } // namespace orvane

@@ -69,6 +69,23 @@ bool is_read_only_volume(const std::wstring& name) {
            (flags & FILE_READ_ONLY_VOLUME) != 0;
 }
 
+/// What this process may do with a file or directory of these attributes.
+void look_at_rights(const std::wstring& name, DWORD attributes, Entry& there) {
+    const bool directory = there.state == Entry::State::directory;
+    const auto granted = rights_to(name);
+    there.rights_known = granted.has_value();
+    const DWORD rights = granted.value_or(0);
+    constexpr DWORD to_create = FILE_ADD_FILE | FILE_ADD_SUBDIRECTORY;
+    there.read = (rights & FILE_LIST_DIRECTORY) != 0; // the same bit as FILE_READ_DATA
+    // Everybody may pass through directories, unless the system is told otherwise.
+    there.execute = directory || (rights & FILE_EXECUTE) != 0;
+    there.read_only = is_read_only_volume(name);
+    const bool writable =
+        directory ? (rights & to_create) == to_create
+                  : (rights & FILE_WRITE_DATA) != 0 && (attributes & FILE_ATTRIBUTE_READONLY) == 0;
+    there.write = writable && !there.read_only;
+}
+
 } // namespace
 
 Entry entry_at(const Path& path) {
@@ -94,18 +111,7 @@ Entry entry_at(const Path& path) {
     }
     const bool directory = (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
     there.state = directory ? Entry::State::directory : Entry::State::file;
-    const auto granted = rights_to(name);
-    there.rights_known = granted.has_value();
-    const DWORD rights = granted.value_or(0);
-    constexpr DWORD to_create = FILE_ADD_FILE | FILE_ADD_SUBDIRECTORY;
-    there.read = (rights & FILE_LIST_DIRECTORY) != 0; // the same bit as FILE_READ_DATA
-    // Everybody may pass through directories, unless the system is told otherwise.
-    there.execute = directory || (rights & FILE_EXECUTE) != 0;
-    there.read_only = is_read_only_volume(name);
-    there.write =
-        !there.read_only && (directory ? (rights & to_create) == to_create
-                                       : (rights & FILE_WRITE_DATA) != 0 &&
-                                             (information.dwFileAttributes & FILE_ATTRIBUTE_READONLY) == 0);
+    look_at_rights(name, information.dwFileAttributes, there);
     return there;
 }
 
