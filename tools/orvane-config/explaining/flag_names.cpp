@@ -204,9 +204,10 @@ std::optional<Advice> similar_name(const FaultInLine& fault) {
     const auto longer = flags_cut_short(fault, name);
     if (longer.size() == 2 || longer.size() == 3) flags = longer;
     // A word that is cut short has no letter wrong that would speak for one of them.
-    const bool is_any = flags.size() > 1 && std::ranges::all_of(flags, [&](const Reference* flag) {
-                            return is_cut_short(name, flag);
-                        });
+    const bool is_any =
+        flags.size() > 1 && std::ranges::all_of(flags, [&, &word = name](const Reference* flag) {
+            return is_cut_short(word, flag);
+        });
     const std::string sentence = "did you mean " + joined(flags, " or ", &Reference::flag);
     Advice advice;
     const Reference& meant = likeliest(fault, flags);

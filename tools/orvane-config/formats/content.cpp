@@ -115,10 +115,13 @@ std::string content_of(const std::string& path, const std::string& name) {
     return decoded(bytes_of(path, name));
 }
 
+bool has_bytes_of_no_text(std::string_view content) {
+    return std::ranges::any_of(content, is_in_no_text);
+}
+
 void refuse_unless_utf8(const std::string& text, const std::string& name) {
     const auto spot = first_not_utf8(text);
-    if (spot && std::ranges::any_of(text, is_in_no_text))
-        throw std::runtime_error(name + ": this is not a text file");
+    if (spot && has_bytes_of_no_text(text)) throw std::runtime_error(name + ": this is not a text file");
     if (spot)
         throw std::runtime_error(name + ":" + std::to_string(spot->line) + ":" +
                                  std::to_string(spot->column) +

@@ -17,6 +17,9 @@ std::string bytes_of(const std::string& path, const std::string& name);
 /// Throws std::runtime_error with the place of the first byte that is none.
 void refuse_unless_utf8(const std::string& text, const std::string& name);
 
+/// Control characters that even a list with zero bytes between its tokens has rarely.
+bool has_bytes_of_no_text(std::string_view content);
+
 bool is_directory(const std::string& path);
 bool is_there(const std::string& path);
 

@@ -41,7 +41,7 @@ std::string foreign_kind(std::string_view text) {
 }
 
 bool has_no_flags(const ReadTokens& tokens) {
-    return tokens.size() > 3 && std::ranges::none_of(tokens, may_be_flag);
+    return std::ranges::none_of(tokens, may_be_flag);
 }
 
 } // namespace orvane

@@ -75,12 +75,26 @@ ReadTokens read_from(const LineFormat& format, const LocatedText& text, SourceFi
     return read(format, text);
 }
 
+/// What is in none of the other formats is found to be in one of these.
+void refuse_without_flags(const LineFormat& format, const std::string& text, const ReadTokens& tokens) {
+    if (format.name == "nul" && has_bytes_of_no_text(text))
+        throw NotUnderstood({}, "this is not a text file");
+    const bool takes_anything = format.name == "flags" || format.name == "lines" || format.name == "nul";
+    constexpr std::size_t few = 3; // words may be a program and its values
+    if (takes_anything && tokens.size() > few && has_no_flags(tokens))
+        throw NotUnderstood(tokens[0].spot, "nothing in this file begins with --, as flags do");
+}
+
 Content content_in(const Call& call, const Source& source, SourceFiles& files) {
     const auto contained = call.contained.find(source.path);
     const std::string text = contained != call.contained.end() ? contained->second
                              : source.is_process               ? bytes_of(source.path, source.name)
                                                                : content_of(source.path, source.name);
-    if (!source.is_process && is_program(text)) return {format_named("lines"), {{source.name, {}}}, true};
+    if (!source.is_process && is_program(text)) {
+        if (!contains(call.files, source.path) || call.words.empty())
+            throw std::runtime_error(source.name + ": this is a program, not a file of flags");
+        return {format_named("lines"), {{source.name, {}}}, true};
+    }
     if (!source.is_process) refuse_unless_utf8(text, source.name);
     if (const std::string kind = foreign_kind(text); !kind.empty() && !source.is_process)
         throw std::runtime_error(source.name + ": this looks like " + kind +
@@ -94,8 +108,7 @@ Content content_in(const Call& call, const Source& source, SourceFiles& files) {
                                 ? read_from(format, located(text), files)
                                 : read_from(format, with_stand_ins(located(text), variables), files);
         put_values(tokens, variables);
-        if (wanted.empty() && (format.name == "lines" || format.name == "flags") && has_no_flags(tokens))
-            throw NotUnderstood(tokens[0].spot, "nothing in this file begins with --, as flags do");
+        if (wanted.empty()) refuse_without_flags(format, text, tokens);
         if (!source.is_process) tokens = unwrapped(std::move(tokens));
         return {format, std::move(tokens), format.has_program || source.is_process};
     } catch (const NotUnderstood& fault) {
