@@ -59,33 +59,42 @@ std::vector<FileReport> inspect(const Call& call, const qel::config::ServerSetti
     return files;
 }
 
-} // namespace
-
-ExitCode verb::status(const Call& call) {
-    const double seconds = seconds_in(call, own("timeout"), "0");
-    const Input input = input_of(call);
-    if (input.flags.empty())
-        throw MisusedInPublic("give the flags of the server, or the file that has them: "
-                              "its runtime files are where the flags say");
-    const Verdict verdict = judge(input, false, ignored_warnings(call));
-    if (const auto end = refusal(call, verdict)) return *end;
-    const auto& settings = verdict.answer.settings;
-
+/// Looks again until the server is there, or the time is over.
+std::vector<FileReport> wait_for_files(const Call& call, const qel::config::ServerSettings& settings,
+                                       double seconds) {
     using Clock = std::chrono::steady_clock;
     const auto deadline =
         Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
     auto files = inspect(call, settings);
+    while (!files.empty() && !is_usable(worst_of(files)) && Clock::now() < deadline) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        files = inspect(call, settings);
+    }
+    return files;
+}
+
+Input flags_of(const Call& call) {
+    Input input = input_of(call);
+    if (input.flags.empty())
+        throw MisusedInPublic("give the flags of the server, or the file that has them: "
+                              "its runtime files are where the flags say");
+    return input;
+}
+
+} // namespace
+
+ExitCode verb::status(const Call& call) {
+    const double seconds = seconds_in(call, own("timeout"), "0");
+    const Verdict verdict = judge(flags_of(call), false, ignored_warnings(call));
+    if (const auto end = refusal(call, verdict)) return *end;
+
+    auto files = wait_for_files(call, verdict.answer.settings, seconds);
     if (files.empty()) {
         call.err << "orvane-config: "
                  << with_flags("nothing to look for: give {pid_root}, or {endpoint_root} and a port") << '\n';
         return ExitCode::negative;
     }
     ExitCode code = code_for(worst_of(files));
-    while (code != ExitCode::done && Clock::now() < deadline) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        files = inspect(call, settings);
-        code = code_for(worst_of(files));
-    }
     if (seconds > 0 && code != ExitCode::done) {
         call.err << "orvane-config: timed out after " << seconds
                  << " s waiting for the server; its files are now:\n";
