@@ -62,6 +62,9 @@ build_packages=(g++ cmake ninja-build libboost1.81-dev libssl-dev libutfcpp-dev 
 # What the tests need wherever they run.
 # shellcheck disable=SC2034
 test_packages=(binutils ccache clang curl fish gdb git libgtest-dev mandoc pkg-config procps python3 python3-jsonschema python3-yaml strace systemd valgrind zsh)
+# What builds the page.
+# shellcheck disable=SC2034
+page_packages=(emscripten clang-19 lld-19 llvm-19 libc++-19-dev)
 # What builds the Debian packages.
 # shellcheck disable=SC2034
 debian_packages=(debhelper dpkg-dev)

@@ -22,7 +22,7 @@ public:
     ~Utf8Console();
 
 private:
-    unsigned before_; ///< the console's code page
+    [[maybe_unused]] unsigned before_; ///< the console's code page
 };
 
 } // namespace orvane

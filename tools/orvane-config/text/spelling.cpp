@@ -222,15 +222,15 @@ bool all_digits(std::u16string_view text) {
 }
 
 bool is_ipv4(std::u16string_view host) {
-    int parts = 0;
-    for (bool more = true; more; ++parts) {
+    int count = 0;
+    for (bool more = true; more; ++count) {
         const std::size_t dot = host.find(u'.');
         const std::u16string_view part = host.substr(0, dot);
         if (!all_digits(part) || part.size() > 3 || (part.size() == 3 && part > u"255")) return false;
         more = dot != host.npos;
         if (more) host.remove_prefix(dot + 1);
     }
-    return parts == 4;
+    return count == 4;
 }
 
 bool looks_latin(char16_t c) {

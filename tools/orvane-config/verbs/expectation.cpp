@@ -55,7 +55,7 @@ bool is_as_expected(const Call& call, const std::vector<Setting>& settings) {
     const std::string file = call.value(own("expect")), name = shown_name(call, file);
     std::istringstream lines(content_of(file, name));
     std::string text;
-    std::size_t number = 0, compared = 0, different = 0;
+    std::size_t number = 0, compared = 0, unequal = 0;
     while (std::getline(lines, text)) {
         ++number;
         if (text.ends_with('\r')) text.pop_back();
@@ -67,12 +67,12 @@ bool is_as_expected(const Call& call, const std::vector<Setting>& settings) {
         const std::string* const value = value_of(expected.name, settings);
         const std::string is = value == nullptr ? "not set" : escape(*value);
         if (expected.is_set ? value != nullptr && says(expected.value, is) : value == nullptr) continue;
-        ++different;
+        ++unequal;
         call.err << name << ':' << number << ": " << expected.name << " is " << is << "; expected "
                  << expected.value.substr(0, expected.value.rfind(origin_mark)) << '\n';
     }
     if (compared == 0) throw Misused("--expect: " + name + " names no setting");
-    return different == 0;
+    return unequal == 0;
 }
 
 } // namespace orvane
