@@ -110,7 +110,7 @@ class Formats(unittest.TestCase):
             ({"o.service": f"{unit}/bin/x $V\nEnvironmentFile={here}/env", "env": "\nVa\n"}, "env:2:1: this line is not NAME=value"),
             ({"o.service": f"{unit}/bin/x $V\nEnvironmentFile=env"}, "o.service:3:17: systemd reads only the absolute path"),
             ({"o.service": f"{unit}/bin/x $V\nEnvironment='V=a\\\\b'"}, "o.service:3:16: what systemd makes of a "),
-            ({"o.service": f"{unit}/bin/x --a ${{V}}\nEnvironment=V2=a"}, "o.service:2:22: systemd would replace this, and the unit does not set it"),
+            ({"o.service": f"{unit}/bin/x --a ${{V}}\nEnvironment=V2=a"}, "o.service:2:22: the unit does not set .V; give it with --env V=VALUE"),
             ({"o.service": f"{unit}/bin/x a$V\nEnvironment=V=a"}, "o.service:2:19: systemd would replace this; .*\\$\\$"),
             ({"a-b@c-d.service": f"{unit}/bin/x %n %N %p %i %t/%E %S%% %L", "a-b@.service.d/x.conf": "[Service]\nX=",
               "a-.service.d/x.conf": "[Service]\nExecStart="},

@@ -15,7 +15,8 @@ STATES = rows("tool_states.txt", 2)
 FILES = {"expected": "# as check prints it\nconfiguration accepted\n\nhttp.port = 9910  # --http (tokens 3 and 4)\nnum_workers  # not set\n",
          "gcc": "--auto-deploy-root /D\n--http 9910\n--num-worker 4\n--log-severity loud\n", "empty": "# nothing\n", "lacking": "--auto-deploy-root none\n",
          "list": '["--auto-deploy-root", "/D", "--wait=1"]', "wrapped": 'sh -c "x --auto-deploy-root /D --wait=1"',
-         "quoted": "--auto-deploy-root\n'/D'\n--wait stray\n", "script": "exec x --auto-deploy-root /D --wait=1 # why\n"}
+         "quoted": "--auto-deploy-root\n'/D'\n--wait stray\n", "script": "exec x --auto-deploy-root /D --wait=1 # why\n",
+         "unit": "[Service]\nExecStart=-/opt/x --auto-deploy-root /D --wait=1\n", "unset": "--http $PORT\n"}
 
 
 def cases_in(text):

@@ -18,6 +18,8 @@ constexpr Foreign foreign_files[] = {
     {"<VirtualHost ", "an Apache configuration"},
     {"frontend ", "an HAProxy configuration"},
     {"-----BEGIN ", "a key or certificate"},
+    {"#!/usr/bin/python", "a script of Python"},
+    {"#!/usr/bin/env python", "a script of Python"},
     {"<?xml", "XML"},
     {"<", "XML or HTML"},
 };

@@ -5,6 +5,7 @@
 #include "qel/i18n/convert.hpp"
 
 #include <algorithm>
+#include <cctype>
 #include <cstddef>
 
 namespace orvane {
@@ -141,6 +142,16 @@ std::string_view first_line_of(std::string_view text) {
         return line.substr(begin, line.find_last_not_of(" \t\r") + 1 - begin);
     }
     return {};
+}
+
+bool is_section(std::string_view line) {
+    const auto may_be_in = [](char c) {
+        return std::isalnum(static_cast<unsigned char>(c)) != 0 ||
+               std::string_view(" _.-").find(c) != std::string_view::npos;
+    };
+    return line.size() > 2 && line.starts_with('[') && line.ends_with(']') &&
+           std::isalpha(static_cast<unsigned char>(line[1])) != 0 &&
+           std::ranges::all_of(line.substr(1, line.size() - 2), may_be_in);
 }
 
 const LineFormat& format_named(std::string_view name) {

@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace orvane {
@@ -50,8 +51,10 @@ using ReadTokens = std::vector<ReadToken>;
 
 /// Thrown by readers that meet what they do not understand.
 struct NotUnderstood : std::runtime_error {
-    NotUnderstood(Spot where, const std::string& why) : runtime_error(why), spot(where) {}
+    NotUnderstood(Spot where, const std::string& why, std::string with_names = {})
+        : runtime_error(why), spot(where), whole(std::move(with_names)) {}
     Spot spot;
+    std::string whole; ///< the same with names in the file, which are private; may be empty
 };
 
 /// Thrown by writers of formats that cannot hold a token.
@@ -69,6 +72,23 @@ std::string joined(const TokenGroups& groups, std::string (*quoted)(const std::s
 
 /// The first line that is neither blank nor a comment.
 std::string_view first_line_of(std::string_view text);
+
+inline constexpr std::string_view line_blanks = " \t\r";
+
+/// Calls it with each line that is not blank, without blanks around it, and where it begins.
+template <class Use>
+void for_each_line(std::string_view text, const Use& use) {
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        const std::size_t from = std::min(text.find_first_not_of(line_blanks, begin), end);
+        const std::string_view line = text.substr(from, end - from);
+        if (!line.empty()) use(line.substr(0, line.find_last_not_of(line_blanks) + 1), from);
+        begin = end + 1;
+    }
+}
+
+/// [Name], as in units and other files of settings.
+bool is_section(std::string_view line);
 
 /// A reader's way through a text.
 class Walk {
@@ -104,7 +124,9 @@ public:
         if (!done()) return text_.spots[at_];
         return {text_.spots.back().line, text_.spots.back().column + 1};
     }
-    [[noreturn]] void refuse(const std::string& why) const { throw NotUnderstood(spot(), why); }
+    [[noreturn]] void refuse(const std::string& why, const std::string& with_names = {}) const {
+        throw NotUnderstood(spot(), why, with_names);
+    }
 
 private:
     const LocatedText& text_;

@@ -11,9 +11,10 @@ using IsWrittenSo = bool(std::string_view text);
 using Read = ReadTokens(const LocatedText& text);
 using Write = std::string(const TokenGroups& groups);
 
-IsWrittenSo is_nul, is_systemd, is_json, is_yaml, is_dockerfile, is_settings, is_flags, is_lines;
-Read read_flags, read_lines, read_nul, read_sh, read_systemd, read_json, read_yaml, read_dockerfile,
-    read_settings;
+IsWrittenSo is_nul, is_systemd, is_json, is_yaml, is_dockerfile, is_env, is_settings, is_win, is_flags,
+    is_lines;
+Read read_flags, read_lines, read_nul, read_sh, read_systemd, read_json, read_yaml, read_dockerfile, read_env,
+    read_settings, read_win;
 Write as_flags, as_lines, as_nul, as_sh, as_systemd, as_json, as_powershell, as_cmd;
 
 struct LineFormat {
@@ -37,12 +38,36 @@ inline constexpr LineFormat line_formats[] = {
     {"json",       is_json,       read_json,       as_json,       true,  true,  false, false, ""},
     {"yaml",       is_yaml,       read_yaml,       nullptr,       true,  false, false, false, ""},
     {"dockerfile", is_dockerfile, read_dockerfile, nullptr,       true,  false, false, false, ""},
+    {"env",        is_env,        read_env,        nullptr,       true,  false, false, false, ""},
     {"settings",   is_settings,   read_settings,   nullptr,       true,  false, false, false, ""},
+    {"win",        is_win,        read_win,        nullptr,       true,  false, false, false, ""},
     {"flags",      is_flags,      read_flags,      as_flags,      true,  true,  false, true,  ""},
     {"lines",      is_lines,      read_lines,      as_lines,      true,  true,  false, true,  ""},
     {"sh",         nullptr,       read_sh,         as_sh,         true,  true,  false, true,  ""},
     {"powershell", nullptr,       nullptr,         as_powershell, false, true,  false, false, "& "},
     {"cmd",        nullptr,       nullptr,         as_cmd,        false, true,  false, false, ""},
+};
+// clang-format on
+
+/// What people call a format, and the one that is nearest to it.
+struct OtherFormat {
+    std::string_view words, meant;
+};
+
+// clang-format off
+inline constexpr OtherFormat formats_of_others[] = {
+    {"docker container",                                      "dockerfile"},
+    {"compose docker-compose kubernetes k8s pod yml",         "yaml"},
+    {"docker dockerfile container compose docker-compose kubernetes k8s pod yaml yml", "json"}, // which is not written as these
+    {"unit service",                                          "systemd"},
+    {"ps1 pwsh powershell bat batch cmd windows",             "win"}, // which is only read
+    {"ps1 pwsh",                                              "powershell"},
+    {"bat batch windows",                                     "cmd"},
+    {"shell bash zsh dash posix script ps1 pwsh powershell bat cmd", "sh"},
+    {"environment dotenv",                                    "env"},
+    {"ini conf cfg properties toml",                          "settings"},
+    {"txt text file env dotenv ini conf environment settings", "flags"},
+    {"args argv",                                             "lines"},
 };
 // clang-format on
 

@@ -9,10 +9,8 @@
 namespace orvane {
 namespace {
 
-constexpr std::string_view blanks = " \t\r";
-
 std::string_view first_word(std::string_view line) {
-    return line.substr(0, line.find_first_of(blanks));
+    return line.substr(0, line.find_first_of(line_blanks));
 }
 
 /// Where the name ends and the value begins; none: it is no such line.
@@ -22,34 +20,29 @@ struct NamedValue {
 std::optional<NamedValue> named_value(std::string_view line) {
     constexpr std::string_view in_names = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_.-";
     const std::size_t name = std::min(line.find_first_not_of(in_names), line.size());
-    const std::size_t mark = std::min(line.find_first_not_of(blanks, name), line.size());
+    const std::size_t mark = std::min(line.find_first_not_of(line_blanks, name), line.size());
     if (name == 0 || line[0] == '-' || mark == line.size() || (line[mark] != '=' && line[mark] != ':'))
         return {};
-    const bool has_blank = mark + 1 < line.size() && blanks.find(line[mark + 1]) != blanks.npos;
-    const std::size_t value = line.find_first_not_of(blanks, mark + 1);
+    const bool has_blank = mark + 1 < line.size() && line_blanks.find(line[mark + 1]) != line_blanks.npos;
+    const std::size_t value = line.find_first_not_of(line_blanks, mark + 1);
     // host:8080 is no name with a value, and A=b --flag is a command line.
     if (value == line.npos || (line[mark] == ':' && !has_blank) || line.find(" --") != line.npos) return {};
     return NamedValue{name, value};
 }
 
-/// Calls it with each line that is neither blank nor a comment, without blanks around it, and where it begins.
+/// Calls it with each line but comments, and where it begins.
 template <class Use>
-void for_each_line(std::string_view text, const Use& use) {
-    for (std::size_t begin = 0; begin < text.size();) {
-        const std::size_t end = std::min(text.find('\n', begin), text.size());
-        const std::size_t from = std::min(text.find_first_not_of(blanks, begin), end);
-        const std::string_view line = text.substr(from, end - from);
-        if (!line.empty() && line[0] != '#' && line[0] != ';')
-            use(line.substr(0, line.find_last_not_of(blanks) + 1), from);
-        begin = end + 1;
-    }
+void for_each_entry(std::string_view text, const Use& use) {
+    for_each_line(text, [&](std::string_view line, std::size_t from) {
+        if (line[0] != '#' && line[0] != ';') use(line, from);
+    });
 }
 
 /// An instruction and what follows it, continued lines put together.
 std::vector<LocatedText> instructions(const LocatedText& text) {
     std::vector<LocatedText> lines;
     bool is_continued = false;
-    for_each_line(text.bytes, [&](std::string_view line, std::size_t from) {
+    for_each_entry(text.bytes, [&](std::string_view line, std::size_t from) {
         if (line[0] == ';') return;
         LocatedText piece = part(text, from, from + line.size());
         if (!is_continued) lines.emplace_back();
@@ -66,7 +59,7 @@ struct Instruction {
 };
 
 Instruction command_of(const LocatedText& line, std::size_t name) {
-    const std::size_t begin = std::min(line.bytes.find_first_not_of(blanks, name), line.bytes.size());
+    const std::size_t begin = std::min(line.bytes.find_first_not_of(line_blanks, name), line.bytes.size());
     const LocatedText command = part(line, begin, line.bytes.size());
     if (command.bytes.starts_with('[')) return {read_json(command), false};
     return {read_sh(command), true};
@@ -115,18 +108,29 @@ ReadTokens read_dockerfile(const LocatedText& text) {
 }
 
 bool is_settings(std::string_view text) {
-    std::size_t lines = 0, settings = 0;
-    for_each_line(text, [&](std::string_view line, std::size_t) {
-        ++lines;
-        settings += named_value(line) ? 1 : 0;
+    std::size_t others = 0, settings = 0;
+    for_each_entry(text, [&](std::string_view line, std::size_t) {
+        if (named_value(line))
+            ++settings;
+        else if (!is_section(line))
+            ++others;
     });
-    return lines != 0 && settings == lines;
+    return settings != 0 && others == 0;
 }
 
 ReadTokens read_settings(const LocatedText& text) {
     ReadTokens tokens;
-    for_each_line(text.bytes, [&](std::string_view line, std::size_t from) {
+    bool has_section = false;
+    for_each_entry(text.bytes, [&](std::string_view line, std::size_t from) {
         constexpr std::string_view truths[] = {"true", "false", "yes", "no", "on", "off"};
+        if (is_section(line)) {
+            if (has_section || !tokens.empty())
+                throw NotUnderstood(
+                    text.spots[from],
+                    "these are settings of several sections; give a file with only the server's");
+            has_section = true;
+            return;
+        }
         const auto found = named_value(line);
         if (!found) throw NotUnderstood(text.spots[from], "this line is not a name and a value");
         std::string value(line.substr(found->value_begin));

@@ -1,5 +1,6 @@
 // The formats flags and sh: words as a shell quotes them. What is not certain to be a word of the server's is refused.
 #include "formats/format_table.hpp"
+#include "formats/source_files.hpp"
 #include "text/lists.hpp"
 #include "text/shell_word.hpp"
 
@@ -13,7 +14,6 @@ struct Special {
     bool in_file = true; ///< also refused in a file of flags, which no shell reads
 };
 constexpr Special specials_of_shells[] = {
-    {"$`", "the shell would replace this; write the value, or quote it with '"},
     {"*?[]{}", "the shell might replace this with file names; quote it", false},
     {";&|()", "a second command; only one is read"},
     {"<>", "redirections are not read"},
@@ -36,7 +36,12 @@ bool is_windows_path(std::string_view word) {
 /// Reads the first command of a text, as a shell does; or a file of flags, which may have a line for each flag.
 class CommandReader {
 public:
-    CommandReader(const LocatedText& text, bool is_file) : walk_(text), is_file_(is_file) {}
+    CommandReader(const LocatedText& text, bool is_file)
+        : walk_(text), is_script_(text.bytes.starts_with("#!")), is_file_(is_file && !is_script_) {
+        // Nothing of a script follows `exec`.
+        if (const auto at = text.bytes.rfind("\nexec "); is_script_ && at != text.bytes.npos)
+            walk_.move_to(at + 1);
+    }
 
     ReadTokens command() {
         skip_to_word(" \t\n");
@@ -59,12 +64,28 @@ private:
         const bool is_value =
             is_file_ && line_ + 1 == tokens_.size() && tokens_[line_].text.starts_with("--");
         if (!is_value)
-            walk_.refuse(is_file_ ? "this line is neither a flag nor the only value of the flag before it"
-                                  : "a second command; only one is read. To continue a line, end it with \\");
+            walk_.refuse(
+                is_script_ ? "this script has several commands; give a copy in which only the one is left "
+                             "that starts the server, or in which 'exec ' begins it"
+                : is_file_ ? "this line is neither a flag nor the only value of the flag before it"
+                           : "a second command; only one is read. To continue a line, end it with \\");
         word();
         skip_to_word(" \t");
         if (!walk_.done() && !at_line_end())
             walk_.refuse("a second word; if both are one value, quote it with '");
+    }
+
+    [[noreturn]] void refuse_variable() const {
+        Walk ahead = walk_;
+        const std::string name = ahead.peek() == '$' ? skip_variable(ahead).name : "";
+        if (ahead.comes("$@") || ahead.comes("$*") || ahead.comes("${@"))
+            walk_.refuse(
+                "these are the arguments that the script is called with; give a copy without them, and "
+                "write them after the file's name");
+        walk_.refuse("the shell would replace this; write the value, or quote it with '",
+                     name.empty() ? ""
+                                  : "the shell would replace $" + name + "; give its value with --env " +
+                                        name + "=VALUE, or quote it with '");
     }
 
     bool at_line_end() const { return walk_.comes("\n") || (is_file_ && walk_.comes("\r\n")); }
@@ -117,6 +138,7 @@ private:
     }
 
     void unquoted(std::string& text) {
+        if (walk_.peek() == '$' || walk_.peek() == '`') refuse_variable();
         for (const Special& special : specials_of_shells)
             if ((special.in_file || !is_file_) &&
                 special.characters.find(walk_.peek()) != std::string_view::npos)
@@ -161,8 +183,7 @@ private:
         bool has_quote = false;
         while (walk_.peek() != '"') {
             if (walk_.done()) begin.refuse(std::string(unclosed) + (has_quote ? is_quote : ""));
-            if (walk_.peek() == '$' || walk_.peek() == '`')
-                walk_.refuse(std::string(specials_of_shells[0].what));
+            if (walk_.peek() == '$' || walk_.peek() == '`') refuse_variable();
             if (walk_.skip("\\\n")) continue;
             const bool escapes = walk_.peek() == '\\' && walk_.peek(1) != '\0' &&
                                  std::string_view("$`\"\\").find(walk_.peek(1)) != std::string_view::npos;
@@ -178,7 +199,7 @@ private:
         ": \\\" is a quote in it; write a \\ at its end twice, or leave it out";
 
     Walk walk_;
-    bool is_file_;
+    bool is_script_, is_file_;
     ReadTokens tokens_{};
     std::size_t line_ = 0; ///< its first token
     bool is_bare_ = false; ///< the word does not begin with a quote
@@ -186,8 +207,9 @@ private:
 
 } // namespace
 
-/// Some line has a flag and its value, or the first one has a program, or is continued.
+/// A script, or some line has a flag and its value, or the first one has a program, or is continued.
 bool is_flags(std::string_view text) {
+    if (text.starts_with("#!")) return true;
     bool is_first = true;
     while (true) {
         const std::string_view line = first_line_of(text);

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,17 +31,26 @@ ReadTokens read_unit(const LocatedText& unit, SourceFiles& files);
 /// The command line of the one container in a manifest.
 ReadTokens read_manifest(const LocatedText& text, SourceFiles& files);
 
-/// The lines NAME=value of a file of variables.
+/// The lines NAME=value of a file of variables; for a shell, `export` may be before them.
 struct Variable {
     std::string name;
     LocatedText value;
 };
-std::vector<Variable> variables_of(const LocatedText& text);
+std::vector<Variable> variables_of(const LocatedText& text, bool may_export = false);
 bool is_variable_name(std::string_view text);
 
-/// The text with something in the place of $NAME and ${NAME}, and then the values instead. Throws NotUnderstood at a variable
-/// that is not set.
-LocatedText with_stand_ins(const LocatedText& text, const std::vector<Variable>& variables);
+/// $NAME, ${NAME}, or ${NAME:-value}, which has a value of its own.
+struct VariableUse {
+    std::string name; ///< empty: it is none of these
+    std::optional<std::string> otherwise{};
+    bool also_if_empty = false;
+};
+/// Moves over it.
+VariableUse skip_variable(Walk& walk);
+
+/// The text with something in the place of variables, and then the values instead. Unless others may stay, throws
+/// NotUnderstood at one that is not set.
+LocatedText with_stand_ins(const LocatedText& text, const std::vector<Variable>& variables, bool others_stay);
 void put_values(ReadTokens& tokens, const std::vector<Variable>& variables);
 
 /// What a file is instead of flags; empty where that is not certain.

@@ -1,8 +1,7 @@
 // The format systemd, written: ExecStart= of a unit; and how it is recognized.
 #include "formats/format_table.hpp"
 #include "formats/unit_file.hpp"
-
-#include <cctype>
+#include "text/lists.hpp"
 
 namespace orvane {
 namespace {
@@ -45,12 +44,12 @@ std::string quoted_for_systemd(const std::string& token) {
 
 bool is_systemd(std::string_view text) {
     const std::string_view line = first_line_of(text);
-    const bool section = line.size() > 2 && line.ends_with(']') && line.starts_with('[') &&
-                         std::isalpha(static_cast<unsigned char>(line[1])) != 0;
-    constexpr std::string_view key = "ExecStart";
-    return section || (line.starts_with(key) &&
-                       line.substr(std::min(line.find_first_not_of(unit_blanks, key.size()), line.size()))
-                           .starts_with('='));
+    constexpr std::string_view key = "ExecStart", sections[] = {"[Unit]",   "[Service]", "[Install]",
+                                                                "[Socket]", "[Timer]",   "[Path]"};
+    return contains(sections, line) || (is_section(line) && !is_settings(text)) ||
+           (line.starts_with(key) &&
+            line.substr(std::min(line.find_first_not_of(unit_blanks, key.size()), line.size()))
+                .starts_with('='));
 }
 
 std::string as_systemd(const TokenGroups& groups) {

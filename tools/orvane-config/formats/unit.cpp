@@ -174,7 +174,9 @@ private:
                                         [&](const Variable& one) { return one.name == name; });
         if (found == variables_->rend())
             place.refuse(
-                "systemd would replace this, and the unit does not set it; write the value, or $$ for a $");
+                "systemd would replace this, and the unit does not set it; give it with --env NAME=VALUE",
+                "the unit does not set $" + std::string(name) + "; give it with --env " + std::string(name) +
+                    "=VALUE");
         return found->value;
     }
 

@@ -16,21 +16,33 @@ bool is_in_name(char c, bool is_first) {
     return c == '_' || (is_first ? std::isalpha(byte) : std::isalnum(byte)) != 0;
 }
 
-/// The name after $ or in ${}; empty: there is none.
-std::string name_after_dollar(Walk& walk) {
-    Walk ahead = walk;
-    const bool has_braces = ahead.skip("{");
-    std::string name;
-    while (!ahead.done() && is_in_name(ahead.peek(), name.empty()))
-        name += ahead.next();
-    if (has_braces && !ahead.skip("}")) name.clear();
-    if (!name.empty()) walk.skip(has_braces ? "{" + name + "}" : name);
-    return name;
+/// What follows the name in ${}. False: this is something else.
+bool skip_operator(Walk& walk, VariableUse& use) {
+    use.also_if_empty = walk.skip(":");
+    const bool is_default = walk.skip("-");
+    if (!is_default && !walk.skip("?")) return !use.also_if_empty && walk.skip("}");
+    std::string text;
+    while (!walk.done() && walk.peek() != '}')
+        text += walk.next();
+    if (is_default) use.otherwise = text;
+    return text.find('$') == text.npos && walk.skip("}");
 }
 
 } // namespace
 
-std::vector<Variable> variables_of(const LocatedText& text) {
+VariableUse skip_variable(Walk& walk) {
+    Walk ahead = walk;
+    ahead.skip("$");
+    const bool has_braces = ahead.skip("{");
+    VariableUse use;
+    while (!ahead.done() && is_in_name(ahead.peek(), use.name.empty()))
+        use.name += ahead.next();
+    if (use.name.empty() || (has_braces && !skip_operator(ahead, use))) return {};
+    walk.move_to(ahead.at());
+    return use;
+}
+
+std::vector<Variable> variables_of(const LocatedText& text, bool may_export) {
     std::vector<Variable> variables;
     for (Walk walk(text); !walk.done();) {
         walk.skip_any_of(" \t\r\n");
@@ -40,6 +52,7 @@ std::vector<Variable> variables_of(const LocatedText& text) {
             continue;
         }
         const Walk begin = walk;
+        if (may_export && walk.skip("export ")) walk.skip_any_of(" ");
         Variable& one = variables.emplace_back();
         while (!walk.done() && walk.peek() != '=' && walk.peek() != '\n')
             one.name += walk.next();
@@ -48,6 +61,7 @@ std::vector<Variable> variables_of(const LocatedText& text) {
         walk.skip_any_of(" \t");
         const char quote = walk.peek() == '"' || walk.peek() == '\'' ? walk.next() : '\0';
         while (!walk.done() && (quote != 0 ? walk.peek() != quote : walk.peek() != '\n')) {
+            if (quote != '\'' && walk.skip("\\\n")) continue;
             if (walk.peek() == '\\' ||
                 (quote != '\'' && std::string_view("$`'\"").find(walk.peek()) != std::string_view::npos))
                 walk.refuse("what this character means here is not certain; quote the value with '");
@@ -69,27 +83,28 @@ bool is_variable_name(std::string_view text) {
            std::ranges::all_of(text, [](char c) { return is_in_name(c, false); });
 }
 
-LocatedText with_stand_ins(const LocatedText& text, const std::vector<Variable>& variables) {
+LocatedText with_stand_ins(const LocatedText& text, const std::vector<Variable>& variables,
+                           bool others_stay) {
     if (text.bytes.find(stand_in) != text.bytes.npos || variables.size() > 64)
         throw NotUnderstood({1, 1}, "in this file, or with so many variables, none can be replaced");
     LocatedText result;
     for (Walk walk(text); !walk.done();) {
+        const Walk begin = walk;
         const Spot spot = walk.spot();
-        const char c = walk.next();
-        if (c == '$' && walk.peek() == '$') {
-            result.append(c, spot);
-            result.append(walk.next(), spot);
+        const bool is_dollar = walk.skip("$$");
+        const VariableUse use = !is_dollar && walk.peek() == '$' ? skip_variable(walk) : VariableUse();
+        const auto found = std::find_if(variables.rbegin(), variables.rend(), [&](const Variable& one) {
+            return one.name == use.name && (!use.otherwise || !use.also_if_empty || !one.value.bytes.empty());
+        });
+        if (found == variables.rend()) {
+            if (!use.name.empty() && !use.otherwise && !others_stay)
+                begin.refuse("this variable is not set; give it with --env NAME=VALUE",
+                             "$" + use.name + " is not set; give it with --env " + use.name + "=VALUE");
+            const std::size_t end = std::max(walk.at(), begin.at() + 1);
+            result.append(text, begin.at(), end);
+            walk.move_to(end);
             continue;
         }
-        const std::string name = c == '$' ? name_after_dollar(walk) : std::string();
-        if (name.empty()) {
-            result.append(c, spot);
-            continue;
-        }
-        const auto found = std::find_if(variables.rbegin(), variables.rend(),
-                                        [&](const Variable& one) { return one.name == name; });
-        if (found == variables.rend())
-            throw NotUnderstood(spot, "this variable is not set; give it with --env NAME=VALUE");
         for (const char byte : stand_in)
             result.append(byte, spot);
         result.append(static_cast<char>(0x80 + (variables.rend() - found - 1)), spot);

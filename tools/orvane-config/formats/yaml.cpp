@@ -34,20 +34,33 @@ bool is_no_string(const YAML::Node& node) {
            (YAML::convert<double>::decode(node, number) || YAML::convert<bool>::decode(node, truth));
 }
 
+/// Of a variable of compose, which has none but its own here.
+std::string value_of(Walk& walk, const YAML::Node& node) {
+    const VariableUse use = skip_variable(walk);
+    if (use.otherwise) return *use.otherwise;
+    const std::string name = use.name.empty() ? "NAME" : use.name;
+    throw NotUnderstood(spot_of(node.Mark()),
+                        "this would be replaced; give the value with --env NAME=VALUE, or write $$ for a $",
+                        "compose would replace this; give the value with --env " + name +
+                            "=VALUE, or write $$ for a $");
+}
+
 /// What Kubernetes or compose makes of a string: $$ is a $, and no variable is certain.
 std::string text_of(const YAML::Node& node, Kind kind) {
     if (!node.IsScalar()) refuse(node, "this is not a string; for an empty token write ''");
     if (kind == Kind::list) return node.Scalar();
     if (is_no_string(node)) refuse(node, "only strings are accepted here; quote this");
     std::string text;
-    const std::string& all = node.Scalar();
-    for (std::size_t i = 0; i != all.size(); ++i) {
-        const std::string_view left = std::string_view(all).substr(i);
-        if (kind == Kind::compose ? left.starts_with("$$") : left.starts_with("$$("))
-            ++i;
-        else if (kind == Kind::compose ? left.starts_with('$') : left.starts_with("$("))
+    const LocatedText all = located(node.Scalar());
+    for (Walk walk(all); !walk.done();) {
+        if (kind == Kind::compose && walk.peek() == '$' && walk.peek(1) != '$') {
+            text += value_of(walk, node);
+            continue;
+        }
+        if (kind == Kind::kubernetes && walk.comes("$("))
             refuse(node, "this would be replaced; write the value, or $$ for a $");
-        text += all[i];
+        if (walk.comes(kind == Kind::compose ? "$$" : "$$(")) walk.next();
+        text += walk.next();
     }
     return text;
 }
@@ -93,8 +106,7 @@ public:
             throw NotUnderstood({1, 1},
                                 "this looks like YAML, but no list, container or service in it has flags");
         if (found_.size() > 1)
-            throw NotUnderstood(found_[1].tokens[0].spot,
-                                "several containers have flags; give each a file of its own" + names());
+            throw NotUnderstood(found_[1].tokens[0].spot, several + places(false), several + places(true));
         const Container& one = found_[0];
         files.is_for_container = true;
         for (const YAML::Node& mount : list(one.node, "volumeMounts"))
@@ -150,11 +162,17 @@ private:
             found_.push_back(std::move(one));
     }
 
-    std::string names() const {
-        std::vector<std::string> lines;
-        for (const Container& one : found_)
-            lines.push_back(std::to_string(one.tokens[0].spot.line));
-        return " (lines " + joined(lines) + ")";
+    static constexpr const char* several = "several containers have flags; give each a file of its own";
+
+    std::string places(bool with_names) const {
+        return ": " + joined(
+                          found_, ", ",
+                          [&](const Container& one) {
+                              const std::string name =
+                                  with_names && !one.name.empty() ? one.name + " in " : "";
+                              return name + "line " + std::to_string(one.tokens[0].spot.line);
+                          },
+                          " and ");
     }
 
     std::vector<Container> found_{};

@@ -33,6 +33,8 @@ std::vector<std::string> similar_options(const Verb& verb, const std::u16string&
     std::vector<std::string> options;
     for (const OwnOption& option : own_options)
         if (takes(verb, option)) options.push_back(spelled(option));
+    for (const OtherWords& row : words_of_others)
+        if (row.words == "--json" && contains(options, "--format")) options.emplace_back(row.words);
     std::vector<std::string> known = options;
     if (may_have_flags(verb))
         for (const Reference& one : references())
@@ -64,6 +66,17 @@ void refuse_if_option(const Verb& verb, const std::u16string& token) {
     if (!may_have_flags(verb) && begins_as_flag(token)) throw Misused("there is no option '" + text + "'");
 }
 
+/// The word of the option that may have been meant, as a question.
+std::string nearest(const std::vector<std::string_view>& words, const std::string& value) {
+    if (contains(words, format_named("nul").name))
+        for (const OtherFormat& row : formats_of_others)
+            if (contains(words, row.meant) && contains(split(row.words, " "), value))
+                return "; did you mean " + std::string(row.meant) +
+                       (row.meant == "json" ? ", the list for CMD, args: and command:?" : "?");
+    const auto similar = most_like(qel::i18n::utf8_to_ustring(value), {words.begin(), words.end()});
+    return similar.empty() ? "" : "; did you mean " + similar[0] + "?";
+}
+
 /// The option at `at`, which is moved on to its last token.
 void read_option(Call& call, const OwnOption& option, Tokens::const_iterator& at,
                  Tokens::const_iterator end) {
@@ -79,7 +92,8 @@ void read_option(Call& call, const OwnOption& option, Tokens::const_iterator& at
     value = equals != token.npos ? token.substr(equals + 1) : qel::i18n::ustring_to_utf8(*++at);
     const auto words = split(option.value, "|");
     if (option.argument == Argument::a_word && !contains(words, value))
-        throw Misused(spelled(option) + " is " + one_of(words) + ", not '" + value + "'");
+        throw Misused(spelled(option) + " is " + one_of(words) + ", not '" + value + "'" +
+                      nearest(words, value));
 }
 
 /// Whether it is a flag of the server that only looks like the option: what follows cannot be the option's value.

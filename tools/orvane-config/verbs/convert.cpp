@@ -23,7 +23,7 @@ ExitCode verb::convert(const Call& call) {
         else
             call.err << "orvane-config: nothing can be moved or left out safely\n";
     }
-    call.out << written(call, line);
+    call.out << written(call, line, input.program);
     return ExitCode::done;
 }
 

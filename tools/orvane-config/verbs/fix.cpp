@@ -51,14 +51,14 @@ std::vector<std::string> placeholders_in(const std::vector<Token>& tokens) {
     return names;
 }
 
-void print_line(std::vector<Token> tokens, const Call& call) {
+void print_line(std::vector<Token> tokens, const std::u16string& program, const Call& call) {
     if (!call.has(own("to"))) {
         call.out << shown(tokens) << '\n';
         return;
     }
     for (Token& token : tokens)
         if (!token.sample.empty()) token.text = qel::i18n::utf8_to_ustring(shown({token}));
-    call.out << written(call, occurrences_of(tokens_of({std::move(tokens)})));
+    call.out << written(call, occurrences_of(tokens_of({std::move(tokens)})), program);
 }
 
 ExitCode code_of(const Corrected& line, const Call& call) {
@@ -94,7 +94,8 @@ ExitCode rewrite(const std::string& file, const Verdict& given, const Corrected&
 ExitCode verb::fix(const Call& call) {
     const std::string file = file_to_rewrite(call);
     const WarningIds ignored = ignored_warnings(call);
-    const Verdict given = judge(input_of(call), false, ignored);
+    const Input input = input_of(call);
+    const Verdict given = judge(input, false, ignored);
     if (call.has(own("quiet")) && given.clean()) return ExitCode::done;
     const Corrected line = corrected(given, ignored);
     if (!file.empty()) return rewrite(file, given, line, call);
@@ -103,7 +104,7 @@ ExitCode verb::fix(const Call& call) {
         return code_of(line, call);
     }
     explain(given, line, call);
-    print_line(line.tokens, call);
+    print_line(line.tokens, input.program, call);
     return code_of(line, call);
 }
 

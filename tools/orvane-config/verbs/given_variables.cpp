@@ -21,7 +21,7 @@ std::vector<Variable> variables_in(const Call& call) {
         }
         const std::string name = shown_name(call, value);
         try {
-            std::ranges::move(variables_of(located(content_of(value, name))), std::back_inserter(all));
+            std::ranges::move(variables_of(located(content_of(value, name)), true), std::back_inserter(all));
         } catch (const NotUnderstood& fault) {
             throw std::runtime_error(SourcePlace{name, fault.spot}.text() + ": " + fault.what());
         }

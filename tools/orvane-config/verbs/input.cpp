@@ -75,6 +75,11 @@ ReadTokens read_from(const LineFormat& format, const LocatedText& text, SourceFi
     return read(format, text);
 }
 
+/// Where it is not known what they stand for; else they are a part of the token.
+bool refuses_variables(const LineFormat& format) {
+    return format.has_program || format.name == "flags" || format.name == "sh";
+}
+
 /// What is in none of the other formats is found to be in one of these.
 void refuse_without_flags(const LineFormat& format, const std::string& text, const ReadTokens& tokens) {
     if (format.name == "nul" && has_bytes_of_no_text(text))
@@ -104,16 +109,19 @@ Content content_in(const Call& call, const Source& source, SourceFiles& files) {
     const LineFormat& format = wanted.empty() ? format_of(text) : format_named(wanted);
     try {
         const std::vector<Variable> variables = variables_in(call);
-        ReadTokens tokens = variables.empty() || source.is_process
-                                ? read_from(format, located(text), files)
-                                : read_from(format, with_stand_ins(located(text), variables), files);
+        ReadTokens tokens =
+            variables.empty() || source.is_process
+                ? read_from(format, located(text), files)
+                : read_from(format, with_stand_ins(located(text), variables, refuses_variables(format)),
+                            files);
         put_values(tokens, variables);
         if (wanted.empty()) refuse_without_flags(format, text, tokens);
         if (!source.is_process) tokens = unwrapped(std::move(tokens));
         return {format, std::move(tokens), format.has_program || source.is_process};
     } catch (const NotUnderstood& fault) {
         throw std::runtime_error(
-            place_in(files, source, fault.spot).text() + ": " + fault.what() + " (format " +
+            place_in(files, source, fault.spot).text() + ": " +
+            (fault.whole.empty() || call.has(own("redact")) ? fault.what() : fault.whole) + " (format " +
             std::string(format.name) +
             (wanted.empty() ? "; " + spelled(own("from-format")) + " chooses another)" : ")"));
     }
@@ -142,6 +150,7 @@ void add(Input& input, const Call& call, const Source& source) {
     std::size_t skipped = 0;
     if (!tokens.empty() && (content.has_program || begins_with_program(input.flags, tokens))) {
         skipped = 1;
+        if (input.program.empty()) input.program = tokens[0];
         note(call, place(read[0]).text() + ": skipped " +
                        (call.has(own("redact")) ? "" : "'" + escape(read[0].text) + "', ") +
                        "the program's name");

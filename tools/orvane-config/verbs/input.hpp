@@ -5,6 +5,7 @@
 #include "verbs/call.hpp"
 
 #include <optional>
+#include <string>
 
 namespace orvane {
 
@@ -12,6 +13,7 @@ namespace orvane {
 struct Input {
     Tokens flags{};
     SourcePlaces places{};
+    std::u16string program{};        ///< that the flags of the first file are for
     std::optional<Tokens> command{}; ///< after the --, for a verb that takes a COMMAND
 };
 

@@ -8,7 +8,8 @@
 
 namespace orvane {
 
-/// For standard output, which then leaves every byte as it is.
-std::string written(const Call& call, const CommandLine& line);
+/// For standard output, which then leaves every byte as it is. A unit gets the program that its flags were for, unless --program
+/// or --redact say otherwise.
+std::string written(const Call& call, const CommandLine& line, const std::u16string& program);
 
 } // namespace orvane
