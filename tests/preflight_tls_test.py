@@ -33,7 +33,8 @@ VIEWS = {
 
 # How the files are made that the table names.
 AUTHORITIES = r"""
-for one in root inter forged server; do openssl ecparam -name prime256v1 -genkey -noout -out $one.key; done
+for one in root inter forged; do $NEW_KEY -out $one.key; done
+openssl ecparam -name prime256v1 -genkey -noout -out server.key
 openssl req -x509 -key root.key -subj /CN=root -days 99 -out root.pem
 openssl req -x509 -key inter.key -subj /CN=inter -days 99 -CA root.pem -CAkey root.key -addext subjectKeyIdentifier=01 -out inter.pem
 openssl req -x509 -key forged.key -subj /CN=inter -days 99 -CA root.pem -CAkey root.key -addext subjectKeyIdentifier=01 -out forged-inter.pem
@@ -132,8 +133,10 @@ def pem(label, data):
 
 
 def make(where, recipes):
+    # Wine refuses the signatures on a curve that are a byte shorter than others, one in about a hundred.
+    new_key = "openssl ecparam -name prime256v1 -genkey -noout" if HERE else "openssl genrsa"
     subprocess.run("set -e\n" + recipes, shell=True, cwd=where, check=True, capture_output=True,
-                   env=os.environ | {"SAN": "subjectAltName=DNS:www.example.org", "LONG": "x" * 60})
+                   env=os.environ | {"NEW_KEY": new_key, "SAN": "subjectAltName=DNS:www.example.org", "LONG": "x" * 60})
 
 
 # A wrong file, the words that come before the printed command, and the file that the command makes right.
@@ -160,6 +163,22 @@ def with_fine_joined(findings):
     return [one for one in findings if one["id"] != "tls-ok"] + joined * bool(fine)
 
 
+# Windows has no sockets and no such rights in file systems; it does not open encrypted keys, nor compare keys on Edwards curves.
+NOT_ON_WINDOWS = re.compile(r"none\.key|socket|kmsg|(locked|two-lines|endless)\.key --x509-pass|\bed\.key")
+LOOKED_AT = {"x509-private-key", "x509-passphrase", "x509-cert-chain", "x509-ca-file-store"}
+ON_ANY_FLAG = {"certificate-host", "https-without-certificate", "tls-file-missing", "size-limit"}
+
+
+def as_on_windows(line):
+    """What Windows says of it; empty: nothing."""
+    *flags, kind = line.partition(":")[0].split()
+    if kind == "tls-ok":
+        flags = [flag for flag in flags if flag in LOOKED_AT]
+        return " ".join([*flags, line[line.index("tls-ok"):]]) if flags else ""
+    is_there = (flags[0] in LOOKED_AT and kind != "key-exposed") or kind in ON_ANY_FLAG
+    return re.sub(r"Convert (it|them): (iconv|sed).*|Remove the spaces: .*", "Correct the file in an editor, and save it as plain text.", line) * is_there
+
+
 class Tls(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
@@ -169,8 +188,7 @@ class Tls(unittest.TestCase):
         for name, text in TEXTS.items():
             (cls.where / name).write_text(text, encoding="latin-1")
         cls.secrets = [SECRET]
-        if HERE:
-            cls.make_files()
+        cls.make_files()
 
     @classmethod
     def tearDownClass(cls):
@@ -234,12 +252,27 @@ class Tls(unittest.TestCase):
         texts = "\n".join(one["what"] + "\n" + one["advice"] for one in findings)
         return {f"{one['id']} {one.get('flag')}" for one in findings if one["severity"] != "ok"}, texts
 
-    @unittest.skipUnless(HERE, "this build does not look")
+    @unittest.skipUnless(HERE, "as far as Windows reads files: the next test")
     def test_each_fault_is_found_and_no_other(self):
         for given, expected in ROWS:
             with self.subTest(given):
                 words = shlex.split(given.replace("$PWD", str(self.where.resolve())))
                 compare(self, with_fine_joined(self.findings(words)), expected, words, PWD=str(self.where.resolve()))
+
+    @unittest.skipIf(HERE, "this build looks at everything")
+    def test_windows_finds_the_same_in_keys_and_certificates(self):
+        rows_there = [(given, expected) for given, expected in ROWS if not NOT_ON_WINDOWS.search(given)]
+        self.assertGreater(len(rows_there), 60)
+        for given, expected in rows_there:
+            with self.subTest(given):
+                words, here = shlex.split(given), [line for line in map(as_on_windows, expected) if line]
+                found = self.findings(words)
+                offer = [one for one in found if one.get("flag") == "--https" and one["severity"] in ("blocking", "unknown")]
+                self.assertNotEqual(offer, [], "what is offered is not looked at, and this is said")
+                found = with_fine_joined([one for one in found if one["id"] != "not-looked-at"])
+                if len(here) < len(expected):  # what is wrong elsewhere keeps others from being called usable
+                    here, found = [line for line in here if " tls-ok:" not in line], [one for one in found if one["id"] != "tls-ok"]
+                compare(self, found, here, words)
 
     @unittest.skipUnless(HERE, "this build does not look")
     def test_it_shows_what_clients_would_get(self):
@@ -308,16 +341,17 @@ class Tls(unittest.TestCase):
         self.assertEqual(done.returncode, 8, done.stderr)
         self.assertRegex(done.stdout, "(?s)tls-file-missing.*" + ("tls-file-content" if HERE else "not looked at in this build"))
 
-    @unittest.skipIf(HERE, "this build looks")
+    @unittest.skipIf(HERE, "this build looks at everything")
     def test_what_no_run_can_look_at_does_not_keep_the_server_from_starting(self):
-        for name in ["server.key", "full.pem"]:
-            (self.where / name).touch()
-        for key, code, said in [("server.key", 0, "not looked at before the start: "), ("none.key", 8, "\nnot ready: ")]:
-            flags = [word for pair in (GOOD | {KEY: key}).items() for word in pair]
-            done = subprocess.run([*TOOL, "exec", "--preflight", "--only", "tls", "--auto-deploy-root", "D", *flags, "--", TOOL[-1], "convert"],
-                                  capture_output=True, text=True, cwd=self.where, timeout=60, check=False)
-            self.assertIn(said, done.stderr)
-            self.assertEqual((done.returncode, "--x509-private-key server.key" in done.stdout), (code, code == 0), done.stderr)
+        unknown, refused = "not looked at before the start: ", "\nnot ready: "
+        for key, code, said in [("server.key", 0, unknown), ("none.key", 8, refused), ("full.pem", 8, refused), ("root.key", 8, refused),
+                                ("locked.key", 8, refused), ("locked.key --x509-passphrase right.phrase", 0, unknown)]:
+            flags = [word for pair in (GOOD | {KEY: key}).items() for word in shlex.split(" ".join(pair))]
+            with self.subTest(key):
+                done = subprocess.run([*TOOL, "exec", "--preflight", "--only", "tls", "--auto-deploy-root", "D", *flags, "--", TOOL[-1], "convert"],
+                                      capture_output=True, text=True, cwd=self.where, timeout=60, check=False)
+                self.assertIn(said, done.stderr)
+                self.assertEqual((done.returncode, f"--x509-private-key {key}" in done.stdout.replace("\n", " ")), (code, code == 0), done.stderr)
 
 
 unittest.main()

@@ -3,6 +3,7 @@
 
 #include "explaining/hazard_rules.hpp"
 #include "preflight/tls/tls_check.hpp"
+#include "reference/flag_texts.hpp"
 
 #include <algorithm>
 
@@ -112,7 +113,7 @@ HazardLook look_at(std::size_t row, const AcceptedLine& accepted) {
     }
     WarningCollector collector(look.hazard->kind.id, look.warnings);
     find(accepted, collector);
-    const bool looked = !subject->needs_openssl || preflight::can_look_at_tls_contents();
+    const bool looked = !subject->needs_openssl || preflight::can_look_at(flag::https);
     look.state = !look.warnings.empty() ? State::found : looked ? State::safe : State::not_looked_at;
     return look;
 }

@@ -27,13 +27,19 @@ std::vector<std::u16string_view> tls_flags() {
     return flags;
 }
 
-/// About every flag of which nothing was said.
-void add_to_the_rest(Kind kind, const std::string& what, const Context& context, Findings& findings) {
+bool is_about(const Finding& finding, std::u16string_view flag, bool any) {
+    return finding.flag == flag && (any || is_in_the_way(finding));
+}
+
+/// About every given flag that this build can look at, or cannot, of which nothing else was said. What it did not look at is
+/// named even if something was noticed.
+void add_to_the_rest(bool looked_at, const Context& context, Findings& findings) {
     const std::vector<Finding> found = findings.so_far();
+    const Kind kind = looked_at ? Kind::tls_fine : Kind::not_looked_at;
     for (const std::u16string_view flag : tls_flags()) {
-        const bool given = occurrence_of({kind, flag}, context) != nullptr;
-        if (given && std::ranges::find(found, flag, &Finding::flag) == found.end())
-            findings.add(kind, flag, what);
+        if (can_look_at(flag) != looked_at || occurrence_of({kind, flag}, context) == nullptr) continue;
+        if (std::ranges::none_of(found, [&](const Finding& one) { return is_about(one, flag, looked_at); }))
+            findings.add(kind, flag, looked_at ? "usable" : "not looked at in this build");
     }
 }
 
@@ -49,12 +55,10 @@ void look_at_tls(const Context& context, Findings& findings) {
                                                  : "there is neither a private key nor a certificate",
                      "Give both. Without them no client can connect.");
     const TlsFiles files = read_tls_files(settings, findings);
-    if (!can_look_at_tls_contents())
-        return add_to_the_rest(Kind::not_looked_at, "not looked at in this build", context, findings);
     look_at_tls_contents({*https, files, context.days, findings, context.security});
     // What is wrong in one place can hide what is wrong in another.
-    if (std::ranges::none_of(findings.so_far(), is_in_the_way))
-        add_to_the_rest(Kind::tls_fine, "usable", context, findings);
+    if (std::ranges::none_of(findings.so_far(), is_in_the_way)) add_to_the_rest(true, context, findings);
+    add_to_the_rest(false, context, findings);
 }
 
 } // namespace orvane::preflight

@@ -1,12 +1,10 @@
 // What people have instead of PEM, and how to convert it.
 #include "preflight/tls/not_pem.hpp"
 
+#include "text/path_anchor.hpp"
 #include "text/quoting.hpp"
 
 #include <algorithm>
-
-#include <openssl/err.h>
-#include <openssl/pkcs12.h>
 
 namespace orvane::preflight {
 namespace {
@@ -35,14 +33,9 @@ bool is_putty_key(const std::string& text) {
     return text.starts_with("PuTTY-User-Key-File-");
 }
 
-template <auto decode, auto release>
+template <Der kind>
 bool is_der(const std::string& text) {
-    const auto* data = reinterpret_cast<const unsigned char*>(text.data());
-    auto* const object = decode(nullptr, &data, static_cast<long>(text.size()));
-    ERR_clear_error();
-    if (object == nullptr) return false;
-    release(object);
-    return true;
+    return der_in(text) == kind;
 }
 
 /// What a file can be instead; in the command, {} is its name.
@@ -59,9 +52,9 @@ constexpr Form forms[] = {
     {is_utf16, "the text is in UTF-16", "Convert it:", "iconv -f UTF-16 -t ASCII {} >{}.pem"},
     {has_escaped_line_ends, "the line breaks are written as \\n", "Convert them:", "sed -i 's/\\\\n/\\n/g' {}"},
     {is_indented, "the lines are indented, so none begins with -----BEGIN", "Remove the spaces:", "sed -i 's/^[[:blank:]]*//' {}"},
-    {is_der<d2i_X509, X509_free>, "this is a certificate in DER format, not PEM", "Convert it:", "openssl x509 -inform DER -in {} -out {}.pem"},
-    {is_der<d2i_AutoPrivateKey, EVP_PKEY_free>, "this is a key in DER format, not PEM", "Convert it:", "openssl pkey -inform DER -in {} -out {}.pem"},
-    {is_der<d2i_PKCS12, PKCS12_free>, "this is a PKCS#12 file, not PEM", "Convert it:", "openssl pkcs12 -in {} -out {}.pem"},
+    {is_der<Der::certificate>, "this is a certificate in DER format, not PEM", "Convert it:", "openssl x509 -inform DER -in {} -out {}.pem"},
+    {is_der<Der::key>, "this is a key in DER format, not PEM", "Convert it:", "openssl pkey -inform DER -in {} -out {}.pem"},
+    {is_der<Der::pkcs12>, "this is a PKCS#12 file, not PEM", "Convert it:", "openssl pkcs12 -in {} -out {}.pem"},
 };
 // clang-format on
 
@@ -84,6 +77,9 @@ std::string for_file(std::string_view command, const qel::config::Path& path) {
 
 Mistake as_advised(std::string what, std::string_view advice, std::string_view command,
                    const qel::config::Path& path) {
+    const bool is_for_unix = command.starts_with("iconv") || command.starts_with("sed");
+    if (is_for_unix && backslash_separates())
+        return {std::move(what), "Correct the file in an editor, and save it as plain text."};
     std::string text(advice);
     if (!command.empty()) text += " " + for_file(command, path);
     return {std::move(what), text};

@@ -18,7 +18,7 @@ struct Offered {
     std::vector<OfferedSuite> suites{}; ///< in the server's order, whatever its key
 };
 
-/// In memory, without files. A build without OpenSSL finds nothing: see can_look_at_tls_contents().
+/// In memory, without files. A build without OpenSSL finds nothing: see can_look_at().
 Offered offered_by(const qel::util::ssl::SslContext& settings);
 
 /// 0: it is not known.

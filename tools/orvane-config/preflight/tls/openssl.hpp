@@ -44,7 +44,4 @@ std::string openssl_reason();
 /// The name as one line of ASCII, cut where it gets too long to read.
 std::string text_of(const X509_NAME* name);
 
-/// "2026-11-22 08:00 UTC"
-std::string text_of(const ASN1_TIME* time);
-
 } // namespace orvane::preflight

@@ -1,8 +1,11 @@
 // PEM files, and what they hold.
 #pragma once
 
-#include "preflight/tls/openssl.hpp"
 #include "preflight/tls/tls_check.hpp"
+
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace orvane::preflight {
 
@@ -20,8 +23,12 @@ enum class Content {
 
 struct PemBlock {
     Content content;
+    bool is_encrypted; ///< by its label or its first lines
     std::string der;
 };
+
+/// By the label of a block: "CERTIFICATE".
+Content content_of(std::string_view label);
 
 struct PemFile {
     std::vector<PemBlock> blocks;
@@ -36,7 +43,8 @@ PemFile read_pem(std::string_view text);
 bool has_what_is_wanted(const PemFile& pem, Content wanted, const std::string& text, std::u16string_view flag,
                         const qel::config::Path& path, Findings& findings);
 
-/// The certificates of a file, up to the first that is damaged, which is a finding.
-Certificates certificates_in(const PemFile& pem, std::u16string_view flag, Findings& findings);
+/// What a file that is not PEM can be, whole, in DER.
+enum class Der { none, certificate, key, pkcs12 };
+Der der_in(const std::string& text);
 
 } // namespace orvane::preflight

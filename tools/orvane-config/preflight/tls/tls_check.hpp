@@ -3,6 +3,8 @@
 
 #include "preflight/tls/files.hpp"
 
+#include <string_view>
+
 namespace orvane::preflight {
 
 /// What the checks share.
@@ -16,8 +18,8 @@ struct TlsCheck {
     const qel::config::SslContext& settings() const { return https.ssl_context(); }
 };
 
-/// Whether this build can.
-bool can_look_at_tls_contents();
+/// Whether this build can look at what a flag asks for.
+bool can_look_at(std::u16string_view flag);
 /// Looks at what is in the files, and at what the listener offers its clients.
 void look_at_tls_contents(const TlsCheck& check);
 

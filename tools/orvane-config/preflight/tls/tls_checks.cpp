@@ -3,9 +3,11 @@
 
 #include "reference/flag_texts.hpp"
 
+#include <openssl/err.h>
+
 namespace orvane::preflight {
 
-bool can_look_at_tls_contents() {
+bool can_look_at(std::u16string_view) {
     return true;
 }
 
@@ -18,10 +20,12 @@ void look_at_tls_contents(const TlsCheck& check) {
     look_at_revocation_lists(check, ca);
     add_issuers(store.get(), ca, chain);
     if (!chain.empty()) {
-        look_at_certificates(check, chain);
-        look_at_issuers(check, chain, store.get());
+        const ChainFacts facts = facts_of(chain, store.get());
+        look_at_certificates(check, facts);
+        look_at_issuers(check, facts);
+        ERR_clear_error();
     }
-    const bool usable = key && !chain.empty() && key_matches(check, key.get(), chain);
+    const bool usable = key && !chain.empty() && key_matches(check, owner_of(key.get(), chain), chain.size());
     look_at_offer(check, usable ? key.get() : nullptr, chain);
 }
 

@@ -19,27 +19,6 @@ namespace {
 
 using qel::config::Path;
 
-bool is_valid_now(const Certificate& certificate) {
-    return X509_cmp_current_time(X509_get0_notBefore(certificate.get())) < 0 &&
-           X509_cmp_current_time(X509_get0_notAfter(certificate.get())) > 0;
-}
-
-void look_at_ca_times(const TlsCheck& check, const Certificates& ca) {
-    const auto flag = flag::https_ca_file;
-    const auto valid = std::count_if(ca.begin(), ca.end(), is_valid_now);
-    const auto count = static_cast<std::ptrdiff_t>(ca.size());
-    if (valid == count) return;
-    if (valid == 0)
-        check.findings.add(Kind::certificate_expired, flag, "no certificate in the file is valid now",
-                           "Replace them with the authorities' new certificates.");
-    else
-        check.findings.add(Kind::ca_expired, flag,
-                           "of the " + std::to_string(count) + " certificates in the file, " +
-                               std::to_string(count - valid) + (count - valid == 1 ? " is" : " are") +
-                               " not valid now",
-                           "Replace them with the authorities' new certificates.");
-}
-
 const char* from_environment(const char* variable, const char* otherwise) {
     const char* const value = std::getenv(variable);
     return value == nullptr ? otherwise : value;
@@ -119,7 +98,9 @@ Certificates read_ca(const TlsCheck& check) {
                             *check.settings().ca_file(), check.findings))
         return {};
     Certificates ca = certificates_in(pem, flag::https_ca_file, check.findings);
-    look_at_ca_times(check, ca);
+    const auto valid = std::ranges::count_if(
+        ca, [](const Certificate& one) { return is_valid_now(validity_of(one.get())); });
+    look_at_ca_times(check, static_cast<std::size_t>(valid), ca.size());
     return ca;
 }
 

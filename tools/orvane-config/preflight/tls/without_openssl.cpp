@@ -4,7 +4,7 @@
 
 namespace orvane::preflight {
 
-bool can_look_at_tls_contents() {
+bool can_look_at(std::u16string_view) {
     return false;
 }
 
