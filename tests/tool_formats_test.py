@@ -103,6 +103,7 @@ class Formats(unittest.TestCase):
             ({"o.service": f"{unit}/bin/x --a\n", "o.service.d/b.conf": f"{unit}\nExecStart=/bin/x --b ${{V}} $W\n[Service]\n",
               "o.service.d/c.conf": "[Service]\nEnvironment=V=1 W=2\nEnvironment=\"W=3 '4 5' \"\n", "o.service.d/no": "x"},
              (["--b", "1", "3", "4 5"], "o.service: also read o.service.d/b.conf")),
+            ({"o.service.d/b.conf": f"{unit}\nExecStart=/bin/x --a", "o.service": f"{unit}/bin/y"}, "o.service.d/b.conf was read twice: a unit is read with"),
             ({"o.service": f"{unit}/bin/x $V ${{V}} ${{W}}$$\nEnvironment=V=no\nEnvironmentFile=-/none/x\nEnvironmentFile={here}/env",
               "env": "# c\n\nV = 'a b'\nV='--c d'\r\nW=e  f \n"}, (["--c", "d", "--c d", "e  f$"], "also read ")),
             ({"o.service": f"{unit}/bin/x $V\nEnvironmentFile={here}/env", "env": "V=a$b\n"}, "env:1:4: what this character means here"),
@@ -127,7 +128,8 @@ class Formats(unittest.TestCase):
             for name, text in files.items():
                 Path(name).parent.mkdir(parents=True, exist_ok=True)
                 Path(name).write_text(text)
-            done = run("convert", "--to", "json", "--from", next(iter(files)))
+            more = ["--from", "o.service"] * (next(iter(files)) == "o.service.d/b.conf")
+            done = run("convert", "--to", "json", "--from", next(iter(files)), *more)
             said = done.stderr.decode().replace(os.getcwd() + "/", "")
             with self.subTest(files):
                 if isinstance(expected, str):

@@ -62,7 +62,8 @@ struct CommandCode {
 /// How verbs end that pass on the exit code of a command.
 inline constexpr CommandCode command_codes[] = {
     {"publish", "'publish' ends with the exit code of COMMAND, or with 128 plus the number of the signal "
-                "that ended it. It ends with 127 if there is no such command, and with 126 if it cannot be "
+                "that ended it, also if --ready never accepted connections. It ends with 127 if there is no "
+                "such command, and with 126 if it cannot be "
                 "started. Without COMMAND, it ends with 0 after the signals INT and TERM."},
     {"exec", "'exec' ends as COMMAND does. It ends with 127 if there is no such command, and with 126 if it "
              "cannot be started."},

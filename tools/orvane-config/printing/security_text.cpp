@@ -48,6 +48,10 @@ std::string ids_in(const std::vector<HazardLook>& looks, State state, const char
 
 } // namespace
 
+bool has_weak(const std::vector<HazardLook>& looks) {
+    return !found_at(looks, Level::weak).empty();
+}
+
 std::string worst_of(const std::vector<HazardLook>& looks) {
     for (const Level level : {Level::open, Level::weak})
         if (!found_at(looks, level).empty()) return std::string(to_text(level));

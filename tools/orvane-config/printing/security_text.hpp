@@ -11,6 +11,7 @@ namespace orvane {
 
 /// "open", "weak", or "nothing found" where nothing was.
 std::string worst_of(const std::vector<HazardLook>& looks);
+bool has_weak(const std::vector<HazardLook>& looks);
 
 /// What was found with its reasons, then what was looked at and found safe, and what was not looked at.
 std::string to_text(const std::vector<HazardLook>& looks, const SourcePlaces& places);

@@ -3,6 +3,7 @@
 #include "printing/security_text.hpp"
 #include "printing/settings_text.hpp"
 #include "printing/verdict_text.hpp"
+#include "text/lists.hpp"
 #include "text/spelling.hpp"
 #include "verbs/configurations.hpp"
 #include "verbs/expectation.hpp"
@@ -13,8 +14,10 @@
 
 #include "qel/i18n/convert.hpp"
 
+#include <functional>
 #include <initializer_list>
 #include <ostream>
+#include <string>
 #include <vector>
 
 namespace orvane {
@@ -22,18 +25,23 @@ namespace {
 
 /// The setting whose lines --get prints.
 Setting wanted_setting(const std::string& name, const std::vector<Setting>& settings) {
-    std::vector<std::string> names;
+    std::vector<std::string> names, containing;
     for (const Setting& setting : settings) {
         if (setting.name == name) return setting;
         // An element of a list, or a part of one.
         for (const auto& line : setting.lines)
             if (line.first == name) return {name, {line}};
         names.push_back(setting.name);
+        if (name.size() > 2 && setting.name.find(name) != name.npos) containing.push_back(setting.name);
     }
-    const auto similar = most_like(qel::i18n::utf8_to_ustring(name), names);
+    constexpr std::size_t few = 5; // as can be read at a glance
+    const auto similar = containing.empty() || containing.size() > few
+                             ? most_like(qel::i18n::utf8_to_ustring(name), names)
+                             : containing;
     throw Misused("there is no setting '" + name + "'" +
-                  (similar.empty() ? "; 'orvane-config check --all FLAGS...' lists them"
-                                   : "; did you mean '" + similar[0] + "'?"));
+                  (similar.empty()
+                       ? "; 'orvane-config check --all FLAGS...' lists them"
+                       : "; did you mean '" + joined(similar, "', '", std::identity(), "' or '") + "'?"));
 }
 
 /// The value as it is: it is for a script.
@@ -117,7 +125,9 @@ ExitCode print_answer(const Call& call, const Verdict& verdict, const std::vecto
     if (call.has(own("quiet")) && !secure) return code;
     call.out << acceptance(code, verdict.warnings.size());
     if (secure)
-        call.out << to_text(looks, verdict.places);
+        call.out << to_text(looks, verdict.places)
+                 << (call.has(own("strict")) && has_weak(looks) ? "--strict does not fail on what is weak\n"
+                                                                : "");
     else
         print_settings(call, settings, verdict);
     return code;

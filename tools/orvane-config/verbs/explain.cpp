@@ -5,6 +5,7 @@
 #include "printing/json.hpp"
 #include "printing/reference_text.hpp"
 #include "printing/wrapping.hpp"
+#include "text/lists.hpp"
 #include "text/spelling.hpp"
 #include "verbs/call.hpp"
 
@@ -35,7 +36,15 @@ Lookup asked_for(std::vector<std::u16string> words) {
     const bool only_flags = !words.empty() && words[0] == u"flags",
                only_ids = !words.empty() && words[0] == u"ids";
     if (only_flags || only_ids) words.erase(words.begin());
+    constexpr std::u16string_view in_each[] = {u"default", u"defaults", u"value",
+                                               u"values",  u"limit",    u"limits"};
+    const bool is_about_default = words.size() == 2 && words[1].starts_with(u"default");
+    if (words.size() == 2 && flag_spelled(words[0]) != nullptr && contains(in_each, words[1]))
+        words.pop_back();
     Lookup found = words.empty() ? Lookup{all_flags(), all_kinds()} : look_up(words);
+    if (is_about_default && words.size() == 1)
+        found.advice.emplace_back(
+            "without its flag a setting is not set, unless the text has a default for it");
     if (only_flags) found.kinds.clear();
     if (only_ids) found.flags.clear();
     if (!found.unknown.empty()) refuse(found.unknown[0]);

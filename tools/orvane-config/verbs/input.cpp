@@ -131,9 +131,22 @@ void note(const Call& call, const std::string& text) {
     call.err << "orvane-config: " << text << '\n';
 }
 
+/// Throws if one is the drop-in of a unit that is read with it.
+void add_drop_ins(Input& input, const SourceFiles& files) {
+    for (const std::string& path : files.paths) {
+        if (!path.ends_with(".conf")) continue;
+        const std::string file = absolute(path);
+        if (contains(input.drop_ins, file) && file.find(".d/") != file.npos)
+            throw std::runtime_error(files.name_of(path) +
+                                     " was read twice: a unit is read with its drop-ins; name only the unit");
+        input.drop_ins.push_back(file);
+    }
+}
+
 void add(Input& input, const Call& call, const Source& source) {
     SourceFiles files{{source.path}, [&](const std::string& path) { return shown_name(call, path); }};
     const Content content = content_in(call, source, files);
+    if (!source.is_process) add_drop_ins(input, files);
     const ReadTokens& read = content.tokens;
     for (const std::string& text : files.notes)
         note(call, source.name + ": " + text);

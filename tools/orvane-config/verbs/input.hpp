@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace orvane {
 
@@ -13,8 +14,9 @@ namespace orvane {
 struct Input {
     Tokens flags{};
     SourcePlaces places{};
-    std::u16string program{};        ///< that the flags of the first file are for
-    std::optional<Tokens> command{}; ///< after the --, for a verb that takes a COMMAND
+    std::vector<std::string> drop_ins{}; ///< of units, or what looks like one; absolute
+    std::u16string program{};            ///< that the flags of the first file are for
+    std::optional<Tokens> command{};     ///< after the --, for a verb that takes a COMMAND
 };
 
 /// From the files and processes that options name, in the order in which they are given, then from the command line.
