@@ -9,6 +9,7 @@ namespace {
 
 struct Foreign {
     std::string_view line_begins, looks_like;
+    bool may_have_flags = false;
 };
 constexpr Foreign foreign_files[] = {
     {"worker_processes ", "an nginx configuration"},
@@ -18,10 +19,17 @@ constexpr Foreign foreign_files[] = {
     {"<VirtualHost ", "an Apache configuration"},
     {"frontend ", "an HAProxy configuration"},
     {"-----BEGIN ", "a key or certificate"},
-    {"#!/usr/bin/python", "a script of Python"},
-    {"#!/usr/bin/env python", "a script of Python"},
-    {"<?xml", "XML"},
-    {"<", "XML or HTML"},
+    {"configuration accepted", "an answer of orvane-config", true},
+    {"```", "Markdown", true},
+    {"USER ", "a list of processes", true},
+    {"UID ", "a list of processes", true},
+    {"PID ", "a list of processes", true},
+    {"Start-Process ", "a script of PowerShell", true},
+    {"Windows Registry Editor", "an export of the registry", true},
+    {"#!/usr/bin/python", "a script of Python", true},
+    {"#!/usr/bin/env python", "a script of Python", true},
+    {"<?xml", "XML", true},
+    {"<", "XML or HTML", true},
 };
 
 /// Also one of another hyphen, or of Windows: what it means is explained.
@@ -35,9 +43,12 @@ std::string foreign_kind(std::string_view text) {
     for (const Foreign& one : foreign_files) {
         const std::string begin(one.line_begins);
         const bool is_first_only = begin[0] == '<' || begin[0] == '-';
-        if (first_line_of(text).starts_with(begin) ||
+        if (first_line_of(text).starts_with(begin) || text.starts_with(begin) ||
             (!is_first_only && text.find('\n' + begin) != text.npos))
-            return std::string(one.looks_like);
+            return "this looks like " + std::string(one.looks_like) +
+                   (one.may_have_flags ? "; give a file with only the command that starts the server"
+                                       : "; the server reads flags only: 'orvane-config explain NAME' finds "
+                                         "the flag for a setting");
     }
     return {};
 }

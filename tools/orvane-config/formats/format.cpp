@@ -147,7 +147,7 @@ std::string_view first_line_of(std::string_view text) {
 bool is_section(std::string_view line) {
     const auto may_be_in = [](char c) {
         return std::isalnum(static_cast<unsigned char>(c)) != 0 ||
-               std::string_view(" _.-").find(c) != std::string_view::npos;
+               std::string_view(" _.:-").find(c) != std::string_view::npos;
     };
     return line.size() > 2 && line.starts_with('[') && line.ends_with(']') &&
            std::isalpha(static_cast<unsigned char>(line[1])) != 0 &&

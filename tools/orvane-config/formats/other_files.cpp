@@ -72,10 +72,12 @@ bool is_yaml(std::string_view text) {
                                          "args",       "command", "containers", "spec"};
     const std::string_view line = first_line_of(text);
     const auto colon = line.find(':');
+    const bool has_key =
+        colon != line.npos && colon != 0 && (colon + 1 == line.size() || line[colon + 1] == ' ');
+    const bool is_word = has_key && line.find_first_of(" \t'\"\\/-") > colon;
     return line.starts_with('{') || line.starts_with("- ") || first_word(line) == "---" ||
-           line.starts_with("%YAML ") ||
-           (colon != line.npos && contains(keys, line.substr(0, colon)) &&
-            (colon + 1 == line.size() || line[colon + 1] == ' '));
+           line.starts_with("%YAML ") || (has_key && contains(keys, line.substr(0, colon))) ||
+           (is_word && !is_settings(text));
 }
 
 ReadTokens read_yaml(const LocatedText& text) {

@@ -16,7 +16,7 @@ struct Special {
 constexpr Special specials_of_shells[] = {
     {"*?[]{}", "the shell might replace this with file names; quote it", false},
     {";&|()", "a second command; only one is read"},
-    {"<>", "redirections are not read"},
+    {"<>", "redirections are not read; leave them out"},
     {"\r", "a carriage return would be part of the token; save the file with Unix line endings"},
 };
 
@@ -45,6 +45,7 @@ public:
 
     ReadTokens command() {
         skip_to_word(" \t\n");
+        if (is_file_) walk_.skip("$ "); // a prompt
         while (!walk_.done()) {
             begin_line();
             line_ = tokens_.size();

@@ -40,6 +40,17 @@ std::size_t size_of_env(const ReadTokens& tokens) {
     return size;
 }
 
+bool is_flag(const ReadToken& token) {
+    return token.text.starts_with("--");
+}
+
+/// NAME=VALUE in front of a program with flags.
+bool sets_variable(const ReadTokens& tokens) {
+    const std::string& text = tokens[0].text;
+    return text.find('=') != text.npos && is_variable_name(text.substr(0, text.find('='))) &&
+           !is_flag(tokens[1]) && std::ranges::any_of(tokens, is_flag);
+}
+
 void drop(ReadTokens& tokens, std::size_t count) {
     tokens.erase(tokens.begin(), tokens.begin() + static_cast<std::ptrdiff_t>(count));
 }
@@ -58,13 +69,13 @@ LocatedText SourceFiles::open(const std::string& path) {
     return text;
 }
 
-ReadTokens unwrapped(ReadTokens tokens) {
+ReadTokens unwrapped(ReadTokens tokens, bool by_shell) {
     while (tokens.size() > 1) {
         if (is_shell_with_command(tokens))
             tokens = command_in(tokens[2]);
         else if (program_name(tokens[0].text) == "env" && !tokens[1].text.starts_with("--"))
             drop(tokens, size_of_env(tokens));
-        else if (tokens[0].text == "exec")
+        else if (tokens[0].text == "exec" || (by_shell && sets_variable(tokens)))
             drop(tokens, 1);
         else
             break;

@@ -53,14 +53,14 @@ VariableUse skip_variable(Walk& walk);
 LocatedText with_stand_ins(const LocatedText& text, const std::vector<Variable>& variables, bool others_stay);
 void put_values(ReadTokens& tokens, const std::vector<Variable>& variables);
 
-/// What a file is instead of flags; empty where that is not certain.
+/// What a file is instead of flags, and what to do; empty where that is not certain.
 std::string foreign_kind(std::string_view text);
 
 /// Whether not even one token may have been meant for a flag.
 bool has_no_flags(const ReadTokens& tokens);
 
-/// Without what only starts the program: env, sh -c, exec.
-ReadTokens unwrapped(ReadTokens tokens);
+/// Without what only starts the program: env, sh -c, exec; where a shell reads them, also NAME=VALUE.
+ReadTokens unwrapped(ReadTokens tokens, bool by_shell = false);
 
 /// Whether the program is this tool.
 bool calls_this_tool(const ReadTokens& tokens);

@@ -30,7 +30,8 @@ public:
         for (std::size_t i = 0; i != words.size(); ++i) {
             // The second word is then what the program is told it is called.
             if (i == 1 && marks.find('@') != marks.npos) continue;
-            const LocatedText word = specified(words[i].text);
+            // Where the program is does not matter.
+            const LocatedText word = i == 0 ? words[i].text : specified(words[i].text);
             if (i == 0 || marks.find(':') != marks.npos)
                 tokens.push_back({word.bytes, words[i].begin});
             else
@@ -57,7 +58,9 @@ private:
 
     LocatedText exec_start() const {
         const std::vector<LocatedText> commands = values_of("ExecStart");
-        if (commands.empty()) throw NotUnderstood({1, 1}, "there is no ExecStart= in [Service]");
+        if (commands.empty())
+            throw NotUnderstood({1, 1}, "there is no ExecStart= in [Service]; give a file with only the "
+                                        "command that starts the server");
         if (commands.size() > 1)
             throw NotUnderstood(commands[1].spots[0], "a second ExecStart=; only one command is read");
         return commands.front();

@@ -118,8 +118,8 @@ bool is_win(std::string_view text) {
                          std::isalpha(static_cast<unsigned char>(begin[drive])) != 0 &&
                          begin[drive + 1] == ':' && begin[drive + 2] == '\\';
     return goes_on_after(first) || begin.starts_with("@echo off") || begin.starts_with("& ") ||
-           begin.starts_with("start \"") || begin.starts_with("rem ") ||
-           (is_path && lowered(first).find(".exe") != std::string::npos);
+           begin.starts_with("start \"") || (begin.starts_with('$') && first.find(" = ") != first.npos) ||
+           begin.starts_with("rem ") || (is_path && lowered(first).find(".exe") != std::string::npos);
 }
 
 ReadTokens read_win(const LocatedText& text) {

@@ -88,6 +88,7 @@ struct Container {
 class Search {
 public:
     void document(const YAML::Node& node) {
+        if (node.IsSequence() && node.size() != 0 && node[0].IsMap()) return; // tasks, or other things
         if (node.IsSequence()) return add({"list", {}, node, node}, node, {}, Kind::list);
         if (member(node, "kind") && member(node, "kind").IsScalar() && node["kind"].Scalar() == "ConfigMap")
             maps_.push_back(node);
@@ -103,8 +104,10 @@ public:
 
     ReadTokens only(SourceFiles& files) {
         if (found_.empty())
-            throw NotUnderstood({1, 1},
-                                "this looks like YAML, but no list, container or service in it has flags");
+            throw NotUnderstood(
+                {1, 1},
+                "this looks like YAML or JSON, but no list, container or service in it has flags; give a "
+                "file with only the command that starts the server");
         if (found_.size() > 1)
             throw NotUnderstood(found_[1].tokens[0].spot, several + places(false), several + places(true));
         const Container& one = found_[0];
@@ -157,8 +160,9 @@ private:
     void add(Container one, const YAML::Node& first, const YAML::Node& second, Kind kind) {
         add_words(one.tokens, first, kind);
         add_words(one.tokens, second, kind);
-        if (std::ranges::any_of(one.tokens,
-                                [](const ReadToken& token) { return token.text.starts_with("--"); }))
+        if (std::ranges::any_of(one.tokens, [](const ReadToken& token) {
+                return token.text.starts_with("--") || token.text.find(" --") != std::string::npos;
+            }))
             found_.push_back(std::move(one));
     }
 

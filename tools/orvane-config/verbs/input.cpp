@@ -102,9 +102,7 @@ Content content_in(const Call& call, const Source& source, SourceFiles& files) {
     }
     if (!source.is_process) refuse_unless_utf8(text, source.name);
     if (const std::string kind = foreign_kind(text); !kind.empty() && !source.is_process)
-        throw std::runtime_error(source.name + ": this looks like " + kind +
-                                 "; the server reads flags only: 'orvane-config explain NAME' finds the flag "
-                                 "for a setting");
+        throw std::runtime_error(source.name + ": " + kind);
     const std::string wanted = source.is_process ? "nul" : call.value(own("from-format"));
     const LineFormat& format = wanted.empty() ? format_of(text) : format_named(wanted);
     try {
@@ -116,7 +114,8 @@ Content content_in(const Call& call, const Source& source, SourceFiles& files) {
                             files);
         put_values(tokens, variables);
         if (wanted.empty()) refuse_without_flags(format, text, tokens);
-        if (!source.is_process) tokens = unwrapped(std::move(tokens));
+        if (!source.is_process)
+            tokens = unwrapped(std::move(tokens), format.name == "flags" || format.name == "sh");
         return {format, std::move(tokens), format.has_program || source.is_process};
     } catch (const NotUnderstood& fault) {
         throw std::runtime_error(

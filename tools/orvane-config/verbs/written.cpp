@@ -18,7 +18,8 @@ std::string written(const Call& call, const CommandLine& line, const std::u16str
     const std::string to = call.value(own("to"));
     keep_bytes(stdout);
     const LineFormat& format = format_named(to.empty() ? "flags" : to);
-    const bool is_kept = format.has_program && !call.has(own("program")) && !call.has(own("redact"));
+    const bool is_kept = format.has_program && program.find_first_of(u"$%") == program.npos &&
+                         !call.has(own("program")) && !call.has(own("redact"));
     return write(format, is_kept ? program : qel::i18n::utf8_to_ustring(call.value(own("program"))), groups);
 }
 
