@@ -88,8 +88,9 @@ private:
             if (walk_.done()) begin.refuse("this quote is not closed");
             add(text, quote == '\'' ? "" : is_powershell_ ? "$`" : "%");
         }
-        if (text.ends_with('\\') || (walk_.next(), walk_.peek() == quote))
+        if (text.ends_with('\\') || walk_.peek(1) == quote)
             walk_.refuse("programs of Windows read quotes and a \\ here in different ways; write it without");
+        walk_.next();
     }
 
     void add(std::string& text, std::string_view refused) {
