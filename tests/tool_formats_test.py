@@ -208,8 +208,8 @@ class Formats(unittest.TestCase):
         for token in ["%PATH%", "!x!", "a\nb", "a\r", '"&x', '"(']:
             self.assertEqual(convert([token], "--to", "cmd")[:2], (7, b""), token)
         # A lone -- and a line without a program need care, too.
-        self.assertEqual(convert(["--x", "\u2018\u201a\u201b", "--"], "--to", "powershell")[1].decode(),
-                         "--x `\n    '\u2018\u2018\u201a\u201a\u201b\u201b' `\n    '--'\n")
+        self.assertEqual(convert(["--x", "\u2018\u201a\u201b", "@y", "--"], "--to", "powershell")[1].decode(),
+                         "--x `\n    '\u2018\u2018\u201a\u201a\u201b\u201b' `\n    '@y' `\n    '--'\n")
         for path in ["/a%b", "/a$b"]:
             self.assertEqual(convert(["--wait"], "--to", "systemd", "--program", path)[:2], (7, b""), path)
         self.assertEqual(convert(["--wait"], "--to", "systemd")[1], b"ExecStart=orvane \\\n    --wait\n")

@@ -98,6 +98,9 @@ class Reference(unittest.TestCase):
                 self.assertEqual({name for name, origin in origins.items() if at in origin["tokens"]}, {*one["settings"]})
                 names = [synonym["name"] for synonym in one["synonyms"]] + [one["flag"]]
                 self.assertEqual([found["flag"] for found in answer("explain", "flags", "--format", "json", *names)["flags"]], [one["flag"]])
+                for name in names[:-1] * HERE:  # typed here, it leads to this flag
+                    fault = answer("check", "--format", "json", *REQUIRED, "--" + name, "1")["faults"][0]
+                    self.assertIn(one["flag"], " ".join([*fault["advice"], *fault["suggestions"]]), name)
 
     def test_every_id_has_an_example_that_causes_it_and_a_fix_that_does_not(self):
         kinds = answer("explain", "ids", "--format", "json")["kinds"]

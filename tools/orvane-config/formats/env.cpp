@@ -67,13 +67,14 @@ ReadTokens words_of(const LocatedText& value) {
     ReadTokens tokens;
     for (Walk walk(value); !walk.done();) {
         if (walk.skip_any_of(" \t\r\n"); walk.done()) break;
-        ReadToken& token = tokens.emplace_back(ReadToken{{}, walk.spot()});
+        ReadToken token{{}, walk.spot()};
         while (!walk.done() && std::string_view(" \t\r\n").find(walk.peek()) == std::string_view::npos) {
             if (walk.peek() == '"' || walk.peek() == '\'')
                 walk.refuse("systemd and a shell read a quote in a value differently; check the file that "
                             "uses the variable, and give this one with --env");
             token.text += walk.next();
         }
+        tokens.push_back(std::move(token));
     }
     return tokens;
 }
