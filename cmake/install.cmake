@@ -72,6 +72,11 @@ if(PROJECT_IS_TOP_LEVEL)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS README.md)
     install(FILES ${PROJECT_BINARY_DIR}/README.md debian/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
     install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT development PATTERN api EXCLUDE)
+    # Another build makes it, for WebAssembly.
+    set(ZEP_CONFIG_PAGE "" CACHE FILEPATH "orvane-config.html, to be installed with the documentation")
+    if(ZEP_CONFIG_PAGE)
+        install(FILES ${ZEP_CONFIG_PAGE} DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+    endif()
     # What the tests read, for other implementations; tests/data/README.md describes it.
     set(tables flags fields flags_accepted flags_refused values_accepted values_refused caches_refused validate full full_outcome)
     list(TRANSFORM tables REPLACE "(.+)" "tests/data/\\1.txt")

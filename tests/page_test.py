@@ -50,7 +50,7 @@ def main():
             Path(f"file{number}").write_bytes(text.encode("latin-1", "backslashreplace").decode("unicode_escape").encode("utf-8", "surrogatepass"))
         wrong, manifests = [], 0
         for words, here, there in zip(asked, ask([tool], asked), ask(NODE, asked), strict=True):
-            if b"which this build of orvane-config cannot read" in there[2]:
+            if words[-1].startswith("file") and b"which this build of orvane-config cannot read" in there[2]:
                 manifests += 1  # there is no library for YAML
             elif here != there:
                 wrong.append((words, here, there))
@@ -59,7 +59,7 @@ def main():
     for words, *both in wrong[:8]:
         print(shlex.join(words), *both, sep="\n  ")
     print(f"{len(asked)} answers compared, {len(wrong)} differ; {manifests} are about YAML, which the page does not read")
-    return wrong or manifests > 30 or [(code, b"sees no machine" in said) for code, _, said in refusals] != [(2, True)] * 4
+    return wrong or manifests > len(FILES) / 2 or [(code, b"sees no machine" in said) for code, _, said in refusals] != [(2, True)] * 4
 
 
 sys.exit(bool(main()))

@@ -223,6 +223,7 @@ class Explains(unittest.TestCase):
         self.assertEqual((settings["user_data"], settings["https"]), ([{"key": "k", "value": "v"}], None))
         self.assertEqual(answer["origins"]["extract_root"], {"tokens": [1, 2], "completed": True})
         self.assertEqual(answer["origins"]["log_rotation_size"], {"tokens": [9, 10], "completed": False})
+        self.assertEqual([answer["line"][1][part] for part in ("tokens", "flag", "value")], [[3, 4], "--http", "h:1"])
         text = run("check", "--all", *words)[1].splitlines()
         self.assertIn("request_timeout = 00:00:01.500000  # --request-timeout (tokens 5 and 6)", text)
         self.assertIn("auto_deploy_root = D  # --auto-deploy-root (tokens 1 and 2)", text)

@@ -107,15 +107,17 @@ json::value to_json(const Fix& fix) {
     return object;
 }
 
+void add_occurrence(json::object& object, const Occurrence& occurrence, const SourcePlaces& places) {
+    json::array numbers = numbers_of_tokens(occurrence);
+    add_places(object, places, numbers);
+    object["tokens"] = std::move(numbers);
+    object["flag"] = to_json(occurrence[0].text);
+    if (occurrence.size() == 2) object["value"] = to_json(occurrence[1].text);
+}
+
 json::value to_json(const Fault& fault, const SourcePlaces& places, const Advice& advice) {
     json::object object{{"id", id_of(fault)}, {"code", to_json(fault.code)}, {"text", to_json(fault.text)}};
-    if (const Occurrence& occurrence = fault.occurrence; !occurrence.empty()) {
-        json::array numbers = numbers_of_tokens(occurrence);
-        add_places(object, places, numbers);
-        object["tokens"] = std::move(numbers);
-        object["flag"] = to_json(occurrence[0].text);
-        if (occurrence.size() == 2) object["value"] = to_json(occurrence[1].text);
-    }
+    if (!fault.occurrence.empty()) add_occurrence(object, fault.occurrence, places);
     object["advice"] = array_of(advice.sentences);
     object["suggestions"] = array_of(advice.suggestions);
     if (fault.fix) object["fix"] = to_json(*fault.fix);
@@ -185,6 +187,13 @@ json::object origins_of(const Verdict& verdict) {
     return origins;
 }
 
+json::array line_of(const Verdict& verdict) {
+    json::array line;
+    for (const Occurrence& occurrence : verdict.line)
+        add_occurrence(line.emplace_back(json::object()).as_object(), occurrence, verdict.places);
+    return line;
+}
+
 json::object verdict_json(const Verdict& verdict) {
     json::object object = head_of(verdict);
     json::array faults;
@@ -205,6 +214,7 @@ json::object verdict_json(const Verdict& verdict) {
 
 std::string check_json(const Verdict& verdict, bool with_origins, const std::vector<HazardLook>& looks) {
     json::object object = verdict_json(verdict);
+    if (with_origins) object["line"] = line_of(verdict);
     if (with_origins && verdict.accepted()) object["origins"] = origins_of(verdict);
     if (!looks.empty()) object["security"] = security_json(looks, verdict.places);
     return answer_of(object);

@@ -1,0 +1,34 @@
+#!/usr/bin/env python3
+"""Makes the page of its sources and the module: assemble.py MODULE.js PAGE.html"""
+import base64, hashlib, re, sys
+from pathlib import Path
+
+HERE = Path(__file__).resolve().parent
+
+
+def joined(*names):
+    """Modules as one script: each after those that it imports from."""
+    texts = [(HERE / f"{name}.js").read_text(encoding="utf-8") for name in names]
+    return "".join(re.sub(r"(?m)^import .*\n|^export ", "", text) for text in texts)
+
+
+def hash_of(text):
+    return f"'sha256-{base64.b64encode(hashlib.sha256(text.encode()).digest()).decode()}'"
+
+
+def main(module, page):
+    parts = {
+        "style": (HERE / "page.css").read_text(encoding="utf-8"),
+        "script": joined("elements", "asking", "marks", "verdict", "settings", "exchange", "page"),
+        "worker": module.read_text(encoding="utf-8") + joined("checker", "worker"),
+        "wasm": base64.b64encode(module.with_suffix(".wasm").read_bytes()).decode()}
+    assert not [name for name in parts if "</script" in parts[name].lower() or "<!--" in parts[name]], "this would end the script"
+    # The worker is the page's own text, so its policy is the page's.
+    parts["policy"] = "; ".join([
+        "default-src 'none'", f"style-src {hash_of(parts['style'])}", f"script-src {hash_of(parts['script'])} 'wasm-unsafe-eval'",
+        "worker-src blob:", "base-uri 'none'", "form-action 'none'"])
+    text = (HERE / "page.html").read_text(encoding="utf-8")
+    page.write_text(re.sub(r"@(\w+)@", lambda found: parts[found[1]], text), encoding="utf-8")
+
+
+main(*map(Path, sys.argv[1:]))
