@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Uses the page as a visitor does, in a browser: page_browser_test.py PAGE [AXE]; with SHOTS=FOLDER it leaves pictures there."""
-import base64, json, os, statistics, sys, time, unittest, urllib.parse
+import base64, json, os, re, shutil, statistics, sys, tempfile, time, unittest, urllib.parse
 from pathlib import Path
+from xml.etree import ElementTree
 
 from browser import Browser
 from tables import lines
@@ -12,6 +13,13 @@ SHOTS = os.environ.get("SHOTS")
 WRONG = "--auto-deploy-root /srv/deploy --num-worker 4 --http 9910 --no-banner --no-banner"
 PLANTED = "<img/src=x/onerror=alert(1)><b>&amp;"
 FULL = " ".join("'" + token.replace("'", "'\\''") + "'" for token in lines("full.txt"))
+DOCUMENT = Path(__file__).parents[1] / "docs/page.md"
+PICTURES = [
+    ("--auto-deploy-root /srv/a/b --https h:1 --x509-cert-chain c --x509-private-key k --log-root /srv/a --files-root /srv/ab --start-cache p@9",
+     "https: ▼ h:1, private_key_file k, cert_chain_file c, cipher_list ALL, verify_peer_mode no-verify-peer; Caches: list p@9; "
+     "Directories: /srv/a  log_root, b  auto_deploy_root, .zep_deployed  extract_root, /srv/ab  files_root"),
+    ("--auto-deploy-root /x/.zep_deployed/y --extract-root /x --http 9910",
+     "http: ▼ 9910; Directories: /x  extract_root ✕ refused, .zep_deployed/y  auto_deploy_root ✕ refused")]
 
 
 class Visitor(Browser):
@@ -57,7 +65,8 @@ class Visitor(Browser):
         if SHOTS:
             height = self.run("document.documentElement.scrollHeight")
             clip = {"x": 0, "y": 0, "width": self.run("innerWidth"), "height": min(height, 2400), "scale": 1}
-            Path(SHOTS, name + ".png").write_bytes(base64.b64decode(self.ask("Page.captureScreenshot", clip=clip, captureBeyondViewport=True)["data"]))
+            picture = self.ask("Page.captureScreenshot", clip=clip, captureBeyondViewport=True)["data"]
+            Path(SHOTS, name + ".png").write_bytes(base64.b64decode(picture))
 
 
 class Page(unittest.TestCase):
@@ -120,6 +129,34 @@ class Page(unittest.TestCase):
             self.browser.until("document.getElementById('verdict')?.textContent")
             self.browser.checked(wanted)
 
+    def test_flags_and_known_values_are_completed_while_typing(self):
+        for typed, keys, wanted in [("--num-w", ["ArrowDown", "Enter"], "--num-workers "), ('["--log-severity", "inf', ["ArrowUp", "Enter"], None),
+                                    ("--log-severity pro", ["ArrowDown", "Enter"], "--log-severity profile "), ("--num-w", ["ArrowDown", "Escape"], "--num-w"),
+                                    ("-archive-max", ["ArrowDown", "Enter"], "--log-archive-max-size ")]:
+            self.browser.type(typed)
+            self.browser.until("!document.getElementById('choices').hidden")
+            for key in keys:
+                self.browser.press(key, {"ArrowDown": 40, "ArrowUp": 38, "Enter": 13, "Escape": 27}[key])
+            self.browser.checked(wanted or '["--log-severity", "information ')
+            self.assertTrue(self.browser.run("document.getElementById('choices').hidden"))
+
+    def test_the_server_is_drawn_and_saved(self):
+        for line, drawn in PICTURES:
+            self.browser.type(line)
+            self.assertEqual(self.browser.run("document.querySelector('#picture svg').getAttribute('aria-label')"), drawn)
+            self.assertEqual(self.browser.run("document.querySelectorAll('#picture text.wrong').length > 0"), "refused" in drawn)
+        self.browser.type(re.search("^--auto-deploy-root .*", DOCUMENT.read_text(), re.M)[0])
+        with tempfile.TemporaryDirectory() as folder:
+            self.browser.ask("Browser.setDownloadBehavior", behavior="allow", downloadPath=folder)
+            self.browser.run("document.getElementById('save').click()")
+            deadline = time.monotonic() + 10
+            while not (saved := list(Path(folder).glob("*.svg"))) and time.monotonic() < deadline:
+                time.sleep(0.05)
+            if SHOTS:
+                shutil.copy(saved[0], Path(SHOTS, "server.svg"))
+            self.assertEqual(saved[0].read_text(), DOCUMENT.with_name("pictures").joinpath("server.svg").read_text())
+            self.assertIn("▼ web1:8443", [one.text for one in ElementTree.parse(saved[0]).iter("{http://www.w3.org/2000/svg}text")])
+
     def test_everything_is_done_with_the_keyboard(self):
         self.browser.type(WRONG)
         for _ in range(20):
@@ -137,24 +174,29 @@ class Page(unittest.TestCase):
             self.browser.run("for (const one of document.querySelectorAll('details')) one.open = true")
             self.browser.run(f"other.value = {json.dumps(PLANTED)}; other.dispatchEvent(new Event('input'))")
             time.sleep(0.2)
-            self.assertEqual(self.browser.run("document.querySelectorAll('main img, #remarks b b, #settings b, pre b, #differences b').length"), 0, line)
-            shown = self.browser.text("#remarks, #settings, #explanation, #converted, #differences, [data-verb]")
+            inserted = self.browser.run("document.querySelectorAll('main img, #remarks b b, #settings b, #picture b, pre b, #differences b').length")
+            self.assertEqual(inserted, 0, line)
+            shown = self.browser.text("#remarks, #settings, #picture, #explanation, #converted, #differences, [data-verb]")
             self.assertIn(PLANTED if "img" in line else "\\u202e", shown)
             self.assertNotRegex(shown, "[\u202e\x01]")
 
     def test_a_keystroke_is_answered_at_once_also_after_a_megabyte(self):
-        for text, limit in [(FULL, 150), ("--wait\n" * 1000, 400)]:
+        medians = []
+        for text in [FULL, "--wait\n" * 1000]:
             took = []
-            for letter in range(9):
-                self.browser.type(text + " " * letter)
+            self.browser.type(text)
+            for letter in range(1, 10):
+                self.browser.ask("Input.insertText", text=" ")
+                self.browser.checked(text + " " * letter)
                 took.append(float(self.browser.run("document.body.dataset.took")))
-            print(f"{len(text)} characters: median {statistics.median(took):.0f} ms, at most {max(took):.0f} ms", file=sys.stderr)
-            self.assertLess(statistics.median(took), limit)
-        self.browser.run("const text = document.getElementById('text'); text.value = 'x '.repeat(500000); text.dispatchEvent(new Event('input'))")
-        frames = self.browser.run("new Promise(done => { let last = performance.now(), worst = 0, left = 30; const frame = now => {"
-                                  "worst = Math.max(worst, now - last); last = now; left-- ? requestAnimationFrame(frame) : done(worst); };"
-                                  "requestAnimationFrame(frame); })")
-        self.assertLess(frames, 1500)
+            medians.append(statistics.median(took))
+            print(f"{len(text)} characters: median {medians[-1]:.0f} ms, at most {max(took):.0f} ms", file=sys.stderr)
+        self.assertLess(medians[1], 25 * medians[0])  # 1000 flags against 68
+        frames = self.browser.run(
+            "new Promise(done => { let frames = 0; const all = 'x '.repeat(500000); text.value = all;"
+            "text.dispatchEvent(new Event('input')); const frame = () => {"
+            "document.body.dataset.checked === all ? done(frames) : requestAnimationFrame(frame); ++frames; }; requestAnimationFrame(frame); })")
+        self.assertGreater(frames, 5)  # the page lives while it is checked
 
     def test_it_fits_every_screen(self):
         self.assertLess(PAGE.stat().st_size, 2 << 20)

@@ -6,10 +6,17 @@ from pathlib import Path
 HERE = Path(__file__).resolve().parent
 
 
+def as_scope(name):
+    """The module as a constant that has what it exports: in one script, each keeps its own names."""
+    text = (HERE / f"{name}.js").read_text(encoding="utf-8")
+    exported = re.findall(r"(?m)^export (?:async )?\w+ (\w+)", text)
+    text = re.sub(r'(?m)^import (\{.*\}) from "\./(\w+)\.js";$', r"const \1 = \2_js;", text)
+    return f"const {name}_js = (() => {{\n{re.sub('(?m)^export ', '', text)}\nreturn {{ {', '.join(exported)} }};\n}})();\n"
+
+
 def joined(*names):
     """Modules as one script: each after those that it imports from."""
-    texts = [(HERE / f"{name}.js").read_text(encoding="utf-8") for name in names]
-    return "".join(re.sub(r"(?m)^import .*\n|^export ", "", text) for text in texts)
+    return "".join(map(as_scope, names))
 
 
 def hash_of(text):
@@ -19,7 +26,7 @@ def hash_of(text):
 def main(module, page):
     parts = {
         "style": (HERE / "page.css").read_text(encoding="utf-8"),
-        "script": joined("elements", "asking", "marks", "verdict", "settings", "exchange", "page"),
+        "script": joined("elements", "asking", "marks", "verdict", "settings", "picture", "exchange", "completing", "page"),
         "worker": module.read_text(encoding="utf-8") + joined("checker", "worker"),
         "wasm": base64.b64encode(module.with_suffix(".wasm").read_bytes()).decode()}
     assert not [name for name in parts if "</script" in parts[name].lower() or "<!--" in parts[name]], "this would end the script"

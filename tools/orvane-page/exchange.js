@@ -2,7 +2,8 @@
 import { ask } from "./asking.js";
 import { byId, copy, element, seen } from "./elements.js";
 
-const typed = () => byId("text").value;
+const textIn = (/** @type {string} */ id) => /** @type {HTMLTextAreaElement} */ (byId(id)).value;
+const typed = () => textIn("text");
 
 /** @param {string} text that takes the place of what was typed */
 function put(text) {
@@ -48,7 +49,7 @@ export async function convert() {
 }
 
 export async function compare() {
-    const other = byId("other").value;
+    const other = textIn("other");
     const place = byId("differences");
     if (!other.trim()) return place.replaceChildren();
     const { out, err } = await ask(["diff", "--format", "json", "text", "other"], { text: typed(), other });

@@ -1,8 +1,10 @@
 /** The page: at every keystroke, the tool says what the server would make of the text. */
 import { ask, explain } from "./asking.js";
+import { connectChoices } from "./completing.js";
 import { byId } from "./elements.js";
 import { compare, connect, convert, correct, followLink, showCommands } from "./exchange.js";
 import { drawMarks, pointAt, rangesOf } from "./marks.js";
+import { connectPicture, showPicture } from "./picture.js";
 import { learnMeanings, showFlag, showSettings } from "./settings.js";
 import { showVerdict } from "./verdict.js";
 
@@ -37,7 +39,9 @@ async function check() {
     shown = { line, ranges: rangesOf(text, line) };
     drawMarks(text, shown.ranges, answer.error === undefined ? remarksOf(answer) : new Map());
     showVerdict(answer, correct);
+    await learnMeanings();
     showSettings(answer);
+    showPicture(answer);
     showCaret();
     document.body.dataset.took = String(performance.now() - began);
     document.body.dataset.checked = text;
@@ -54,15 +58,15 @@ async function keepUp() {
         else clear();
     }
     busy = false;
-    if (byId("exchange").open) await convert();
-    if (byId("other").value) await compare();
-    if (byId("machine").open) await showCommands();
+    if (/** @type {HTMLDetailsElement} */ (byId("exchange")).open) await convert();
+    if (/** @type {HTMLTextAreaElement} */ (byId("other")).value) await compare();
+    if (/** @type {HTMLDetailsElement} */ (byId("machine")).open) await showCommands();
 }
 
 function clear() {
     drawMarks("", [], new Map());
     for (const id of ["remarks", "settings", "explanation"]) byId(id).replaceChildren();
-    byId("settings-part").hidden = true;
+    for (const id of ["settings-part", "picture-part"]) byId(id).hidden = true;
     byId("verdict").className = "";
     byId("verdict").textContent = "Nothing to check yet.";
     document.body.dataset.checked = "";
@@ -83,7 +87,7 @@ for (const moved of ["keyup", "click", "focus"]) field.addEventListener(moved, s
 byId("example").addEventListener("click", showExample);
 byId("machine").addEventListener("toggle", showCommands);
 connect();
-learnMeanings().then(() => {
-    followLink();
-    return keepUp();
-});
+connectChoices();
+connectPicture();
+followLink();
+keepUp();

@@ -1,37 +1,79 @@
-/** The settings of an accepted line with their meanings, and the explanation of a flag. */
+/**
+ * The settings of a line with their meanings, and the explanation of a flag.
+ *
+ * @typedef {{name: string, value: string, tokens: number[], from: string, wrong: boolean, subject: string, kind: string, meaning: string}} Shown
+ */
 import { explain } from "./asking.js";
 import { byId, element } from "./elements.js";
 import { pointAt } from "./marks.js";
 
-/** @type {Map<string, {flag: string, meaning: string}>} by setting */
-const meanings = new Map();
+/** @type {any[]} what the tool says of each flag */
+let known = [];
 
 export async function learnMeanings() {
-    for (const { flag, meaning, settings } of (await explain("flags")).flags)
-        for (const setting of settings) meanings.set(setting, { flag, meaning });
+    known = (await explain("flags")).flags;
+}
+
+/**
+ * @param {string} name of a setting, or of one that it is a part of
+ * @param {string[]} from the flags that set it
+ * @returns {any} the flag that is most about it, and among several one of those
+ */
+function aboutSetting(name, from) {
+    const about = known.filter(({ settings }) => settings.includes(name) || settings.includes(name.split(".")[0]));
+    const least = Math.min(...about.map(({ settings }) => settings.length));
+    const most = about.filter(({ settings }) => settings.length === least);
+    return most.find(({ flag }) => from.includes(flag)) ?? most[0];
 }
 
 /**
  * @param {any} settings
- * @param {string} name with points and [numbers]
+ * @param {string} name with points
+ * @param {string} typed what stands for it if it has parts
  */
-function valueOf(settings, name) {
+function valueOf(settings, name, typed) {
     let value = settings;
-    for (const part of name.split(/[.[\]]+/).filter((one) => one)) value = value?.[part];
-    if (value === null || value === undefined) return "not set";
-    if (typeof value === "string") return value;
-    return typeof value.text === "string" ? value.text : JSON.stringify(value);
+    for (const part of name.split(".")) value = value?.[part];
+    if (Array.isArray(value) && value.every((one) => typeof one === "string")) return value.join(", ");
+    if (typeof value === "object") return value?.text ?? typed;
+    return String(value);
+}
+
+/**
+ * What the record says; of a refused line, what was typed.
+ * @param {any} answer of check --all
+ * @returns {Shown[]}
+ */
+export function shownOf(answer) {
+    /** @type {import("./marks.js").Occurrence[]} */
+    const line = answer.line ?? [];
+    if (answer.accepted)
+        return Object.entries(answer.origins).map(([name, { tokens }]) => {
+            const all = line.filter((one) => one.tokens.some((number) => tokens.includes(number)));
+            const from = [...new Set(all.map((one) => one.flag))];
+            const value = valueOf(answer.settings, name, all.map((one) => one.value).join(", "));
+            return { ...aboutSetting(name, from), name, value, tokens, from: from.join(", "), wrong: false };
+        });
+    const wrong = [...answer.involved ?? [], ...(answer.faults ?? []).map((/** @type {any} */ one) => one.flag)];
+    return line.flatMap(({ flag, value = "", tokens }, at) => {
+        const about = known.find((one) => one.flag === flag);
+        const isLast = line.findLastIndex((one) => one.flag === flag) === at;
+        if (!about || (!isLast && about.repetition !== "adds")) return [];
+        const name = about.settings.find((/** @type {string} */ one) => one.endsWith(".port")) ?? about.settings.at(-1);
+        return [{ ...about, name, value, tokens, from: flag, wrong: wrong.includes(flag) }];
+    });
+}
+
+/** @param {string} name that can go over two lines after each of its parts */
+function breakable(name) {
+    return name.split(/(?<=[._])/).flatMap((part) => [part, element("wbr")]);
 }
 
 /** @param {any} answer of check --all */
 export function showSettings(answer) {
-    const rows = Object.entries(answer.origins ?? {}).map(([name, origin]) => {
-        const { tokens } = /** @type {{tokens: number[]}} */ (origin);
-        const from = answer.line.filter((/** @type {any} */ one) => one.tokens.some((/** @type {number} */ number) => tokens.includes(number)));
-        const flags = [...new Set(from.map((/** @type {any} */ one) => one.flag))].join(", ");
-        const known = meanings.get(name) ?? meanings.get(name.split(".")[0]);
-        const row = element("tr", element("th", name), element("td.value", valueOf(answer.settings, name)),
-            element("td", known?.meaning ?? "", " ", element("small", flags ? `from ${flags}` : "default")));
+    const rows = (answer.accepted ? shownOf(answer) : []).map(({ name, value, meaning, tokens, from }) => {
+        const row = element("tr", element("th", ...breakable(name)), element("td.value", value),
+            element("td", meaning, " ", element("small", from ? `from ${from}` : "default")));
         row.dataset.tokens = tokens.join(" ");
         row.tabIndex = 0;
         for (const come of ["mouseenter", "focus"]) row.addEventListener(come, () => pointAt(tokens));
@@ -50,11 +92,11 @@ export function showSettings(answer) {
 export async function showFlag(flag, tokens) {
     for (const row of byId("settings").querySelectorAll("tr"))
         row.classList.toggle("pointed", (row.dataset.tokens ?? "").split(" ").some((one) => tokens.includes(Number(one))));
-    const [known] = flag === undefined ? [] : (await explain(flag)).flags ?? [];
+    const [about] = flag === undefined ? [] : (await explain(flag)).flags ?? [];
     const place = byId("explanation");
-    if (!known) return place.replaceChildren();
-    const terms = [["Value", known.value], ["Default", known.default], ["Given again", known.repeated], ["Relations", known.relations],
-        ["Settings", known.settings.join(", ")], ["Example", known.example.join(" ")]].filter(([, text]) => text);
-    place.replaceChildren(element("h3", known.flag), element("p", known.meaning),
+    if (!about) return place.replaceChildren();
+    const terms = [["Value", about.value], ["Default", about.default], ["Given again", about.repeated], ["Relations", about.relations],
+        ["Settings", about.settings.join(", ")], ["Example", about.example.join(" ")]].filter(([, text]) => text);
+    place.replaceChildren(element("h3", about.flag), element("p", about.meaning),
         element("dl", ...terms.flatMap(([term, text]) => [element("dt", term), element("dd", text)])));
 }

@@ -25,10 +25,12 @@ function remark(kind, label, texts, { id, about, tokens = about?.tokens ?? [] })
     return made;
 }
 
+const most = 50; // of each kind: more would hide the first, and slow down typing
+
 /** @param {any} answer of check */
 function faultsOf(answer) {
     return [
-        ...answer.faults.map((/** @type {any} */ fault) => remark("fault", "Refused", [fault.text || fault.code.message, ...fault.advice],
+        ...answer.faults.slice(0, most).map((/** @type {any} */ fault) => remark("fault", "Refused", [fault.text || fault.code.message, ...fault.advice],
             { id: fault.id, about: fault.flag === undefined ? undefined : fault })),
         ...answer.problems.map((/** @type {string} */ text, /** @type {number} */ at) =>
             remark("fault", "Refused", [text], { id: answer.problem_ids[at] })),
@@ -65,13 +67,15 @@ export function showVerdict(answer, correct) {
     }
     const faults = faultsOf(answer), hazards = hazardsOf(answer);
     const known = new Set(hazards.length ? answer.security.hazards.map((/** @type {any} */ one) => one.id) : []);
-    const warnings = answer.warnings.filter((/** @type {any} */ one) => !known.has(one.id)).map((/** @type {any} */ one) =>
+    const others = answer.warnings.filter((/** @type {any} */ one) => !known.has(one.id));
+    const warnings = others.slice(0, most).map((/** @type {any} */ one) =>
         remark("warning", "Warning", [one.text], { id: one.id, about: around(answer, one.token), tokens: one.token ? [one.token] : [] }));
     const count = (/** @type {number} */ number, /** @type {string} */ what) => `${number} ${what}${number === 1 ? "" : "s"}`;
     verdict.className = answer.accepted ? "accepted" : "fault";
     verdict.textContent = answer.accepted
-        ? `The server accepts this: ${count(warnings.length, "warning")}, ${count(hazards.length, "hazard")}.`
-        : `The server refuses this: ${count(faults.length, "fault")}.`;
+        ? `The server accepts this: ${count(others.length, "warning")}, ${count(hazards.length, "hazard")}.`
+        : `The server refuses this: ${count(answer.faults.length + answer.problems.length, "fault")}.`;
     const correction = faults.length ? [element("li", button("Correct the text", correct))] : [];
-    remarks.replaceChildren(...correction, ...faults, ...hazards, ...warnings);
+    const more = answer.faults.length > most || others.length > most;
+    remarks.replaceChildren(...correction, ...faults, ...hazards, ...warnings, ...(more ? [element("li", "The others are marked in the text.")] : []));
 }

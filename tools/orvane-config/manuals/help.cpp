@@ -13,7 +13,8 @@ constexpr std::string_view synopsis = "Usage: orvane-config VERB [OPTIONS] ...";
 constexpr std::string_view what_to_read_next =
     "'orvane-config VERB --help' lists the options and exit codes of a verb.\n"
     "FLAGS are the server's; a FILE of them can stand in their place: check FILE.\n"
-    "'orvane-config --version' prints the version.\n";
+    "'orvane-config --version' prints the version.\n"
+    "For a browser there is orvane-config.html: see page.md in the documentation.\n";
 /// The column of the explanations of options.
 constexpr std::size_t text_column = 22;
 
