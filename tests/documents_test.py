@@ -254,6 +254,8 @@ class Documents(unittest.TestCase):
         kinds = json.loads(subprocess.run([TOOL, "explain", "--format", "json", "ids"], capture_output=True, check=True).stdout)["kinds"]
         rows = [f"| `{one['id']}` | {one['level']} | {one['gain']} | {one['instead']} |\n" for one in kinds if "level" in one]
         self.assertIn("|---|---|---|---|\n" + "".join(rows) + "\n", DOCUMENTS["docs/security.md"])
+        said = subprocess.run([TOOL, "explain", "ids"], capture_output=True, check=True, text=True).stdout
+        self.assertEqual([one["id"] for one in kinds if "level" in one and f"{one['id']} (hazard, {one['level']}): " not in said], [])
 
     def test_the_picture_of_the_tree_names_what_is_there(self):
         (_, _, _, text), = blocks("text")

@@ -134,6 +134,7 @@ class Files(unittest.TestCase):
                 written += before != after
                 self.assertEqual((code, many_lines.run(TOOL, "check", "--quiet", *words)[0], self.fix("--to", "json", *words)[1]), (0, 0, line[1]))
                 self.assertEqual(*(re.findall("note[0-9]+[^\r\n]*", one) for one in [after.decode(), text]))
+                self.assertLessEqual(*(len(re.findall(r"(?m)^[ \t]*\r?\n", one)) for one in [after.decode(), text]))
                 at = 0
                 for one in kept:
                     found = after.find(one.encode(), at)

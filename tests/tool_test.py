@@ -238,6 +238,8 @@ class Answers(Tool):
             self.assertEqual(answer["files"][0].get("expected_port"), other, flag)
             note = f" (the flags say port {other})" if other else ""
             self.assertEqual(run(*TOOL, "status", *flags)[:2], (0, f"http     published     h:8081{note}\n"))
+        Path("http").write_text("127.0.0.1:1")
+        self.assertRegex(run(*TOOL, "status", "--connect", *flags)[1], r"^http     not accepting 127\.0\.0\.1:1 .*\(.*refused")
         Path("http").write_text("\x1b:1")
         self.assertIn("http announces \\u001b:1, and no pid file", run(*TOOL, "preflight", "--only", "runtime", *flags)[1])
 
