@@ -78,11 +78,13 @@ std::optional<Advice> own_option(const FaultInLine& fault) {
 }
 
 std::optional<Advice> program_before_flags(const FaultInLine& fault) {
-    if (fault.at != 0 || flag_spelled(fault.token()) != nullptr || !is_program(fault.token()))
-        return std::nullopt;
+    if (fault.at != 0 || flag_spelled(fault.token()) != nullptr) return std::nullopt;
     const std::size_t end = next_flag(fault.line, 0);
     // It may be a flag itself, NAME=value without hyphens, or a directory before its flag.
     if (end == 0 || end == fault.line.size() || (end == 1 && before_its_flag(fault))) return std::nullopt;
+    // As in a list of processes, a table of jobs or a log: several words, the last of which is the program.
+    const bool is_pasted = end > 2 && is_program(fault.line[end - 1][0].text);
+    if (!is_program(fault.token()) && !is_pasted) return std::nullopt;
     return remove(fault, 0, end,
                   shown(fault.token()) +
                       " is not a flag: leave the program out and give only the server's flags");

@@ -17,8 +17,10 @@ struct Assignment {
 };
 
 bool has_flags(std::string_view value) {
-    return value.starts_with("--") || value.find(" --") != value.npos || value.find("\n--") != value.npos ||
-           value.find("\t--") != value.npos;
+    for (std::size_t at = 0; (at = value.find("--", at)) != value.npos; ++at)
+        if (at == 0 || std::string_view(" \t\n\"'(").find(value[at - 1]) != std::string_view::npos)
+            return true;
+    return false;
 }
 
 /// After it, the next line begins. False: this is no variable.

@@ -15,7 +15,8 @@ struct Special {
 };
 constexpr Special specials_of_shells[] = {
     {"*?[]{}", "the shell might replace this with file names; quote it", false},
-    {";&|()", "a second command; only one is read"},
+    {";&|", "a second command; only one is read"},
+    {"()", "an array or another command; give a file with only the server's flags"},
     {"<>", "redirections are not read; leave them out"},
     {"\r", "a carriage return would be part of the token; save the file with Unix line endings"},
 };
