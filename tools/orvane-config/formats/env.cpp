@@ -1,4 +1,5 @@
 // The format env, read: a file of variables, one of which holds the flags.
+#include "formats/assignments.hpp"
 #include "formats/format_table.hpp"
 #include "formats/source_files.hpp"
 #include "text/lists.hpp"
@@ -9,13 +10,6 @@
 namespace orvane {
 namespace {
 
-/// Where NAME=value is in the text.
-struct Assignment {
-    std::string name;
-    std::size_t begin, value, end;
-    bool has_quote;
-};
-
 bool has_flags(std::string_view value) {
     for (std::size_t at = 0; (at = value.find("--", at)) != value.npos; ++at)
         if (at == 0 || std::string_view(" \t\n\"'(").find(value[at - 1]) != std::string_view::npos)
@@ -23,33 +17,13 @@ bool has_flags(std::string_view value) {
     return false;
 }
 
-/// After it, the next line begins. False: this is no variable.
-bool skip_assignment(Walk& walk, Assignment& one) {
-    if (walk.skip("export ")) walk.skip_any_of(" ");
-    one.begin = walk.at();
-    while (!walk.done() && walk.peek() != '=' && walk.peek() != '\n')
-        one.name += walk.next();
-    if (!is_variable_name(one.name) || !walk.skip("=")) return false;
-    const char quote = walk.peek() == '"' || walk.peek() == '\'' ? walk.next() : '\n';
-    one.has_quote = quote != '\n';
-    one.value = walk.at();
-    while (!walk.done() && walk.peek() != quote)
-        if (walk.next() == '\\' && quote != '\'' && !walk.done()) walk.next();
-    one.end = walk.at();
-    walk.skip_to("\n");
-    return true;
-}
-
 /// None, unless all lines are variables and comments.
 std::vector<Assignment> assignments(const LocatedText& text) {
     std::vector<Assignment> all;
-    for (Walk walk(text); !walk.done();) {
-        walk.skip_any_of(" \t\r\n");
-        if (walk.peek() == '#' || walk.peek() == ';')
-            walk.skip_to("\n");
-        else if (!walk.done() && !skip_assignment(walk, all.emplace_back()))
+    for (Walk walk(text); skip_to_assignment(walk); walk.skip_to("\n"))
+        if (Assignment& one = all.emplace_back();
+            !skip_assignment(walk, one, true) || !is_variable_name(one.name))
             return {};
-    }
     return all;
 }
 
@@ -62,7 +36,7 @@ bool is_of_environment(std::string_view text, const Assignment& one) {
     const std::string_view value = value_in(text, one);
     if (value.starts_with("--")) return true;
     const auto is_lower = [](char c) { return std::islower(static_cast<unsigned char>(c)) != 0; };
-    return std::ranges::none_of(one.name, is_lower) && (one.has_quote || !has_flags(value));
+    return std::ranges::none_of(one.name, is_lower) && (one.quote != 0 || !has_flags(value));
 }
 
 ReadTokens words_of(const LocatedText& value) {

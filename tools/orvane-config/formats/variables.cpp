@@ -42,42 +42,6 @@ VariableUse skip_variable(Walk& walk) {
     return use;
 }
 
-std::vector<Variable> variables_of(const LocatedText& text, bool may_export) {
-    std::vector<Variable> variables;
-    for (Walk walk(text); !walk.done();) {
-        walk.skip_any_of(" \t\r\n");
-        if (walk.done()) break;
-        if (walk.peek() == '#' || walk.peek() == ';') {
-            walk.skip_to("\n");
-            continue;
-        }
-        const Walk begin = walk;
-        if (may_export && walk.skip("export ")) walk.skip_any_of(" ");
-        Variable& one = variables.emplace_back();
-        while (!walk.done() && walk.peek() != '=' && walk.peek() != '\n')
-            one.name += walk.next();
-        one.name.erase(one.name.find_last_not_of(" \t") + 1);
-        if (!walk.skip("=")) begin.refuse("this line is not NAME=value");
-        walk.skip_any_of(" \t");
-        const char quote = walk.peek() == '"' || walk.peek() == '\'' ? walk.next() : '\0';
-        while (!walk.done() && (quote != 0 ? walk.peek() != quote : walk.peek() != '\n')) {
-            if (quote != '\'' && walk.skip("\\\n")) continue;
-            if (walk.peek() == '\\' ||
-                (quote != '\'' && std::string_view("$`'\"").find(walk.peek()) != std::string_view::npos))
-                walk.refuse("what this character means here is not certain; quote the value with '");
-            const Spot spot = walk.spot();
-            one.value.append(walk.next(), spot);
-        }
-        if (quote != 0 && !walk.skip(std::string_view(&quote, 1))) begin.refuse("this quote is not closed");
-        while (quote == 0 && !one.value.bytes.empty() &&
-               std::string_view(" \t\r").find(one.value.bytes.back()) != std::string_view::npos)
-            one.value.bytes.pop_back(), one.value.spots.pop_back();
-        if (walk.skip_any_of(" \t\r"); !walk.done() && walk.peek() != '\n')
-            walk.refuse("something follows the value");
-    }
-    return variables;
-}
-
 bool is_variable_name(std::string_view text) {
     return !text.empty() && is_in_name(text[0], true) &&
            std::ranges::all_of(text, [](char c) { return is_in_name(c, false); });
