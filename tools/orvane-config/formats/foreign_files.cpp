@@ -24,6 +24,8 @@ constexpr Foreign foreign_files[] = {
     {"USER ", "a list of processes", true},
     {"UID ", "a list of processes", true},
     {"PID ", "a list of processes", true},
+    {"set -x ", "a variable of fish", true},
+    {"set -gx ", "a variable of fish", true},
     {"Start-Process ", "a script of PowerShell", true},
     {"Windows Registry Editor", "an export of the registry", true},
     {"#!/usr/bin/python", "a script of Python", true},

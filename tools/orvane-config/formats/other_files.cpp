@@ -25,8 +25,10 @@ std::optional<NamedValue> named_value(std::string_view line) {
         return {};
     const bool has_blank = mark + 1 < line.size() && line_blanks.find(line[mark + 1]) != line_blanks.npos;
     const std::size_t value = line.find_first_not_of(line_blanks, mark + 1);
-    // host:8080 is no name with a value, and A=b --flag is a command line.
-    if (value == line.npos || (line[mark] == ':' && !has_blank) || line.find(" --") != line.npos) return {};
+    // host:8080 is no name with a value, A=b --flag is a command line, A=(b) an array, and A=--flag is for another program.
+    if (value == line.npos || (line[mark] == ':' && !has_blank) || line.find(" --") != line.npos ||
+        line[value] == '(' || line.substr(value).starts_with("--"))
+        return {};
     return NamedValue{name, value};
 }
 
@@ -77,7 +79,7 @@ bool is_yaml(std::string_view text) {
     const bool is_word = has_key && line.find_first_of(" \t'\"\\/-") > colon;
     return line.starts_with('{') || line.starts_with("- ") || first_word(line) == "---" ||
            line.starts_with("%YAML ") || (has_key && contains(keys, line.substr(0, colon))) ||
-           (is_word && !is_settings(text));
+           (is_word && line.find(" --") == line.npos && !is_settings(text));
 }
 
 ReadTokens read_yaml(const LocatedText& text) {

@@ -1,8 +1,6 @@
-// The formats flags and sh: words as a shell quotes them. What is not certain to be a word of the server's is refused.
+// The formats flags and sh, read: words as a shell quotes them. What is not certain to be a word of the server's is refused.
 #include "formats/format_table.hpp"
 #include "formats/source_files.hpp"
-#include "text/lists.hpp"
-#include "text/shell_word.hpp"
 
 namespace orvane {
 namespace {
@@ -15,7 +13,8 @@ struct Special {
 };
 constexpr Special specials_of_shells[] = {
     {"*?[]{}", "the shell might replace this with file names; quote it", false},
-    {";&|", "a second command; only one is read"},
+    {";|", "a second command; only one is read"},
+    {"&", "a second command, or what puts one into the background; leave it out"},
     {"()", "an array or another command; give a file with only the server's flags"},
     {"<>", "redirections are not read; leave them out"},
     {"\r", "a carriage return would be part of the token; save the file with Unix line endings"},
@@ -69,7 +68,8 @@ private:
             walk_.refuse(
                 is_script_ ? "this script has several commands; give a copy in which only the one is left "
                              "that starts the server, or in which 'exec ' begins it"
-                : is_file_ ? "this line is neither a flag nor the only value of the flag before it"
+                : is_file_ ? "this line is neither a flag nor the only value of the flag before it; give "
+                             "only flags, or one command"
                            : "a second command; only one is read. To continue a line, end it with \\");
         word();
         skip_to_word(" \t");
@@ -84,6 +84,8 @@ private:
             walk_.refuse(
                 "these are the arguments that the script is called with; give a copy without them, and "
                 "write them after the file's name");
+        if (ahead.skip("${") && (ahead.skip_to("[} \n"), ahead.comes("[")))
+            walk_.refuse("an array of the shell; give a file with its words instead");
         walk_.refuse("the shell would replace this; write the value, or quote it with '",
                      name.empty() ? ""
                                   : "the shell would replace $" + name + "; give its value with --env " +
@@ -209,43 +211,12 @@ private:
 
 } // namespace
 
-/// A script, or some line has a flag and its value, or the first one has a program, or is continued.
-bool is_flags(std::string_view text) {
-    if (text.starts_with("#!")) return true;
-    bool is_first = true;
-    while (true) {
-        const std::string_view line = first_line_of(text);
-        if (line.empty()) break;
-        if ((is_first || line.starts_with("--")) &&
-            (line.find_first_of(" \t") != line.npos || line.ends_with('\\')))
-            return true;
-        is_first = false;
-        text.remove_prefix(static_cast<std::size_t>(line.data() - text.data()) + line.size());
-    }
-    return false;
-}
-
 ReadTokens read_flags(const LocatedText& text) {
     return CommandReader(text, true).command();
 }
 
 ReadTokens read_sh(const LocatedText& text) {
     return CommandReader(text, false).command();
-}
-
-/// A line for each flag. What is no flag stays on the line before it.
-std::string as_flags(const TokenGroups& groups) {
-    std::string text;
-    for (const TokenGroup& group : groups) {
-        const std::string words = joined(group, " ", sh_word);
-        if (!text.empty()) text += words.starts_with("--") ? '\n' : ' ';
-        text += words;
-    }
-    return text + '\n';
-}
-
-std::string as_sh(const TokenGroups& groups) {
-    return joined(groups, sh_word, " ") + '\n';
 }
 
 } // namespace orvane

@@ -10,12 +10,6 @@
 namespace orvane {
 namespace {
 
-/// Without its directory, and the suffix of Windows.
-std::string_view program_name(std::string_view program) {
-    program.remove_prefix(std::min(program.find_last_of("/\\") + 1, program.size()));
-    return program.ends_with(".exe") ? program.substr(0, program.size() - 4) : program;
-}
-
 bool is_shell_with_command(const ReadTokens& tokens) {
     constexpr std::string_view shells[] = {"sh", "bash", "dash", "ksh", "zsh"};
     return tokens.size() > 2 && contains(shells, program_name(tokens[0].text)) &&
@@ -56,6 +50,11 @@ void drop(ReadTokens& tokens, std::size_t count) {
 }
 
 } // namespace
+
+std::string_view program_name(std::string_view program) {
+    program.remove_prefix(std::min(program.find_last_of("/\\") + 1, program.size()));
+    return program.ends_with(".exe") ? program.substr(0, program.size() - 4) : program;
+}
 
 LocatedText SourceFiles::open(const std::string& path) {
     const std::string name = name_of(path);

@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orvane {
@@ -61,6 +62,9 @@ bool has_no_flags(const ReadTokens& tokens);
 
 /// Without what only starts the program: env, sh -c, exec; where a shell reads them, also NAME=VALUE.
 ReadTokens unwrapped(ReadTokens tokens, bool by_shell = false);
+
+/// Without its directory, and the suffix of Windows.
+std::string_view program_name(std::string_view program);
 
 /// Whether the program is this tool.
 bool calls_this_tool(const ReadTokens& tokens);

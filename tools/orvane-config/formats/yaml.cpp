@@ -193,7 +193,8 @@ ReadTokens read_manifest(const LocatedText& text, SourceFiles& files) {
             search.document(document);
         return search.only(files);
     } catch (const YAML::Exception& fault) {
-        throw NotUnderstood(spot_of(fault.mark), "this looks like YAML, but is none");
+        throw NotUnderstood(spot_of(fault.mark),
+                            "this looks like YAML, but is none; give a file with only the server's flags");
     }
 }
 

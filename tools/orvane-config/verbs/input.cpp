@@ -2,17 +2,15 @@
 #include "verbs/input.hpp"
 
 #include "explaining/flag_like.hpp"
-#include "explaining/meant_flags.hpp"
 #include "formats/content.hpp"
-#include "formats/format_table.hpp"
 #include "formats/source_files.hpp"
 #include "probing/diagnosis.hpp"
 #include "system/process_line.hpp"
 #include "text/escape.hpp"
 #include "text/lists.hpp"
-#include "text/spelling.hpp"
 #include "verbs/contained_call.hpp"
-#include "verbs/given_variables.hpp"
+#include "verbs/reading.hpp"
+#include "verbs/server_words.hpp"
 
 #include "qel/config/error_code.hpp"
 #include "qel/i18n/convert.hpp"
@@ -25,18 +23,6 @@
 namespace orvane {
 namespace {
 
-bool lacks_a_value(const Tokens& flags) {
-    const CommandLine line = occurrences_of(flags);
-    return !line.empty() && line.back().size() == 1 && kind_of(line.back()[0].text) == FlagKind::value_flag;
-}
-
-/// No flag, but flags follow.
-bool begins_with_program(const Tokens& before, const Tokens& tokens) {
-    return tokens.size() > 1 && !tokens[0].empty() && !begins_as_flag(tokens[0]) &&
-           folded(tokens[1]).starts_with(u"--") && flag_spelled(split_token(tokens[0]).name) == nullptr &&
-           !lacks_a_value(before);
-}
-
 unsigned pid_in(const std::string& text) {
     unsigned pid = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), pid);
@@ -45,85 +31,10 @@ unsigned pid_in(const std::string& text) {
     return pid;
 }
 
-/// A file of flags.
-struct Source {
-    std::string path;
-    std::string name; ///< for people
-    bool is_process;
-};
-
 Source source_of(const Call& call, const OwnOption& option, const std::string& value) {
     if (&option != &own("pid")) return {value, shown_name(call, value), false};
     const std::string file = process_line_file(pid_in(value));
     return {file, file, true};
-}
-
-struct Content {
-    const LineFormat& format;
-    ReadTokens tokens;
-    bool has_program; ///< the first token is certainly the program
-};
-
-SourcePlace place_in(const SourceFiles& files, const Source& source, Spot spot) {
-    return {spot.file == 0 ? source.name : files.name_of(files.paths[spot.file]), spot};
-}
-
-ReadTokens read_from(const LineFormat& format, const LocatedText& text, SourceFiles& files) {
-    if (format.has_program) return read_unit(text, files);
-    if (format.name == "yaml") return read_manifest(text, files);
-    files.is_for_container = format.name == "dockerfile";
-    return read(format, text);
-}
-
-/// Where it is not known what they stand for; else they are a part of the token.
-bool refuses_variables(const LineFormat& format) {
-    return format.has_program || format.name == "flags" || format.name == "sh";
-}
-
-/// What is in none of the other formats is found to be in one of these.
-void refuse_without_flags(const LineFormat& format, const std::string& text, const ReadTokens& tokens) {
-    if (format.name == "nul" && has_bytes_of_no_text(text))
-        throw NotUnderstood({}, "this is not a text file");
-    const bool takes_anything = format.name == "flags" || format.name == "lines" || format.name == "nul";
-    constexpr std::size_t few = 3; // words may be a program and its values
-    if (takes_anything && tokens.size() > few && has_no_flags(tokens))
-        throw NotUnderstood(tokens[0].spot, "nothing in this file begins with --, as flags do");
-}
-
-Content content_in(const Call& call, const Source& source, SourceFiles& files) {
-    const auto contained = call.contained.find(source.path);
-    const std::string text = contained != call.contained.end() ? contained->second
-                             : source.is_process               ? bytes_of(source.path, source.name)
-                                                               : content_of(source.path, source.name);
-    if (!source.is_process && is_program(text)) {
-        if (!contains(call.files, source.path) || call.words.empty())
-            throw std::runtime_error(source.name + ": this is a program, not a file of flags");
-        return {format_named("lines"), {{source.name, {}}}, true};
-    }
-    if (!source.is_process) refuse_unless_utf8(text, source.name);
-    if (const std::string kind = foreign_kind(text); !kind.empty() && !source.is_process)
-        throw std::runtime_error(source.name + ": " + kind);
-    const std::string wanted = source.is_process ? "nul" : call.value(own("from-format"));
-    const LineFormat& format = wanted.empty() ? format_of(text) : format_named(wanted);
-    try {
-        const std::vector<Variable> variables = variables_in(call);
-        ReadTokens tokens =
-            variables.empty() || source.is_process
-                ? read_from(format, located(text), files)
-                : read_from(format, with_stand_ins(located(text), variables, refuses_variables(format)),
-                            files);
-        put_values(tokens, variables);
-        if (wanted.empty()) refuse_without_flags(format, text, tokens);
-        if (!source.is_process)
-            tokens = unwrapped(std::move(tokens), format.name == "flags" || format.name == "sh");
-        return {format, std::move(tokens), format.has_program || source.is_process};
-    } catch (const NotUnderstood& fault) {
-        throw std::runtime_error(
-            place_in(files, source, fault.spot).text() + ": " +
-            (fault.whole.empty() || call.has(own("redact")) ? fault.what() : fault.whole) + " (format " +
-            std::string(format.name) +
-            (wanted.empty() ? "; " + spelled(own("from-format")) + " chooses another)" : ")"));
-    }
 }
 
 void note(const Call& call, const std::string& text) {
