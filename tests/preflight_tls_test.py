@@ -163,8 +163,8 @@ def with_fine_joined(findings):
     return [one for one in findings if one["id"] != "tls-ok"] + joined * bool(fine)
 
 
-# Windows has no sockets and no such rights in file systems; it does not open encrypted keys, nor compare keys on Edwards curves.
-NOT_ON_WINDOWS = re.compile(r"none\.key|socket|kmsg|(locked|two-lines|endless)\.key --x509-pass|\bed\.key")
+# Windows has no sockets; it does not open keys that are encrypted as long ago, nor compare keys on Edwards curves.
+NOT_ON_WINDOWS = re.compile(r"none\.key|socket|kmsg|old-locked\.key --x509-pass|\bed\.key")
 LOOKED_AT = {"x509-private-key", "x509-passphrase", "x509-cert-chain", "x509-ca-file-store"}
 ON_ANY_FLAG = {"certificate-host", "https-without-certificate", "tls-file-missing", "size-limit"}
 
@@ -175,7 +175,8 @@ def as_on_windows(line):
     if kind == "tls-ok":
         flags = [flag for flag in flags if flag in LOOKED_AT]
         return " ".join([*flags, line[line.index("tls-ok"):]]) if flags else ""
-    is_there = (flags[0] in LOOKED_AT and kind != "key-exposed") or kind in ON_ANY_FLAG
+    is_there = flags[0] in LOOKED_AT or kind in ON_ANY_FLAG
+    line = re.sub(r"chmod o= (.*)", r"icacls \1 /inheritance:d /remove:g *S-1-1-0", line)
     return re.sub(r"Convert (it|them): (iconv|sed).*|Remove the spaces: .*", "Correct the file in an editor, and save it as plain text.", line) * is_there
 
 

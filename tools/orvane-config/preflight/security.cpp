@@ -122,7 +122,7 @@ void look_for_readers(std::u16string_view flag, const Path& given, const std::st
     }
     if (every_user)
         findings.add(Kind::key_exposed, flag, "every user of this machine can read " + what,
-                     "Run: chmod o= " + shown(given.text()));
+                     "Run: " + command_against_readers(path, shown(given.text())));
     if (group && context.security)
         findings.add(Kind::group_reads, flag, "a group can read " + what,
                      "Make sure that only the server is in the group, or run: chmod g= " +
@@ -199,18 +199,16 @@ void look_at_the_user(const Context& context, Findings& findings) {
 
 void look_at_security(const Context& context, Findings& findings) {
     look_at_files_root(context, findings);
-    if (!can_ask_about_other_users()) {
-        if (context.security)
-            findings.add(Kind::not_looked_at, u"",
-                         "who else may change files is not looked at in this build");
-        return;
+    if (can_ask_about_writers()) {
+        for (const auto& some : {directories_of(context), programs_of(context), secrets_of(context)})
+            for (const Owned& owned : some)
+                look_for_writers(owned, findings);
+        look_at_flag_files(context, findings);
+    } else if (context.security) {
+        findings.add(Kind::not_looked_at, u"", "who else may change files is not looked at in this build");
     }
-    for (const auto& some : {directories_of(context), programs_of(context), secrets_of(context)})
-        for (const Owned& owned : some)
-            look_for_writers(owned, findings);
     for (const Owned& secret : secrets_of(context))
         look_for_readers(secret.flag, secret.path, "this file", context, findings);
-    look_at_flag_files(context, findings);
     for (const std::u16string& file : context.files_with_secrets)
         look_for_readers(u"", Path(file), shown(file) + ", and there seems to be a secret in it", context,
                          findings);

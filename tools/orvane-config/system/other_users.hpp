@@ -15,10 +15,13 @@ struct OtherUsers {
     std::string writer{}; ///< who may write, "user www" or "every user"; empty: nobody
 };
 
-/// Follows links. Not asked on Windows.
+/// Follows links. On Windows, nobody is asked for who writes, and a group is one of all users.
 OtherUsers other_users_at(const qel::util::filesystem::Path& path);
 
-/// Whether this build asks.
-bool can_ask_about_other_users();
+/// Whether this build asks who writes.
+bool can_ask_about_writers();
+
+/// The command that takes the right to read the file from every user; `shown` is the file for people.
+std::string command_against_readers(const qel::util::filesystem::Path& path, const std::string& shown);
 
 } // namespace orvane

@@ -2,11 +2,10 @@
 #include "preflight/tls/tls_checks.hpp"
 
 #include "preflight/time_limit.hpp"
+#include "preflight/tls/key_rules.hpp"
 #include "preflight/tls/pem.hpp"
 #include "reference/flag_texts.hpp"
 #include "text/quoting.hpp"
-
-#include "qel/i18n/convert.hpp"
 
 #include <algorithm>
 
@@ -15,9 +14,6 @@
 
 namespace orvane::preflight {
 namespace {
-
-/// The file says how often its pass phrase is hashed, and may say anything.
-constexpr std::chrono::seconds opening_limit(3);
 
 struct Opened {
     Key key{};
@@ -58,12 +54,6 @@ Opened open_with(const std::string& text, const std::string* phrase) {
     return opened;
 }
 
-/// Most servers take the first line; some take the file as it is.
-std::vector<std::string> phrases_in(const std::string& text) {
-    const std::string line = text.substr(0, text.find_first_of("\r\n"));
-    return line == text ? std::vector{line} : std::vector{line, text};
-}
-
 Opened open_any(const std::string& text, const std::optional<std::string>& phrase_file) {
     Opened opened = open_with(text, nullptr);
     if (opened.key || !opened.encrypted || !phrase_file) {
@@ -80,30 +70,13 @@ Opened open_any(const std::string& text, const std::optional<std::string>& phras
 }
 
 void report_closed(const TlsCheck& check, const Opened& opened) {
-    constexpr auto flag = flag::https_private_key_file;
-    const std::string passphrase = qel::i18n::ustring_to_utf8(flag::https_key_passphrase_file);
-    if (!opened.encrypted) {
-        check.findings.add(Kind::tls_file_content, flag, "the key is damaged: " + opened.reason,
-                           "Copy the file again from its source.");
-    } else if (opened.unsupported) {
-        const std::string file = shown(check.settings().private_key_file()->text());
-        check.findings.add(Kind::tls_file_content, flag,
-                           "the key is encrypted in a way that OpenSSL no longer supports",
-                           "Encrypt it again: openssl pkey -provider legacy -provider default -aes256 -in " +
-                               file + " -out " + file + ".pem");
-    } else if (!check.settings().key_passphrase_file()) {
-        check.findings.add(Kind::key_needs_passphrase, flag,
-                           "the key is encrypted, and no pass phrase is given",
-                           "Write the pass phrase to a file, and name that file with " + passphrase + ".");
-    } else if (!check.files.passphrase) {
-        check.findings.add(Kind::cannot_tell, flag,
-                           "the key is encrypted, and its pass phrase could not be read");
-    } else {
-        check.findings.add(
-            Kind::passphrase_wrong, flag::https_key_passphrase_file,
-            "the pass phrase in this file does not open the key",
-            "The first line of the file has to be the pass phrase, without quotes or spaces around it.");
-    }
+    if (!opened.encrypted) return report_damaged_key(check, opened.reason);
+    if (!opened.unsupported) return report_locked_key(check);
+    const std::string file = shown(check.settings().private_key_file()->text());
+    check.findings.add(Kind::tls_file_content, flag::https_private_key_file,
+                       "the key is encrypted in a way that OpenSSL no longer supports",
+                       "Encrypt it again: openssl pkey -provider legacy -provider default -aes256 -in " +
+                           file + " -out " + file + ".pem");
 }
 
 } // namespace
@@ -119,15 +92,13 @@ Key open_key(const TlsCheck& check) {
     auto opened =
         within(opening_limit, [text, phrase = check.files.passphrase] { return open_any(text, phrase); });
     if (!opened) {
-        check.findings.add(Kind::time_limit, flag, "the key could not be decrypted within 3 s",
-                           "Encrypt it with fewer rounds.");
+        report_slow_key(check);
         return nullptr;
     }
-    if (!opened->key) report_closed(check, *opened);
-    if (opened->key && !opened->encrypted && check.files.passphrase)
-        check.findings.add(Kind::passphrase_unused, flag::https_key_passphrase_file,
-                           "the key is not encrypted, so the pass phrase is not used",
-                           "Leave the flag out, or encrypt the key.");
+    if (!opened->key)
+        report_closed(check, *opened);
+    else if (!opened->encrypted)
+        report_unused_passphrase(check);
     return std::move(opened->key);
 }
 

@@ -32,8 +32,12 @@ OtherUsers other_users_at(const qel::util::filesystem::Path& path) {
     return others;
 }
 
-bool can_ask_about_other_users() {
+bool can_ask_about_writers() {
     return true;
+}
+
+std::string command_against_readers(const qel::util::filesystem::Path&, const std::string& shown) {
+    return "chmod o= " + shown;
 }
 
 } // namespace orvane

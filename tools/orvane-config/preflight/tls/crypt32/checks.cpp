@@ -1,14 +1,15 @@
 // What preflight finds in the TLS files, in order, where Windows reads them.
 #include "preflight/tls/crypt32/certificates.hpp"
+#include "preflight/tls/crypt32/decrypt.hpp"
 #include "preflight/tls/crypt32/der.hpp"
+#include "preflight/tls/key_rules.hpp"
 #include "preflight/tls/offered.hpp"
 #include "preflight/tls/pem.hpp"
 
+#include "preflight/time_limit.hpp"
 #include "reference/flag_texts.hpp"
 #include "text/lists.hpp"
 #include "text/quoting.hpp"
-
-#include "qel/i18n/convert.hpp"
 
 #include <algorithm>
 #include <optional>
@@ -46,15 +47,40 @@ Certificates read_certificates(const TlsCheck& check, const std::optional<std::s
 /// A key that is not encrypted; none: it is damaged, which is a finding.
 std::optional<PrivateKey> opened(const TlsCheck& check, const std::string& der) {
     std::optional<PrivateKey> key = private_key_in(der);
-    if (!key)
-        check.findings.add(Kind::tls_file_content, flag::https_private_key_file,
-                           "the key is damaged: it does not have the form of a key",
-                           "Copy the file again from its source.");
-    else if (check.files.passphrase)
-        check.findings.add(Kind::passphrase_unused, flag::https_key_passphrase_file,
-                           "the key is not encrypted, so the pass phrase is not used",
-                           "Leave the flag out, or encrypt the key.");
+    if (key)
+        report_unused_passphrase(check);
+    else
+        report_damaged_key(check, "it does not have the form of a key");
     return key;
+}
+
+/// With each pass phrase, until one opens it.
+Decrypted decrypted_with_any(const std::string& der, const std::string& phrase_file) {
+    Decrypted key;
+    for (const std::string& phrase : phrases_in(phrase_file))
+        if (key = decrypted(der, phrase); !key.key.empty()) break;
+    return key;
+}
+
+/// None: no pass phrase opens it, or this build does not know how, which is a finding.
+std::optional<PrivateKey> unlocked(const TlsCheck& check, const std::string& der) {
+    if (!check.files.passphrase) {
+        report_locked_key(check);
+        return std::nullopt;
+    }
+    const auto key = within(
+        opening_limit, [der, phrase = *check.files.passphrase] { return decrypted_with_any(der, phrase); });
+    if (!key)
+        report_slow_key(check);
+    else if (!key->supported)
+        check.findings.add(Kind::not_looked_at, flag::https_private_key_file,
+                           "the key is encrypted in a way that this build does not open",
+                           "To see whether the pass phrase opens it, run: openssl pkey -noout -in " +
+                               shown(check.settings().private_key_file()->text()) +
+                               " -passin file:" + shown(check.settings().key_passphrase_file()->text()));
+    else if (key->key.empty())
+        report_locked_key(check);
+    return key && !key->key.empty() ? private_key_in(key->key) : std::nullopt;
 }
 
 /// The server's key; none: it cannot be opened, which is a finding.
@@ -66,18 +92,7 @@ std::optional<PrivateKey> read_key(const TlsCheck& check) {
     if (!has_what_is_wanted(pem, Content::private_key, *check.files.key, flag, path, check.findings))
         return std::nullopt;
     const auto key = std::ranges::find(pem.blocks, Content::private_key, &PemBlock::content);
-    const std::string passphrase = qel::i18n::ustring_to_utf8(flag::https_key_passphrase_file);
-    if (!key->is_encrypted) return opened(check, key->der);
-    if (check.settings().key_passphrase_file())
-        check.findings.add(Kind::not_looked_at, flag, "the key is encrypted, and this build does not open it",
-                           "To see whether the pass phrase opens it, run: openssl pkey -noout -in " +
-                               shown(path.text()) +
-                               " -passin file:" + shown(check.settings().key_passphrase_file()->text()));
-    else
-        check.findings.add(Kind::key_needs_passphrase, flag,
-                           "the key is encrypted, and no pass phrase is given",
-                           "Write the pass phrase to a file, and name that file with " + passphrase + ".");
-    return std::nullopt;
+    return key->is_encrypted ? unlocked(check, key->der) : opened(check, key->der);
 }
 
 void look_at_owner(const TlsCheck& check, const PrivateKey& key, const Certificates& chain) {
