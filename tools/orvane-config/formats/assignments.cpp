@@ -1,5 +1,4 @@
 // NAME=value on a line of its own: of a shell, or in a file for systemd.
-#include "formats/assignments.hpp"
 #include "formats/source_files.hpp"
 
 namespace orvane {

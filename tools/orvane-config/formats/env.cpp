@@ -1,5 +1,4 @@
 // The format env, read: a file of variables, one of which holds the flags.
-#include "formats/assignments.hpp"
 #include "formats/format_table.hpp"
 #include "formats/source_files.hpp"
 #include "text/lists.hpp"

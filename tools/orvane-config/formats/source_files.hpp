@@ -40,6 +40,19 @@ struct Variable {
 std::vector<Variable> variables_of(const LocatedText& text, bool may_export = false);
 bool is_variable_name(std::string_view text);
 
+/// Where NAME=value is in the text, on a line of its own.
+struct Assignment {
+    std::string name; ///< as it is written, perhaps with blanks around it
+    std::size_t begin = 0, value = 0, end = 0;
+    char quote = 0; ///< around the value
+};
+
+/// Moves to the next line that is neither blank nor a comment. False: there is none.
+bool skip_to_assignment(Walk& walk);
+
+/// Moves to the end of its value. False: this is none.
+bool skip_assignment(Walk& walk, Assignment& one, bool may_export);
+
 /// $NAME, ${NAME}, or ${NAME:-value}, which has a value of its own.
 struct VariableUse {
     std::string name; ///< empty: it is none of these

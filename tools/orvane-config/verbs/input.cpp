@@ -10,7 +10,6 @@
 #include "text/lists.hpp"
 #include "verbs/contained_call.hpp"
 #include "verbs/reading.hpp"
-#include "verbs/server_words.hpp"
 
 #include "qel/config/error_code.hpp"
 #include "qel/i18n/convert.hpp"

@@ -1,6 +1,7 @@
-// One file of flags, or one process, read.
+// One file of flags, or one process, read; and where the server's own words begin in it.
 #pragma once
 
+#include "explaining/verdict.hpp"
 #include "formats/format_table.hpp"
 #include "formats/source_files.hpp"
 #include "verbs/call.hpp"
@@ -26,5 +27,8 @@ struct Content {
 Content content_in(const Call& call, const Source& source, SourceFiles& files);
 
 SourcePlace place_in(const SourceFiles& files, const Source& source, Spot spot);
+
+/// A first token that is no flag, before flags. `before` comes from other files.
+bool begins_with_program(const Tokens& before, const Tokens& tokens);
 
 } // namespace orvane
