@@ -105,9 +105,8 @@ public:
     ReadTokens only(SourceFiles& files) {
         if (found_.empty())
             throw NotUnderstood(
-                {1, 1},
-                "this looks like YAML or JSON, but no list, container or service in it has flags; give a "
-                "file with only the command that starts the server");
+                {1, 1}, "this may be YAML or JSON, but no list, container or service in it has flags; give a "
+                        "file with only the command that starts the server");
         if (found_.size() > 1)
             throw NotUnderstood(found_[1].tokens[0].spot, several + places(false), several + places(true));
         const Container& one = found_[0];
@@ -194,7 +193,7 @@ ReadTokens read_manifest(const LocatedText& text, SourceFiles& files) {
         return search.only(files);
     } catch (const YAML::Exception& fault) {
         throw NotUnderstood(spot_of(fault.mark),
-                            "this looks like YAML, but is none; give a file with only the server's flags");
+                            "this begins like YAML, but is none; give a file with only the server's flags");
     }
 }
 

@@ -50,25 +50,29 @@ bool is_server(std::string_view word) {
     return word.substr(0, word.find_first_of(":@")) == "orvane";
 }
 
-bool is_option(const std::string& word) {
-    return word.starts_with('-') && word != "--";
+bool is_long_option(const std::string& word) {
+    return word.starts_with("--") && word.size() > 2;
 }
 
 /// The server before its flags, or this tool.
 bool starts_server(const ReadTokens& tokens, std::size_t at) {
     const std::string& word = tokens[at].text;
-    const bool has_flags =
-        at + 1 < tokens.size() && tokens[at + 1].text.starts_with("--") && is_option(tokens[at + 1].text);
-    return is_server(word) ? has_flags : program_name(word) == "orvane-config";
+    if (!is_server(word)) return program_name(word) == "orvane-config";
+    return at + 1 < tokens.size() && is_long_option(tokens[at + 1].text);
 }
 
 /// How many words are before the server's program, or a call of this tool, as in: sudo -u web nice orvane --wait. None if one of
 /// them may be a flag.
 std::size_t words_before_server(const ReadTokens& tokens) {
+    bool has_option = false;
     for (std::size_t i = 0; i != tokens.size(); ++i) {
         if (is_meant_as_flag(qel::i18n::utf8_to_ustring(tokens[i].text))) break;
+        has_option = has_option || is_long_option(tokens[i].text);
+        if (!has_option && tokens[i].text.find(" --") != std::string::npos)
+            throw NotUnderstood(tokens[i].spot,
+                                "a whole command in one word; give a file with only that command");
         if (!starts_server(tokens, i)) continue;
-        if (i != 0 && is_option(tokens[i - 1].text))
+        if (i != 0 && tokens[i - 1].text.starts_with('-') && tokens[i - 1].text != "--")
             throw NotUnderstood(tokens[i].spot,
                                 "whether this is the server, or the value of the option before it, is not "
                                 "certain; leave out what is before the server");
@@ -78,9 +82,13 @@ std::size_t words_before_server(const ReadTokens& tokens) {
 }
 
 /// Nothing but what starts the server.
-void leave_out_wrapper(ReadTokens& tokens, SourceFiles& files) {
+void leave_out_wrapper(ReadTokens& tokens, const LineFormat& format, SourceFiles& files) {
     const std::size_t count = words_before_server(tokens);
     if (count == 0) return;
+    for (const ReadToken& token : tokens)
+        if (format.name == "flags" && token.text.find('%') != std::string::npos)
+            throw NotUnderstood(token.spot, "what is before the server, as in a crontab, may replace this %; "
+                                            "give only the server and its flags");
     tokens.erase(tokens.begin(), tokens.begin() + static_cast<std::ptrdiff_t>(count));
     files.notes.push_back("left out what is before the server: " + std::to_string(count) +
                           (count == 1 ? " word" : " words"));
@@ -115,10 +123,10 @@ Content content_in(const Call& call, const Source& source, SourceFiles& files) {
                 : read_from(format, with_stand_ins(located(text), variables, refuses_variables(format)),
                             files);
         put_values(tokens, variables);
-        if (wanted.empty()) refuse_without_flags(format, text, tokens);
         if (!source.is_process)
             tokens = unwrapped(std::move(tokens), format.name == "flags" || format.name == "sh");
-        if (format.name != "nul" && format.name != "lines") leave_out_wrapper(tokens, files);
+        if (format.name != "nul" && format.name != "lines") leave_out_wrapper(tokens, format, files);
+        if (wanted.empty()) refuse_without_flags(format, text, tokens);
         return {format, std::move(tokens), format.has_program || source.is_process};
     } catch (const NotUnderstood& fault) {
         throw std::runtime_error(
