@@ -62,10 +62,10 @@ bool starts_server(const ReadTokens& tokens, std::size_t at) {
 }
 
 /// How many words are before the server's program, or a call of this tool, as in: sudo -u web nice orvane --wait. None if one of
-/// them may be a flag.
+/// them may be a flag, or the first one begins as one.
 std::size_t words_before_server(const ReadTokens& tokens) {
     bool has_option = false;
-    for (std::size_t i = 0; i != tokens.size(); ++i) {
+    for (std::size_t i = 0; i != tokens.size() && !tokens[0].text.starts_with('-'); ++i) {
         if (is_meant_as_flag(qel::i18n::utf8_to_ustring(tokens[i].text))) break;
         has_option = has_option || is_long_option(tokens[i].text);
         if (!has_option && tokens[i].text.find(" --") != std::string::npos)
