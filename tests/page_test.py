@@ -12,6 +12,12 @@ FORMATS = ["sh", "systemd", "json", "lines", "docker", "kubernetes", "powershell
 FILES = rows("tool_formats.txt", 2)
 ROWS = [words_of(typed) for name in ["mistakes", "warnings", "hazards", "fixes", "tidy", "redactions"] for typed, _ in rows(f"tool_{name}.txt", 2)]
 ROWS += [words_of(twin.split(" ", 1)[1]) for _, twin in rows("tool_hazards.txt", 2)] + [*map(words_of, lines("tool_right_lines.txt"))]
+# What the library's own tests read: tokens with | between them and {20} for a letter, and below them what the tests of this system see.
+CACHE = ["--attach-cache"]
+LIBRARY = [[*start, *re.sub("{([0-9A-F]+)}", lambda unit: chr(int(unit[1], 16)), line).split("|")]
+           for name, start in [("flags_accepted.txt", REQUIRED), ("flags_refused.txt", ["--wait"]), ("values_accepted.txt", REQUIRED),
+                               ("values_refused.txt", ["--wait"]), ("caches_refused.txt", REQUIRED + CACHE), ("validate.txt", REQUIRED)]
+           for line in lines(name) if not line.startswith("  ")] + [lines("full.txt")]
 SUBJECTS = [word for line in lines("flags.txt") for word in line.split("|")[:2]] + re.findall(r"[a-z-]+-[a-z]+", " ".join(
     name + " " + text for table in ["mistakes", "warnings", "hazards"] for name, text in rows(f"tool_{table}.txt", 2)))
 
@@ -22,6 +28,9 @@ def questions():
         for ask in [["check"], ["check", "--all", "--format", "json"], ["check", "--redact"], ["check", "--format", ["sarif", "gcc", "junit"][number % 3]],
                     ["fix", "--ids"], ["convert", "--to", FORMATS[number % len(FORMATS)]], ["convert", "--tidy"], ["diff", *after]]:
             yield [*ask, "--", *words]
+    for words in LIBRARY:
+        if not re.search("[\ud800-\udfff]", " ".join(words)):  # no command line can have it
+            yield ["check", "--all", "--format", "json", "--", *words]
     for number in range(len(FILES)):
         yield from (["check", f"file{number}"], ["convert", "--to", "json", "--from", f"file{number}"])
     for subject in dict.fromkeys(SUBJECTS):
