@@ -145,6 +145,7 @@ class Page(unittest.TestCase):
             self.browser.type(line)
             self.assertEqual(self.browser.run("document.querySelector('#picture svg').getAttribute('aria-label')"), drawn)
             self.assertEqual(self.browser.run("document.querySelectorAll('#picture text.wrong').length > 0"), "refused" in drawn)
+            self.assertEqual(self.browser.text("#marks .fault"), "|".join(line.split()[:4]) if "refused" in drawn else "")
         self.browser.type(re.search("^    (--auto-deploy-root .*)", DOCUMENT.read_text(), re.M)[1])
         with tempfile.TemporaryDirectory() as folder:
             self.browser.ask("Browser.setDownloadBehavior", behavior="allow", downloadPath=folder)

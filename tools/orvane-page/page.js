@@ -18,6 +18,8 @@ function remarksOf(answer) {
     for (const one of answer.warnings) if (one.token) remarks.set(one.token, { kind: "warning", id: one.id, text: one.text });
     for (const hazard of answer.security?.hazards ?? [])
         for (const one of hazard.found) if (one.token) remarks.set(one.token, { kind: hazard.level, id: hazard.id, text: hazard.gain });
+    for (const one of answer.line ?? [])
+        if (answer.involved.includes(one.flag)) for (const token of one.tokens) remarks.set(token, { kind: "fault", id: answer.problem_ids[0] });
     for (const one of answer.faults) for (const token of one.tokens ?? []) remarks.set(token, { kind: "fault", id: one.id, text: one.text });
     return remarks;
 }
